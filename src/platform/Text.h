@@ -1,0 +1,64 @@
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The text operations that need Unicode knowledge. Stateless; the implementation is chosen at link time. All
+/// text is UTF-8. Bytes that are not valid UTF-8 never fail: each is taken as a character of its own that
+/// equals only itself. Every function may be called on any thread.
+namespace fernhop::text {
+
+/// The language rules that a locale-aware comparison follows: a BCP 47 or POSIX locale name ("tr_TR.UTF-8",
+/// "de").
+struct Locale {
+    std::string name;
+
+    /// The user's locale, as the process found it at its start (LC_ALL, LC_CTYPE, LANG on a POSIX system).
+    [[nodiscard]] static const Locale &current();
+};
+
+/// Where a piece was found in a text, in bytes.
+struct Occurrence {
+    std::size_t start;
+    std::size_t end;
+};
+
+/// `text` without leading and trailing Unicode white space and newlines (categories Z*, U+0009 to U+000D,
+/// U+0085). The result is a view into `text`.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
+/// `text` in lower case by the locale-independent Unicode mapping (full mapping, context of the final sigma
+/// included).
+[[nodiscard]] std::string lowercased(std::string_view text);
+
+/// The leftmost occurrence of `piece` (not empty) in `text` at or after byte `from`, by a plain comparison in
+/// which canonically equivalent sequences are equal. An occurrence covers whole combining sequences only: "e"
+/// does not occur in "é", however that is spelled.
+[[nodiscard]] std::optional<Occurrence> firstOccurrence(std::string_view text, std::string_view piece,
+                                                        std::size_t from);
+
+/// Whether `text` ends with `piece`, by the comparison of `firstOccurrence`.
+[[nodiscard]] bool endsWith(std::string_view text, std::string_view piece);
+
+/// Whether `text` contains `pattern` when letter case is ignored as the locale says (in Turkish "I" and "i"
+/// differ) and canonically equivalent sequences are equal. An empty pattern is contained in nothing.
+[[nodiscard]] bool localizedCaseInsensitiveContains(std::string_view text, std::string_view pattern,
+                                                    const Locale &locale = Locale::current());
+
+/// Whether two texts are equal when letter case is ignored, by no locale's rules; canonical equivalence
+/// counts.
+[[nodiscard]] bool caseInsensitiveEqual(std::string_view left, std::string_view right);
+
+/// Orders two texts as the locale's readers expect, letter case ignored. Equivalent texts ("Safari" and
+/// "safari") give `equivalent`, so that a stable sort keeps them as they were.
+[[nodiscard]] std::weak_ordering localizedCaseInsensitiveCompare(std::string_view left,
+                                                                 std::string_view right,
+                                                                 const Locale &locale = Locale::current());
+
+/// A fresh random UUID: 36 characters, upper-case hexadecimal digits in groups 8-4-4-4-12.
+[[nodiscard]] std::string makeUuid();
+
+} // namespace fernhop::text

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Url.h"
+
+#include <string>
+
+namespace fernhop {
+
+/// An application that can open web links.
+struct Browser {
+    std::string name; ///< as shown to the user
+    std::string bundleID;
+    Url appURL; ///< its bundle: what the platform is given to open a link in it
+
+    bool operator==(const Browser &) const = default;
+};
+
+} // namespace fernhop

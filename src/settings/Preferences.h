@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+#include "routing/URLRule.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fernhop {
+
+/// The keys of the settings, which are also their persistent form.
+namespace settingsKey {
+inline constexpr std::string_view appRules = "appRules";
+inline constexpr std::string_view urlRules = "urlRules";
+inline constexpr std::string_view routingFallbackBrowserID = "routingFallbackBrowserID";
+inline constexpr std::string_view restoresDefaultBrowserOnQuit = "restoresDefaultBrowserOnQuit";
+} // namespace settingsKey
+
+/// Source application bundle identifier to browser bundle identifier.
+using AppRules = std::map<std::string, std::string, std::less<>>;
+
+/// The store of the user's choices. Main thread only. Nothing is cached: each read goes to the settings, each
+/// change is written at once. No operation fails visibly: what cannot be read is empty, what cannot be
+/// written is dropped.
+class Preferences {
+  public:
+    /// `defaults` must outlive this object.
+    explicit Preferences(UserDefaults &defaults);
+
+    /// The URL rules in stored order, as stored; empty when absent or undecodable.
+    [[nodiscard]] std::vector<URLRule> urlRules() const;
+    /// Replaces all URL rules. Rules that cannot be encoded leave the stored ones as they are.
+    void setURLRules(const std::vector<URLRule> &rules);
+    /// Removes every URL rule with this identifier and stores the others in their order, also when there is
+    /// none.
+    void removeURLRule(std::string_view id);
+
+    /// The app rules; empty when absent, not a dictionary, or when any value in it is no string.
+    [[nodiscard]] AppRules appRules() const;
+    /// Adds or replaces the app rule of a source application.
+    void setBrowser(const std::string &browserBundleID, const std::string &forApp);
+    /// Removes the app rule of a source application; the dictionary is written back in any case.
+    void removeRule(const std::string &forApp);
+
+    /// Adds a rule at the end, or gives the first rule with the same pattern, letter case ignored, a new
+    /// browser. The pattern is trimmed; an empty one changes nothing.
+    void addURLRule(std::string_view pattern, const std::string &browserBundleID);
+    /// Changes the rule with this identifier in its place. An empty trimmed pattern, or no such rule, changes
+    /// nothing.
+    void updateURLRule(std::string_view id, std::string_view pattern, const std::string &browserBundleID);
+
+    /// The settings themselves, for the single values that are read and written by key.
+    [[nodiscard]] UserDefaults &userDefaults() const { return defaults; }
+
+  private:
+    UserDefaults &defaults;
+};
+
+} // namespace fernhop

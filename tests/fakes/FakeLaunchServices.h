@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/LaunchServices.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace fernhop::fakes {
+
+/// The record of handlers in memory. `calls` holds every change in its order; `refuses` makes each change
+/// fail.
+class FakeLaunchServices : public LaunchServices {
+  public:
+    std::map<std::string, std::string> handlers;
+    std::vector<std::pair<std::string, std::string>> calls;
+    bool refuses = false;
+
+    std::optional<std::string> copyDefaultHandlerForUrlScheme(const std::string &scheme) const override {
+        const auto found = handlers.find(scheme);
+        return found == handlers.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    bool setDefaultHandlerForUrlScheme(const std::string &scheme, const std::string &bundleID) override {
+        calls.emplace_back(scheme, bundleID);
+        if (!refuses)
+            handlers.insert_or_assign(scheme, bundleID);
+        return !refuses;
+    }
+};
+
+} // namespace fernhop::fakes

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Notifications.h"
+
+#include <utility>
+#include <vector>
+
+namespace fernhop::fakes {
+
+/// Delivers what a test posts.
+class FakeNotificationCenter : public NotificationCenter {
+  public:
+    using Observer = std::function<void(const Notification &)>;
+
+    std::vector<std::pair<std::string, Observer>> observers;
+
+    void addObserver(std::string_view name, Observer observer) override {
+        observers.emplace_back(name, std::move(observer));
+    }
+
+    void post(const Notification &notification) const {
+        for (const auto &[name, observer] : observers)
+            if (name == notification.name)
+                observer(notification);
+    }
+};
+
+} // namespace fernhop::fakes

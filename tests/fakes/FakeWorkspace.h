@@ -1,0 +1,70 @@
+#pragma once
+
+#include "fakes/FakeApplications.h"
+#include "fakes/FakeNotificationCenter.h"
+#include "platform/Workspace.h"
+
+#include <utility>
+
+namespace fernhop::fakes {
+
+/// An application that runs in the fake session.
+class FakeRunningApplication : public RunningApplication {
+  public:
+    explicit FakeRunningApplication(std::optional<std::string> bundleIdentifier)
+        : identifier(std::move(bundleIdentifier)) {}
+
+    std::optional<std::string> bundleIdentifier() const override { return identifier; }
+
+    std::optional<std::string> identifier;
+};
+
+/// The session: which application is in front, and what was opened in which. An open call completes at once
+/// unless `holdsCompletions` is set.
+class FakeWorkspace : public Workspace {
+  public:
+    struct Opened {
+        std::vector<Url> urls;
+        Url applicationUrl;
+        OpenConfiguration configuration;
+    };
+
+    FakeWorkspace(const FakeApplications &installed, FakeNotificationCenter &center)
+        : applications(installed), notifications(center) {}
+
+    std::shared_ptr<RunningApplication> front;
+    std::vector<Opened> opened;
+    std::optional<OpenError> failure; ///< each open call ends with it
+    bool holdsCompletions = false;
+    std::vector<std::function<void()>> held; ///< completions to be called by the test
+
+    /// Brings an application to the front, as the user does.
+    void activate(std::shared_ptr<RunningApplication> application) {
+        front = application;
+        Notification::UserInfo info;
+        info.emplace(workspaceApplicationKey, std::move(application));
+        notifications.post({std::string(didActivateApplicationNotification), std::move(info)});
+    }
+
+    std::optional<Url> urlForApplicationWithBundleIdentifier(const std::string &bundleID) const override {
+        return applications.urlOf(bundleID);
+    }
+
+    std::shared_ptr<RunningApplication> frontmostApplication() const override { return front; }
+
+    void openUrls(const std::vector<Url> &urls, const Url &applicationUrl,
+                  const OpenConfiguration &configuration, OpenCompletion completion) override {
+        opened.push_back({urls, applicationUrl, configuration});
+        auto complete = [completion = std::move(completion), error = failure] { completion(nullptr, error); };
+        if (holdsCompletions)
+            held.push_back(std::move(complete));
+        else
+            complete();
+    }
+
+  private:
+    const FakeApplications &applications;
+    FakeNotificationCenter &notifications;
+};
+
+} // namespace fernhop::fakes
