@@ -1,0 +1,37 @@
+#pragma once
+
+#include "support/ChildProcess.h"
+#include "support/TemporaryHome.h"
+
+#include <memory>
+#include <string>
+
+namespace fernhop::support {
+
+/// A Wayland session of the Plasma kind that nobody sees: KWin with a virtual output, as an ordinary user, in
+/// a home of its own. Every client may manage windows.
+class HeadlessKWin {
+  public:
+    /// Returns when clients can connect.
+    HeadlessKWin();
+
+    [[nodiscard]] static bool isAvailable() { return isInstalled("kwin_wayland"); }
+
+    [[nodiscard]] const TemporaryHome &home() const { return ownHome; }
+
+    /// The home's variables, and those that lead a process to this session.
+    [[nodiscard]] Environment environment() const;
+
+    /// Starts a client in the session, as its user.
+    [[nodiscard]] std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments,
+                                                      const Environment &more = {}) const;
+
+    /// Ends the session while its clients are connected.
+    void kill();
+
+  private:
+    TemporaryHome ownHome;
+    std::unique_ptr<ChildProcess> compositor;
+};
+
+} // namespace fernhop::support

@@ -1,0 +1,42 @@
+#include "support/PrivateBus.h"
+
+#include "support/ReadyPipe.h"
+
+#include <stdexcept>
+
+namespace fernhop::support {
+
+namespace {
+
+std::string configuration(const TemporaryHome &home) {
+    return "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+           " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+           "<busconfig><type>session</type>"
+           "<listen>unix:path=" +
+           home.runtime() + "/bus</listen><auth>EXTERNAL</auth><servicedir>" + home.data() +
+           "/dbus-1/services</servicedir><policy context=\"default\">"
+           "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+           "<allow own=\"*\"/><allow user=\"*\"/></policy>"
+           "<limit name=\"max_message_size\">1000000000</limit></busconfig>\n";
+}
+
+} // namespace
+
+PrivateBus::PrivateBus(const TemporaryHome &home, const Environment &more) {
+    const std::string file = home.root() + "/bus.conf";
+    home.write(file, configuration(home));
+    home.write(home.data() + "/dbus-1/services/README",
+               "The private bus starts the services of this folder.\n");
+    ReadyPipe ready;
+    Command command{{"dbus-daemon", "--config-file=" + file, "--nofork", "--nopidfile",
+                     "--print-address=" + std::to_string(ready.writer())},
+                    home.environment() + more};
+    command.environment.insert_or_assign("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + home.runtime() + "/bus");
+    command.keptDescriptors = {ready.writer()};
+    daemon = std::make_unique<ChildProcess>(command);
+    busAddress = ready.readLine();
+    if (busAddress.empty())
+        throw std::runtime_error("dbus-daemon did not start");
+}
+
+} // namespace fernhop::support

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "support/ChildProcess.h"
+#include "support/TemporaryHome.h"
+
+#include <memory>
+#include <string>
+
+namespace fernhop::support {
+
+/// A session bus of its own. It starts only the services whose files are in the home's
+/// `dbus-1/services` data folder, with the home's environment.
+class PrivateBus {
+  public:
+    /// `more` goes into the environment of the services that the bus starts. The home outlives the bus.
+    explicit PrivateBus(const TemporaryHome &home, const Environment &more = {});
+
+    [[nodiscard]] const std::string &address() const { return busAddress; }
+
+    /// The variable that leads a process to this bus.
+    [[nodiscard]] Environment environment() const { return {{"DBUS_SESSION_BUS_ADDRESS", busAddress}}; }
+
+    /// Ends the bus while its clients are connected.
+    void stop() { daemon->terminate(); }
+
+  private:
+    std::string busAddress;
+    std::unique_ptr<ChildProcess> daemon;
+};
+
+} // namespace fernhop::support
