@@ -1,0 +1,95 @@
+#pragma once
+
+#include "app/ActionTable.h"
+#include "app/Platform.h"
+#include "app/Presentation.h"
+#include "app/RuleActions.h"
+#include "catalog/ApplicationCatalog.h"
+#include "catalog/BrowserCatalog.h"
+#include "defaulthandler/DefaultHandlerControl.h"
+#include "routing/LinkIntake.h"
+#include "routing/Router.h"
+#include "routing/SourceTracker.h"
+#include "settings/Preferences.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fernhop {
+
+/// The one controller: owns all state, receives links, and has the operation behind every menu item, control
+/// and callback of the desktop. Lives until the process ends. Main thread only.
+class AppDelegate {
+  public:
+    /// Sets up the state and starts to take links; they wait until launch has finished. `presentation` must
+    /// outlive the controller.
+    AppDelegate(Platform platform, Presentation &presentation);
+    AppDelegate(const AppDelegate &) = delete;
+    AppDelegate &operator=(const AppDelegate &) = delete;
+
+    /// Invokes the operation of a selector; nothing when there is no such selector.
+    std::optional<ActionResult> perform(std::string_view selector, const ActionArguments &arguments = {});
+
+    /// Every selector with its operation.
+    [[nodiscard]] const ActionTable &actionTable() const { return actions; }
+
+    /// The start-up, run once when the desktop says that the application has launched.
+    void applicationDidFinishLaunching();
+    /// False: opening the application again does nothing.
+    [[nodiscard]] bool applicationShouldHandleReopen() const { return false; }
+    /// False: the application has no windows to live by.
+    [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
+    /// Hands the default role back where that is wanted; the answer is always `now`.
+    [[nodiscard]] TerminateReply applicationShouldTerminate();
+
+    /// Decides on a link and opens it, or drops it with a log line and a beep.
+    void route(const Url &url);
+    /// Decides on a link from `source` without opening it.
+    [[nodiscard]] RoutingDecision decide(const Url &url, const std::optional<std::string> &source);
+
+    /// Scans the installed applications and browsers anew. Does not rebuild the menu.
+    void refreshBrowsers();
+    /// Shows the present state.
+    void rebuildMenu() { presentation.rebuildMenu(); }
+
+    [[nodiscard]] Preferences &settings() { return preferences; }
+    [[nodiscard]] const BrowserCatalog &browserCatalog() const { return catalog; }
+    [[nodiscard]] DefaultHandlerControl &defaultHandlers() { return defaultHandlerControl; }
+    [[nodiscard]] const LinkIntake &linkIntake() const { return intake; }
+    [[nodiscard]] const SourceTracker &sourceTracker() const { return sources; }
+    [[nodiscard]] const std::vector<InstalledApplication> &applications() const {
+        return installedApplications;
+    }
+    [[nodiscard]] const std::vector<Browser> &browsers() const { return installedBrowsers; }
+
+  private:
+    void init();
+    [[nodiscard]] ActionTable makeActionTable();
+    void addLifecycleActions(ActionTable &table);
+    void addDialogActions(ActionTable &table);
+    void addDefaultHandlerActions(ActionTable &table);
+    void addRuleActions(ActionTable &table);
+
+    void activeApplicationDidChange(const Notification &notification);
+    void open(const Url &url, const Browser &browser);
+
+    void showDialog(Dialog dialog, const std::optional<std::string> &subject = std::nullopt);
+
+    Platform platform;
+    Presentation &presentation;
+    const ApplicationCatalog applicationCatalog;
+    const BrowserCatalog catalog;
+    Preferences preferences;
+    std::vector<InstalledApplication> installedApplications;
+    std::vector<Browser> installedBrowsers;
+    SourceTracker sources;
+    LinkIntake intake;
+    const Router router;
+    DefaultHandlerControl defaultHandlerControl;
+    RuleActions ruleActions;
+    const ActionTable actions;
+};
+
+} // namespace fernhop

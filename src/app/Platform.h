@@ -1,0 +1,34 @@
+#pragma once
+
+#include "catalog/ApplicationLayout.h"
+#include "platform/Application.h"
+#include "platform/Bundle.h"
+#include "platform/FileManager.h"
+#include "platform/LaunchServices.h"
+#include "platform/LinkEvents.h"
+#include "platform/Log.h"
+#include "platform/Notifications.h"
+#include "platform/Sound.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+
+namespace fernhop {
+
+/// The desktop as the controller is given it: one implementation of each interface, made once by `main`. All
+/// of them outlive the controller.
+struct Platform {
+    Application &application;
+    Workspace &workspace;
+    NotificationCenter &workspaceNotifications;
+    NotificationCenter &distributedNotifications;
+    LaunchServices &launchServices;
+    UserDefaults &defaults;
+    const FileManager &files;
+    const Bundles &bundles;
+    LinkEvents &links;
+    Log &log;
+    Sound &sound;
+    ApplicationLayout layout;
+};
+
+} // namespace fernhop

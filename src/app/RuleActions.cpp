@@ -1,0 +1,121 @@
+#include "app/RuleActions.h"
+
+#include "platform/ui/Button.h"
+#include "platform/ui/MenuItem.h"
+#include "routing/RuleSelection.h"
+#include "routing/URLRuleSelection.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace fernhop {
+
+namespace {
+
+const std::string *textCarriedBy(const Object *sender) {
+    const auto *item = dynamic_cast<const ui::MenuItem *>(sender);
+    return item ? std::get_if<std::string>(&item->representedObject) : nullptr;
+}
+
+template <typename Selection>
+const Selection *selectionCarriedBy(const Object *sender) {
+    const auto *item = dynamic_cast<const ui::MenuItem *>(sender);
+    const auto *object =
+        item ? std::get_if<std::shared_ptr<const Object>>(&item->representedObject) : nullptr;
+    return object ? dynamic_cast<const Selection *>(object->get()) : nullptr;
+}
+
+const std::string *identifierOf(const Object *sender) {
+    const auto *button = dynamic_cast<const ui::Button *>(sender);
+    return button && !button->identifier.empty() ? &button->identifier : nullptr;
+}
+
+std::optional<URLRule> ruleWithID(const Preferences &preferences, const std::string &id) {
+    const auto rules = preferences.urlRules();
+    const auto found = std::ranges::find(rules, id, &URLRule::id);
+    return found == rules.end() ? std::nullopt : std::optional(*found);
+}
+
+} // namespace
+
+RuleActions::RuleActions(Preferences &store, DefaultHandlerControl &handlers, std::function<void()> rebuild,
+                         std::function<void(Dialog, const std::string &)> edit)
+    : preferences(store), defaultHandlers(handlers), rebuildMenu(std::move(rebuild)),
+      showEditor(std::move(edit)) {}
+
+void RuleActions::setBrowserForSelectedApp(const Object *sender) {
+    const auto *selection = selectionCarriedBy<RuleSelection>(sender);
+    if (!selection)
+        return;
+    preferences.setBrowser(selection->browserBundleID, selection->sourceBundleID);
+    turnRoutingOn();
+    rebuildMenu();
+}
+
+void RuleActions::clearRule(const Object *sender) {
+    if (const std::string *app = textCarriedBy(sender))
+        removeAppRule(*app);
+}
+
+void RuleActions::setBrowserForURLRule(const Object *sender) {
+    const auto *selection = selectionCarriedBy<URLRuleSelection>(sender);
+    const auto rule = selection ? ruleWithID(preferences, selection->ruleID) : std::nullopt;
+    if (!rule)
+        return;
+    preferences.updateURLRule(rule->id, rule->pattern, selection->browserBundleID);
+    turnRoutingOn();
+    rebuildMenu();
+}
+
+void RuleActions::editURLRule(const Object *sender) {
+    if (const std::string *id = textCarriedBy(sender))
+        editExistingURLRule(*id);
+}
+
+void RuleActions::clearURLRule(const Object *sender) {
+    if (const std::string *id = textCarriedBy(sender))
+        removeURLRule(*id);
+}
+
+void RuleActions::editRuleFromWindow(const Object *sender) {
+    if (const std::string *app = identifierOf(sender))
+        showEditor(Dialog::editAppRule, *app);
+}
+
+void RuleActions::clearRuleFromWindow(const Object *sender) {
+    if (const std::string *app = identifierOf(sender))
+        removeAppRule(*app);
+}
+
+void RuleActions::editURLRuleFromWindow(const Object *sender) {
+    if (const std::string *id = identifierOf(sender))
+        editExistingURLRule(*id);
+}
+
+void RuleActions::clearURLRuleFromWindow(const Object *sender) {
+    if (const std::string *id = identifierOf(sender))
+        removeURLRule(*id);
+}
+
+void RuleActions::removeAppRule(const std::string &app) {
+    preferences.removeRule(app);
+    rebuildMenu();
+}
+
+void RuleActions::removeURLRule(const std::string &id) {
+    preferences.removeURLRule(id);
+    rebuildMenu();
+}
+
+void RuleActions::editExistingURLRule(const std::string &id) {
+    if (ruleWithID(preferences, id))
+        showEditor(Dialog::editURLRule, id);
+}
+
+void RuleActions::turnRoutingOn() {
+    if (!defaultHandlers.isRoutingEnabled())
+        defaultHandlers.enableAppRouting();
+}
+
+} // namespace fernhop

@@ -1,0 +1,144 @@
+#include "defaulthandler/DefaultHandlerControl.h"
+
+#include "catalog/OwnBundleID.h"
+#include "defaulthandler/RoutingMode.h"
+#include "platform/ui/Button.h"
+#include "platform/ui/MenuItem.h"
+#include "platform/ui/PopUpButton.h"
+#include "settings/Preferences.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace fernhop {
+
+namespace {
+
+const std::string *textCarriedBy(const ui::MenuItem *item) {
+    return item ? std::get_if<std::string>(&item->representedObject) : nullptr;
+}
+
+bool restoreWantedBy(const Object *sender, bool stored) {
+    if (const auto *button = dynamic_cast<const ui::Button *>(sender))
+        return button->state == ui::ControlState::on; // a check box has changed already
+    if (const auto *item = dynamic_cast<const ui::MenuItem *>(sender))
+        return item->state != ui::ControlState::on; // a menu item still shows the old state
+    return !stored;
+}
+
+} // namespace
+
+DefaultHandlerControl::DefaultHandlerControl(Sources worksOn, std::function<void()> rebuild)
+    : sources(worksOn), rebuildMenu(std::move(rebuild)) {}
+
+bool DefaultHandlerControl::isRoutingEnabled() const {
+    return fernhop::isRoutingEnabled(sources.launchServices, sources.bundles);
+}
+
+std::optional<std::string> DefaultHandlerControl::effectiveDefaultBrowserID() const {
+    const auto handler = defaultHandler();
+    if (handler && *handler != ownBundleID(sources.bundles))
+        return handler;
+    return defaultBrowserFallbackChoice();
+}
+
+void DefaultHandlerControl::enableAppRouting() {
+    const auto handler = defaultHandler();
+    const std::string own = ownBundleID(sources.bundles);
+    if (handler == own) {
+        disableAppRouting();
+        return;
+    }
+    rememberFallback(handler);
+    setDefaultHandler(own);
+    rebuildMenu();
+}
+
+void DefaultHandlerControl::disableAppRouting() {
+    const auto browser = defaultBrowserFallbackChoice();
+    if (!browser) {
+        sources.sound.beep();
+        return;
+    }
+    setDefaultHandler(*browser);
+    rebuildMenu();
+}
+
+void DefaultHandlerControl::switchSystemDefaultBrowser(const Object *sender) {
+    const std::string *browser = textCarriedBy(dynamic_cast<const ui::MenuItem *>(sender));
+    if (!browser)
+        return;
+    storeFallback(*browser);
+    setDefaultHandler(*browser);
+    rebuildMenu();
+}
+
+void DefaultHandlerControl::updateDefaultBrowserFromWindow(const Object *sender) {
+    const auto *popUp = dynamic_cast<const ui::PopUpButton *>(sender);
+    const std::string *browser = textCarriedBy(popUp ? popUp->selectedItem() : nullptr);
+    if (!browser)
+        return;
+    storeFallback(*browser);
+    if (!isRoutingEnabled())
+        setDefaultHandler(*browser);
+    rebuildMenu();
+}
+
+void DefaultHandlerControl::toggleRestoreDefaultBrowserOnQuit(const Object *sender) {
+    sources.defaults.update([&] {
+        const bool stored = sources.defaults.boolForKey(settingsKey::restoresDefaultBrowserOnQuit);
+        sources.defaults.setBool(restoreWantedBy(sender, stored), settingsKey::restoresDefaultBrowserOnQuit);
+    });
+    rebuildMenu();
+}
+
+void DefaultHandlerControl::restoreSystemDefaultBrowserOnQuitIfNeeded() {
+    if (!sources.defaults.boolForKey(settingsKey::restoresDefaultBrowserOnQuit) || !isRoutingEnabled())
+        return;
+    const auto browser = defaultBrowserFallbackChoice();
+    if (browser && *browser != ownBundleID(sources.bundles))
+        setDefaultHandler(*browser);
+}
+
+std::optional<std::string> DefaultHandlerControl::defaultHandler() const {
+    return sources.launchServices.copyDefaultHandlerForUrlScheme("https");
+}
+
+std::optional<std::string> DefaultHandlerControl::storedFallback() const {
+    return sources.defaults.stringForKey(settingsKey::routingFallbackBrowserID);
+}
+
+std::optional<std::string> DefaultHandlerControl::defaultBrowserFallbackChoice() const {
+    if (auto stored = storedFallback())
+        return stored;
+    const auto &installed = sources.installedBrowsers;
+    const auto found =
+        std::ranges::find_if(installed, [own = ownBundleID(sources.bundles)](const Browser &browser) {
+            return browser.bundleID != own;
+        });
+    return found == installed.end() ? std::nullopt : std::optional(found->bundleID);
+}
+
+void DefaultHandlerControl::rememberFallback(const std::optional<std::string> &formerHandler) {
+    if (formerHandler)
+        storeFallback(formerHandler);
+    else if (!storedFallback())
+        storeFallback(sources.installedBrowsers.empty()
+                          ? std::nullopt
+                          : std::optional(sources.installedBrowsers.front().bundleID));
+}
+
+void DefaultHandlerControl::storeFallback(std::optional<std::string> bundleID) {
+    std::optional<PropertyValue> value;
+    if (bundleID)
+        value = PropertyValue{std::move(*bundleID)};
+    sources.defaults.setObject(std::move(value), settingsKey::routingFallbackBrowserID);
+}
+
+void DefaultHandlerControl::setDefaultHandler(const std::string &bundleID) {
+    // A refused change is not reported: the menu shows whatever the system says afterwards.
+    sources.launchServices.setDefaultHandlerForUrlScheme("http", bundleID);
+    sources.launchServices.setDefaultHandlerForUrlScheme("https", bundleID);
+}
+
+} // namespace fernhop

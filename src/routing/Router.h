@@ -1,0 +1,62 @@
+#pragma once
+
+#include "catalog/BrowserCatalog.h"
+#include "platform/Bundle.h"
+#include "platform/FileManager.h"
+#include "platform/Workspace.h"
+#include "routing/Browser.h"
+#include "routing/RoutingDecision.h"
+#include "settings/Preferences.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fernhop {
+
+/// Decides which browser a link goes to. Changes nothing and opens nothing. Main thread only.
+class Router {
+  public:
+    /// What the decision looks at; everything must outlive the router. `installedBrowsers` is read at each
+    /// decision, so its owner may refresh it in between.
+    struct Sources {
+        const Preferences &preferences;
+        const BrowserCatalog &catalog;
+        const Workspace &workspace;
+        const FileManager &files;
+        const Bundles &bundles;
+        const std::vector<Browser> &installedBrowsers;
+    };
+
+    explicit Router(Sources decidesOn) : sources(decidesOn) {}
+
+    /// The decision for a link from the application `source` (none: unknown). Rules are read afresh.
+    [[nodiscard]] RoutingDecision decide(const Url &url, const std::optional<std::string> &source) const;
+
+    /// The browser that a rule names, or where that is unusable or none is named, the fallback; nothing when
+    /// there is no usable browser at all.
+    [[nodiscard]] std::optional<Browser>
+    resolvedTargetBrowser(const std::optional<std::string> &ruleBrowserID) const;
+
+    /// The application with this identifier, browser or not: from the browser list, else asked of the system.
+    [[nodiscard]] std::optional<Browser> browserForRouting(const std::string &bundleID) const;
+
+    /// The stored fallback if it can be used, else the first installed browser that is not Fernhop. The
+    /// stored value is left as it is.
+    [[nodiscard]] std::optional<std::string> validFallbackBrowserID() const;
+
+  private:
+    struct Choice {
+        std::optional<Browser> target;
+        RoutingReason because = RoutingReason::none;
+        std::vector<PassedOver> passedOver;
+    };
+
+    [[nodiscard]] Choice choose(const std::optional<std::string> &ruleBrowserID, RoutingReason rule) const;
+    bool tryCandidate(const std::string &bundleID, RoutingReason candidate, Choice &choice) const;
+    void tryFallback(Choice &choice) const;
+
+    Sources sources;
+};
+
+} // namespace fernhop
