@@ -1,19 +1,9 @@
 #pragma once
 
+#include "platform/ApplicationLayout.h"
 #include "platform/FileManager.h"
-#include "platform/Url.h"
-
-#include <string>
-#include <vector>
 
 namespace fernhop {
-
-/// Where a desktop keeps its applications.
-struct ApplicationLayout {
-    std::vector<Url> directories; ///< in order of precedence; need not exist
-    std::string
-        bundleExtension; ///< path extension of an application bundle, without the dot, compared exactly
-};
 
 /// The four application folders of macOS, the current user's last, with the extension "app".
 [[nodiscard]] ApplicationLayout macApplicationLayout(const FileManager &fileManager);

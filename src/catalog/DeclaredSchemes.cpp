@@ -1,0 +1,41 @@
+#include "catalog/DeclaredSchemes.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace fernhop {
+
+namespace {
+
+/// The array in `value` if each of its elements is an `Element`: one of another type spoils the whole.
+template <typename Element>
+const PropertyArray *arrayOf(const PropertyValue &value) {
+    const auto *array = value.as<PropertyArray>();
+    const auto isElement = [](const PropertyValue &item) { return item.as<Element>() != nullptr; };
+    return array != nullptr && std::all_of(array->begin(), array->end(), isElement) ? array : nullptr;
+}
+
+void addSchemes(const PropertyDictionary &urlType, std::set<std::string> &schemes) {
+    const auto found = urlType.find("CFBundleURLSchemes");
+    if (found == urlType.end())
+        return;
+    if (const auto *list = arrayOf<std::string>(found->second)) {
+        for (const auto &scheme : *list)
+            schemes.insert(text::lowercased(*scheme.as<std::string>()));
+    }
+}
+
+} // namespace
+
+std::set<std::string> declaredSchemes(const Bundle &bundle) {
+    std::set<std::string> schemes;
+    const auto value = bundle.objectForInfoDictionaryKey("CFBundleURLTypes");
+    if (const auto *urlTypes = value ? arrayOf<PropertyDictionary>(*value) : nullptr) {
+        for (const auto &urlType : *urlTypes)
+            addSchemes(*urlType.as<PropertyDictionary>(), schemes);
+    }
+    return schemes;
+}
+
+} // namespace fernhop
