@@ -21,6 +21,7 @@ class Application {
   public:
     virtual ~Application() = default;
 
+    /// How the application shows from now on.
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
 
     /// Asks the application to end: its controller is asked first, then the main loop returns.

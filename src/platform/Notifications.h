@@ -22,6 +22,7 @@ inline constexpr std::string_view themeChangedNotification = "AppleInterfaceThem
 
 /// Something that happened, with what its poster tells about it.
 struct Notification {
+    /// What the poster tells, by key.
     using UserInfo = std::map<std::string, std::shared_ptr<Object>, std::less<>>;
 
     std::string name;

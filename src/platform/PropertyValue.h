@@ -10,6 +10,7 @@ namespace fernhop {
 
 struct PropertyValue;
 
+/// A list of values, and values by their keys, which are UTF-8 text.
 using PropertyArray = std::vector<PropertyValue>;
 using PropertyDictionary = std::map<std::string, PropertyValue, std::less<>>;
 

@@ -7,6 +7,7 @@ class Sound {
   public:
     virtual ~Sound() = default;
 
+    /// Starts the sound and returns at once; where there is no sound, nothing happens.
     virtual void beep() = 0;
 };
 

@@ -1,0 +1,11 @@
+#!/bin/bash
+# Builds and runs every benchmark, in build/bench so that what gets installed stays as it is.
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/common.sh
+
+scripts/install-packages.sh build test
+configure release -B build/bench -DFERNHOP_TESTS=OFF -DFERNHOP_BENCHMARKS=ON
+build bench
+benchmarks/run.sh build/bench

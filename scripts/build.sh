@@ -1,0 +1,10 @@
+#!/bin/bash
+# Builds what gets installed, optimised and without tests, in build/release.
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/common.sh
+
+scripts/install-packages.sh build
+configure release -DFERNHOP_TESTS=OFF -DFERNHOP_BENCHMARKS=OFF
+build release

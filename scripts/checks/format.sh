@@ -1,0 +1,18 @@
+#!/bin/bash
+# Says which C++ and Objective-C++ files are not formatted; with --fix, formats them in place.
+#
+#     format.sh [--fix] [ROOT]
+set -euo pipefail
+
+mode=(--dry-run --Werror)
+if [[ "${1:-}" == --fix ]]; then
+    mode=(-i)
+    shift
+fi
+cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}"
+folders=()
+for folder in src tests benchmarks fuzz; do
+    [[ ! -d "$folder" ]] || folders+=("$folder")
+done
+find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' -o -name '*.m' -o -name '*.c' \) -print0 |
+    xargs -0 --no-run-if-empty -P "$(nproc)" -n 20 clang-format --style=file "${mode[@]}"

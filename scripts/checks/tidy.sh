@@ -1,0 +1,21 @@
+#!/bin/bash
+# Runs clang-tidy over the product's own sources, as BUILD_FOLDER compiles them.
+#
+#     tidy.sh BUILD_FOLDER [ROOT]
+set -euo pipefail
+
+database="$(realpath "$1")"
+cd "${2:-$(dirname "${BASH_SOURCE[0]}")/../..}"
+if [[ ! -f "$database/compile_commands.json" ]]; then
+    echo "tidy: $database has no compile_commands.json; configure it first" >&2
+    exit 1
+fi
+
+compiled() {
+    find src -type f -name '*.cpp' | LC_ALL=C sort | while IFS= read -r file; do
+        if grep -qF "\"$PWD/$file\"" "$database/compile_commands.json"; then
+            printf '%s\0' "$file"
+        fi
+    done
+}
+compiled | xargs -0 --no-run-if-empty -P "$(nproc)" -n 4 clang-tidy --quiet -p "$database"
