@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/ApplicationLayout.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+/// Where a user's applications are and in which languages they are named: all that finding them takes from
+/// the process's surroundings.
+struct ApplicationPlaces {
+    std::vector<std::string>
+        folders; ///< of desktop entries, in order of precedence; absolute, no slash at the end
+    std::vector<std::string> programFolders; ///< searched for TryExec: the variable PATH
+    std::vector<std::string> locales;        ///< names as in "Name[de]", best first
+    std::string home;                        ///< the user's home folder
+};
+
+/// Reads one environment variable; nothing when it is not set.
+using EnvironmentReader = std::function<std::optional<std::string>(const char *name)>;
+
+/// The places by the variables HOME, XDG_DATA_HOME, XDG_DATA_DIRS, PATH and the locale's (LANGUAGE, LC_ALL,
+/// LC_MESSAGES, LANG), each with the default that the XDG Base Directory Specification gives. The folders to
+/// which Flatpak and snap export are added at the end where the variables leave them out, as they do in
+/// sessions that were not started through a login shell.
+[[nodiscard]] ApplicationPlaces applicationPlaces(const EnvironmentReader &environment);
+
+/// The places of this process, by its own environment and the user database.
+[[nodiscard]] ApplicationPlaces applicationPlacesOfProcess();
+
+/// The layout of a desktop whose applications are desktop entries in these places.
+[[nodiscard]] ApplicationLayout applicationLayout(const ApplicationPlaces &places);
+
+} // namespace fernhop::freedesktop

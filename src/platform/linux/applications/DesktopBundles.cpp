@@ -1,0 +1,70 @@
+#include "platform/linux/applications/DesktopBundles.h"
+
+#include "platform/linux/applications/FernhopDesktopID.h"
+#include "platform/linux/applications/GenericOpener.h"
+
+#include <utility>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+class DesktopBundle : public Bundle {
+  public:
+    explicit DesktopBundle(DesktopEntry desktopEntry) : entry(std::move(desktopEntry)) {}
+
+    std::optional<std::string> bundleIdentifier() const override {
+        return entry.noDisplay ? std::nullopt : std::optional(entry.id);
+    }
+
+    std::optional<PropertyValue> objectForInfoDictionaryKey(std::string_view key) const override {
+        if (key == "CFBundleDisplayName")
+            return textOrNothing(entry.name);
+        if (key == "CFBundleName")
+            return textOrNothing(entry.unlocalizedName);
+        if (key == "CFBundleURLTypes" && !entry.schemes.empty())
+            return urlTypes();
+        return std::nullopt;
+    }
+
+  private:
+    static std::optional<PropertyValue> textOrNothing(const std::string &text) {
+        return text.empty() ? std::nullopt : std::optional(PropertyValue{text});
+    }
+
+    [[nodiscard]] PropertyValue urlTypes() const {
+        PropertyArray schemes;
+        for (const auto &scheme : entry.schemes)
+            schemes.push_back({scheme});
+        return {PropertyArray{{PropertyDictionary{{"CFBundleURLSchemes", {std::move(schemes)}}}}}};
+    }
+
+    DesktopEntry entry;
+};
+
+/// Fernhop's own entry keeps its name and place; whoever picks a target leaves it out by its identifier.
+bool wouldReturnLinks(const DesktopEntry &entry) {
+    return !isFernhop(entry) && isGenericOpener(entry);
+}
+
+} // namespace
+
+DesktopBundles::DesktopBundles(const InstalledDesktopEntries &desktopEntries) : entries(desktopEntries) {}
+
+std::unique_ptr<Bundle> DesktopBundles::bundleWithUrl(const Url &url) const {
+    auto entry = url.isFileUrl() ? entries.decidingEntryAtPath(url.path()) : std::nullopt;
+    if (!entry || wouldReturnLinks(*entry))
+        return nullptr;
+    return std::make_unique<DesktopBundle>(std::move(*entry));
+}
+
+std::optional<std::string> DesktopBundles::mainBundleIdentifier() const {
+    return std::string(fernhopDesktopID);
+}
+
+std::optional<Url> applicationUrl(const DesktopEntries &entries, const std::string &bundleID) {
+    const auto entry = entries.entry(bundleID);
+    return entry && !wouldReturnLinks(*entry) ? std::optional(Url::fileUrl(entry->path)) : std::nullopt;
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,160 @@
+#include "platform/linux/applications/ExecLine.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr std::string_view urlCodes = "uUfF";
+constexpr std::string_view deprecatedCodes = "dDnNvm"; // to be removed from the line and ignored
+constexpr std::string_view otherCodes = "ick%";
+
+bool contains(std::string_view codes, char code) {
+    return codes.find(code) != std::string_view::npos;
+}
+
+/// Whether the word is nothing but one field code out of `codes`.
+bool isAlone(const ExecWord &word, std::string_view codes) {
+    return word.text.size() == 2 && word.text[0] == '%' && contains(codes, word.text[1]);
+}
+
+/// Calls `literal` with each character and `code` with each field code of a word. False when a "%" begins no
+/// known code.
+template <typename Literal, typename Code>
+bool forEachPiece(std::string_view text, Literal literal, Code code) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            literal(text[i]);
+            continue;
+        }
+        if (++i == text.size() || !(contains(urlCodes, text[i]) || contains(deprecatedCodes, text[i]) ||
+                                    contains(otherCodes, text[i])))
+            return false;
+        code(text[i]);
+    }
+    return true;
+}
+
+bool hasUrlCode(const ExecWord &word) {
+    bool found = false;
+    const auto note = [&](char code) { found = found || contains(urlCodes, code); };
+    return forEachPiece(
+               word.text, [](char) {}, note) &&
+           found;
+}
+
+bool isValid(const ExecWord &word) {
+    if (!forEachPiece(
+            word.text, [](char) {}, [](char) {}))
+        return false;
+    return !word.quoted || isAlone(word, urlCodes) || !hasUrlCode(word);
+}
+
+/// The words of a line that can be launched; nothing for any other.
+std::optional<std::vector<ExecWord>> validWords(const DesktopEntry &entry) {
+    auto words = execWords(entry.exec);
+    if (!words || words->empty() || words->front().text.empty() || hasUrlCode(words->front()))
+        return std::nullopt;
+    return std::all_of(words->begin(), words->end(), isValid) ? std::move(words) : std::nullopt;
+}
+
+bool takesMany(const std::vector<ExecWord> &words) {
+    const auto first = std::find_if(words.begin(), words.end(), hasUrlCode);
+    return first != words.end() && isAlone(*first, "UF");
+}
+
+/// Fills an entry's words for one launch.
+class Expansion {
+  public:
+    Expansion(const DesktopEntry &desktopEntry, const std::vector<std::string> &urlsToOpen)
+        : entry(desktopEntry), urls(urlsToOpen) {}
+
+    std::vector<std::string> arguments(const std::vector<ExecWord> &words) {
+        for (const auto &word : words)
+            add(word);
+        if (!std::exchange(urlsPlaced, true))
+            result.insert(result.end(), urls.begin(), urls.end());
+        return std::move(result);
+    }
+
+  private:
+    void add(const ExecWord &word) {
+        if (isAlone(word, urlCodes)) {
+            if (!std::exchange(urlsPlaced, true))
+                result.insert(result.end(), urls.begin(), urls.end());
+        } else if (isAlone(word, "i")) {
+            if (!entry.icon.empty())
+                result.insert(result.end(), {"--icon", entry.icon});
+        } else if (!isAlone(word, deprecatedCodes)) {
+            result.push_back(filled(word.text));
+        }
+    }
+
+    std::string filled(std::string_view text) {
+        std::string argument;
+        forEachPiece(
+            text, [&](char literal) { argument += literal; }, [&](char code) { argument += value(code); });
+        return argument;
+    }
+
+    /// What stands for a code inside of an argument.
+    std::string value(char code) {
+        if (contains(urlCodes, code) && !std::exchange(urlsPlaced, true))
+            return urls.empty() ? std::string() : urls.front();
+        switch (code) {
+        case '%':
+            return "%";
+        case 'c':
+            return entry.name;
+        case 'k':
+            return entry.path;
+        default:
+            return {};
+        }
+    }
+
+    const DesktopEntry &entry;
+    const std::vector<std::string> &urls;
+    std::vector<std::string> result;
+    bool urlsPlaced = false; // the first code takes the URLs, any further one stands for nothing
+};
+
+} // namespace
+
+bool hasValidExec(const DesktopEntry &entry) {
+    return validWords(entry).has_value();
+}
+
+bool takesManyUrls(const DesktopEntry &entry) {
+    const auto words = validWords(entry);
+    return words && takesMany(*words);
+}
+
+std::optional<std::vector<std::string>> execArguments(const DesktopEntry &entry,
+                                                      const std::vector<std::string> &urls) {
+    const auto words = validWords(entry);
+    if (!words || (urls.size() > 1 && !takesMany(*words)))
+        return std::nullopt;
+    return Expansion(entry, urls).arguments(*words);
+}
+
+std::vector<std::vector<std::string>> execLaunches(const DesktopEntry &entry,
+                                                   const std::vector<std::string> &urls) {
+    std::vector<std::vector<std::string>> launches;
+    const auto add = [&](const std::vector<std::string> &taken) {
+        if (auto arguments = execArguments(entry, taken))
+            launches.push_back(std::move(*arguments));
+    };
+    if (urls.size() < 2 || takesManyUrls(entry)) {
+        add(urls);
+    } else {
+        for (const auto &url : urls)
+            add({url});
+    }
+    return launches;
+}
+
+} // namespace fernhop::freedesktop
