@@ -1,0 +1,253 @@
+#include "cli/CommandParser.h"
+
+#include "cli/PlainText.h"
+#include "cli/Words.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace fernhop::cli {
+
+namespace {
+
+constexpr const char *browserHelp = "Browser: its identifier, or its name where only one browser has it";
+constexpr const char *appHelp =
+    "Source application: its identifier, or its name where only one application has it";
+constexpr const char *jsonHelp = "Print one JSON document";
+
+/// The grammar of the command line and, once words have been parsed by it, the command.
+class Grammar {
+  public:
+    Grammar() : app("Decides, link by link, which web browser opens a URL.", "fernhop") {
+        app.set_help_flag("-h,--help", "Print this help and exit");
+        app.set_version_flag("--version", std::string("fernhop " FERNHOP_VERSION),
+                             "Print the version and exit");
+        app.require_subcommand(0, 1);
+        app.footer(
+            "Without a command Fernhop runs in this session, in the foreground.\n"
+            "A word after \"--\" is never an option. Exit status: 0 done, 1 could not, 2 wrong usage.");
+        addLinkCommands();
+        addLists();
+        addURLRuleCommands();
+        addAppRuleCommands();
+        addSwitches();
+        addTransfer();
+        addLifecycle();
+    }
+
+    CLI::App app;
+    Command command = command::Run{};
+
+  private:
+    /// A subcommand of `parent` that yields a `Kind`; `declare` binds its options to the record.
+    template <typename Kind, typename Declare>
+    void add(CLI::App &parent, const std::string &name, const std::string &description, Declare declare) {
+        CLI::App *subcommand = parent.add_subcommand(name, description);
+        auto record = std::make_shared<Kind>();
+        declare(*subcommand, *record);
+        subcommand->callback([this, record] { command = *record; });
+    }
+
+    template <typename Kind>
+    void addList(CLI::App &parent, const std::string &name, const std::string &description) {
+        add<Kind>(parent, name, description,
+                  [](CLI::App &list, Kind &record) { list.add_flag("--json", record.json, jsonHelp); });
+    }
+
+    template <typename Kind>
+    void addOnOff(const std::string &name, const std::string &description) {
+        CLI::App *subcommand = app.add_subcommand(name, description);
+        auto state = std::make_shared<std::string>();
+        subcommand->add_option("STATE", *state, "\"on\" or \"off\"")
+            ->required()
+            ->check(CLI::IsMember({"on", "off"}));
+        subcommand->callback([this, state] { command = Kind{*state == "on"}; });
+    }
+
+    static void addText(CLI::App &subcommand, const std::string &name, std::string &text,
+                        const std::string &help) {
+        subcommand.add_option(name, text, help)->required();
+    }
+
+    CLI::App &addGroup(const std::string &name, const std::string &description) {
+        CLI::App *group = app.add_subcommand(name, description);
+        group->require_subcommand(1);
+        return *group;
+    }
+
+    void addLinkCommands();
+    void addLists();
+    void addURLRuleCommands();
+    void addAppRuleCommands();
+    void addSwitches();
+    void addTransfer();
+    void addLifecycle();
+};
+
+void Grammar::addLinkCommands() {
+    add<command::Open>(app, "open", "Deliver links as another application would",
+                       [](CLI::App &open, command::Open &record) {
+                           open.add_option("URL", record.urls, "Links, opened in this order")->required();
+                       });
+    add<command::Explain>(app, "explain", "Tell which browser a link goes to, and why, without opening it",
+                          [](CLI::App &explain, command::Explain &record) {
+                              explain.add_option(
+                                  "--source", record.source,
+                                  "Identifier of the application that the link comes from, instead of "
+                                  "the present one");
+                              explain.add_flag("--json", record.json, jsonHelp);
+                              addText(explain, "URL", record.url, "Link to decide on");
+                          });
+    add<command::Match>(
+        app, "match", "Print \"yes\" or \"no\" for each URL: whether a URL rule's pattern matches it",
+        [](CLI::App &match, command::Match &record) {
+            match.footer("Exits with 0 when all URLs match, else with 1.");
+            addText(match, "PATTERN", record.pattern,
+                    "Part of a URL; or with \"*\", which stands for any characters, a whole one");
+            match.add_option("URL", record.urls, "URLs to test; without any, the lines of standard input");
+        });
+}
+
+void Grammar::addLists() {
+    addList<command::Status>(app, "status", "Print the state of Fernhop and what keeps links from arriving");
+    addList<command::ListApps>(app, "apps", "List the installed applications");
+    addList<command::ListBrowsers>(app, "browsers", "List the installed browsers");
+}
+
+void Grammar::addURLRuleCommands() {
+    constexpr const char *idHelp = "Identifier of the rule, as listed";
+    constexpr const char *patternHelp = "Part of the URLs that the rule is for; or with \"*\", which stands "
+                                        "for any characters, the whole URL";
+    CLI::App &rules =
+        addGroup("url-rules", "List and change the URL rules; the first that matches a link decides");
+    addList<command::ListURLRules>(rules, "list", "List the URL rules in their order");
+    add<command::AddURLRule>(
+        rules, "add",
+        "Add a rule at the end, or give the rule with this pattern another browser; turns App "
+        "Routing on",
+        [](CLI::App &rule, command::AddURLRule &record) {
+            addText(rule, "PATTERN", record.pattern, patternHelp);
+            addText(rule, "BROWSER", record.browser, browserHelp);
+        });
+    add<command::EditURLRule>(rules, "edit", "Change a rule in its place; turns App Routing on",
+                              [](CLI::App &rule, command::EditURLRule &record) {
+                                  addText(rule, "ID", record.id, idHelp);
+                                  addText(rule, "PATTERN", record.pattern, patternHelp);
+                                  addText(rule, "BROWSER", record.browser, browserHelp);
+                              });
+    add<command::RemoveURLRule>(
+        rules, "remove", "Remove a rule",
+        [](CLI::App &rule, command::RemoveURLRule &record) { addText(rule, "ID", record.id, idHelp); });
+}
+
+void Grammar::addAppRuleCommands() {
+    CLI::App &rules = addGroup(
+        "app-rules", "List and change the app rules, which decide by the application that a link comes from");
+    addList<command::ListAppRules>(rules, "list", "List the app rules");
+    add<command::SetAppRule>(rules, "set",
+                             "Choose the browser for an application's links; turns App Routing on",
+                             [](CLI::App &rule, command::SetAppRule &record) {
+                                 addText(rule, "APP", record.app, appHelp);
+                                 addText(rule, "BROWSER", record.browser, browserHelp);
+                             });
+    add<command::RemoveAppRule>(
+        rules, "remove", "Remove the rule of an application",
+        [](CLI::App &rule, command::RemoveAppRule &record) { addText(rule, "APP", record.app, appHelp); });
+}
+
+void Grammar::addSwitches() {
+    addOnOff<command::SwitchRouting>(
+        "routing", "Turn App Routing on, or off and give the default browser its role back");
+    add<command::SetDefault>(app, "default",
+                             "Make a browser the system's default, which turns App Routing off",
+                             [](CLI::App &choice, command::SetDefault &record) {
+                                 addText(choice, "BROWSER", record.browser, browserHelp);
+                             });
+    addOnOff<command::RestoreOnQuit>("restore-on-quit",
+                                     "Give the default browser its role back whenever Fernhop ends");
+}
+
+void Grammar::addTransfer() {
+    add<command::Export>(app, "export", "Write all rules and settings as one JSON document",
+                         [](CLI::App &transfer, command::Export &record) {
+                             transfer.add_option("FILE", record.file,
+                                                 "File to write; without it, or with \"-\", standard output");
+                         });
+    add<command::Import>(app, "import", "Replace all rules and settings by those of an exported document",
+                         [](CLI::App &transfer, command::Import &record) {
+                             addText(transfer, "FILE", record.file, "File to read; \"-\" is standard input");
+                         });
+}
+
+void Grammar::addLifecycle() {
+    add<command::Refresh>(app, "refresh", "Look for installed applications and browsers anew",
+                          [](CLI::App &, command::Refresh &) {});
+    add<command::Quit>(app, "quit", "End the running Fernhop", [](CLI::App &, command::Quit &) {});
+}
+
+void unprotect(std::string &word) {
+    word = unprotected(std::move(word));
+}
+
+/// Takes the marks off the words that a command holds.
+struct Unprotect {
+    void operator()(command::Open &open) const { std::ranges::for_each(open.urls, unprotect); }
+    void operator()(command::Explain &explain) const {
+        unprotect(explain.url);
+        if (explain.source)
+            unprotect(*explain.source);
+    }
+    void operator()(command::Match &match) const {
+        unprotect(match.pattern);
+        std::ranges::for_each(match.urls, unprotect);
+    }
+    void operator()(command::AddURLRule &rule) const {
+        unprotect(rule.pattern);
+        unprotect(rule.browser);
+    }
+    void operator()(command::EditURLRule &rule) const {
+        unprotect(rule.id);
+        unprotect(rule.pattern);
+        unprotect(rule.browser);
+    }
+    void operator()(command::RemoveURLRule &rule) const { unprotect(rule.id); }
+    void operator()(command::SetAppRule &rule) const {
+        unprotect(rule.app);
+        unprotect(rule.browser);
+    }
+    void operator()(command::RemoveAppRule &rule) const { unprotect(rule.app); }
+    void operator()(command::SetDefault &choice) const { unprotect(choice.browser); }
+    void operator()(command::Export &transfer) const { unprotect(transfer.file); }
+    void operator()(command::Import &transfer) const { unprotect(transfer.file); }
+    template <typename Wordless>
+    void operator()(Wordless &) const {}
+};
+
+CommandResult usageError(const CLI::App &app, const std::string &complaint) {
+    const std::string help = "Try 'fernhop --help', or '--help' after a command.\n";
+    return {exitStatus::usage, "", app.get_name() + ": " + plain(withoutMarks(complaint)) + "\n" + help};
+}
+
+} // namespace
+
+std::variant<Command, CommandResult> parseCommand(const std::vector<std::string> &words) {
+    Grammar grammar;
+    auto remaining = protectedWords(words);
+    std::ranges::reverse(remaining); // the order in which the parser takes them
+    try {
+        grammar.app.parse(std::move(remaining));
+    } catch (const CLI::CallForHelp &) {
+        return CommandResult{exitStatus::success, grammar.app.help(), ""};
+    } catch (const CLI::CallForVersion &version) {
+        return CommandResult{exitStatus::success, std::string(version.what()) + "\n", ""};
+    } catch (const CLI::Error &error) {
+        return usageError(grammar.app, error.what());
+    }
+    std::visit(Unprotect{}, grammar.command);
+    return std::move(grammar.command);
+}
+
+} // namespace fernhop::cli

@@ -1,0 +1,48 @@
+#include "cli/ResidentSession.h"
+
+namespace fernhop::cli {
+
+ResidentSession::ResidentSession(AppDelegate &running, const Platform &desktop,
+                                 const SessionReport &sessionReport)
+    : delegate(running), platform(desktop), report(sessionReport) {}
+
+Context ResidentSession::context() {
+    return {delegate.settings(),
+            platform.launchServices,
+            platform.bundles,
+            delegate.browserCatalog(),
+            delegate.defaultHandlers(),
+            *this,
+            report};
+}
+
+const std::vector<InstalledApplication> &ResidentSession::installedApplications() {
+    return delegate.applications();
+}
+
+const std::vector<Browser> &ResidentSession::installedBrowsers() {
+    return delegate.browsers();
+}
+
+RoutingDecision ResidentSession::decide(const Url &url, const std::optional<std::string> &source) {
+    return delegate.decide(url, source);
+}
+
+bool ResidentSession::deliver(const Url &url) {
+    const auto event = LinkEventDescriptor::getUrl(url.absoluteString());
+    return delegate.perform("handleGetURLEvent:withReplyEvent:", {.event = &event}).has_value();
+}
+
+void ResidentSession::rebuildMenu() {
+    delegate.rebuildMenu();
+}
+
+bool ResidentSession::refresh() {
+    return delegate.perform("refreshApplicationList").has_value();
+}
+
+bool ResidentSession::quit() {
+    return delegate.perform("quit").has_value();
+}
+
+} // namespace fernhop::cli

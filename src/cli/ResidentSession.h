@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/Platform.h"
+#include "cli/Context.h"
+#include "cli/Controller.h"
+
+namespace fernhop::cli {
+
+/// The running Fernhop as commands see it. Main thread only.
+class ResidentSession : public Controller {
+  public:
+    /// The arguments must outlive the session; `platform` is what the controller was made with.
+    ResidentSession(AppDelegate &delegate, const Platform &platform, const SessionReport &report);
+
+    /// What `perform` works on.
+    [[nodiscard]] Context context();
+
+    const std::vector<InstalledApplication> &installedApplications() override;
+    const std::vector<Browser> &installedBrowsers() override;
+    RoutingDecision decide(const Url &url, const std::optional<std::string> &source) override;
+    bool deliver(const Url &url) override;
+    void rebuildMenu() override;
+    bool refresh() override;
+    bool quit() override;
+
+  private:
+    AppDelegate &delegate;
+    const Platform &platform;
+    const SessionReport &report;
+};
+
+} // namespace fernhop::cli
