@@ -1,0 +1,195 @@
+#!/usr/bin/python3
+"""The demonstration: Fernhop at work on a private desktop. Real applications open links, through the desktop's own openers,
+and each link is looked for in the browser where its rule says. Prints what went where and why, and saves a screenshot.
+
+    demo.py BUILD_FOLDER SCREENSHOT
+"""
+
+import json
+import shutil
+import signal
+import sys
+from pathlib import Path
+from urllib.parse import urlsplit
+
+import scenario
+from desktop import Desktop
+from pages import Pages
+from table import table
+
+HERE = Path(__file__).resolve().parent
+PYTHON = "/usr/bin/python3"  # the one that the distribution's GTK belongs to
+
+REASONS = {"urlRule": "URL rule", "appRule": "app rule", "fallback": "fallback", "firstBrowser": "first browser", "none": "nothing"}
+
+
+class Demonstration:
+    def __init__(self, desktop, pages):
+        self.desktop = desktop
+        self.pages = pages
+        self.record = desktop.top / "record"
+        self.links = scenario.links(pages.address)
+        self.rows = []
+
+    def run(self, buildFolder):
+        self.install(buildFolder)
+        self.startFernhop()
+        self.setRules()
+        self.startApplications()
+        for link in self.links:
+            self.rows.append(self.open(link))
+
+    # Preparing
+
+    def install(self, buildFolder):
+        self.desktop.processes.output("cmake", "--install", str(buildFolder), "--prefix", str(self.desktop.prefix))
+        for browser in scenario.SMALL_BROWSERS:
+            self.writeEntry(browser, f"{PYTHON} {HERE}/smallbrowser.py {browser.identifier} \"{browser.title}\" {self.record} %U",
+                            "MimeType=x-scheme-handler/http;x-scheme-handler/https;\n")
+        for application in scenario.APPLICATIONS:
+            self.writeEntry(application, f"{PYTHON} {HERE}/linkapp.py")
+        for browser in scenario.REAL_BROWSERS:
+            # Small browsers do not say that they open links; who wants one for that says so in an entry of one's own.
+            self.desktop.processes.output(
+                "desktop-file-install", f"--dir={self.desktop.data}/applications", "--add-mime-type=x-scheme-handler/http",
+                "--add-mime-type=x-scheme-handler/https", f"/usr/share/applications/{browser.identifier}.desktop")
+        self.desktop.processes.output("update-desktop-database", f"{self.desktop.data}/applications")
+
+    def writeEntry(self, program, execLine, more=""):
+        path = self.desktop.data / "applications" / f"{program.identifier}.desktop"
+        path.write_text(f"[Desktop Entry]\nType=Application\nName={program.title}\nExec={execLine}\n"
+                        f"StartupWMClass={program.identifier}\n{more}", encoding="utf-8")
+
+    def startFernhop(self):
+        for scheme in ("http", "https"):
+            self.desktop.processes.output("gio", "mime", f"x-scheme-handler/{scheme}", f"{scenario.DEFAULT.identifier}.desktop")
+        self.desktop.processes.start("fernhop")
+        self.desktop.waitFor("Fernhop", lambda: self.status().get("running"))
+        self.fernhop("routing", "on")
+        self.desktop.waitFor("the role of default browser", lambda: self.status().get("routing"))
+
+    def setRules(self):
+        for pattern, browser in scenario.URL_RULES:
+            self.fernhop("url-rules", "add", pattern, browser.identifier)
+        for application, browser in scenario.APP_RULES:
+            self.fernhop("app-rules", "set", application.identifier, browser.identifier)
+
+    def startApplications(self):
+        for application in scenario.APPLICATIONS:
+            links = [part for link in self.links if link.source == application for part in (link.opener, link.url)]
+            left, top = application.place[:2]
+            self.desktop.processes.start(PYTHON, str(HERE / "linkapp.py"), application.identifier, application.title, str(left),
+                                         str(top), *links)
+        for application in scenario.APPLICATIONS:
+            self.desktop.waitFor(f"the window of {application.title}", lambda: self.desktop.window(application.identifier))
+
+    # Opening
+
+    def open(self, link):
+        """Opens one link from its application's window; the row that tells what became of it."""
+        self.desktop.activate(link.source.identifier)
+        self.desktop.waitFor(f"Fernhop to see {link.source.title} in front",
+                             lambda: self.status().get("source") == link.source.identifier)
+        decision = json.loads(self.fernhop("explain", "--json", "--source", link.source.identifier, link.url))
+        self.desktop.press(str(1 + [other for other in self.links if other.source == link.source].index(link)))
+        try:
+            got = self.desktop.waitFor("the link", lambda: self.arrivals(link))
+        except RuntimeError:
+            got = []
+        self.place(link.browser)
+        return {
+            "link": link.url,
+            "source": link.source.title,
+            "opened with": link.opener,
+            "decided by": self.reason(decision),
+            "browser": ", ".join(got) or "none",
+            "": "ok" if got == [link.browser.title] and decision["because"] == link.decidedBy else f"SHOULD BE {link.browser.title}",
+        }
+
+    def reason(self, decision):
+        words = REASONS.get(decision["because"], decision["because"])
+        rule = decision.get("urlRule")
+        return f"{words} {rule['pattern']}" if decision["because"] == "urlRule" and rule else words
+
+    def arrivals(self, link):
+        """The titles of the browsers that have the link, one for each time it came."""
+        titles = {browser.identifier: browser.title for browser in scenario.SMALL_BROWSERS}
+        written = self.record.read_text(encoding="utf-8").splitlines() if self.record.exists() else []
+        small = [titles[entry["browser"]] for entry in map(json.loads, written) if entry["url"] == link.url]
+        return small + self.fetched(link)
+
+    def fetched(self, link):
+        """The real browsers that asked for the link's page, by what they call themselves."""
+        if not link.url.startswith(self.pages.address):
+            return []
+        parts = urlsplit(link.url)
+        path = parts.path + (f"?{parts.query}" if parts.query else "")
+        agents = [agent for asked, agent in self.pages.requests if asked == path]
+        return [next((b.title for b in scenario.REAL_BROWSERS if agent.startswith(b.title)), agent) for agent in agents]
+
+    def place(self, browser):
+        """Puts a browser's window where the screenshot shows it whole."""
+        window = self.desktop.window(browser.identifier)
+        if window:
+            left, top, width, height = map(str, browser.place)
+            self.desktop.processes.output("xdotool", "windowsize", window, width, height, "windowmove", window, left, top,
+                                          check=False)
+
+    # The command line
+
+    def fernhop(self, *arguments):
+        return self.desktop.processes.output("fernhop", *arguments)
+
+    def status(self):
+        try:
+            return json.loads(self.desktop.processes.output("fernhop", "status", "--json", check=False))
+        except ValueError:
+            return {}
+
+    def succeeded(self):
+        return len(self.rows) == len(self.links) and all(row[""] == "ok" for row in self.rows)
+
+
+def interrupted(number, _):
+    raise KeyboardInterrupt(number)
+
+
+def demonstrate(buildFolder, screenshot):
+    pages = Pages()
+    try:
+        with Desktop() as desktop:
+            demonstration = Demonstration(desktop, pages)
+            try:
+                demonstration.run(buildFolder)
+                desktop.screenshot(screenshot)
+            finally:
+                keepLog(desktop, screenshot.with_name("log.txt"))
+    finally:
+        pages.close()
+    print(table(demonstration.rows))
+    print(f"\nScreenshot: {screenshot}")
+    return 0 if demonstration.succeeded() else 1
+
+
+def keepLog(desktop, path):
+    desktop.log.flush()
+    path.parent.mkdir(parents=True, exist_ok=True)
+    shutil.copyfile(desktop.log.name, path)
+
+
+def main(arguments):
+    for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(number, interrupted)
+    buildFolder, screenshot = (Path(argument).resolve() for argument in arguments[1:])
+    try:
+        return demonstrate(buildFolder, screenshot)
+    except RuntimeError as error:
+        print(f"demonstration: {error}; see {screenshot.with_name('log.txt')}", file=sys.stderr)
+        return 1
+    except KeyboardInterrupt:
+        print("demonstration: interrupted", file=sys.stderr)
+        return 130
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))

@@ -1,0 +1,56 @@
+"""Who opens which link in the demonstration, and where each has to arrive."""
+
+import shutil
+from dataclasses import dataclass
+
+
+@dataclass(frozen=True)
+class Program:
+    """An application or a browser. `place` is left, top, width and height of its window."""
+
+    identifier: str
+    title: str
+    place: tuple
+
+
+@dataclass(frozen=True)
+class Link:
+    source: Program
+    opener: str
+    url: str
+    decidedBy: str  # what has to decide, in the words of `fernhop explain`
+    browser: Program
+
+
+# Real ones, from the distribution; their window class is their desktop-file ID or begins like it.
+DILLO = Program("dillo", "Dillo", (600, 40, 330, 330))
+NETSURF = Program("netsurf-gtk", "NetSurf", (940, 40, 330, 330)) if shutil.which("netsurf-gtk") else DILLO
+# Small ones of our own.
+READER = Program("org.example.Reader", "Reader", (600, 420, 660, 100))
+WORK = Program("org.example.Work", "Work browser", (600, 570, 660, 100))
+
+MAIL = Program("org.example.Mail", "Mail", (10, 50, 570, 1))
+CHAT = Program("org.example.Chat", "Chat", (10, 290, 570, 1))
+NOTES = Program("org.example.Notes", "Notes", (10, 530, 570, 1))
+
+REAL_BROWSERS = tuple(dict.fromkeys((DILLO, NETSURF)))
+SMALL_BROWSERS = (READER, WORK)
+APPLICATIONS = (MAIL, CHAT, NOTES)
+
+# The browser that the desktop used before Fernhop: it becomes the fallback.
+DEFAULT = READER
+URL_RULES = (("*://*/news/*", DILLO), ("intranet", WORK))
+APP_RULES = ((MAIL, WORK), (CHAT, NETSURF))
+
+
+def links(pages):
+    """The links; `pages` is the address of pages that real browsers can fetch."""
+    return (
+        Link(MAIL, "xdg-open", f"{pages}/news/today?from=mail&lang=%F0", "urlRule", DILLO),
+        Link(MAIL, "gio open", "https://shop.example.org/cart?item=3&cut=a%7Cb#top", "appRule", WORK),
+        Link(CHAT, "xdg-open", f"{pages}/weather", "appRule", NETSURF),
+        Link(CHAT, "gio open", "https://INTRANET.example.org/wiki/%c3%a9t%c3%a9", "urlRule", WORK),
+        Link(CHAT, "xdg-open", f"{pages}/news/sport", "urlRule", DILLO),
+        Link(NOTES, "gio open", "https://example.org/?q=$HOME&b=%60x%60", "fallback", READER),
+        Link(NOTES, "xdg-open", "http://example.org/a%20b?100%25", "fallback", READER),
+    )

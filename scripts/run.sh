@@ -1,0 +1,30 @@
+#!/bin/bash
+# Builds Fernhop, installs it for this user and starts it in the desktop session. With no display, or with --demo, shows it
+# at work on a private desktop instead, which leaves nothing running and nothing in the home folder.
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/common.sh
+
+hasDisplay() {
+    [[ -n "${DISPLAY:-}" || -n "${WAYLAND_DISPLAY:-}" ]]
+}
+
+demonstrate() {
+    scripts/install-packages.sh demo
+    exec env PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 scripts/demo/demo.py build/release build/demo/screenshot.png
+}
+
+startInSession() {
+    local prefix="${PREFIX:-$HOME/.local}"
+    cmake --install build/release --prefix "$prefix"
+    echo "Starting $prefix/bin/fernhop; \`$prefix/bin/fernhop --help\` says what it can do, Ctrl-C ends it."
+    exec "$prefix/bin/fernhop"
+}
+
+scripts/build.sh
+if [[ "${1:-}" == --demo ]] || ! hasDisplay; then
+    demonstrate
+else
+    startInSession
+fi
