@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace fernhop::freedesktop {
+
+/// A launch as it is announced to the window manager of an X display, by the startup notification protocol
+/// 0.1 of freedesktop.org.
+struct StartupAnnouncement {
+    std::string display;     ///< as DISPLAY names it
+    std::string desktopID;   ///< of the launched application
+    std::string name;        ///< of it, for people
+    std::string windowClass; ///< StartupWMClass; empty: unknown
+};
+
+/// The text of one protocol message: "new: ID=… NAME="…"". Values are quoted, so that they may hold anything
+/// but a zero byte.
+[[nodiscard]] std::string startupMessage(const std::string &startupID,
+                                         const StartupAnnouncement &announcement);
+
+/// Tells the window manager that an application is about to start, so that its window is let to the front;
+/// the identifier that the application must be given, or nothing when the display cannot be reached.
+[[nodiscard]] std::optional<std::string> announceStartup(const StartupAnnouncement &announcement);
+
+/// Tells the window manager that an announced application will not start after all.
+void withdrawStartup(const std::string &display, const std::string &startupID);
+
+} // namespace fernhop::freedesktop
