@@ -1,0 +1,82 @@
+#include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
+
+#include "platform/linux/defaulthandler/XfceOpener.h"
+
+#include <utility>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr std::string_view https = "https";
+
+std::string typeOf(const std::string &scheme) {
+    return "x-scheme-handler/" + scheme;
+}
+
+} // namespace
+
+FreedesktopLaunchServices::FreedesktopLaunchServices(ConfigurationPlaces configurationPlaces,
+                                                     const DesktopEntries &desktopEntries, std::string ownID)
+    : places(std::move(configurationPlaces)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
+      defaults(places, entries), kde(places, entries), xfce(places, entries) {}
+
+// Xfce's own entry stands for whatever its settings name, and would lead a link that we send there back to
+// us.
+std::optional<std::string> FreedesktopLaunchServices::defaultApplication(const std::string &scheme) const {
+    const auto setting = defaults.setting(typeOf(scheme));
+    if (!setting)
+        return std::nullopt;
+    if (!isXfceOpener(setting->id))
+        return setting->id;
+    const auto choice = xfce.choice();
+    return choice ? choice->id : std::nullopt;
+}
+
+std::optional<std::string>
+FreedesktopLaunchServices::copyDefaultHandlerForUrlScheme(const std::string &scheme) const {
+    const auto handler = defaultApplication(scheme);
+    if (isKde() && !handler) {
+        const auto choice = kde.choice();
+        return choice ? choice->id : std::nullopt;
+    }
+    if (!isXfce() || (scheme != https && handler))
+        return handler;
+    const auto choice = xfce.choice();
+    // Both kinds of openers are in use here. Ours are only the links that no opener takes elsewhere.
+    if (!choice || (handler && handler != ownDesktopID))
+        return handler;
+    return !handler && choice->id == ownDesktopID ? std::nullopt : choice->id;
+}
+
+bool FreedesktopLaunchServices::setDefaultHandlerForUrlScheme(const std::string &scheme,
+                                                              const std::string &bundleID) {
+    const auto entry = entries.entry(bundleID);
+    if (!entry)
+        return false;
+    bool isDone = defaults.set(typeOf(scheme), bundleID);
+    if (bundleID != ownDesktopID)
+        isDone = defaults.replace(typeOf(scheme), ownDesktopID, bundleID) && isDone;
+    if (scheme == https)
+        isDone = setDesktopBrowsers(*entry) && isDone;
+    return isDone && copyDefaultHandlerForUrlScheme(scheme) == bundleID;
+}
+
+// Settings of desktops other than this session's are left alone, unless they still name us when the role goes
+// to another.
+bool FreedesktopLaunchServices::setDesktopBrowsers(const DesktopEntry &entry) {
+    const auto stillNamesUs = [this](const std::optional<BrowserChoice> &choice) {
+        return choice && choice->names(ownDesktopID);
+    };
+    bool isDone = true;
+    if (isXfce() || (entry.id != ownDesktopID && stillNamesUs(xfce.choice())))
+        isDone = xfce.set(entry);
+    const auto inKde = kde.choice();
+    if (inKde && !inKde->names(entry.id) && (isKde() || stillNamesUs(inKde))) {
+        // KIO opens links in the default application whatever this says, so a lock does no harm.
+        isDone = (kde.set(entry.id) || kde.isLocked()) && isDone;
+    }
+    return isDone;
+}
+
+} // namespace fernhop::freedesktop

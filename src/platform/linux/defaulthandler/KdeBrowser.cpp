@@ -1,0 +1,106 @@
+#include "platform/linux/defaulthandler/KdeBrowser.h"
+
+#include "platform/linux/defaulthandler/KeyFileText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr std::string_view group = "General";
+constexpr std::string_view key = "BrowserApplication";
+constexpr std::string_view extension = ".desktop";
+
+// KConfig writes options behind a name, in any order: "[$e]", "[$d]" for deleted, "[$i]" for locked.
+constexpr std::array<std::string_view, 6> optionsInUse = {"", "[$e]", "[$d]", "[$i]", "[$ie]", "[$ei]"};
+
+bool isDeletion(std::string_view options) {
+    return options.find('d') != std::string_view::npos;
+}
+
+bool isLock(std::string_view options) {
+    return options.find('i') != std::string_view::npos;
+}
+
+// A whole file, or the whole group, may be locked.
+bool isLockedWhole(std::string_view bytes) {
+    const auto hasLine = [bytes](std::string_view line) {
+        return bytes.starts_with(line) || bytes.find("\n" + std::string(line)) != std::string_view::npos;
+    };
+    return hasLine("[$i]") || hasLine("[General][$i]");
+}
+
+std::string withoutExtension(std::string_view name) {
+    if (name.ends_with(extension))
+        name.remove_suffix(extension.size());
+    return std::string(name);
+}
+
+} // namespace
+
+KdeBrowser::KdeBrowser(const ConfigurationPlaces &configurationPlaces, const DesktopEntries &desktopEntries)
+    : paths(configurationPlaces.allConfigFolders()), entries(desktopEntries), files(parse) {
+    std::reverse(paths.begin(), paths.end());
+    for (auto &path : paths)
+        path += "/kdeglobals";
+}
+
+KdeBrowser::Globals KdeBrowser::parse(const std::optional<std::string> &bytes) {
+    Globals globals;
+    globals.isLocked = isLockedWhole(bytes.value_or(""));
+    const KeyFileText text(bytes.value_or(""));
+    for (const std::string_view inGroup : {"General", "General][$i"}) {
+        for (const auto options : optionsInUse) {
+            auto value = text.value(inGroup, std::string(key).append(options));
+            if (!value)
+                continue;
+            globals.browser = isDeletion(options) ? "" : std::move(*value);
+            globals.isLocked = globals.isLocked || isLock(options);
+        }
+    }
+    return globals;
+}
+
+KdeBrowser::Globals KdeBrowser::effective() const {
+    Globals result;
+    for (const auto &path : paths) {
+        const auto &globals = files.at(path);
+        if (globals.browser)
+            result.browser = globals.browser;
+        result.isLocked = globals.isLocked;
+        if (result.isLocked)
+            break;
+    }
+    return result;
+}
+
+std::optional<BrowserChoice> KdeBrowser::choice() const {
+    const auto setting = effective().browser;
+    if (!setting || setting->empty())
+        return std::nullopt;
+    const auto id = withoutExtension(*setting);
+    if (setting->starts_with('!') || !entries.entry(id))
+        return BrowserChoice{*setting, std::nullopt};
+    return BrowserChoice{*setting, id};
+}
+
+bool KdeBrowser::isLocked() const {
+    return effective().isLocked;
+}
+
+bool KdeBrowser::set(const std::string &id) {
+    const auto bytes = readForChange(paths.back());
+    if (isLocked() || !bytes)
+        return false;
+    KeyFileText text(*bytes);
+    for (const auto options : optionsInUse) {
+        if (!options.empty())
+            text.remove(group, std::string(key).append(options));
+    }
+    text.set(group, key, id + std::string(extension));
+    return text.bytes() == *bytes || replaceConfigurationFile(paths.back(), text.bytes());
+}
+
+} // namespace fernhop::freedesktop

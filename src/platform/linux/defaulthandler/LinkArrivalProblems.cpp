@@ -1,0 +1,120 @@
+#include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+
+#include "platform/linux/defaulthandler/XfceOpener.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr std::string_view httpType = "x-scheme-handler/http";
+constexpr std::string_view httpsType = "x-scheme-handler/https";
+
+} // namespace
+
+LinkArrivalProblems::LinkArrivalProblems(ConfigurationPlaces configurationPlaces,
+                                         const DesktopEntries &desktopEntries, std::string ownID,
+                                         std::optional<std::string> browserVariable)
+    : places(std::move(configurationPlaces)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
+      browser(std::move(browserVariable)), defaults(places, entries), kde(places, entries),
+      xfce(places, entries) {}
+
+std::vector<std::string> LinkArrivalProblems::find() const {
+    Problems problems;
+    findInOwnEntry(problems);
+    findInFiles(problems);
+    if (isRoutingMeant()) {
+        findInDefaults(problems);
+        findInXfce(problems);
+        findInKde(problems);
+    }
+    findInEnvironment(problems);
+    return problems;
+}
+
+bool LinkArrivalProblems::isOurs(const Setting &setting) const {
+    if (!setting)
+        return false;
+    const auto choice = isXfceOpener(setting->id) ? xfce.choice() : std::nullopt;
+    return setting->id == ownDesktopID || (choice && choice->id == ownDesktopID);
+}
+
+bool LinkArrivalProblems::isRoutingMeant() const {
+    const auto choice = xfce.choice();
+    return isOurs(defaults.setting(std::string(httpType))) ||
+           isOurs(defaults.setting(std::string(httpsType))) ||
+           defaults.userListNames(std::string(httpsType), ownDesktopID) ||
+           (places.isDesktop("xfce") && choice && choice->id == ownDesktopID);
+}
+
+void LinkArrivalProblems::findInOwnEntry(Problems &problems) const {
+    const auto entry = entries.entry(ownDesktopID);
+    if (!entry) {
+        problems.push_back("The desktop entry " + ownDesktopID +
+                           ".desktop is not installed where this desktop looks, or its program is missing.");
+        return;
+    }
+    for (const auto type : {httpType, httpsType}) {
+        const auto scheme = type.substr(type.find('/') + 1);
+        if (std::find(entry->schemes.begin(), entry->schemes.end(), scheme) == entry->schemes.end())
+            problems.push_back("The desktop entry " + entry->path + " does not declare " + std::string(type) +
+                               ".");
+    }
+}
+
+void LinkArrivalProblems::findInFiles(Problems &problems) const {
+    for (const auto &path : defaults.decisiveUserLists()) {
+        if (defaults.isRejected(path))
+            problems.push_back(path + " is damaged, so desktops ignore all of it.");
+        if (!canReplaceConfigurationFile(path))
+            problems.push_back(path + " cannot be written, so the default browser cannot be changed.");
+    }
+}
+
+std::string LinkArrivalProblems::describe(const std::string &scheme, const Setting &setting) const {
+    if (!setting)
+        return "No handler is set for " + scheme + " links.";
+    return scheme + " links go to " + setting->id + ", as " + setting->path + " says.";
+}
+
+void LinkArrivalProblems::findInDefaults(Problems &problems) const {
+    for (const auto type : {httpsType, httpType}) {
+        const auto setting = defaults.setting(std::string(type));
+        if (!isOurs(setting))
+            problems.push_back(describe(std::string(type.substr(type.find('/') + 1)), setting));
+    }
+}
+
+void LinkArrivalProblems::findInXfce(Problems &problems) const {
+    const auto choice = xfce.choice();
+    if (!places.isDesktop("xfce") || (choice && choice->id == ownDesktopID))
+        return;
+    if (!choice)
+        problems.push_back(
+            "Xfce's preferred web browser (helpers.rc) is not set; xdg-open and exo-open ask.");
+    else if (choice->names(ownDesktopID))
+        problems.push_back("Xfce's preferred web browser (helpers.rc) is Fernhop, but its helper file is "
+                           "missing or of no use.");
+    else
+        problems.push_back("Xfce's preferred web browser (helpers.rc) is " + choice->setting +
+                           "; xdg-open and exo-open take links there.");
+}
+
+void LinkArrivalProblems::findInKde(Problems &problems) const {
+    const auto choice = kde.choice();
+    if (!places.isDesktop("kde") || !choice || choice->id == ownDesktopID)
+        return;
+    problems.push_back("BrowserApplication in kdeglobals is " + choice->setting +
+                       "; older KDE applications take links there." +
+                       (kde.isLocked() ? " The administrator has locked it." : ""));
+}
+
+void LinkArrivalProblems::findInEnvironment(Problems &problems) const {
+    if (browser && !browser->empty() && browser->find("fernhop-open") == std::string::npos)
+        problems.push_back("The environment variable BROWSER is " + *browser +
+                           "; programs that follow it take links there.");
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,171 @@
+#include "platform/linux/defaulthandler/MimeDefaults.h"
+
+#include "platform/linux/defaulthandler/KeyFileText.h"
+#include "platform/linux/glib/GPointer.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr const char *defaultsGroup = "Default Applications";
+constexpr std::string_view removedGroup = "Removed Associations";
+constexpr std::string_view schemeTypes = "x-scheme-handler/";
+constexpr std::string_view extension = ".desktop";
+
+std::vector<std::string> idsOf(GKeyFile *file, const char *type) {
+    const GStringsPointer values(g_key_file_get_string_list(file, defaultsGroup, type, nullptr, nullptr));
+    std::vector<std::string> ids;
+    for (char **value = values.get(); value && *value; ++value) {
+        const std::string_view name = *value;
+        if (name.ends_with(extension))
+            ids.emplace_back(name.substr(0, name.size() - extension.size()));
+    }
+    return ids;
+}
+
+std::string without(std::string_view list, std::string_view name) {
+    std::string rest;
+    while (!list.empty()) {
+        const auto item = list.substr(0, list.find(';'));
+        if (!item.empty() && item != name)
+            rest.append(item).append(";");
+        list.remove_prefix(std::min(list.size(), item.size() + 1));
+    }
+    return rest;
+}
+
+// KIO leaves out an application whose association was removed, also when it is the default.
+void forgetRemoval(KeyFileText &text, const std::string &type, const std::string &fileName) {
+    const auto removed = text.value(removedGroup, type);
+    if (!removed)
+        return;
+    const auto rest = without(*removed, fileName);
+    if (rest.empty())
+        text.remove(removedGroup, type);
+    else if (rest.size() < removed->size())
+        text.set(removedGroup, type, rest);
+}
+
+} // namespace
+
+MimeDefaults::MimeDefaults(const ConfigurationPlaces &configurationPlaces,
+                           const DesktopEntries &desktopEntries)
+    : places(configurationPlaces), entries(desktopEntries), order(listsInOrder()), lists(parse) {}
+
+MimeDefaults::List MimeDefaults::parse(const std::optional<std::string> &bytes) {
+    List list;
+    if (!bytes)
+        return list;
+    const GKeyFilePointer file(g_key_file_new());
+    if (!g_key_file_load_from_data(file.get(), bytes->c_str(), bytes->size(), G_KEY_FILE_NONE, nullptr)) {
+        list.isRejected = !bytes->empty();
+        return list;
+    }
+    const GStringsPointer types(g_key_file_get_keys(file.get(), defaultsGroup, nullptr, nullptr));
+    for (char **type = types.get(); type && *type; ++type) {
+        if (std::string_view(*type).starts_with(schemeTypes))
+            list.defaults.emplace(*type, idsOf(file.get(), *type));
+    }
+    return list;
+}
+
+std::vector<std::string> MimeDefaults::listsInOrder() const {
+    auto folders = places.allConfigFolders();
+    for (const auto &folder : places.allDataFolders())
+        folders.push_back(folder + "/applications");
+    std::vector<std::string> paths;
+    for (const auto &folder : folders) {
+        for (const auto &desktop : places.desktops)
+            paths.push_back(folder + '/' + desktop + "-mimeapps.list");
+        paths.push_back(folder + "/mimeapps.list");
+    }
+    return paths;
+}
+
+std::vector<std::string> MimeDefaults::userListsOfDesktops() const {
+    std::vector<std::string> paths;
+    std::error_code error;
+    for (std::filesystem::directory_iterator item(places.configHome, error), end; !error && item != end;
+         item.increment(error)) {
+        const auto path = item->path().string();
+        if (path.ends_with("-mimeapps.list"))
+            paths.push_back(path);
+    }
+    return paths;
+}
+
+std::vector<std::string> MimeDefaults::defaultsIn(const std::string &path, const std::string &type) const {
+    const auto &list = lists.at(path);
+    const auto found = list.defaults.find(type);
+    return found == list.defaults.end() ? std::vector<std::string>() : found->second;
+}
+
+std::vector<std::string> MimeDefaults::decisiveUserLists() const {
+    std::vector<std::string> paths;
+    for (const auto &path : order) {
+        std::error_code ignored;
+        if (path == userList() || std::filesystem::exists(path, ignored))
+            paths.push_back(path);
+        if (path == userList())
+            break;
+    }
+    return paths;
+}
+
+bool MimeDefaults::userListNames(const std::string &type, const std::string &id) const {
+    for (const auto &path : decisiveUserLists()) {
+        const auto ids = defaultsIn(path, type);
+        if (std::find(ids.begin(), ids.end(), id) != ids.end())
+            return true;
+    }
+    return false;
+}
+
+bool MimeDefaults::isRejected(const std::string &path) const {
+    return lists.at(path).isRejected;
+}
+
+std::optional<MimeDefaults::Setting> MimeDefaults::setting(const std::string &type) const {
+    for (const auto &path : order) {
+        for (const auto &id : defaultsIn(path, type)) {
+            if (entries.entry(id))
+                return Setting{path, id};
+        }
+    }
+    return std::nullopt;
+}
+
+bool MimeDefaults::write(const std::string &path, const std::string &type, const std::string &id) {
+    const auto bytes = readForChange(path);
+    KeyFileText text(bytes.value_or(""));
+    if (!bytes || !text.makeValid())
+        return false;
+    const auto fileName = id + std::string(extension);
+    text.set(defaultsGroup, type, fileName);
+    forgetRemoval(text, type, fileName);
+    return text.bytes() == *bytes || replaceConfigurationFile(path, text.bytes());
+}
+
+bool MimeDefaults::set(const std::string &type, const std::string &id) {
+    bool isWritten = write(userList(), type, id);
+    for (const auto &path : decisiveUserLists()) {
+        if (!defaultsIn(path, type).empty())
+            isWritten = write(path, type, id) && isWritten;
+    }
+    return isWritten;
+}
+
+bool MimeDefaults::replace(const std::string &type, const std::string &oldID, const std::string &newID) {
+    bool isWritten = true;
+    for (const auto &path : userListsOfDesktops()) {
+        const auto ids = defaultsIn(path, type);
+        if (std::find(ids.begin(), ids.end(), oldID) != ids.end())
+            isWritten = write(path, type, newID) && isWritten;
+    }
+    return isWritten;
+}
+
+} // namespace fernhop::freedesktop

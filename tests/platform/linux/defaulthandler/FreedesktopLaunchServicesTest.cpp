@@ -1,0 +1,362 @@
+#include "Session.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+namespace fernhop::freedesktop {
+namespace {
+
+namespace files = std::filesystem;
+
+std::optional<std::string> handler(const Session &session, const std::string &desktop,
+                                   const std::string &scheme = "https") {
+    return session.services(desktop).copyDefaultHandlerForUrlScheme(scheme);
+}
+
+bool setBoth(const Session &session, const std::string &desktop, const std::string &id) {
+    auto services = session.services(desktop);
+    const bool http = services.setDefaultHandlerForUrlScheme("http", id);
+    return services.setDefaultHandlerForUrlScheme("https", id) && http;
+}
+
+class EveryDesktop : public testing::TestWithParam<const char *> {
+  protected:
+    Session session;
+    std::string desktop = GetParam();
+};
+
+INSTANTIATE_TEST_SUITE_P(Handlers, EveryDesktop,
+                         testing::Values("GNOME", "ubuntu:GNOME", "KDE", "XFCE", "LXQt", "MATE", "X-Cinnamon",
+                                         "X-Generic", "sway", ""));
+
+TEST_P(EveryDesktop, HasNoHandlerWhereNoneIsSet) {
+    session.home.write(session.home.systemData() + "/applications/mimeinfo.cache",
+                       "[MIME Cache]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;\n");
+    session.writeConfig("mimeapps.list",
+                        "[Added Associations]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;\n");
+    EXPECT_EQ(handler(session, desktop), std::nullopt);
+}
+
+TEST_P(EveryDesktop, TakesUsAndGivesBack) {
+    EXPECT_TRUE(setBoth(session, desktop, "firefox"));
+    EXPECT_EQ(handler(session, desktop), "firefox");
+    EXPECT_TRUE(setBoth(session, desktop, ownID));
+    EXPECT_EQ(handler(session, desktop), ownID);
+    EXPECT_EQ(handler(session, desktop, "http"), ownID);
+    EXPECT_TRUE(setBoth(session, desktop, "chromium"));
+    EXPECT_EQ(handler(session, desktop), "chromium");
+    EXPECT_EQ(handler(session, desktop, "http"), "chromium");
+}
+
+TEST_P(EveryDesktop, KeepsTheSchemesApart) {
+    ASSERT_TRUE(setBoth(session, desktop, "firefox"));
+    auto services = session.services(desktop);
+    EXPECT_TRUE(services.setDefaultHandlerForUrlScheme("http", "chromium"));
+    EXPECT_EQ(handler(session, desktop, "http"), "chromium");
+    EXPECT_EQ(handler(session, desktop, "https"), "firefox");
+    EXPECT_TRUE(services.setDefaultHandlerForUrlScheme("https", ownID));
+    EXPECT_EQ(handler(session, desktop, "http"), "chromium");
+    EXPECT_EQ(handler(session, desktop, "https"), ownID);
+}
+
+TEST_P(EveryDesktop, RefusesWhatIsNotInstalled) {
+    ASSERT_TRUE(setBoth(session, desktop, "firefox"));
+    const auto before = session.readConfig("mimeapps.list");
+    EXPECT_FALSE(setBoth(session, desktop, "gone"));
+    EXPECT_FALSE(setBoth(session, desktop, ""));
+    EXPECT_FALSE(setBoth(session, desktop, "../../etc/passwd"));
+    EXPECT_EQ(handler(session, desktop), "firefox");
+    EXPECT_EQ(session.readConfig("mimeapps.list"), before);
+}
+
+TEST_P(EveryDesktop, SeesWhatOthersChanged) {
+    auto services = session.services(desktop);
+    ASSERT_TRUE(setBoth(session, desktop, "firefox"));
+    EXPECT_EQ(services.copyDefaultHandlerForUrlScheme("https"), "firefox");
+    ASSERT_TRUE(setBoth(session, desktop, ownID));
+    EXPECT_EQ(services.copyDefaultHandlerForUrlScheme("https"), ownID);
+}
+
+TEST_P(EveryDesktop, LeavesOtherTypesAlone) {
+    session.writeConfig(
+        "mimeapps.list",
+        "[Default Applications]\ntext/html=firefox.desktop\nx-scheme-handler/mailto=m.desktop\n");
+    EXPECT_TRUE(setBoth(session, desktop, ownID));
+    EXPECT_EQ(session.readConfig("mimeapps.list"),
+              "[Default Applications]\ntext/html=firefox.desktop\nx-scheme-handler/mailto=m.desktop\n"
+              "x-scheme-handler/http=org.fernhop.Fernhop.desktop\n"
+              "x-scheme-handler/https=org.fernhop.Fernhop.desktop\n");
+}
+
+TEST_P(EveryDesktop, OutranksItsOwnList) {
+    const auto ownList = "gnome-mimeapps.list";
+    const auto names = session.places(desktop).desktops;
+    session.writeConfig(ownList, Session::defaults("https", "firefox"));
+    if (!names.empty())
+        session.writeConfig(names.front() + "-mimeapps.list", Session::defaults("https", "firefox"));
+    EXPECT_TRUE(setBoth(session, desktop, ownID));
+    EXPECT_EQ(handler(session, desktop), ownID);
+    EXPECT_TRUE(setBoth(session, desktop, "chromium"));
+    EXPECT_EQ(handler(session, desktop), "chromium");
+}
+
+TEST_P(EveryDesktop, RefusesWhatItCannotWrite) {
+    ASSERT_EQ(mkfifo(session.config("mimeapps.list").c_str(), 0600), 0);
+    EXPECT_FALSE(setBoth(session, desktop, ownID));
+    EXPECT_TRUE(files::is_fifo(session.config("mimeapps.list")));
+}
+
+class Handlers : public testing::Test {
+  protected:
+    Session session;
+};
+
+TEST_F(Handlers, AreTakenInTheOrderOfTheLists) {
+    const auto data = session.home.data() + "/applications/";
+    const auto system = session.home.systemData() + "/applications/";
+    session.entries.install("a");
+    session.entries.install("b");
+    session.home.write(system + "mimeapps.list", Session::defaults("https", "a"));
+    EXPECT_EQ(handler(session, "GNOME"), "a");
+    session.home.write(system + "gnome-mimeapps.list", Session::defaults("https", "b"));
+    EXPECT_EQ(handler(session, "GNOME"), "b");
+    EXPECT_EQ(handler(session, "KDE"), "a");
+    session.home.write(data + "mimeapps.list", Session::defaults("https", "firefox"));
+    EXPECT_EQ(handler(session, "GNOME"), "firefox");
+    session.home.write(session.admin("mimeapps.list"), Session::defaults("https", "chromium"));
+    EXPECT_EQ(handler(session, "GNOME"), "chromium");
+    session.writeConfig("mimeapps.list", Session::defaults("https", "a"));
+    EXPECT_EQ(handler(session, "GNOME"), "a");
+    session.writeConfig("gnome-mimeapps.list", Session::defaults("https", "b"));
+    EXPECT_EQ(handler(session, "GNOME"), "b");
+    session.writeConfig("ubuntu-mimeapps.list", Session::defaults("https", "firefox"));
+    EXPECT_EQ(handler(session, "GNOME"), "b");
+    EXPECT_EQ(handler(session, "ubuntu:GNOME"), "firefox");
+}
+
+TEST_F(Handlers, AreTheFirstInstalledOnes) {
+    session.writeConfig("mimeapps.list",
+                        "[Default Applications]\n"
+                        "x-scheme-handler/https=gone.desktop;firefox.desktop;chromium.desktop;\n");
+    EXPECT_EQ(handler(session, "sway"), "firefox");
+    session.entries.uninstall("firefox");
+    EXPECT_EQ(handler(session, "sway"), "chromium");
+    session.entries.uninstall("chromium");
+    EXPECT_EQ(handler(session, "sway"), std::nullopt);
+}
+
+TEST_F(Handlers, SurviveHostileLists) {
+    session.writeConfig("mimeapps.list",
+                        "[Default Applications]\nx-scheme-handler/https=\xff\xfe;;=;[;\\x\n");
+    EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+    session.writeConfig("mimeapps.list",
+                        "[Default Applications]\nx-scheme-handler/https=firefox;.desktop;\n");
+    EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+}
+
+// GLib ignores a list with one bad line, so the bad line has to go, but nothing of it may be lost.
+TEST_F(Handlers, MendADamagedList) {
+    session.writeConfig("mimeapps.list", "[Default Applications]\nx-scheme-handler/https=firefox.desktop\n"
+                                         "<<<<<<< HEAD\nimage/png=gimp.desktop\n");
+    EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+    EXPECT_TRUE(session.services("GNOME").setDefaultHandlerForUrlScheme("https", ownID));
+    EXPECT_EQ(session.readConfig("mimeapps.list"), "[Default Applications]\n"
+                                                   "x-scheme-handler/https=org.fernhop.Fernhop.desktop\n"
+                                                   "#<<<<<<< HEAD\nimage/png=gimp.desktop\n");
+}
+
+TEST_F(Handlers, AreNoLongerRemoved) {
+    session.writeConfig(
+        "mimeapps.list",
+        "[Removed Associations]\nx-scheme-handler/https=a.desktop;org.fernhop.Fernhop.desktop;\n"
+        "x-scheme-handler/http=org.fernhop.Fernhop.desktop;\n");
+    EXPECT_TRUE(setBoth(session, "KDE", ownID));
+    EXPECT_EQ(session.readConfig("mimeapps.list"),
+              "[Removed Associations]\nx-scheme-handler/https=a.desktop;\n"
+              "[Default Applications]\n"
+              "x-scheme-handler/http=org.fernhop.Fernhop.desktop\n"
+              "x-scheme-handler/https=org.fernhop.Fernhop.desktop\n");
+}
+
+TEST_F(Handlers, AreNotWrittenTwice) {
+    ASSERT_TRUE(setBoth(session, "GNOME", ownID));
+    struct stat before {};
+    struct stat after {};
+    stat(session.config("mimeapps.list").c_str(), &before);
+    EXPECT_TRUE(setBoth(session, "GNOME", ownID));
+    stat(session.config("mimeapps.list").c_str(), &after);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(Handlers, OfOtherDesktopsStayUnlessTheyNameUs) {
+    session.writeConfig("lxqt-mimeapps.list", Session::defaults("https", "firefox"));
+    session.writeConfig("xfce-mimeapps.list", Session::defaults("https", ownID));
+    ASSERT_TRUE(setBoth(session, "GNOME", ownID));
+    EXPECT_EQ(session.readConfig("lxqt-mimeapps.list"), Session::defaults("https", "firefox"));
+    ASSERT_TRUE(setBoth(session, "GNOME", "chromium"));
+    EXPECT_EQ(session.readConfig("lxqt-mimeapps.list"), Session::defaults("https", "firefox"));
+    EXPECT_EQ(session.readConfig("xfce-mimeapps.list"), Session::defaults("https", "chromium"));
+}
+
+class InKde : public Handlers {};
+
+TEST_F(InKde, BrowserApplicationCountsWhereNoDefaultIsSet) {
+    session.writeConfig("kdeglobals", "[General]\nBrowserApplication=firefox.desktop\n");
+    EXPECT_EQ(handler(session, "KDE"), "firefox");
+    EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+    session.writeConfig("mimeapps.list", Session::defaults("https", "chromium"));
+    EXPECT_EQ(handler(session, "KDE"), "chromium");
+}
+
+TEST_F(InKde, BrowserApplicationMayBeACommandOrGone) {
+    for (const auto *value : {"!firefox --new-window", "gone.desktop", ""}) {
+        session.writeConfig("kdeglobals", std::string("[General]\nBrowserApplication=") + value + '\n');
+        EXPECT_EQ(handler(session, "KDE"), std::nullopt);
+    }
+}
+
+TEST_F(InKde, BrowserApplicationFollowsWhereItIsSet) {
+    ASSERT_TRUE(setBoth(session, "KDE", ownID));
+    EXPECT_EQ(session.readConfig("kdeglobals"), "(none)");
+    session.writeConfig("kdeglobals",
+                        "[Colors]\na=1\n\n[General]\nBrowserApplication[$e]=!firefox\nfont=x\n");
+    EXPECT_TRUE(session.services("KDE").setDefaultHandlerForUrlScheme("http", ownID));
+    EXPECT_NE(session.readConfig("kdeglobals").find("!firefox"), std::string::npos);
+    EXPECT_TRUE(session.services("KDE").setDefaultHandlerForUrlScheme("https", ownID));
+    EXPECT_EQ(session.readConfig("kdeglobals"),
+              "[Colors]\na=1\n\n[General]\nfont=x\nBrowserApplication=org.fernhop.Fernhop.desktop\n");
+    EXPECT_TRUE(setBoth(session, "GNOME", "firefox"));
+    EXPECT_EQ(session.readConfig("kdeglobals"),
+              "[Colors]\na=1\n\n[General]\nfont=x\nBrowserApplication=firefox.desktop\n");
+    EXPECT_TRUE(setBoth(session, "GNOME", "chromium"));
+    EXPECT_NE(session.readConfig("kdeglobals").find("=firefox.desktop"), std::string::npos);
+}
+
+TEST_F(InKde, ADeletedBrowserApplicationIsNone) {
+    session.home.write(session.admin("kdeglobals"), "[General]\nBrowserApplication=firefox.desktop\n");
+    EXPECT_EQ(handler(session, "KDE"), "firefox");
+    session.writeConfig("kdeglobals", "[General]\nBrowserApplication[$d]\n");
+    EXPECT_EQ(handler(session, "KDE"), std::nullopt);
+}
+
+TEST_F(InKde, ALockedBrowserApplicationDoesNotKeepTheDefault) {
+    session.home.write(session.admin("kdeglobals"), "[General]\nBrowserApplication[$i]=firefox.desktop\n");
+    session.writeConfig("kdeglobals", "[General]\nBrowserApplication=chromium.desktop\n");
+    EXPECT_EQ(handler(session, "KDE"), "firefox");
+    EXPECT_TRUE(setBoth(session, "KDE", ownID));
+    EXPECT_EQ(handler(session, "KDE"), ownID);
+}
+
+class InXfce : public Handlers {
+  protected:
+    void writeHelper(const std::string &folder, const std::string &id, const std::string &binaries) const {
+        session.home.write(folder + "/xfce4/helpers/" + id + ".desktop",
+                           "[Desktop Entry]\nType=X-XFCE-Helper\nX-XFCE-Category=WebBrowser\nName=B\n"
+                           "X-XFCE-Binaries=" +
+                               binaries +
+                               ";\nX-XFCE-Commands=%B;\nX-XFCE-CommandsWithParameter=%B \"%s\";\n");
+    }
+    [[nodiscard]] std::string helper(const std::string &id) const {
+        return readConfigurationFile(session.home.data() + "/xfce4/helpers/" + id + ".desktop")
+            .value_or("(none)");
+    }
+};
+
+TEST_F(InXfce, ThePreferredBrowserCounts) {
+    writeHelper(session.home.systemData(), "firefox", "sh");
+    session.writeConfig("xfce4/helpers.rc", "TerminalEmulator=xterm\nWebBrowser=firefox\n");
+    EXPECT_EQ(handler(session, "XFCE"), "firefox");
+    EXPECT_EQ(handler(session, "XFCE", "http"), "firefox");
+    EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+}
+
+TEST_F(InXfce, LinksAreOursOnlyWhenEveryOpenerSaysSo) {
+    writeHelper(session.home.systemData(), "firefox", "sh");
+    ASSERT_TRUE(setBoth(session, "GNOME", ownID));
+    session.writeConfig("xfce4/helpers.rc", "WebBrowser=firefox\n");
+    EXPECT_EQ(handler(session, "XFCE"), "firefox");
+    ASSERT_TRUE(setBoth(session, "XFCE", ownID));
+    EXPECT_EQ(handler(session, "XFCE"), ownID);
+    session.writeConfig("mimeapps.list", Session::defaults("https", "chromium"));
+    EXPECT_EQ(handler(session, "XFCE"), "chromium");
+    session.writeConfig("mimeapps.list", "");
+    EXPECT_EQ(handler(session, "XFCE"), std::nullopt);
+}
+
+TEST_F(InXfce, ACommandIsNoHandler) {
+    ASSERT_TRUE(setBoth(session, "GNOME", ownID));
+    session.home.write(session.admin("xfce4/helpers.rc"), "WebBrowser=debian-sensible-browser\n");
+    EXPECT_EQ(handler(session, "XFCE"), std::nullopt);
+    for (const auto *odd : {"", "../../x", "\xff"}) {
+        session.writeConfig("xfce4/helpers.rc", std::string("WebBrowser=") + odd + '\n');
+        EXPECT_NE(handler(session, "XFCE"), "firefox");
+    }
+}
+
+TEST_F(InXfce, AHelperMayBeNamedLikeItsProgram) {
+    session.entries.install("sh");
+    writeHelper(session.home.systemData(), "custom", "no-such-browser;sh");
+    session.writeConfig("xfce4/helpers.rc", "WebBrowser=custom\n");
+    EXPECT_EQ(handler(session, "XFCE"), "sh");
+}
+
+TEST_F(InXfce, ItsOwnEntryStandsForThePreferredBrowser) {
+    session.entries.install("xfce4-web-browser", "exo-open --launch WebBrowser %u");
+    session.writeConfig("mimeapps.list", Session::defaults("https", "xfce4-web-browser"));
+    EXPECT_EQ(handler(session, "XFCE"), std::nullopt);
+    writeHelper(session.home.systemData(), "firefox", "sh");
+    session.writeConfig("xfce4/helpers.rc", "WebBrowser=firefox\n");
+    EXPECT_EQ(handler(session, "XFCE"), "firefox");
+    EXPECT_EQ(handler(session, "GNOME"), "firefox");
+    session.writeConfig("xfce4/helpers.rc", "WebBrowser=debian-sensible-browser\n");
+    EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+}
+
+TEST_F(InXfce, SettingProvidesAHelper) {
+    session.writeConfig("xfce4/helpers.rc",
+                        "# mine\nWebBrowser=other\nWebBrowserDismissed=true\nMailReader=m\n");
+    ASSERT_TRUE(setBoth(session, "XFCE", ownID));
+    EXPECT_EQ(session.readConfig("xfce4/helpers.rc"),
+              "# mine\nWebBrowser=org.fernhop.Fernhop\nMailReader=m\n");
+    EXPECT_NE(helper(ownID).find("=\"/opt/org.fernhop.Fernhop\" \"%s\";"), std::string::npos);
+}
+
+TEST_F(InXfce, SettingTakesTheHelperThatIsThere) {
+    writeHelper(session.home.systemData(), "firefox", "sh");
+    EXPECT_TRUE(setBoth(session, "XFCE", "firefox"));
+    EXPECT_EQ(helper("firefox"), "(none)");
+}
+
+TEST_F(InXfce, SettingReplacesAHelperOfNoUse) {
+    writeHelper(session.home.systemData(), "firefox", "no-such-browser");
+    EXPECT_TRUE(setBoth(session, "XFCE", "firefox"));
+    EXPECT_NE(helper("firefox").find("\"/opt/firefox\" \"%s\""), std::string::npos);
+    session.entries.install("firefox", "/usr/bin/firefox %u");
+    EXPECT_TRUE(setBoth(session, "XFCE", "firefox"));
+    EXPECT_NE(helper("firefox").find("\"/usr/bin/firefox\" \"%s\""), std::string::npos);
+}
+
+TEST_F(InXfce, SettingNeverOverwritesTheUsersHelper) {
+    writeHelper(session.home.data(), "firefox", "no-such-browser");
+    const auto before = helper("firefox");
+    EXPECT_FALSE(setBoth(session, "XFCE", "firefox"));
+    EXPECT_EQ(helper("firefox"), before);
+}
+
+TEST_F(InXfce, HttpAloneLeavesThePreferredBrowser) {
+    session.writeConfig("xfce4/helpers.rc", "WebBrowser=other\n");
+    EXPECT_TRUE(session.services("XFCE").setDefaultHandlerForUrlScheme("http", ownID));
+    EXPECT_EQ(session.readConfig("xfce4/helpers.rc"), "WebBrowser=other\n");
+}
+
+TEST_F(InXfce, GivingBackElsewhereReachesThePreferredBrowser) {
+    ASSERT_TRUE(setBoth(session, "XFCE", ownID));
+    session.entries.uninstall(ownID);
+    EXPECT_TRUE(setBoth(session, "GNOME", "firefox"));
+    EXPECT_EQ(session.readConfig("xfce4/helpers.rc"), "WebBrowser=firefox\n");
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

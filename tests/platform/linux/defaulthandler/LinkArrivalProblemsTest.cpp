@@ -1,0 +1,107 @@
+#include "Session.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+
+namespace fernhop::freedesktop {
+namespace {
+
+class LinkArrival : public testing::Test {
+  protected:
+    Session session;
+
+    void routeIn(const std::string &desktop) const {
+        auto services = session.services(desktop);
+        services.setDefaultHandlerForUrlScheme("http", ownID);
+        services.setDefaultHandlerForUrlScheme("https", ownID);
+    }
+
+    /// Whether there is exactly one problem, and its text has `part`.
+    static testing::AssertionResult isOnly(const std::vector<std::string> &problems,
+                                           const std::string &part) {
+        if (problems.size() == 1 && problems.front().find(part) != std::string::npos)
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << testing::PrintToString(problems);
+    }
+};
+
+TEST_F(LinkArrival, HasNoProblemWhereAllIsSetOrNothingIs) {
+    for (const auto *desktop : {"GNOME", "KDE", "XFCE", "LXQt", ""}) {
+        EXPECT_TRUE(session.problems(desktop).empty());
+        routeIn(desktop);
+        EXPECT_TRUE(session.problems(desktop).empty()) << testing::PrintToString(session.problems(desktop));
+        auto services = session.services(desktop);
+        services.setDefaultHandlerForUrlScheme("http", "firefox");
+        services.setDefaultHandlerForUrlScheme("https", "firefox");
+        EXPECT_TRUE(session.problems(desktop).empty());
+    }
+}
+
+TEST_F(LinkArrival, NeedsOurDesktopEntry) {
+    session.entries.uninstall(ownID);
+    EXPECT_TRUE(isOnly(session.problems("GNOME"), "org.fernhop.Fernhop.desktop is not installed"));
+}
+
+TEST_F(LinkArrival, NeedsBothSchemesInOurDesktopEntry) {
+    auto entry = *session.entries.entry(ownID);
+    entry.schemes = {"http"};
+    session.entries.install(entry);
+    EXPECT_TRUE(isOnly(session.problems("GNOME"), "does not declare x-scheme-handler/https"));
+}
+
+TEST_F(LinkArrival, NamesADifferenceOfTheSchemes) {
+    routeIn("GNOME");
+    session.services("GNOME").setDefaultHandlerForUrlScheme("http", "firefox");
+    EXPECT_TRUE(
+        isOnly(session.problems("GNOME"), "http links go to firefox, as " + session.config("mimeapps.list")));
+    session.writeConfig("mimeapps.list", Session::defaults("http", ownID));
+    EXPECT_TRUE(isOnly(session.problems("GNOME"), "No handler is set for https links"));
+}
+
+TEST_F(LinkArrival, NamesAListThatOutranksOurs) {
+    routeIn("GNOME");
+    session.writeConfig("gnome-mimeapps.list", Session::defaults("https", "firefox"));
+    EXPECT_TRUE(isOnly(session.problems("GNOME"),
+                       "https links go to firefox, as " + session.config("gnome-mimeapps.list") + " says"));
+    EXPECT_TRUE(session.problems("KDE").empty());
+}
+
+TEST_F(LinkArrival, NamesADamagedList) {
+    session.writeConfig("mimeapps.list", "[Default Applications]\nwhat\n");
+    EXPECT_TRUE(isOnly(session.problems("GNOME"), "mimeapps.list is damaged"));
+}
+
+TEST_F(LinkArrival, NamesAListThatCannotBeWritten) {
+    ASSERT_EQ(mkfifo(session.config("mimeapps.list").c_str(), 0600), 0);
+    EXPECT_TRUE(isOnly(session.problems("GNOME"), "mimeapps.list cannot be written"));
+}
+
+TEST_F(LinkArrival, NamesXfcesPreferredBrowser) {
+    routeIn("GNOME");
+    EXPECT_TRUE(isOnly(session.problems("XFCE"), "helpers.rc) is not set"));
+    session.home.write(session.admin("xfce4/helpers.rc"), "WebBrowser=debian-sensible-browser\n");
+    EXPECT_TRUE(isOnly(session.problems("XFCE"), "is debian-sensible-browser"));
+    EXPECT_TRUE(session.problems("GNOME").empty());
+    session.writeConfig("xfce4/helpers.rc", std::string("WebBrowser=") + ownID + '\n');
+    EXPECT_TRUE(isOnly(session.problems("XFCE"), "helper file is missing"));
+}
+
+TEST_F(LinkArrival, NamesKdesBrowserApplication) {
+    routeIn("KDE");
+    session.writeConfig("kdeglobals", "[General]\nBrowserApplication=!firefox\n");
+    EXPECT_TRUE(isOnly(session.problems("KDE"), "BrowserApplication in kdeglobals is !firefox"));
+    EXPECT_TRUE(session.problems("GNOME").empty());
+    session.home.write(session.admin("kdeglobals"), "[General][$i]\nBrowserApplication=x.desktop\n");
+    EXPECT_TRUE(isOnly(session.problems("KDE"), "The administrator has locked it"));
+}
+
+TEST_F(LinkArrival, NamesTheBrowserVariable) {
+    EXPECT_TRUE(isOnly(session.problems("sway", "firefox"), "BROWSER is firefox"));
+    EXPECT_TRUE(session.problems("sway", "").empty());
+    EXPECT_TRUE(session.problems("sway", "/usr/bin/fernhop-open").empty());
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

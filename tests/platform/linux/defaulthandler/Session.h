@@ -1,0 +1,57 @@
+#pragma once
+
+#include "FakeDesktopEntries.h"
+#include "platform/linux/defaulthandler/ConfigurationFile.h"
+#include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
+#include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+#include "support/TemporaryHome.h"
+
+#include <string>
+
+namespace fernhop::freedesktop {
+
+inline constexpr const char *ownID = "org.fernhop.Fernhop";
+
+/// A user's folders, with Fernhop and two browsers installed.
+class Session {
+  public:
+    Session() {
+        for (const auto *id : {ownID, "firefox", "chromium"})
+            entries.install(id);
+    }
+
+    support::TemporaryHome home;
+    FakeDesktopEntries entries;
+
+    [[nodiscard]] ConfigurationPlaces places(const std::string &desktop) const {
+        const support::ScopedEnvironment environment(home.environment());
+        return ConfigurationPlaces::fromEnvironment(desktop);
+    }
+
+    [[nodiscard]] FreedesktopLaunchServices services(const std::string &desktop) const {
+        return {places(desktop), entries, ownID};
+    }
+
+    [[nodiscard]] std::vector<std::string> problems(const std::string &desktop,
+                                                    std::optional<std::string> browser = {}) const {
+        return LinkArrivalProblems(places(desktop), entries, ownID, std::move(browser)).find();
+    }
+
+    [[nodiscard]] std::string config(const std::string &name) const { return home.config() + '/' + name; }
+    [[nodiscard]] std::string admin(const std::string &name) const { return home.root() + "/etc/" + name; }
+
+    void writeConfig(const std::string &name, const std::string &text) const {
+        home.write(config(name), text);
+    }
+
+    [[nodiscard]] std::string readConfig(const std::string &name) const {
+        return readConfigurationFile(config(name)).value_or("(none)");
+    }
+
+    /// The line of one default application.
+    [[nodiscard]] static std::string defaults(const std::string &scheme, const std::string &id) {
+        return "[Default Applications]\nx-scheme-handler/" + scheme + '=' + id + ".desktop\n";
+    }
+};
+
+} // namespace fernhop::freedesktop
