@@ -1,0 +1,162 @@
+#include "platform/linux/settings/PropertyListCoding.h"
+#include "platform/linux/settings/PropertyListGuard.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr std::string_view magic = "bplist00";
+constexpr std::size_t trailerSize = 32;
+
+/// An object counts one, and one more for each so many bytes that a copy of it would hold.
+constexpr std::size_t bytesToCountAsElement = 512;
+
+/// The kinds of objects that hold others or a length, by the upper half of their first byte.
+enum class Marker : unsigned {
+    data = 0x4,
+    ascii = 0x5,
+    utf16 = 0x6,
+    array = 0xA,
+    set = 0xC,
+    dictionary = 0xD
+};
+
+/// Walks over the objects of one binary property list, as the table at its end lists them.
+class BinaryShape {
+  public:
+    explicit BinaryShape(std::string_view list) : bytes(list) {}
+
+    bool isSafe() {
+        if (bytes.size() < magic.size() + trailerSize || !bytes.starts_with(magic) || !readTrailer())
+            return false;
+        weights.assign(objectCount, 0);
+        heights.assign(objectCount, 0);
+        return visit(rootObject, propertyListLimit::depth + 1);
+    }
+
+  private:
+    static constexpr std::uint32_t inProgress = UINT32_MAX;
+
+    std::string_view bytes;
+    std::size_t offsetSize = 0;
+    std::size_t referenceSize = 0;
+    std::size_t objectCount = 0;
+    std::size_t rootObject = 0;
+    std::size_t tableStart = 0;
+    std::vector<std::uint32_t> weights; ///< of each object with all below it; zero: not visited yet
+    std::vector<std::uint8_t> heights;  ///< containers on the longest way down from it
+
+    std::uint64_t integer(std::size_t position, std::size_t size) const {
+        std::uint64_t value = 0;
+        for (const char byte : bytes.substr(position, size))
+            value = (value << 8U) | static_cast<unsigned char>(byte);
+        return value;
+    }
+
+    bool readTrailer() {
+        const std::size_t trailer = bytes.size() - trailerSize;
+        offsetSize = static_cast<std::size_t>(integer(trailer + 6, 1));
+        referenceSize = static_cast<std::size_t>(integer(trailer + 7, 1));
+        objectCount = integer(trailer + 8, 8);
+        rootObject = integer(trailer + 16, 8);
+        tableStart = integer(trailer + 24, 8);
+        return offsetSize >= 1 && offsetSize <= 8 && referenceSize >= 1 && referenceSize <= 8 &&
+               tableStart >= magic.size() && tableStart < trailer && objectCount >= 1 &&
+               objectCount <= propertyListLimit::elements &&
+               objectCount <= (trailer - tableStart) / offsetSize && rootObject < objectCount;
+    }
+
+    struct Object {
+        Marker marker;
+        std::size_t count;    ///< of elements or bytes
+        std::size_t contents; ///< position
+    };
+
+    /// Nothing when the object, its references included, does not lie before the table.
+    std::optional<Object> object(std::size_t index) const {
+        const std::uint64_t position = integer(tableStart + index * offsetSize, offsetSize);
+        if (position < magic.size() || position >= tableStart)
+            return std::nullopt;
+        const auto first = static_cast<unsigned char>(bytes[position]);
+        Object found{static_cast<Marker>(first >> 4U), first & 0xFU, position + 1};
+        if (found.count == 0xF && hasLongCount(found.marker) && !readLongCount(found))
+            return std::nullopt;
+        const std::size_t unit =
+            isContainer(found.marker) ? referenceSize * referencesPerElement(found.marker) : 1;
+        if (found.contents > tableStart || found.count > (tableStart - found.contents) / unit)
+            return std::nullopt;
+        return found;
+    }
+
+    bool readLongCount(Object &found) const {
+        if (found.contents >= tableStart)
+            return false;
+        const auto first = static_cast<unsigned char>(bytes[found.contents]);
+        const std::size_t size = std::size_t{1} << (first & 0xFU);
+        if ((first >> 4U) != 0x1 || size > 8 || found.contents + 1 + size > tableStart)
+            return false;
+        found.count = integer(found.contents + 1, size);
+        found.contents += 1 + size;
+        return true;
+    }
+
+    static bool isContainer(Marker marker) {
+        return marker == Marker::array || marker == Marker::set || marker == Marker::dictionary;
+    }
+    static bool hasLongCount(Marker marker) {
+        return isContainer(marker) || marker == Marker::data || marker == Marker::ascii ||
+               marker == Marker::utf16;
+    }
+    static std::size_t referencesPerElement(Marker marker) { return marker == Marker::dictionary ? 2 : 1; }
+
+    /// Weighs an object once and everything below it. The recursion ends at `depthLeft`, and a way back to an
+    /// object that is being weighed is refused.
+    bool visit(std::size_t index, std::size_t depthLeft) {
+        if (index >= objectCount || depthLeft == 0 || weights[index] == inProgress)
+            return false;
+        if (weights[index] != 0)
+            return heights[index] < depthLeft;
+        const std::optional<Object> found = object(index);
+        if (!found)
+            return false;
+        if (!isContainer(found->marker)) {
+            weights[index] = static_cast<std::uint32_t>(1 + found->count / bytesToCountAsElement);
+            return true;
+        }
+        weights[index] = inProgress;
+        return weighContainer(index, *found, depthLeft);
+    }
+
+    bool weighContainer(std::size_t index, const Object &container, std::size_t depthLeft) {
+        std::size_t weight = 1;
+        std::uint8_t height = 0;
+        const std::size_t references = container.count * referencesPerElement(container.marker);
+        for (std::size_t number = 0; number < references; ++number) {
+            const std::uint64_t child = integer(container.contents + number * referenceSize, referenceSize);
+            if (!visit(child, depthLeft - 1))
+                return false;
+            weight += weights[child];
+            height = std::max(height, heights[child]);
+            if (weight > propertyListLimit::elements)
+                return false;
+        }
+        weights[index] = static_cast<std::uint32_t>(weight);
+        heights[index] = static_cast<std::uint8_t>(height + 1);
+        return true;
+    }
+};
+
+} // namespace
+
+bool isSafeBinaryPropertyList(std::string_view bytes) {
+    return BinaryShape(bytes).isSafe();
+}
+
+} // namespace fernhop::freedesktop

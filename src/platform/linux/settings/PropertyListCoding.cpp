@@ -1,0 +1,55 @@
+#include "platform/linux/settings/PropertyListCoding.h"
+
+#include "platform/linux/settings/PropertyListGuard.h"
+
+#include <plist/plist.h>
+
+#include <cstdint>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+std::string binaryForm(const PropertyListNode &tree) {
+    char *bytes = nullptr;
+    std::uint32_t length = 0;
+    plist_to_bin(tree.get(), &bytes, &length);
+    const std::unique_ptr<char, decltype(&plist_to_bin_free)> owner(bytes, plist_to_bin_free);
+    return bytes ? std::string(bytes, length) : std::string();
+}
+
+std::string xmlForm(const PropertyListNode &tree) {
+    char *bytes = nullptr;
+    std::uint32_t length = 0;
+    plist_to_xml(tree.get(), &bytes, &length);
+    const std::unique_ptr<char, decltype(&plist_to_xml_free)> owner(bytes, plist_to_xml_free);
+    return bytes ? std::string(bytes, length) : std::string();
+}
+
+} // namespace
+
+void PropertyListFree::operator()(void *node) const {
+    plist_free(node);
+}
+
+PropertyListNode decodePropertyList(std::string_view bytes) {
+    if (bytes.size() > propertyListLimit::bytes)
+        return nullptr;
+    plist_t tree = nullptr;
+    const auto length = static_cast<std::uint32_t>(bytes.size());
+    if (isSafeBinaryPropertyList(bytes))
+        plist_from_bin(bytes.data(), length, &tree);
+    else if (isSafeXmlPropertyList(bytes))
+        plist_from_xml(bytes.data(), length, &tree);
+    return PropertyListNode(tree);
+}
+
+std::optional<std::string> encodePropertyList(const PropertyListNode &tree) {
+    const std::string binary = binaryForm(tree);
+    std::string xml = xmlForm(tree);
+    if (const PropertyListNode again = decodePropertyList(xml); again && binaryForm(again) == binary)
+        return xml;
+    return decodePropertyList(binary) ? std::optional(binary) : std::nullopt;
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,177 @@
+#include "platform/linux/settings/PropertyListDefaults.h"
+
+#include "platform/linux/settings/PropertyListValues.h"
+
+#include <plist/plist.h>
+
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <utility>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+/// Much longer than a write takes; a process that holds the settings for so long is stopped or stuck.
+constexpr std::chrono::seconds longestWait{5};
+
+std::string decimalText(double number) {
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof text, number).ptr};
+}
+
+bool beginsLikeYes(std::string_view text) {
+    return !text.empty() && std::string_view("YyTt123456789").find(text.front()) != std::string_view::npos;
+}
+
+} // namespace
+
+PropertyListDefaults::PropertyListDefaults(std::filesystem::path path, ReadableCheck check)
+    : file(std::move(path)), isReadable(std::move(check)) {}
+
+std::optional<PropertyDictionary> PropertyListDefaults::dictionaryForKey(std::string_view key) const {
+    void *const found = node(key);
+    if (!found || plist_get_node_type(found) != PLIST_DICT)
+        return std::nullopt;
+    auto value = propertyValue(found);
+    return value ? std::optional(std::move(std::get<PropertyDictionary>(value->value))) : std::nullopt;
+}
+
+std::optional<std::string> PropertyListDefaults::dataForKey(std::string_view key) const {
+    void *const found = node(key);
+    if (!found || plist_get_node_type(found) != PLIST_DATA)
+        return std::nullopt;
+    std::uint64_t length = 0;
+    const char *bytes = plist_get_data_ptr(found, &length);
+    return bytes ? std::string(bytes, length) : std::string();
+}
+
+std::optional<std::string> PropertyListDefaults::stringForKey(std::string_view key) const {
+    void *const found = node(key);
+    const auto value = found ? propertyValue(found) : std::nullopt;
+    if (!value)
+        return std::nullopt;
+    if (const auto *number = value->as<std::int64_t>())
+        return std::to_string(*number);
+    if (const auto *number = value->as<double>())
+        return decimalText(*number);
+    if (const auto *truth = value->as<bool>())
+        return *truth ? "1" : "0";
+    const auto *text = value->as<std::string>();
+    return text ? std::optional(*text) : std::nullopt;
+}
+
+bool PropertyListDefaults::boolForKey(std::string_view key) const {
+    void *const found = node(key);
+    const auto value = found ? propertyValue(found) : std::nullopt;
+    if (!value)
+        return false;
+    if (const auto *number = value->as<std::int64_t>())
+        return *number != 0;
+    if (const auto *number = value->as<double>())
+        return *number != 0;
+    if (const auto *text = value->as<std::string>())
+        return beginsLikeYes(*text);
+    const auto *truth = value->as<bool>();
+    return truth && *truth;
+}
+
+void PropertyListDefaults::setObject(std::optional<PropertyValue> value, std::string_view key) {
+    update([&] {
+        if (const std::error_code error = store(value, std::string(key)))
+            current->error = error;
+    });
+}
+
+void PropertyListDefaults::setBool(bool value, std::string_view key) {
+    setObject(PropertyValue{value}, key);
+}
+
+void PropertyListDefaults::update(const std::function<void()> &change) {
+    if (current)
+        return change();
+    struct Ending {
+        PropertyListDefaults &defaults;
+        ~Ending() {
+            if (defaults.current->hasChanges)
+                defaults.snapshot = {};
+            defaults.current.reset();
+        }
+    };
+    current.emplace(Update{file.lock(longestWait), false, false, {}});
+    const Ending ending{*this};
+    refresh();
+    change();
+    if (current->hasChanges) {
+        if (const std::error_code error = commit())
+            current->error = error;
+    }
+    writeError = current->error;
+}
+
+/// The node under a key, valid until the next call of anything; null when there is none.
+void *PropertyListDefaults::node(std::string_view key) const {
+    const bool isBeingChanged = current && current->hasChanges;
+    if (!isBeingChanged)
+        refresh();
+    return snapshot.tree ? plist_dict_get_item(snapshot.tree.get(), std::string(key).c_str()) : nullptr;
+}
+
+void PropertyListDefaults::refresh() const {
+    if (snapshot.isCurrent && snapshot.identity == file.identity())
+        return;
+    snapshot = {};
+    const auto contents = file.read();
+    if (!contents)
+        return;
+    snapshot.identity = contents->identity;
+    snapshot.isCurrent = contents->identity && contents->identity->isSettled();
+    const bool isEmpty = contents->bytes && contents->bytes->empty();
+    if (isEmpty)
+        return;
+    if (contents->bytes)
+        snapshot.tree = decodePropertyList(*contents->bytes);
+    if (snapshot.tree && plist_get_node_type(snapshot.tree.get()) != PLIST_DICT)
+        snapshot.tree.reset();
+    snapshot.isUnreadable = !snapshot.tree;
+}
+
+/// Changes the snapshot; the file follows at the end of the update.
+std::error_code PropertyListDefaults::store(const std::optional<PropertyValue> &value,
+                                            const std::string &key) {
+    if (!current->lock)
+        return std::make_error_code(std::errc::resource_unavailable_try_again);
+    PropertyListNode item = value ? propertyListNode(*value) : nullptr;
+    if (value && !item)
+        return std::make_error_code(std::errc::illegal_byte_sequence);
+    if (!snapshot.tree)
+        snapshot.tree.reset(plist_new_dict());
+    plist_t dictionary = snapshot.tree.get();
+    if (plist_t old = plist_dict_get_item(dictionary, key.c_str()); old && !isReadableNode(old, key))
+        current->keepsOldFile = true;
+    if (item)
+        plist_dict_set_item(dictionary, key.c_str(), item.release());
+    else
+        plist_dict_remove_item(dictionary, key.c_str());
+    current->hasChanges = true;
+    return {};
+}
+
+bool PropertyListDefaults::isReadableNode(void *node, std::string_view key) const {
+    const auto value = propertyValue(node);
+    return value && (!isReadable || isReadable(key, *value));
+}
+
+std::error_code PropertyListDefaults::commit() {
+    const auto bytes = encodePropertyList(snapshot.tree);
+    if (!bytes)
+        return std::make_error_code(std::errc::value_too_large);
+    if (snapshot.isUnreadable || current->keepsOldFile) {
+        if (const std::error_code error = file.keepAside())
+            return error;
+    }
+    return file.replace(*bytes);
+}
+
+} // namespace fernhop::freedesktop

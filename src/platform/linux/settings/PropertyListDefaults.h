@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+#include "platform/linux/settings/PropertyListCoding.h"
+#include "platform/linux/settings/SettingsFile.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace fernhop::freedesktop {
+
+/// Settings in a property-list file, as other programs and the macOS edition write it too. A file that was
+/// not changed is not read again; a change of any program is seen by the next read.
+///
+/// A file that is no property list reads as empty. It is kept under another name before it is overwritten.
+class PropertyListDefaults final : public UserDefaults {
+  public:
+    /// Says whether the application can read a value that is stored under one of its keys. The file is kept
+    /// under another name before a value that it cannot read is overwritten.
+    using ReadableCheck = std::function<bool(std::string_view key, const PropertyValue &stored)>;
+
+    /// Nothing need be at `path`, nor its folder be there. Without a check every value of a known type is
+    /// readable.
+    explicit PropertyListDefaults(std::filesystem::path path, ReadableCheck check = {});
+
+    [[nodiscard]] std::optional<PropertyDictionary> dictionaryForKey(std::string_view key) const override;
+    [[nodiscard]] std::optional<std::string> dataForKey(std::string_view key) const override;
+    [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) const override;
+    [[nodiscard]] bool boolForKey(std::string_view key) const override;
+    void setObject(std::optional<PropertyValue> value, std::string_view key) override;
+    void setBool(bool value, std::string_view key) override;
+
+    /// The file is replaced once, after `change`, if that wrote anything. When another process holds the
+    /// settings for more than some seconds, `change` runs and what it writes is dropped.
+    void update(const std::function<void()> &change) override;
+
+    /// Why what was last written was dropped; no error when it was stored.
+    [[nodiscard]] std::error_code lastWriteError() const { return writeError; }
+
+  private:
+    /// The file as it was last read, or as an update is changing it.
+    struct Snapshot {
+        PropertyListNode tree; ///< a dictionary; null when there is none to read
+        std::optional<FileIdentity> identity;
+        bool isCurrent = false; ///< as long as the file has that identity
+        bool isUnreadable = false;
+    };
+
+    /// The update that is going on.
+    struct Update {
+        std::optional<FileLock> lock; ///< without it nothing is written
+        bool hasChanges = false;
+        bool keepsOldFile = false;
+        std::error_code error;
+    };
+
+    void *node(std::string_view key) const;
+    void refresh() const;
+    [[nodiscard]] std::error_code store(const std::optional<PropertyValue> &value, const std::string &key);
+    [[nodiscard]] bool isReadableNode(void *node, std::string_view key) const;
+    [[nodiscard]] std::error_code commit();
+
+    SettingsFile file;
+    ReadableCheck isReadable;
+    mutable Snapshot snapshot;
+    std::optional<Update> current;
+    std::error_code writeError;
+};
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace fernhop::freedesktop {
+
+/// One character of a text and the number of bytes it takes there.
+struct Utf8Character {
+    char32_t value;
+    std::size_t length;
+};
+
+/// The character that `text` begins with; nothing when the text is empty or does not begin with valid UTF-8
+/// (overlong forms, surrogates and values beyond U+10FFFF are not valid).
+[[nodiscard]] constexpr std::optional<Utf8Character> firstUtf8Character(std::string_view text) {
+    if (text.empty())
+        return std::nullopt;
+    const auto lead = static_cast<unsigned char>(text.front());
+    if (lead < 0x80)
+        return Utf8Character{lead, 1};
+    if (lead < 0xC2 || lead > 0xF4)
+        return std::nullopt;
+    const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    if (text.size() < length)
+        return std::nullopt;
+    char32_t value = lead & (0xFFU >> (length + 1));
+    for (const char byte : text.substr(1, length - 1)) {
+        const auto bits = static_cast<unsigned char>(byte);
+        if ((bits & 0xC0U) != 0x80)
+            return std::nullopt;
+        value = (value << 6U) | (bits & 0x3FU);
+    }
+    const bool overlong = (length == 3 && value < 0x800) || (length == 4 && value < 0x10000);
+    const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
+    if (overlong || surrogate || value > 0x10FFFF)
+        return std::nullopt;
+    return Utf8Character{value, length};
+}
+
+[[nodiscard]] constexpr bool isValidUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const auto character = firstUtf8Character(text);
+        if (!character)
+            return false;
+        text.remove_prefix(character->length);
+    }
+    return true;
+}
+
+} // namespace fernhop::freedesktop
