@@ -1,0 +1,163 @@
+#include "platform/linux/sound/CanberraSound.h"
+
+#include "platform/linux/sound/Canberra.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <csignal>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Sounds of themes are short; one that does not end has got stuck.
+constexpr auto longestSound = 10s;
+
+/// What the destructor allows a sound system to let go.
+constexpr auto longestStop = 1s;
+
+/// Waits, and says how a sound ended.
+class Ending {
+  public:
+    static void onFinished(ca_context *, std::uint32_t, int error, void *ending) {
+        auto &self = *static_cast<Ending *>(ending);
+        const std::lock_guard lock(self.mutex);
+        self.result = error;
+        self.changed.notify_all();
+    }
+
+    Ending(std::mutex &guard, std::condition_variable &condition) : mutex(guard), changed(condition) {}
+
+    /// Whether the sound was played to its end, or is to end now.
+    bool wait(const bool &isStopping) {
+        std::unique_lock lock(mutex);
+        changed.wait_for(lock, longestSound, [&] { return result || isStopping; });
+        return result == CA_SUCCESS || isStopping;
+    }
+
+  private:
+    std::mutex &mutex;
+    std::condition_variable &changed;
+    std::optional<int> result;
+};
+
+/// A connection to the sound system.
+class Player {
+  public:
+    explicit Player(const Canberra &library) : canberra(library) {
+        if (canberra.createContext(&context) != CA_SUCCESS)
+            context = nullptr;
+        else if (canberra.openContext(context) != CA_SUCCESS)
+            close();
+        silenceAlsa();
+    }
+    ~Player() { close(); }
+    Player(const Player &) = delete;
+    Player &operator=(const Player &) = delete;
+
+    [[nodiscard]] explicit operator bool() const { return context != nullptr; }
+
+    /// Starts the sound of an event; whether that is under way, so that `ending` will be told.
+    bool start(const char *event, Ending &ending) {
+        ca_proplist *properties = nullptr;
+        if (canberra.createProperties(&properties) != CA_SUCCESS)
+            return false;
+        canberra.setProperty(properties, CA_PROP_EVENT_ID, event);
+        canberra.setProperty(properties, CA_PROP_APPLICATION_ID, "org.fernhop.Fernhop");
+        canberra.setProperty(properties, CA_PROP_APPLICATION_NAME, "Fernhop");
+        const int result = canberra.play(context, 0, properties, &Ending::onFinished, &ending);
+        canberra.destroyProperties(properties);
+        return result == CA_SUCCESS;
+    }
+
+    /// Ends what is playing; nothing is told afterwards.
+    void close() {
+        if (context)
+            canberra.destroyContext(std::exchange(context, nullptr));
+    }
+
+  private:
+    const Canberra &canberra;
+    ca_context *context = nullptr;
+};
+
+/// A thread that is started meanwhile takes no signals: those are for a thread that knows what to do with
+/// them.
+class SignalBlock {
+  public:
+    SignalBlock() {
+        sigset_t all{};
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before);
+    }
+    ~SignalBlock() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    SignalBlock(const SignalBlock &) = delete;
+    SignalBlock &operator=(const SignalBlock &) = delete;
+
+  private:
+    sigset_t before{};
+};
+
+} // namespace
+
+/// What the thread of a sound shares with the object, which it may outlive.
+struct CanberraSound::Playing {
+    std::string library;
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool isPlaying = false;
+    bool isStopping = false;
+
+    /// The work of the thread.
+    void run() {
+        if (const auto canberra = Canberra::load(library)) {
+            for (const char *event : {"bell", "dialog-warning"}) {
+                if (play(*canberra, event))
+                    break;
+            }
+        }
+        const std::lock_guard lock(mutex);
+        isPlaying = false;
+        changed.notify_all();
+    }
+
+    /// Plays the sound of an event to its end; whether there is nothing more to do.
+    bool play(const Canberra &canberra, const char *event) {
+        Ending ending(mutex, changed);
+        Player player(canberra);
+        return player && player.start(event, ending) && ending.wait(isStopping);
+    }
+};
+
+CanberraSound::CanberraSound(std::string library) : playing(std::make_shared<Playing>()) {
+    playing->library = std::move(library);
+}
+
+CanberraSound::~CanberraSound() {
+    std::unique_lock lock(playing->mutex);
+    playing->isStopping = true;
+    playing->changed.notify_all();
+    playing->changed.wait_for(lock, longestStop, [this] { return !playing->isPlaying; });
+}
+
+void CanberraSound::beep() {
+    const std::lock_guard lock(playing->mutex);
+    if (playing->isPlaying)
+        return;
+    const SignalBlock block;
+    try {
+        std::thread([shared = playing] { shared->run(); }).detach();
+        playing->isPlaying = true;
+    } catch (const std::system_error &) {
+        // No thread, no sound.
+    }
+}
+
+} // namespace fernhop::freedesktop
