@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// What can be said about text without Unicode knowledge. These answer for every text that is pure ASCII,
+/// which nearly every URL, identifier and pattern is.
+namespace fernhop::ascii {
+
+/// Whether every byte is an ASCII character.
+[[nodiscard]] inline bool isAscii(std::string_view text) {
+    unsigned char seen = 0;
+    for (const char character : text)
+        seen = static_cast<unsigned char>(seen | static_cast<unsigned char>(character));
+    return seen < 0x80;
+}
+
+/// An ASCII capital letter in lower case; any other byte as it is.
+[[nodiscard]] constexpr char lowercased(char character) {
+    const auto fromA = static_cast<unsigned char>(character - 'A');
+    return static_cast<char>(character | (fromA < 26 ? 0x20 : 0));
+}
+
+/// `text` with the ASCII capital letters in lower case.
+[[nodiscard]] inline std::string lowercased(std::string_view text) {
+    std::string result(text);
+    for (char &character : result)
+        character = lowercased(character);
+    return result;
+}
+
+[[nodiscard]] constexpr bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+[[nodiscard]] constexpr bool isLetter(char character) {
+    const char small = lowercased(character);
+    return small >= 'a' && small <= 'z';
+}
+
+} // namespace fernhop::ascii

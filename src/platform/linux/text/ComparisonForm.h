@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Text.h"
+#include "platform/linux/text/CaseRules.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fernhop::text {
+
+/// A text in the form in which it is compared: canonically decomposed and, where letter case is to be
+/// ignored, case-folded, so that equal means the same bytes. It remembers where the combining sequences of
+/// the text lie, since an occurrence covers whole ones only.
+class ComparisonForm {
+  public:
+    /// The form for a comparison in which letter case counts.
+    [[nodiscard]] static ComparisonForm plain(std::string_view text);
+    /// The form for a comparison that ignores letter case by these rules.
+    [[nodiscard]] static ComparisonForm caseless(std::string_view text, CaseRules rules);
+
+    /// The leftmost occurrence of `piece` in the text, at or after the byte `from` of the text. The result is
+    /// in bytes of the text. An empty piece occurs nowhere.
+    [[nodiscard]] std::optional<Occurrence> find(const ComparisonForm &piece, std::size_t from) const;
+    [[nodiscard]] bool endsWith(const ComparisonForm &piece) const;
+
+    bool operator==(const ComparisonForm &other) const { return form == other.form; }
+
+  private:
+    static constexpr std::size_t insideSequence = static_cast<std::size_t>(-1);
+
+    ComparisonForm() = default;
+    template <typename Transform>
+    static ComparisonForm make(std::string_view text, Transform transform);
+    void append(std::string_view sequence, std::size_t origin);
+
+    std::string form;
+    std::vector<std::size_t> origins; ///< of each byte of `form` and its end: where its sequence begins in
+                                      ///< the text, or `insideSequence`
+};
+
+} // namespace fernhop::text

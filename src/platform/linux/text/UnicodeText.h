@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace fernhop::text {
+
+/// One character of a UTF-8 text and the number of bytes that spell it.
+struct Character {
+    char32_t value;     ///< the code point; of an invalid byte, 0xDC00 plus the byte
+    std::size_t length; ///< in bytes, 1 to 4
+
+    [[nodiscard]] bool operator==(const Character &) const = default;
+};
+
+/// The character at byte `position`, which lies inside `text`. A byte that begins no valid UTF-8 sequence is
+/// a character of its own, written as a lone surrogate, which no valid text can hold.
+[[nodiscard]] Character characterAt(std::string_view text, std::size_t position);
+
+/// The last character of `text`, which is not empty.
+[[nodiscard]] Character lastCharacter(std::string_view text);
+
+/// `text` as ICU takes it. Invalid bytes become lone surrogates, which ICU leaves alone.
+[[nodiscard]] std::u16string toUtf16(std::string_view text);
+
+/// The inverse of `toUtf16`: lone surrogates become the invalid bytes that they stand for.
+[[nodiscard]] std::string toUtf8(std::u16string_view text);
+
+} // namespace fernhop::text
