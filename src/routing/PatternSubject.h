@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Text.h"
+#include "platform/Url.h"
+
+#include <string>
+#include <string_view>
+
+namespace fernhop {
+
+/// A URL made ready to be tested against many patterns: what depends on the URL alone is done once.
+class PatternSubject {
+  public:
+    explicit PatternSubject(const Url &url, const text::Locale &locale = text::Locale::current());
+    /// The same for the text of a URL. The locale is that of substring patterns; it must outlive this object.
+    explicit PatternSubject(std::string_view absoluteString,
+                            const text::Locale &locale = text::Locale::current());
+
+    /// Whether the pattern, trimmed of white space, applies to the URL, letter case ignored: with "*" as a
+    /// wildcard pattern for the whole URL, otherwise as a part of it. An empty pattern applies to nothing.
+    [[nodiscard]] bool matches(std::string_view pattern) const;
+
+  private:
+    [[nodiscard]] bool containsInLocale(std::string_view pattern) const;
+    [[nodiscard]] bool matchesAsAscii(std::string_view pattern, std::string_view lowercased) const;
+    [[nodiscard]] bool matchesAsUnicode(std::string_view pattern) const;
+
+    const text::Locale &locale;
+    std::string text; ///< the URL in lower case
+    bool isAscii;
+    bool localePairsAsciiLetters; ///< whether a byte search answers for the locale, too
+};
+
+} // namespace fernhop
