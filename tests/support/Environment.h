@@ -8,7 +8,9 @@
 namespace fernhop::support {
 
 /// Environment variables by name; an empty optional removes the variable.
-using Environment = std::map<std::string, std::optional<std::string>>;
+struct Environment : std::map<std::string, std::optional<std::string>> {
+    using map::map;
+};
 
 /// `base` with everything of `more` put over it.
 inline Environment operator+(Environment base, const Environment &more) {

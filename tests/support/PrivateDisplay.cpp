@@ -3,37 +3,11 @@
 #include "support/ReadyPipe.h"
 
 #include <signal.h>
-#include <xcb/xcb.h>
 
-#include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
-#include <string_view>
 
 namespace fernhop::support {
-
-namespace {
-
-/// Window managers that follow the desktop's conventions set this property on the root window when they are
-/// ready.
-bool hasWindowManager(const std::string &display) {
-    constexpr std::string_view property = "_NET_SUPPORTING_WM_CHECK";
-    xcb_connection_t *connection = xcb_connect(display.c_str(), nullptr);
-    bool found = false;
-    const auto atomCookie = xcb_intern_atom(connection, 1, property.size(), property.data());
-    auto *const atom = xcb_intern_atom_reply(connection, atomCookie, nullptr);
-    if (atom && atom->atom != XCB_ATOM_NONE) {
-        const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-        const auto cookie = xcb_get_property(connection, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1);
-        auto *const value = xcb_get_property_reply(connection, cookie, nullptr);
-        found = value && xcb_get_property_value_length(value) > 0;
-        std::free(value);
-    }
-    std::free(atom);
-    xcb_disconnect(connection);
-    return found;
-}
-
-} // namespace
 
 PrivateDisplay::PrivateDisplay(const TemporaryHome &home) {
     ReadyPipe ready;
@@ -46,8 +20,16 @@ PrivateDisplay::PrivateDisplay(const TemporaryHome &home) {
     if (number.empty())
         throw std::runtime_error("Xvfb did not start");
     displayName = ":" + number;
-    windowManager = std::make_unique<ChildProcess>(Command{{"openbox"}, home.environment() + environment()});
-    if (!waitUntil([this] { return hasWindowManager(displayName); }))
+    // It ends without its theme, which is the machine's.
+    const auto windowManagerEnvironment =
+        home.environment() + environment() + Environment{{"XDG_DATA_DIRS", "/usr/share"}};
+    // Windows that are shown before it has looked around may escape it.
+    const std::string sign = home.root() + "/openbox-on-display-" + number;
+    windowManager = std::make_unique<ChildProcess>(
+        Command{{"openbox", "--startup", "touch " + sign}, windowManagerEnvironment});
+    const bool settled =
+        waitUntil([&] { return !windowManager->isRunning() || std::filesystem::exists(sign); });
+    if (!settled || !windowManager->isRunning())
         throw std::runtime_error("openbox did not start");
 }
 
