@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/linux/applications/DesktopEntries.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fernhop::fakes {
+
+/// Desktop entries in memory. `scans` counts how often all of them were asked for.
+class FakeDesktopEntries : public freedesktop::DesktopEntries {
+  public:
+    std::vector<freedesktop::DesktopEntry> installed;
+    mutable int scans = 0;
+
+    freedesktop::DesktopEntry &install(std::string id, std::string exec = {}, std::string windowClass = {}) {
+        freedesktop::DesktopEntry entry;
+        entry.path = "/usr/share/applications/" + id + ".desktop";
+        entry.id = std::move(id);
+        entry.exec = std::move(exec);
+        entry.startupWMClass = std::move(windowClass);
+        installed.push_back(std::move(entry));
+        return installed.back();
+    }
+
+    std::optional<freedesktop::DesktopEntry> entry(const std::string &id) const override {
+        return find([&](const auto &entry) { return entry.id == id; });
+    }
+
+    std::optional<freedesktop::DesktopEntry> entryAtPath(const std::string &path) const override {
+        return find([&](const auto &entry) { return entry.path == path; });
+    }
+
+    std::vector<freedesktop::DesktopEntry> all() const override {
+        ++scans;
+        return installed;
+    }
+
+  private:
+    template <typename Condition>
+    std::optional<freedesktop::DesktopEntry> find(Condition holds) const {
+        for (const auto &entry : installed)
+            if (holds(entry))
+                return entry;
+        return std::nullopt;
+    }
+};
+
+} // namespace fernhop::fakes
