@@ -43,10 +43,10 @@ FreedesktopLaunchServices::copyDefaultHandlerForUrlScheme(const std::string &sch
     if (!isXfce() || (scheme != https && handler))
         return handler;
     const auto choice = xfce.choice();
-    // Both kinds of openers are in use here. Ours are only the links that no opener takes elsewhere.
-    if (!choice || (handler && handler != ownDesktopID))
-        return handler;
-    return !handler && choice->id == ownDesktopID ? std::nullopt : choice->id;
+    // Openers of both kinds are in use here. Ours are only the links that neither takes elsewhere.
+    if (choice && choice->id)
+        return choice->id == ownDesktopID ? handler : choice->id;
+    return handler == ownDesktopID ? std::nullopt : handler;
 }
 
 bool FreedesktopLaunchServices::setDefaultHandlerForUrlScheme(const std::string &scheme,

@@ -270,6 +270,11 @@ TEST_F(InXfce, ThePreferredBrowserCounts) {
     EXPECT_EQ(handler(session, "XFCE"), "firefox");
     EXPECT_EQ(handler(session, "XFCE", "http"), "firefox");
     EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+    session.writeConfig("mimeapps.list", Session::defaults("https", "chromium"));
+    EXPECT_EQ(handler(session, "XFCE"), "firefox");
+    EXPECT_EQ(handler(session, "GNOME"), "chromium");
+    session.writeConfig("xfce4/helpers.rc", "WebBrowser=debian-sensible-browser\n");
+    EXPECT_EQ(handler(session, "XFCE"), "chromium");
 }
 
 TEST_F(InXfce, LinksAreOursOnlyWhenEveryOpenerSaysSo) {
@@ -283,6 +288,14 @@ TEST_F(InXfce, LinksAreOursOnlyWhenEveryOpenerSaysSo) {
     EXPECT_EQ(handler(session, "XFCE"), "chromium");
     session.writeConfig("mimeapps.list", "");
     EXPECT_EQ(handler(session, "XFCE"), std::nullopt);
+}
+
+// Its opener then asks the user, and the link is not ours.
+TEST_F(InXfce, NoPreferredBrowserIsNoHandler) {
+    ASSERT_TRUE(setBoth(session, "GNOME", ownID));
+    EXPECT_EQ(handler(session, "XFCE"), std::nullopt);
+    ASSERT_TRUE(setBoth(session, "GNOME", "firefox"));
+    EXPECT_EQ(handler(session, "XFCE"), "firefox");
 }
 
 TEST_F(InXfce, ACommandIsNoHandler) {
