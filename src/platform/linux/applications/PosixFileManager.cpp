@@ -1,7 +1,7 @@
 #include "platform/linux/applications/PosixFileManager.h"
 
 #include "platform/linux/applications/DirectoryWalk.h"
-#include "platform/linux/applications/Utf8.h"
+#include "platform/linux/utf8/Utf8.h"
 
 #include <sys/stat.h>
 
@@ -25,6 +25,18 @@ class PosixEnumerator : public DirectoryEnumerator {
   private:
     std::unique_ptr<DirectoryWalk> walk;
 };
+
+/// `text` with each byte that is no part of a valid character replaced by U+FFFD.
+std::string validUtf8(std::string_view text) {
+    constexpr std::string_view replacement = "\xEF\xBF\xBD";
+    std::string valid;
+    while (!text.empty()) {
+        const auto character = firstUtf8Character(text);
+        valid += character ? text.substr(0, character->length) : replacement;
+        text.remove_prefix(character ? character->length : 1);
+    }
+    return valid;
+}
 
 } // namespace
 
