@@ -1,0 +1,238 @@
+#include "catalog/ApplicationCatalog.h"
+
+#include "fakes/FakeApplications.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop {
+namespace {
+
+using Names = std::vector<std::string>;
+using Schemes = std::set<std::string>;
+
+class ApplicationCatalogTest : public testing::Test {
+  protected:
+    std::vector<InstalledApplication> scan(const std::optional<std::string> &excluding = std::nullopt) {
+        return ApplicationCatalog(disk, disk, macApplicationLayout(disk)).installedApplications(excluding);
+    }
+
+    Names names(const std::optional<std::string> &excluding = std::nullopt) {
+        Names found;
+        for (const auto &application : scan(excluding))
+            found.push_back(application.name);
+        return found;
+    }
+
+    /// The scheme set of an application whose CFBundleURLTypes is `types`.
+    Schemes schemesOf(PropertyValue types) {
+        disk.install("/Applications/A.app", {"org.example.a", {{"CFBundleURLTypes", std::move(types)}}});
+        return scan().at(0).urlSchemes;
+    }
+
+    static PropertyValue urlType(PropertyValue schemes) {
+        return {PropertyDictionary{{"CFBundleURLSchemes", std::move(schemes)}}};
+    }
+
+    static PropertyValue texts(const Names &list) {
+        PropertyArray array;
+        for (const auto &text : list)
+            array.push_back({text});
+        return {array};
+    }
+
+    fakes::FakeApplications disk;
+};
+
+TEST_F(ApplicationCatalogTest, TheFourFoldersOfMacOSStandInTheirOrder) {
+    const auto layout = macApplicationLayout(disk);
+    Names paths;
+    for (const auto &directory : layout.directories)
+        paths.push_back(directory.path());
+    EXPECT_EQ(paths, (Names{"/Applications", "/System/Applications",
+                            "/System/Library/CoreServices/Applications", "/Users/ada/Applications"}));
+    EXPECT_EQ(layout.bundleExtension, "app");
+}
+
+TEST_F(ApplicationCatalogTest, AHomeThatIsTheRootFolderHasItsApplicationsThere) {
+    disk.home = "/";
+    EXPECT_EQ(macApplicationLayout(disk).directories.back().path(), "/Applications");
+}
+
+TEST_F(ApplicationCatalogTest, AnApplicationIsListedWithEverythingItSays) {
+    disk.installApplication("/Applications/Falcon.app", "org.Example.Falcon", "Falcon", {"http", "https"});
+    const std::vector<InstalledApplication> expected{
+        {"Falcon", "org.Example.Falcon", Url::fileUrl("/Applications/Falcon.app"), {"http", "https"}}};
+    EXPECT_EQ(scan(), expected);
+}
+
+TEST_F(ApplicationCatalogTest, ApplicationsOfAllFourFoldersAreListed) {
+    disk.installApplication("/Applications/A.app", "a", "A");
+    disk.installApplication("/System/Applications/B.app", "b", "B");
+    disk.installApplication("/System/Library/CoreServices/Applications/C.app", "c", "C");
+    disk.installApplication("/Users/ada/Applications/D.app", "d", "D");
+    disk.installApplication("/opt/E.app", "e", "E");
+    EXPECT_EQ(names(), (Names{"A", "B", "C", "D"}));
+}
+
+TEST_F(ApplicationCatalogTest, TheCopyInTheEarlierFolderWins) {
+    const Names folders{"/Users/ada/Applications", "/System/Library/CoreServices/Applications",
+                        "/System/Applications", "/Applications"};
+    for (const auto &folder : folders) {
+        disk.installApplication(folder + "/Same.app", "org.example.same", "Copy in " + folder);
+        const auto found = scan();
+        ASSERT_EQ(found.size(), 1U);
+        EXPECT_EQ(found[0].name, "Copy in " + folder);
+        EXPECT_EQ(found[0].appURL, Url::fileUrl(folder + "/Same.app"));
+    }
+}
+
+TEST_F(ApplicationCatalogTest, TheFirstFoundInOneFolderWins) {
+    disk.installApplication("/Applications/Second name.app", "org.example.same", "Found first");
+    disk.installApplication("/Applications/First name.app", "org.example.same", "Found second");
+    EXPECT_EQ(names(), Names{"Found first"});
+}
+
+TEST_F(ApplicationCatalogTest, IdentifiersThatDifferInCaseAreTwoApplications) {
+    disk.installApplication("/Applications/A.app", "org.example.a", "A");
+    disk.installApplication("/Applications/B.app", "org.example.A", "B");
+    EXPECT_EQ(names(), (Names{"A", "B"}));
+}
+
+TEST_F(ApplicationCatalogTest, ApplicationsInsideApplicationsAreNotListed) {
+    disk.installApplication("/Applications/Outer.app", "outer", "Outer");
+    disk.installApplication("/Applications/Outer.app/Contents/Helpers/Inner.app", "inner", "Inner");
+    disk.installApplication("/Applications/Z.app", "z", "Z");
+    EXPECT_EQ(names(), (Names{"Outer", "Z"}));
+}
+
+TEST_F(ApplicationCatalogTest, AnUnreadableApplicationStillHidesWhatIsInside) {
+    disk.addPath("/Applications/Broken.app");
+    disk.installApplication("/Applications/Broken.app/Inner.app", "inner", "Inner");
+    EXPECT_EQ(names(), Names{});
+}
+
+TEST_F(ApplicationCatalogTest, TheExtensionIsComparedExactly) {
+    disk.installApplication("/Applications/Tools.APP", "tools", "Tools");
+    disk.installApplication("/Applications/Tools.APP/Inside.app", "inside", "Inside");
+    disk.installApplication("/Applications/Mixed.App", "mixed", "Mixed");
+    disk.installApplication("/Applications/app", "app", "No extension");
+    disk.installApplication("/Applications/Other.application", "other", "Other");
+    disk.installApplication("/Applications/Old.app.bak", "old", "Old");
+    EXPECT_EQ(names(), Names{"Inside"});
+}
+
+TEST_F(ApplicationCatalogTest, SubfoldersAreSearchedAtAnyDepthAndHiddenItemsAreNot) {
+    disk.installApplication("/Applications/Vendor/Suite/2024/Deep.app", "deep", "Deep");
+    disk.installApplication("/Applications/.Hidden.app", "hidden", "Hidden");
+    disk.installApplication("/Applications/.cache/Cached.app", "cached", "Cached");
+    EXPECT_EQ(names(), Names{"Deep"});
+}
+
+TEST_F(ApplicationCatalogTest, FoldersThatAreNotThereAreLeftOut) {
+    disk.installApplication("/Applications/A.app", "a", "A");
+    disk.installApplication("/System/Applications/B.app", "b", "B");
+    EXPECT_EQ(names(), (Names{"A", "B"}));
+    EXPECT_EQ(disk.scans, 2) << "only folders that exist are walked";
+}
+
+TEST_F(ApplicationCatalogTest, AFolderThatCannotBeReadContributesNothing) {
+    disk.installApplication("/Applications/A.app", "a", "A");
+    disk.installApplication("/System/Applications/B.app", "b", "B");
+    disk.unreadableFolders = {"/Applications"};
+    EXPECT_EQ(names(), Names{"B"});
+}
+
+TEST_F(ApplicationCatalogTest, AMachineWithoutApplicationsGivesNone) {
+    EXPECT_EQ(scan().size(), 0U);
+}
+
+TEST_F(ApplicationCatalogTest, AnApplicationWithoutIdentifierIsNotListed) {
+    disk.install("/Applications/Nobody.app", {std::nullopt, {{"CFBundleDisplayName", {"Nobody"}}}});
+    EXPECT_EQ(names(), Names{});
+}
+
+TEST_F(ApplicationCatalogTest, TheExcludedOneIsLeftOutInEveryCopy) {
+    disk.installApplication("/Applications/Own.app", "org.fernhop.Fernhop", "Own");
+    disk.installApplication("/System/Applications/Own.app", "org.fernhop.Fernhop", "Own, again");
+    disk.installApplication("/Applications/A.app", "a", "A");
+    EXPECT_EQ(names("org.fernhop.Fernhop"), Names{"A"});
+    EXPECT_EQ(names(), (Names{"A", "Own"}));
+}
+
+TEST_F(ApplicationCatalogTest, ExclusionLooksAtCase) {
+    disk.installApplication("/Applications/Own.app", "org.fernhop.Fernhop", "Own");
+    EXPECT_EQ(names("org.fernhop.fernhop"), Names{"Own"});
+}
+
+TEST_F(ApplicationCatalogTest, TheNameIsTheDisplayNameThenTheNameThenTheFiles) {
+    disk.install("/Applications/1.app",
+                 {"1", {{"CFBundleDisplayName", {"Display"}}, {"CFBundleName", {"Name"}}}});
+    disk.install("/Applications/2.app", {"2", {{"CFBundleName", {"Name"}}}});
+    disk.install("/Applications/3.app", {"3", {}});
+    EXPECT_EQ(names(), (Names{"3.app", "Display", "Name"}));
+}
+
+TEST_F(ApplicationCatalogTest, AnEmptyDisplayNameIsAName) {
+    disk.install("/Applications/1.app", {"1", {{"CFBundleDisplayName", {""}}, {"CFBundleName", {"Name"}}}});
+    EXPECT_EQ(names(), Names{""});
+}
+
+TEST_F(ApplicationCatalogTest, ANameThatIsNoTextIsPassedOver) {
+    disk.install("/Applications/1.app",
+                 {"1", {{"CFBundleDisplayName", {std::int64_t{7}}}, {"CFBundleName", {"Name"}}}});
+    disk.install("/Applications/2.app", {"2", {{"CFBundleName", {PropertyArray{{"Name"}}}}}});
+    EXPECT_EQ(names(), (Names{"2.app", "Name"}));
+}
+
+TEST_F(ApplicationCatalogTest, SchemesAreLowerCasedAndFallTogether) {
+    EXPECT_EQ(schemesOf({PropertyArray{urlType(texts({"HTTP", "http", "Web+Foo"}))}}),
+              (Schemes{"http", "web+foo"}));
+}
+
+TEST_F(ApplicationCatalogTest, TheSchemesOfAllTypesAreTakenTogether) {
+    EXPECT_EQ(schemesOf({PropertyArray{urlType(texts({"http"})), urlType(texts({"https", "ftp"}))}}),
+              (Schemes{"ftp", "http", "https"}));
+}
+
+TEST_F(ApplicationCatalogTest, ATypeWithoutASchemeListContributesNothing) {
+    EXPECT_EQ(schemesOf({PropertyArray{{PropertyDictionary{{"CFBundleURLName", {"Web"}}}},
+                                       urlType({"http"}),
+                                       urlType({PropertyArray{{"http"}, {std::int64_t{1}}}}),
+                                       urlType(texts({"irc"}))}}),
+              Schemes{"irc"});
+}
+
+TEST_F(ApplicationCatalogTest, TypesInAnotherShapeDeclareNothing) {
+    EXPECT_EQ(schemesOf({"http"}), Schemes{});
+    EXPECT_EQ(schemesOf(urlType(texts({"http"}))), Schemes{});
+    EXPECT_EQ(schemesOf({PropertyArray{urlType(texts({"http"})), {"http"}}}), Schemes{});
+    EXPECT_EQ(schemesOf({PropertyArray{}}), Schemes{});
+}
+
+TEST_F(ApplicationCatalogTest, TheListIsSortedByNameWithoutRegardToCase) {
+    disk.installApplication("/Applications/1.app", "1", "banana");
+    disk.installApplication("/Applications/2.app", "2", "Apple");
+    disk.installApplication("/Applications/3.app", "3", "cherry");
+    disk.installApplication("/Applications/4.app", "4", "Blueberry");
+    EXPECT_EQ(names(), (Names{"Apple", "banana", "Blueberry", "cherry"}));
+}
+
+TEST_F(ApplicationCatalogTest, NamesThatCompareEqualKeepTheScanOrder) {
+    disk.installApplication("/Users/ada/Applications/0.app", "in the user's folder", "NOTES");
+    disk.installApplication("/Applications/2.app", "found first", "notes");
+    disk.installApplication("/Applications/1.app", "found second", "Notes");
+    EXPECT_EQ(names(), (Names{"notes", "Notes", "NOTES"}));
+}
+
+TEST_F(ApplicationCatalogTest, EachCallLooksAtTheDiskAgain) {
+    ApplicationCatalog catalog(disk, disk, macApplicationLayout(disk));
+    disk.installApplication("/Applications/A.app", "a", "A");
+    EXPECT_EQ(catalog.installedApplications({}).size(), 1U);
+    disk.installApplication("/Applications/B.app", "b", "B");
+    EXPECT_EQ(catalog.installedApplications({}).size(), 2U);
+    disk.remove("/Applications");
+    EXPECT_EQ(catalog.installedApplications({}).size(), 0U);
+}
+
+} // namespace
+} // namespace fernhop

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/Bundle.h"
+
+namespace fernhop::support {
+
+/// Real `.app` folders, read as macOS lays them out: Contents/Info.plist, an XML or a binary property list. A
+/// folder without one that can be read opens as a bundle that says nothing.
+class AppBundles : public Bundles {
+  public:
+    [[nodiscard]] std::unique_ptr<Bundle> bundleWithUrl(const Url &url) const override;
+    [[nodiscard]] std::optional<std::string> mainBundleIdentifier() const override { return std::nullopt; }
+};
+
+} // namespace fernhop::support
