@@ -149,6 +149,8 @@ class FakeApplications : public FileManager, public Bundles {
             if (item.substr(0, slash) != root || item[slash + 1] == '.')
                 continue;
             found.push_back(item);
+            if (unreadableFolders.contains(item))
+                continue;
             const auto children = itemsBeneath(item);
             found.insert(found.end(), children.begin(), children.end());
         }
