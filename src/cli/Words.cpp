@@ -24,6 +24,14 @@ bool mayBeOptionOrCommand(std::string_view word) {
     return isName(isLong ? word.substr(0, word.find('=')) : word);
 }
 
+/// "--option=value" with the mark on its value, which may be empty and would then not count as one.
+std::string withProtectedValue(std::string word) {
+    const auto equals = word.find('=');
+    if (equals != std::string::npos)
+        word.insert(equals + 1, 1, mark);
+    return word;
+}
+
 } // namespace
 
 std::vector<std::string> protectedWords(const std::vector<std::string> &words) {
@@ -35,7 +43,7 @@ std::vector<std::string> protectedWords(const std::vector<std::string> &words) {
         else if (optionsEnded || !mayBeOptionOrCommand(word))
             result.push_back(mark + word);
         else
-            result.push_back(word);
+            result.push_back(withProtectedValue(word));
     }
     return result;
 }

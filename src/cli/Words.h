@@ -10,7 +10,7 @@ namespace fernhop::cli {
 /// would lose its meaning inside commands.
 ///
 /// Every word that can be no option and no command's name gets the mark, and after "--" every word does; the
-/// "--" itself goes.
+/// "--" itself goes. In "--option=value" the value gets it.
 [[nodiscard]] std::vector<std::string> protectedWords(const std::vector<std::string> &words);
 
 /// The word without its mark, as it was typed.

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "cli/Command.h"
+#include "cli/Context.h"
+#include "platform/CommandResult.h"
+
+#include <string_view>
+
+namespace fernhop::cli {
+
+/// What a command has to do with.
+struct Call {
+    std::string_view input; ///< what it reads
+    const Context &context;
+};
+
+/// Each command, carried out. What reads or writes files is the client's part: here documents come from the
+/// input and go to the output.
+[[nodiscard]] CommandResult carryOut(const command::Run &, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Open &open, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Explain &explain, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Match &match, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Status &status, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::ListApps &list, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::ListBrowsers &list, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::ListURLRules &list, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::AddURLRule &rule, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::EditURLRule &rule, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::RemoveURLRule &rule, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::ListAppRules &list, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::SetAppRule &rule, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::RemoveAppRule &rule, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::SwitchRouting &routing, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::SetDefault &choice, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::RestoreOnQuit &restore, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Export &, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Import &, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Refresh &, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::Quit &, const Call &call);
+
+} // namespace fernhop::cli

@@ -1,0 +1,54 @@
+#include "cli/Files.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <fstream>
+#include <istream>
+#include <string_view>
+#include <system_error>
+
+namespace fernhop::cli {
+
+namespace {
+
+constexpr std::size_t largestFile = std::size_t{64} << 20U;
+
+std::string lastError() {
+    return std::error_code(errno, std::generic_category()).message();
+}
+
+} // namespace
+
+std::variant<std::string, ReadingFailed> readFile(const std::string &path) {
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    return file ? readStream(file) : ReadingFailed{lastError()};
+}
+
+std::variant<std::string, ReadingFailed> readStream(std::istream &stream) {
+    std::string content;
+    std::array<char, 65536> buffer;
+    errno = 0;
+    while (stream && content.size() <= largestFile) {
+        stream.read(buffer.data(), buffer.size());
+        content.append(buffer.data(), static_cast<std::size_t>(stream.gcount()));
+    }
+    if (stream.bad())
+        return ReadingFailed{lastError()};
+    if (content.size() > largestFile)
+        return ReadingFailed{"it is too large"};
+    return content;
+}
+
+std::optional<std::string> writeFile(const std::string &path, const std::string &content) {
+    errno = 0;
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file << content << std::flush;
+    file.close();
+    if (!file)
+        return lastError();
+    return std::nullopt;
+}
+
+} // namespace fernhop::cli

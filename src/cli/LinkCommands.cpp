@@ -1,0 +1,103 @@
+#include "cli/Commands.h"
+#include "cli/Json.h"
+#include "cli/NameLookup.h"
+#include "cli/PatternTest.h"
+#include "cli/PlainText.h"
+#include "cli/Results.h"
+
+#include <string>
+
+namespace fernhop::cli {
+
+namespace {
+
+Json explanationDocument(const RoutingDecision &decision) {
+    Json steps = Json::array();
+    for (const auto &passed : decision.passedOver)
+        steps.push_back(describe(passed));
+    return {{"url", decision.url.absoluteString()},  {"source", toJson(decision.source)},
+            {"urlRule", toJson(decision.urlRule)},   {"appRule", toJson(decision.appRule)},
+            {"fallback", toJson(decision.fallback)}, {"target", toJson(decision.target)},
+            {"because", nameOf(decision.because)},   {"steps", std::move(steps)}};
+}
+
+std::string_view becauseWords(RoutingReason reason) {
+    switch (reason) {
+    case RoutingReason::urlRule:
+        return "the URL rule says so";
+    case RoutingReason::appRule:
+        return "the app rule says so";
+    case RoutingReason::fallback:
+        return "it is the fallback browser";
+    case RoutingReason::firstBrowser:
+        return "it is the first installed browser";
+    case RoutingReason::none:
+        break;
+    }
+    return "no browser can open it";
+}
+
+std::string line(std::string_view label, std::string_view value) {
+    return std::string(label) + plain(value) + "\n";
+}
+
+std::string explanationText(const RoutingDecision &decision, const Context &context) {
+    const auto named = [&](const std::optional<std::string> &bundleID, const char *otherwise) {
+        return bundleID ? describeApplication(*bundleID, context) : std::string(otherwise);
+    };
+    std::string text = line("Link:       ", decision.url.absoluteString());
+    text += line("Comes from: ", decision.source ? *decision.source : "unknown");
+    text += line("URL rule:   ", decision.urlRule ? decision.urlRule->pattern + " -> " +
+                                                        named(decision.urlRule->browserBundleID, "")
+                                                  : "none matches");
+    text += line("App rule:   ", named(decision.appRule, "none"));
+    text += line("Fallback:   ", named(decision.fallback, "none stored"));
+    for (const auto &passed : decision.passedOver)
+        text += line("Passed over: ", describe(passed));
+    text +=
+        line("Opens in:   ",
+             decision.target ? decision.target->name + " (" + decision.target->bundleID + ")" : "nothing");
+    return text + line("Because:    ", becauseWords(decision.because));
+}
+
+} // namespace
+
+CommandResult carryOut(const command::Explain &explain, const Call &call) {
+    const auto url = Url::parse(explain.url);
+    if (!url)
+        return misused(inQuotes(explain.url) + " is not a URL.");
+    const auto source = explain.source ? explain.source : call.context.session.source();
+    const auto decision = call.context.controller.decide(*url, source);
+    return done(explain.json ? documentText(explanationDocument(decision))
+                             : explanationText(decision, call.context));
+}
+
+CommandResult carryOut(const command::Open &open, const Call &call) {
+    CommandResult result;
+    for (const auto &text : open.urls) {
+        const auto url = Url::parse(text);
+        if (url && call.context.controller.deliver(*url))
+            continue;
+        result.status = exitStatus::failure;
+        result.errors +=
+            failed(inQuotes(text) + (url ? " was not opened: Fernhop does not run." : " is not a URL."))
+                .errors;
+    }
+    return result;
+}
+
+CommandResult carryOut(const command::Match &match, const Call &call) {
+    PatternTest test(match.pattern);
+    std::string answers;
+    for (const auto &url : match.urls)
+        answers += test.answerFor(url);
+    std::string_view lines = match.urls.empty() ? call.input : std::string_view();
+    while (!lines.empty()) {
+        const auto end = lines.find('\n');
+        answers += test.answerFor(lines.substr(0, end));
+        lines.remove_prefix(end == std::string_view::npos ? lines.size() : end + 1);
+    }
+    return {test.allMatched() ? exitStatus::success : exitStatus::failure, std::move(answers), ""};
+}
+
+} // namespace fernhop::cli

@@ -1,0 +1,33 @@
+#include "cli/Results.h"
+
+#include "cli/PlainText.h"
+
+#include <utility>
+
+namespace fernhop::cli {
+
+namespace {
+
+std::string complaint(std::string_view reason) {
+    return "fernhop: " + plain(reason) + "\n";
+}
+
+} // namespace
+
+CommandResult done(std::string output) {
+    return {exitStatus::success, std::move(output), ""};
+}
+
+CommandResult failed(std::string_view reason) {
+    return {exitStatus::failure, "", complaint(reason)};
+}
+
+CommandResult misused(std::string_view reason) {
+    return {exitStatus::usage, "", complaint(reason)};
+}
+
+std::string inQuotes(std::string_view text) {
+    return '"' + std::string(text) + '"';
+}
+
+} // namespace fernhop::cli

@@ -1,0 +1,135 @@
+#include "cli/Commands.h"
+#include "cli/NameLookup.h"
+#include "cli/PlainText.h"
+#include "cli/Results.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace fernhop::cli {
+
+namespace {
+
+constexpr std::string_view notStored = "The change could not be stored.";
+
+/// What is wrong with a pattern whatever the system's state; nothing when it can be a rule's.
+std::optional<CommandResult> refusalOf(const std::string &pattern) {
+    if (!isUtf8(pattern))
+        return misused("The pattern " + inQuotes(pattern) + " is not valid UTF-8.");
+    if (text::trimmed(pattern).empty())
+        return misused("The pattern is empty: it would match nothing.");
+    return std::nullopt;
+}
+
+CommandResult noSuchRule(const std::string &id) {
+    return failed("There is no URL rule " + inQuotes(id) + ". 'fernhop url-rules list' lists them.");
+}
+
+bool hasRule(const Preferences &preferences, const std::string &id) {
+    const auto rules = preferences.urlRules();
+    return std::ranges::find(rules, id, &URLRule::id) != rules.end();
+}
+
+/// What follows every choice of a browser for a rule, by menu, dialog or command: App Routing is on, so that
+/// the rule has a meaning.
+CommandResult ruleStored(const std::string &description, const Context &context) {
+    const bool wasOn = context.defaultHandlers.isRoutingEnabled();
+    if (!wasOn)
+        context.defaultHandlers.enableAppRouting();
+    context.controller.rebuildMenu();
+    CommandResult result = done(plain(description) + "\n");
+    if (!wasOn && context.defaultHandlers.isRoutingEnabled())
+        result.output += "App Routing is on now.\n";
+    else if (!wasOn) {
+        const auto refused =
+            failed("The rule is stored, but the system did not let App Routing be turned on.");
+        result.status = refused.status;
+        result.errors = refused.errors;
+    }
+    return result;
+}
+
+std::string describeRule(const URLRule &rule, const Context &context) {
+    return "Rule " + rule.id + ": " + rule.pattern + " -> " +
+           describeApplication(rule.browserBundleID, context);
+}
+
+} // namespace
+
+CommandResult carryOut(const command::AddURLRule &rule, const Call &call) {
+    if (const auto refusal = refusalOf(rule.pattern))
+        return *refusal;
+    const auto browser = lookUpBrowser(rule.browser, BrowserKind::anyInstalled, call.context);
+    if (const auto *failure = std::get_if<CommandResult>(&browser))
+        return *failure;
+    const auto &bundleID = std::get<std::string>(browser);
+    call.context.preferences.addURLRule(rule.pattern, bundleID);
+
+    const auto rules = call.context.preferences.urlRules();
+    const auto stored = std::ranges::find_if(rules, [&](const URLRule &candidate) {
+        return text::caseInsensitiveEqual(candidate.pattern, text::trimmed(rule.pattern));
+    });
+    if (stored == rules.end() || stored->browserBundleID != bundleID)
+        return failed(notStored);
+    return ruleStored(describeRule(*stored, call.context), call.context);
+}
+
+CommandResult carryOut(const command::EditURLRule &edit, const Call &call) {
+    if (const auto refusal = refusalOf(edit.pattern))
+        return *refusal;
+    const auto browser = lookUpBrowser(edit.browser, BrowserKind::anyInstalled, call.context);
+    if (const auto *failure = std::get_if<CommandResult>(&browser))
+        return *failure;
+    if (!hasRule(call.context.preferences, edit.id))
+        return noSuchRule(edit.id);
+    const URLRule wanted{edit.id, std::string(text::trimmed(edit.pattern)), std::get<std::string>(browser)};
+    call.context.preferences.updateURLRule(wanted.id, wanted.pattern, wanted.browserBundleID);
+
+    const auto rules = call.context.preferences.urlRules();
+    if (std::ranges::find(rules, wanted) == rules.end())
+        return failed(notStored);
+    return ruleStored(describeRule(wanted, call.context), call.context);
+}
+
+CommandResult carryOut(const command::RemoveURLRule &rule, const Call &call) {
+    Preferences &preferences = call.context.preferences;
+    if (!hasRule(preferences, rule.id))
+        return noSuchRule(rule.id);
+    preferences.removeURLRule(rule.id);
+    call.context.controller.rebuildMenu();
+    return hasRule(preferences, rule.id) ? failed(notStored) : done("");
+}
+
+CommandResult carryOut(const command::SetAppRule &rule, const Call &call) {
+    const auto app = lookUpApplication(rule.app, call.context);
+    if (const auto *failure = std::get_if<CommandResult>(&app))
+        return *failure;
+    const auto browser = lookUpBrowser(rule.browser, BrowserKind::anyInstalled, call.context);
+    if (const auto *failure = std::get_if<CommandResult>(&browser))
+        return *failure;
+    const auto &source = std::get<std::string>(app);
+    const auto &bundleID = std::get<std::string>(browser);
+    call.context.preferences.setBrowser(bundleID, source);
+
+    const auto rules = call.context.preferences.appRules();
+    const auto stored = rules.find(source);
+    if (stored == rules.end() || stored->second != bundleID)
+        return failed(notStored);
+    return ruleStored("Links from " + describeApplication(source, call.context) + " -> " +
+                          describeApplication(bundleID, call.context),
+                      call.context);
+}
+
+CommandResult carryOut(const command::RemoveAppRule &rule, const Call &call) {
+    const auto app = lookUpRuledApplication(rule.app, call.context);
+    if (const auto *failure = std::get_if<CommandResult>(&app))
+        return *failure;
+    const auto &source = std::get<std::string>(app);
+    call.context.preferences.removeRule(source);
+    call.context.controller.rebuildMenu();
+    return call.context.preferences.appRules().contains(source) ? failed(notStored) : done("");
+}
+
+} // namespace fernhop::cli

@@ -1,0 +1,308 @@
+#include "cli/CommandLine.h"
+
+#include "fakes/FakeResidentConnection.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace fernhop::cli {
+namespace {
+
+/// The client with a resident to reach, or none, and something that performs commands where there is none.
+class CommandLine : public testing::Test {
+  protected:
+    std::optional<int> run(const std::vector<std::string> &words) { return runCommandLine(words, process); }
+
+    fakes::FakeResident resident;
+    bool hasBus = true;
+    int connections = 0;
+    CommandResult localAnswer{0, "local\n", ""};
+    std::vector<fakes::FakeResident::Call> localCalls;
+    std::istringstream input;
+    std::ostringstream output;
+    std::ostringstream errors;
+    Process process{input, output, errors,
+                    [this]() -> std::unique_ptr<ResidentConnection> {
+                        ++connections;
+                        return hasBus ? std::make_unique<fakes::FakeResidentConnection>(resident) : nullptr;
+                    },
+                    [this](const std::vector<std::string> &words, std::string_view read) {
+                        localCalls.push_back({words, std::string(read)});
+                        return localAnswer;
+                    }};
+};
+
+TEST_F(CommandLine, becomesTheResidentWithoutWords) {
+    EXPECT_EQ(run({}), std::nullopt);
+    EXPECT_EQ(connections, 0);
+}
+
+TEST_F(CommandLine, asksTheRunningFernhop) {
+    resident.answer = CommandResult{1, "out\n", "err\n"};
+    EXPECT_EQ(run({"url-rules", "add", "a b", "c"}), 1);
+    EXPECT_EQ(output.str(), "out\n");
+    EXPECT_EQ(errors.str(), "err\n");
+    ASSERT_EQ(resident.calls.size(), 1U);
+    EXPECT_EQ(resident.calls[0].arguments, (std::vector<std::string>{"url-rules", "add", "a b", "c"}));
+    EXPECT_TRUE(localCalls.empty());
+}
+
+TEST_F(CommandLine, performsByItselfWhenNoneRuns) {
+    EXPECT_EQ(run({"status", "--json"}), 0);
+    EXPECT_EQ(output.str(), "local\n");
+    ASSERT_EQ(localCalls.size(), 1U);
+    EXPECT_EQ(localCalls[0].arguments, (std::vector<std::string>{"status", "--json"}));
+}
+
+TEST_F(CommandLine, performsByItselfWithoutABus) {
+    hasBus = false;
+    localAnswer = {1, "", "no\n"};
+    EXPECT_EQ(run({"routing", "on"}), 1);
+    EXPECT_EQ(errors.str(), "no\n");
+    EXPECT_EQ(localCalls.size(), 1U);
+}
+
+TEST_F(CommandLine, needsNobodyForHelpAndComplaints) {
+    EXPECT_EQ(run({"--help"}), 0);
+    EXPECT_NE(output.str(), "");
+    EXPECT_EQ(run({"--version"}), 0);
+    EXPECT_EQ(errors.str(), "");
+    EXPECT_EQ(run({"--wrong"}), 2);
+    EXPECT_NE(errors.str(), "");
+    EXPECT_EQ(connections, 0);
+    EXPECT_TRUE(localCalls.empty());
+}
+
+TEST_F(CommandLine, refusesWordsThatTheBusCannotCarry) {
+    resident.answer = CommandResult{};
+    EXPECT_EQ(run({"url-rules", "add", "a\xff", "b"}), 2);
+    EXPECT_EQ(errors.str(), "fernhop: \"a\\xff\" is not valid UTF-8.\n");
+    EXPECT_TRUE(resident.calls.empty());
+    EXPECT_TRUE(localCalls.empty());
+}
+
+TEST_F(CommandLine, deliversLinks) {
+    EXPECT_EQ(run({"open", "https://a.example/%F0", "https://b.example/a b\xff"}), 0);
+    EXPECT_EQ(resident.opened,
+              (std::vector<std::string>{"https://a.example/%F0", "https://b.example/a%20b%FF"}));
+    EXPECT_EQ(output.str(), "");
+    EXPECT_EQ(errors.str(), "");
+}
+
+TEST_F(CommandLine, deliversTheOthersWhenOneIsNoLink) {
+    EXPECT_EQ(run({"open", "", "https://a.example/"}), 1);
+    EXPECT_EQ(resident.opened, std::vector<std::string>{"https://a.example/"});
+    EXPECT_EQ(errors.str(), "fernhop: \"\" is not a URL.\n");
+}
+
+TEST_F(CommandLine, tellsWhyLinksWereNotDelivered) {
+    resident.obstacle = "Nobody is there.";
+    EXPECT_EQ(run({"open", "https://a.example/"}), 1);
+    EXPECT_EQ(errors.str(), "fernhop: Nobody is there.\n");
+    hasBus = false;
+    EXPECT_EQ(run({"open", "https://a.example/"}), 1);
+    EXPECT_NE(errors.str().find("session bus"), std::string::npos);
+}
+
+TEST_F(CommandLine, explainsAnyBytes) {
+    resident.answer = CommandResult{};
+    EXPECT_EQ(run({"explain", "--json", "--source", "-x", "https://a.example/\xff b"}), 0);
+    ASSERT_EQ(resident.calls.size(), 1U);
+    EXPECT_EQ(resident.calls[0].arguments, (std::vector<std::string>{"explain", "--source", "-x", "--json",
+                                                                     "--", "https://a.example/%FF%20b"}));
+    EXPECT_EQ(run({"explain", ""}), 2);
+    EXPECT_EQ(resident.calls.size(), 1U);
+}
+
+TEST_F(CommandLine, matchNeedsNobody) {
+    EXPECT_EQ(run({"match", "*.pdf", "x:a.pdf", "x:b"}), 1);
+    EXPECT_EQ(output.str(), "yes\nno\n");
+    EXPECT_EQ(run({"match", "*.pdf", "x:a.pdf"}), 0);
+    EXPECT_EQ(connections, 0);
+    EXPECT_TRUE(localCalls.empty());
+}
+
+TEST_F(CommandLine, matchReadsItsInput) {
+    input.str("x:a.pdf\nx:b\n\nx:c.pdf");
+    EXPECT_EQ(run({"match", "*.pdf"}), 1);
+    EXPECT_EQ(output.str(), "yes\nno\nno\nyes\n");
+}
+
+TEST_F(CommandLine, matchOfNoLinesIsTrue) {
+    EXPECT_EQ(run({"match", "*.pdf"}), 0);
+    EXPECT_EQ(output.str(), "");
+}
+
+/// Hands out one line at a time and notes what has been answered by then.
+class Dialogue : public std::stringbuf {
+  public:
+    Dialogue(std::vector<std::string> given, const std::ostringstream &answers)
+        : lines(std::move(given)), answered(answers) {}
+
+    std::vector<std::string> seen; ///< the answers at each time that another line was asked for
+
+  protected:
+    int_type underflow() override {
+        seen.push_back(answered.str());
+        if (next == lines.size())
+            return traits_type::eof();
+        current = lines[next++];
+        setg(current.data(), current.data(), current.data() + current.size());
+        return traits_type::to_int_type(current.front());
+    }
+    std::streamsize showmanyc() override { return 0; }
+
+  private:
+    std::vector<std::string> lines;
+    const std::ostringstream &answered;
+    std::string current;
+    std::size_t next = 0;
+};
+
+TEST_F(CommandLine, matchAnswersEachLineBeforeItWaitsForTheNext) {
+    Dialogue dialogue({"x:a.pdf\n", "x:b\n"}, output);
+    std::istream spoken(&dialogue);
+    const Process talking{spoken, output, errors, process.connect, process.performHere};
+    EXPECT_EQ(runCommandLine({"match", "*.pdf"}, talking), 1);
+    EXPECT_EQ(dialogue.seen, (std::vector<std::string>{"", "yes\n", "yes\nno\n"}));
+}
+
+/// An output that fails as a closed pipe or a full disk does.
+class FailingOutput : public std::streambuf {
+  public:
+    explicit FailingOutput(int errorNumber) : reason(errorNumber) {}
+
+    int attempts = 0;
+
+  protected:
+    int_type overflow(int_type) override { return fail(); }
+    std::streamsize xsputn(const char *, std::streamsize) override {
+        fail();
+        return 0;
+    }
+
+  private:
+    int_type fail() {
+        ++attempts;
+        errno = reason;
+        return traits_type::eof();
+    }
+
+    int reason;
+};
+
+TEST_F(CommandLine, endsQuietlyWhenNobodyReads) {
+    FailingOutput closed(EPIPE);
+    std::ostream pipe(&closed);
+    const Process piped{input, pipe, errors, process.connect, process.performHere};
+    EXPECT_EQ(runCommandLine({"status"}, piped), 0);
+    pipe.clear();
+    EXPECT_EQ(runCommandLine({"--help"}, piped), 0);
+    EXPECT_EQ(errors.str(), "");
+}
+
+TEST_F(CommandLine, matchStopsWhenNobodyReads) {
+    FailingOutput closed(EPIPE);
+    std::ostream pipe(&closed);
+    input.str("x:a\nx:b\nx:c\n");
+    const Process piped{input, pipe, errors, process.connect, process.performHere};
+    EXPECT_EQ(runCommandLine({"match", "x"}, piped), 0);
+    EXPECT_EQ(closed.attempts, 1);
+    EXPECT_EQ(errors.str(), "");
+}
+
+TEST_F(CommandLine, complainsWhenTheOutputCannotBeWritten) {
+    FailingOutput full(ENOSPC);
+    std::ostream disk(&full);
+    const Process filled{input, disk, errors, process.connect, process.performHere};
+    EXPECT_EQ(runCommandLine({"status"}, filled), 1);
+    EXPECT_NE(errors.str(), "");
+}
+
+class CommandLineFiles : public CommandLine {
+  protected:
+    CommandLineFiles() { std::filesystem::create_directories(folder); }
+    ~CommandLineFiles() override { std::filesystem::remove_all(folder); }
+
+    [[nodiscard]] std::string path(const std::string &name) const { return (folder / name).string(); }
+
+    static std::string contentOf(const std::string &file) {
+        std::ostringstream content;
+        content << std::ifstream(file).rdbuf();
+        return content.str();
+    }
+
+    const std::filesystem::path folder =
+        std::filesystem::path(testing::TempDir()) /
+        ("fernhop-cli-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+};
+
+TEST_F(CommandLineFiles, exportWritesAFile) {
+    resident.answer = CommandResult{0, "{}\n", ""};
+    std::ofstream(path("out.json")) << "something that was longer";
+    EXPECT_EQ(run({"export", path("out.json")}), 0);
+    EXPECT_EQ(contentOf(path("out.json")), "{}\n");
+    EXPECT_EQ(output.str(), "");
+    ASSERT_EQ(resident.calls.size(), 1U);
+    EXPECT_EQ(resident.calls[0].arguments, std::vector<std::string>{"export"});
+}
+
+TEST_F(CommandLineFiles, exportPrintsWithoutAFile) {
+    resident.answer = CommandResult{0, "{}\n", ""};
+    EXPECT_EQ(run({"export"}), 0);
+    EXPECT_EQ(run({"export", "-"}), 0);
+    EXPECT_EQ(output.str(), "{}\n{}\n");
+}
+
+TEST_F(CommandLineFiles, exportTellsWhyItCouldNotWrite) {
+    EXPECT_EQ(run({"export", path("no/such/folder.json")}), 1);
+    EXPECT_NE(errors.str().find("could not be written: No such file"), std::string::npos) << errors.str();
+}
+
+TEST_F(CommandLineFiles, aFailedExportWritesNoFile) {
+    resident.answer = CommandResult{1, "", "gone\n"};
+    EXPECT_EQ(run({"export", path("out.json")}), 1);
+    EXPECT_FALSE(std::filesystem::exists(path("out.json")));
+    EXPECT_EQ(errors.str(), "gone\n");
+}
+
+TEST_F(CommandLineFiles, importReadsTheFileHere) {
+    const std::string content("{\"a\":\"\xff\0\"}", 10);
+    std::ofstream(path("in.json")) << content;
+    EXPECT_EQ(run({"import", path("in.json")}), 0);
+    ASSERT_EQ(localCalls.size(), 1U);
+    EXPECT_EQ(localCalls[0].arguments, (std::vector<std::string>{"import", "-"}));
+    EXPECT_EQ(localCalls[0].input, content);
+}
+
+TEST_F(CommandLineFiles, importReadsStandardInput) {
+    input.str("{}");
+    resident.answer = CommandResult{};
+    EXPECT_EQ(run({"import", "-"}), 0);
+    ASSERT_EQ(resident.calls.size(), 1U);
+    EXPECT_EQ(resident.calls[0].input, "{}");
+}
+
+TEST_F(CommandLineFiles, importTellsWhyItCouldNotRead) {
+    EXPECT_EQ(run({"import", path("missing.json")}), 1);
+    EXPECT_NE(errors.str().find("could not be read: No such file"), std::string::npos) << errors.str();
+    EXPECT_EQ(run({"import", folder.string()}), 1);
+    EXPECT_NE(errors.str().find("could not be read: Is a directory"), std::string::npos) << errors.str();
+    EXPECT_TRUE(localCalls.empty());
+}
+
+TEST_F(CommandLineFiles, importReadsNoMonsters) {
+    std::ofstream(path("large")).close();
+    std::filesystem::resize_file(path("large"), (std::uintmax_t{64} << 20U) + 1);
+    EXPECT_EQ(run({"import", path("large")}), 1);
+    EXPECT_NE(errors.str().find("too large"), std::string::npos);
+    EXPECT_TRUE(localCalls.empty());
+}
+
+} // namespace
+} // namespace fernhop::cli

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "cli/World.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace fernhop::cli {
+
+/// A test of commands that is run twice: with a running Fernhop, and with none.
+class EachSide : public testing::TestWithParam<bool>, protected World {
+  protected:
+    void SetUp() override {
+        report.runs = GetParam();
+        if (GetParam())
+            launch();
+    }
+
+    nlohmann::json runJson(const std::vector<std::string> &words) {
+        const auto result = run(words);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.errors, "");
+        return nlohmann::json::parse(result.output);
+    }
+
+    /// The menu shows the change, where there is a menu.
+    void expectMenuRebuilt() const { EXPECT_TRUE(!GetParam() || presentation.rebuilds > 0); }
+};
+
+inline std::string sideName(const testing::TestParamInfo<bool> &info) {
+    return info.param ? "Resident" : "Local";
+}
+
+} // namespace fernhop::cli

@@ -1,0 +1,134 @@
+#include "cli/EachSide.h"
+
+namespace fernhop::cli {
+namespace {
+
+using nlohmann::json;
+
+class LinkCommands : public EachSide {};
+INSTANTIATE_TEST_SUITE_P(, LinkCommands, testing::Bool(), sideName);
+
+TEST_P(LinkCommands, explainNamesTheURLRule) {
+    preferences().setURLRules({{"1", "nothing.example", alpha}, {"2", "docs.example", beta}});
+    EXPECT_EQ(
+        runJson({"explain", "--json", "https://docs.example/a%20b"}),
+        (json{{"url", "https://docs.example/a%20b"},
+              {"source", nullptr},
+              {"urlRule", {{"id", "2"}, {"pattern", "docs.example"}, {"browserBundleID", beta}}},
+              {"appRule", nullptr},
+              {"fallback", nullptr},
+              {"target",
+               {{"name", "Beta Browser"}, {"bundleID", beta}, {"appURL", "file:///Applications/Beta.app"}}},
+              {"because", "urlRule"},
+              {"steps", json::array()}}));
+}
+
+TEST_P(LinkCommands, explainNamesTheAppRuleOfTheSource) {
+    preferences().setBrowser(beta, editor);
+    const auto told = runJson({"explain", "--source", editor, "--json", "https://docs.example/"});
+    EXPECT_EQ(told["source"], editor);
+    EXPECT_EQ(told["appRule"], beta);
+    EXPECT_EQ(told["because"], "appRule");
+    EXPECT_EQ(told["target"]["bundleID"], beta);
+}
+
+TEST_P(LinkCommands, explainTakesThePresentSource) {
+    preferences().setBrowser(beta, editor);
+    report.sourceBundleID = editor;
+    EXPECT_EQ(runJson({"explain", "--json", "https://docs.example/"})["because"], "appRule");
+    EXPECT_EQ(runJson({"explain", "--json", "--source", "org.other", "https://docs.example/"})["because"],
+              "firstBrowser");
+}
+
+TEST_P(LinkCommands, explainNamesTheFallback) {
+    defaults.stored["routingFallbackBrowserID"] = {beta};
+    const auto told = runJson({"explain", "--json", "https://docs.example/"});
+    EXPECT_EQ(told["fallback"], beta);
+    EXPECT_EQ(told["because"], "fallback");
+    EXPECT_EQ(told["steps"], json::array());
+}
+
+TEST_P(LinkCommands, explainSaysWhyCandidatesWerePassedOver) {
+    preferences().setURLRules({{"1", "docs.example", "org.example.Gone"}});
+    preferences().setBrowser(beta, editor);
+    defaults.stored["routingFallbackBrowserID"] = {own};
+    const auto told = runJson({"explain", "--json", "--source", editor, "https://docs.example/"});
+    EXPECT_EQ(told["because"], "firstBrowser");
+    EXPECT_EQ(told["target"]["bundleID"], alpha);
+    EXPECT_EQ(told["fallback"], own);
+    EXPECT_EQ(told["urlRule"]["id"], "1");
+    ASSERT_EQ(told["steps"].size(), 3U);
+    EXPECT_NE(told["steps"][0].get<std::string>().find("org.example.Gone"), std::string::npos);
+    EXPECT_NE(told["steps"][1].get<std::string>().find(beta), std::string::npos);
+    EXPECT_NE(told["steps"][2].get<std::string>().find("Fernhop"), std::string::npos);
+}
+
+TEST_P(LinkCommands, explainIsForPeopleToo) {
+    preferences().setURLRules({{"1", "docs.example", "org.example.Gone"}});
+    const auto told = run({"explain", "https://docs.example/"});
+    EXPECT_EQ(told.status, 0);
+    for (const char *part : {"https://docs.example/", "org.example.Gone (not installed)", "Alpha Browser",
+                             "it is the first installed browser", "unknown"})
+        EXPECT_NE(told.output.find(part), std::string::npos) << part << "\n" << told.output;
+}
+
+TEST_P(LinkCommands, explainOpensNothing) {
+    EXPECT_EQ(run({"explain", "https://docs.example/"}).status, 0);
+    EXPECT_TRUE(workspace.opened.empty());
+    EXPECT_TRUE(log.lines.empty());
+}
+
+TEST_P(LinkCommands, explainRefusesWhatIsNoURL) {
+    const auto told = run({"explain", ""});
+    EXPECT_EQ(told.status, 2);
+    EXPECT_EQ(told.output, "");
+    EXPECT_NE(told.errors, "");
+}
+
+TEST_P(LinkCommands, matchAnswersForEachURL) {
+    const auto told = run({"match", "*.pdf", "https://a.example/b.PDF", "https://a.example/", "x:y.pdf"});
+    EXPECT_EQ(told.output, "yes\nno\nyes\n");
+    EXPECT_EQ(told.status, 1);
+    EXPECT_EQ(run({"match", "*.pdf", "https://a.example/b.pdf"}).status, 0);
+}
+
+TEST_P(LinkCommands, matchReadsLines) {
+    EXPECT_EQ(
+        run({"match", "docs"}, "https://docs.example/\nhttps://a.example/\n\nhttps://docs.example/").output,
+        "yes\nno\nno\nyes\n");
+    EXPECT_EQ(run({"match", "docs"}, "").output, "");
+    EXPECT_EQ(run({"match", "docs"}, "").status, 0);
+}
+
+TEST_P(LinkCommands, matchNeverMatchesABlankPattern) {
+    EXPECT_EQ(run({"match", " ", "https://docs.example/"}), (CommandResult{1, "no\n", ""}));
+}
+
+class Opening : public testing::Test, protected World {};
+
+TEST_F(Opening, deliversToARunningFernhop) {
+    launch();
+    const auto told = run({"open", "https://a.example/", "https://b.example/"});
+    EXPECT_EQ(told, CommandResult{});
+    ASSERT_EQ(workspace.opened.size(), 2U);
+    EXPECT_EQ(workspace.opened[0].urls.front().absoluteString(), "https://a.example/");
+    EXPECT_EQ(workspace.opened[1].urls.front().absoluteString(), "https://b.example/");
+}
+
+TEST_F(Opening, opensTheOthersWhenOneIsNoURL) {
+    launch();
+    const auto told = run({"open", "", "https://b.example/"});
+    EXPECT_EQ(told.status, 1);
+    EXPECT_NE(told.errors, "");
+    ASSERT_EQ(workspace.opened.size(), 1U);
+}
+
+TEST_F(Opening, needsARunningFernhop) {
+    const auto told = run({"open", "https://a.example/"});
+    EXPECT_EQ(told.status, 1);
+    EXPECT_NE(told.errors.find("does not run"), std::string::npos);
+    EXPECT_TRUE(workspace.opened.empty());
+}
+
+} // namespace
+} // namespace fernhop::cli

@@ -1,0 +1,56 @@
+#include "cli/PlainText.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop::cli {
+namespace {
+
+TEST(PlainText, leavesOrdinaryTextAlone) {
+    EXPECT_EQ(plain("https://docs.example/*?a=b&c=\\d"), "https://docs.example/*?a=b&c=\\d");
+    EXPECT_EQ(plain("浏览器 Überseekarte 🦊"), "浏览器 Überseekarte 🦊");
+    EXPECT_EQ(plain(""), "");
+}
+
+TEST(PlainText, escapesWhatMovesTheCursor) {
+    EXPECT_EQ(plain("a\x1b[31mb"), "a\\x1b[31mb");
+    EXPECT_EQ(plain("a\nb\tc\rd\x7f"), "a\\x0ab\\x09c\\x0dd\\x7f");
+    EXPECT_EQ(plain(std::string_view("\0", 1)), "\\x00");
+    EXPECT_EQ(plain("\xc2\x9b"), "\\u{9b}"); // the one-character form of ESC [
+}
+
+TEST(PlainText, escapesWhatTurnsOrHidesText) {
+    EXPECT_EQ(plain("a\u202eb"), "a\\u{202e}b");
+    EXPECT_EQ(plain("\u200b\ufeff\u2028\u2066"), "\\u{200b}\\u{feff}\\u{2028}\\u{2066}");
+}
+
+TEST(PlainText, escapesEveryByteThatIsNoUtf8) {
+    EXPECT_EQ(plain("a\xff"), "a\\xff");
+    EXPECT_EQ(plain("\xe4\xb8"), "\\xe4\\xb8");                   // cut
+    EXPECT_EQ(plain("\xc0\xaf"), "\\xc0\\xaf");                   // overlong
+    EXPECT_EQ(plain("\xed\xa0\x80"), "\\xed\\xa0\\x80");          // surrogate
+    EXPECT_EQ(plain("\xf4\x90\x80\x80"), "\\xf4\\x90\\x80\\x80"); // beyond the last character
+    EXPECT_EQ(plain("\xe0\x80\x80"), "\\xe0\\x80\\x80");
+}
+
+TEST(PlainText, knowsUtf8) {
+    EXPECT_TRUE(isUtf8(""));
+    EXPECT_TRUE(isUtf8("aé浏🦊"));
+    EXPECT_FALSE(isUtf8("a\xff"));
+    EXPECT_FALSE(isUtf8("\xf0\x9f\xa6"));
+}
+
+TEST(PlainText, countsTheColumnsOfATerminal) {
+    EXPECT_EQ(columnsOf("abc"), 3U);
+    EXPECT_EQ(columnsOf("é"), 1U);
+    EXPECT_EQ(columnsOf("e\u0301"), 1U);
+    EXPECT_EQ(columnsOf("浏览器"), 6U);
+    EXPECT_EQ(columnsOf("한글"), 4U);
+    EXPECT_EQ(columnsOf("ﾊﾛｰ"), 3U); // half-width forms
+    EXPECT_EQ(columnsOf("🦊"), 2U);
+    EXPECT_EQ(columnsOf("\U0001F44D\U0001F3FD"), 2U); // with a skin tone
+    EXPECT_EQ(columnsOf("ภาษาไทย"), 7U);
+    EXPECT_EQ(columnsOf("ที่"), 1U);
+}
+
+} // namespace
+} // namespace fernhop::cli

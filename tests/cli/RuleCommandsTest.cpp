@@ -1,0 +1,227 @@
+#include "cli/EachSide.h"
+
+namespace fernhop::cli {
+namespace {
+
+class RuleCommands : public EachSide {
+  protected:
+    RuleCommands() { setDefaultBrowser(own); }
+
+    void expectNothingChanged(const CommandResult &told, int status) {
+        EXPECT_EQ(told.status, status);
+        EXPECT_EQ(told.output, "");
+        EXPECT_TRUE(told.errors.starts_with("fernhop: ")) << told.errors;
+        EXPECT_EQ(defaults.writes, writesBefore);
+    }
+
+    void rememberWrites() { writesBefore = defaults.writes; }
+
+    int writesBefore = 0;
+};
+INSTANTIATE_TEST_SUITE_P(, RuleCommands, testing::Bool(), sideName);
+
+TEST_P(RuleCommands, addAppendsARule) {
+    preferences().setURLRules({{"1", "a.example", alpha}});
+    const auto told = run({"url-rules", "add", "  Docs.Example ", beta});
+    EXPECT_EQ(told.status, 0) << told.errors;
+    const auto rules = preferences().urlRules();
+    ASSERT_EQ(rules.size(), 2U);
+    EXPECT_EQ(rules[1].pattern, "Docs.Example");
+    EXPECT_EQ(rules[1].browserBundleID, beta);
+    EXPECT_EQ(rules[1].id.size(), 36U);
+    EXPECT_EQ(told.output, "Rule " + rules[1].id + ": Docs.Example -> Beta Browser (org.example.Beta)\n");
+    expectMenuRebuilt();
+}
+
+TEST_P(RuleCommands, addGivesAKnownPatternAnotherBrowser) {
+    preferences().setURLRules({{"1", "docs.example", alpha}});
+    EXPECT_EQ(run({"url-rules", "add", "DOCS.example", beta}).status, 0);
+    EXPECT_EQ(preferences().urlRules(), (std::vector<URLRule>{{"1", "docs.example", beta}}));
+}
+
+TEST_P(RuleCommands, addRefusesABlankPattern) {
+    expectNothingChanged(run({"url-rules", "add", " \n", beta}), 2);
+    expectNothingChanged(run({"url-rules", "add", "", beta}), 2);
+}
+
+TEST_P(RuleCommands, addRefusesAPatternThatCannotBeStored) {
+    expectNothingChanged(run({"url-rules", "add", "a\xff", beta}), 2);
+}
+
+TEST_P(RuleCommands, browsersAreKnownByTheirName) {
+    EXPECT_EQ(run({"url-rules", "add", "docs.example", "Beta Browser"}).status, 0);
+    EXPECT_EQ(preferences().urlRules().front().browserBundleID, beta);
+}
+
+TEST_P(RuleCommands, unknownBrowsersAreRefused) {
+    expectNothingChanged(run({"url-rules", "add", "docs.example", "org.example.Gone"}), 1);
+    expectNothingChanged(run({"url-rules", "add", "docs.example", "beta browser"}), 1);
+    expectNothingChanged(run({"url-rules", "add", "docs.example", ""}), 1);
+    expectNothingChanged(run({"app-rules", "set", editor, "Gone"}), 1);
+}
+
+TEST_P(RuleCommands, fernhopIsNoBrowser) {
+    expectNothingChanged(run({"url-rules", "add", "docs.example", own}), 1);
+    expectNothingChanged(run({"app-rules", "set", editor, own}), 1);
+}
+
+TEST_P(RuleCommands, aRuleMayNameAnyInstalledApplication) {
+    EXPECT_EQ(run({"url-rules", "add", "docs.example", editor}).status, 0);
+    EXPECT_EQ(preferences().urlRules().front().browserBundleID, editor);
+    rememberWrites();
+    expectNothingChanged(run({"url-rules", "add", "docs.example", "Editor"}), 1); // by its name only browsers
+}
+
+TEST_P(RuleCommands, editChangesARuleInItsPlace) {
+    preferences().setURLRules({{"1", "a.example", alpha}, {"2", "b.example", alpha}});
+    EXPECT_EQ(run({"url-rules", "edit", "1", " c.example ", beta}).status, 0);
+    EXPECT_EQ(preferences().urlRules(),
+              (std::vector<URLRule>{{"1", "c.example", beta}, {"2", "b.example", alpha}}));
+    expectMenuRebuilt();
+}
+
+TEST_P(RuleCommands, editRefusesWhatItCannotDo) {
+    preferences().setURLRules({{"1", "a.example", alpha}});
+    rememberWrites();
+    expectNothingChanged(run({"url-rules", "edit", "2", "c.example", beta}), 1);
+    expectNothingChanged(run({"url-rules", "edit", "1", "\t", beta}), 2);
+    expectNothingChanged(run({"url-rules", "edit", "1", "c.example", "Gone"}), 1);
+}
+
+TEST_P(RuleCommands, removeTakesARuleAway) {
+    preferences().setURLRules(
+        {{"1", "a.example", alpha}, {"2", "b.example", alpha}, {"3", "c.example", beta}});
+    EXPECT_EQ(run({"url-rules", "remove", "2"}), CommandResult{});
+    EXPECT_EQ(preferences().urlRules(),
+              (std::vector<URLRule>{{"1", "a.example", alpha}, {"3", "c.example", beta}}));
+    expectMenuRebuilt();
+}
+
+TEST_P(RuleCommands, removeRefusesAnUnknownRule) {
+    preferences().setURLRules({{"a", "a.example", alpha}});
+    rememberWrites();
+    expectNothingChanged(run({"url-rules", "remove", "A"}), 1);
+}
+
+TEST_P(RuleCommands, setChoosesForAnApplication) {
+    const auto told = run({"app-rules", "set", editor, beta});
+    EXPECT_EQ(told.status, 0);
+    EXPECT_EQ(told.output, "Links from Editor (org.example.Editor) -> Beta Browser (org.example.Beta)\n");
+    EXPECT_EQ(run({"app-rules", "set", "Editor", "Alpha Browser"}).status, 0);
+    EXPECT_EQ(preferences().appRules(), (AppRules{{editor, alpha}}));
+    expectMenuRebuilt();
+}
+
+TEST_P(RuleCommands, setRefusesWhatIsNoSource) {
+    expectNothingChanged(run({"app-rules", "set", "org.example.Gone", beta}), 1);
+    expectNothingChanged(run({"app-rules", "set", own, beta}), 1);
+    expectNothingChanged(run({"app-rules", "set", "", beta}), 1);
+}
+
+TEST_P(RuleCommands, removeTakesAnAppRuleAway) {
+    preferences().setBrowser(beta, editor);
+    preferences().setBrowser(alpha, "org.example.Gone");
+    EXPECT_EQ(run({"app-rules", "remove", "org.example.Gone"}), CommandResult{});
+    EXPECT_EQ(run({"app-rules", "remove", "Editor"}), CommandResult{});
+    EXPECT_EQ(preferences().appRules(), AppRules{});
+    expectMenuRebuilt();
+    rememberWrites();
+    expectNothingChanged(run({"app-rules", "remove", editor}), 1);
+}
+
+TEST_P(RuleCommands, choosingABrowserTurnsRoutingOn) {
+    setDefaultBrowser(alpha);
+    const auto added = run({"url-rules", "add", "docs.example", beta});
+    EXPECT_EQ(added.status, 0);
+    EXPECT_NE(added.output.find("App Routing is on now.\n"), std::string::npos);
+    EXPECT_EQ(services.handlers["https"], own);
+    EXPECT_EQ(defaults.stringForKey("routingFallbackBrowserID"), alpha);
+
+    setDefaultBrowser(alpha);
+    EXPECT_EQ(run({"url-rules", "edit", preferences().urlRules().front().id, "b.example", beta}).status, 0);
+    EXPECT_EQ(services.handlers["https"], own);
+
+    setDefaultBrowser(alpha);
+    EXPECT_EQ(run({"app-rules", "set", editor, beta}).status, 0);
+    EXPECT_EQ(services.handlers["https"], own);
+}
+
+TEST_P(RuleCommands, routingStaysOnAndRemovalLeavesItAlone) {
+    EXPECT_EQ(run({"url-rules", "add", "docs.example", beta}).status, 0);
+    EXPECT_EQ(services.handlers["https"], own);
+    setDefaultBrowser(alpha);
+    EXPECT_EQ(run({"url-rules", "remove", preferences().urlRules().front().id}).status, 0);
+    EXPECT_EQ(services.handlers["https"], alpha);
+}
+
+TEST_P(RuleCommands, tellsWhenRoutingCannotBeTurnedOn) {
+    setDefaultBrowser(alpha);
+    services.refuses = true;
+    const auto told = run({"url-rules", "add", "docs.example", beta});
+    EXPECT_EQ(told.status, 1);
+    EXPECT_NE(told.errors.find("did not let"), std::string::npos);
+    EXPECT_EQ(preferences().urlRules().size(), 1U);
+}
+
+/// Several applications of one name.
+class Namesakes : public testing::Test, protected World {
+  protected:
+    Namesakes() {
+        setDefaultBrowser(own);
+        applications.installApplication("/Applications/Beta 2.app", "org.example.Beta2", "Beta Browser",
+                                        {"https"});
+        applications.installApplication("/Applications/Editor 2.app", "Editor2", "Editor");
+    }
+};
+
+TEST_F(Namesakes, areListedInsteadOfGuessedAt) {
+    const auto told = run({"url-rules", "add", "docs.example", "Beta Browser"});
+    EXPECT_EQ(told.status, 1);
+    EXPECT_NE(told.errors.find("org.example.Beta org.example.Beta2"), std::string::npos) << told.errors;
+    EXPECT_NE(run({"app-rules", "set", "Editor", alpha}).errors.find("Editor2"), std::string::npos);
+    EXPECT_EQ(defaults.writes, 0);
+}
+
+TEST_F(Namesakes, anIdentifierWinsOverAName) {
+    applications.installApplication("/Applications/Tricky.app", "org.example.Tricky", alpha, {"https"});
+    EXPECT_EQ(run({"url-rules", "add", "docs.example", alpha}).status, 0);
+    EXPECT_EQ(preferences().urlRules().front().browserBundleID, alpha);
+}
+
+/// Settings that do not take what is written.
+class ReadOnlyDefaults : public fakes::FakeUserDefaults {
+  public:
+    void setObject(std::optional<PropertyValue>, std::string_view) override {}
+};
+
+TEST(UnwritableSettings, areReportedByEveryChange) {
+    World world;
+    world.setDefaultBrowser(world.own);
+    world.preferences().setURLRules({{"1", "a.example", world.alpha}});
+    world.preferences().setBrowser(world.alpha, world.editor);
+    ReadOnlyDefaults defaults;
+    defaults.stored = world.defaults.stored;
+    ApplicationLayout layout = macApplicationLayout(world.applications);
+    LocalSession session({world.workspace, world.services, defaults, world.applications, world.applications,
+                          world.sound, layout, world.report});
+    for (const std::vector<std::string> &words :
+         std::vector<std::vector<std::string>>{{"url-rules", "add", "b.example", world.beta},
+                                               {"url-rules", "edit", "1", "b.example", world.beta},
+                                               {"url-rules", "remove", "1"},
+                                               {"app-rules", "set", world.editor, world.beta},
+                                               {"app-rules", "remove", world.editor},
+                                               {"restore-on-quit", "on"}}) {
+        const auto told = perform(words, "", session.context());
+        EXPECT_EQ(told.status, 1) << words[0] << ' ' << words[1];
+        EXPECT_NE(told.errors.find("stored"), std::string::npos);
+        EXPECT_EQ(told.output, "");
+    }
+    const auto document = perform({"export"}, "", session.context()).output;
+    EXPECT_EQ(perform({"import", "-"}, document, session.context()).status, 0);
+    const auto other = R"({"version":1,"urlRules":[],"appRules":{},"routingFallbackBrowserID":null,
+                           "restoresDefaultBrowserOnQuit":false})";
+    EXPECT_EQ(perform({"import", "-"}, other, session.context()).status, 1);
+}
+
+} // namespace
+} // namespace fernhop::cli

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/SessionReport.h"
+
+namespace fernhop::fakes {
+
+/// Tells what a test wrote into it.
+class FakeSessionReport : public SessionReport {
+  public:
+    std::optional<std::string> sourceBundleID;
+    std::string provider = "fake";
+    bool runs = true;
+    std::vector<std::string> obstacles;
+
+    std::optional<std::string> source() const override { return sourceBundleID; }
+    std::string sourceProvider() const override { return provider; }
+    bool running() const override { return runs; }
+    std::vector<std::string> problems() const override { return obstacles; }
+};
+
+} // namespace fernhop::fakes
