@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CommandResult.h"
 #include "platform/linux/links/LinkDispatcher.h"
 
 #include <gio/gio.h>
@@ -14,13 +15,6 @@ namespace fernhop::freedesktop {
 inline constexpr const char *serviceName = "org.fernhop.Fernhop";
 inline constexpr const char *serviceObjectPath = "/org/fernhop/Fernhop";
 inline constexpr const char *serviceInterface = "org.fernhop.Fernhop";
-
-/// What a command ended with.
-struct CommandResult {
-    int status = 0; ///< exit status
-    std::string output;
-    std::string errors;
-};
 
 /// Performs a command of the command line: its arguments, without the program's name, and what stands on its
 /// standard input.

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/Platform.h"
+#include "platform/linux/applications/ApplicationPlaces.h"
+#include "platform/linux/applications/DesktopBundles.h"
+#include "platform/linux/applications/InstalledDesktopEntries.h"
+#include "platform/linux/applications/PosixFileManager.h"
+#include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
+#include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+#include "platform/linux/focus/ApplicationMatcher.h"
+#include "platform/linux/focus/FocusProvider.h"
+#include "platform/linux/focus/PostingNotificationCenter.h"
+#include "platform/linux/focus/Processes.h"
+#include "platform/linux/links/FreedesktopWorkspace.h"
+#include "platform/linux/links/Launcher.h"
+#include "platform/linux/links/LinkDispatcher.h"
+#include "platform/linux/links/SessionApplication.h"
+#include "platform/linux/log/SystemLog.h"
+#include "platform/linux/settings/PropertyListDefaults.h"
+#include "platform/linux/sound/CanberraSound.h"
+
+#include <memory>
+
+namespace fernhop::freedesktop {
+
+/// The freedesktop backend put together: each implementation once, in the order in which they stand on each
+/// other. Main thread only.
+struct LinuxDesktop {
+    /// `environment` is the process's, as it was at its start. `bus` is the session bus, or null where there
+    /// is none; it outlives the desktop.
+    LinuxDesktop(const Environment &environment, GDBusConnection *bus);
+    LinuxDesktop(const LinuxDesktop &) = delete;
+    LinuxDesktop &operator=(const LinuxDesktop &) = delete;
+
+    /// What the controller is made with; it refers to this object.
+    [[nodiscard]] Platform platform();
+
+    /// From now on whoever observes the workspace is told which application comes to the front.
+    void followFocus();
+
+    const ApplicationPlaces places;
+    const ConfigurationPlaces configuration;
+    const ApplicationLayout layout;
+    const PosixFileManager files;
+    const InstalledDesktopEntries entries;
+    const DesktopBundles bundles;
+    PropertyListDefaults defaults;
+    FreedesktopLaunchServices launchServices;
+    const LinkArrivalProblems arrivalProblems;
+    SystemLog log;
+    CanberraSound sound;
+    const Processes processes;
+    ApplicationMatcher matcher;
+    const std::unique_ptr<FocusProvider> focus;
+    PostingNotificationCenter workspaceNotifications;
+    PostingNotificationCenter distributedNotifications;
+    CurrentDelivery currentDelivery;
+    LinkDispatcher links;
+    Launcher launcher;
+    FreedesktopWorkspace workspace;
+    SessionApplication application;
+};
+
+} // namespace fernhop::freedesktop

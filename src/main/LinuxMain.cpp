@@ -1,0 +1,67 @@
+#include "cli/CommandLine.h"
+#include "cli/LocalSession.h"
+#include "cli/Perform.h"
+#include "main/LinuxDesktop.h"
+#include "main/LinuxSessionReport.h"
+#include "main/Resident.h"
+#include "platform/linux/links/BusResidentConnection.h"
+#include "platform/linux/links/SessionBus.h"
+
+#include <clocale>
+#include <filesystem>
+#include <iostream>
+
+namespace {
+
+using namespace fernhop;
+using namespace fernhop::freedesktop;
+
+// What fernhop-open hands links over with where there is no bus.
+constexpr const char *withoutBus = "--without-bus";
+
+std::string linkProgram() {
+    std::error_code error;
+    const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? "fernhop-open" : (own.parent_path() / "fernhop-open").string();
+}
+
+std::unique_ptr<ResidentConnection> connect(const Environment &environment) {
+    auto bus = connectToSessionBus(environment);
+    auto *connection = std::get_if<GObjectPointer<GDBusConnection>>(&bus);
+    if (connection == nullptr)
+        return nullptr;
+    return std::make_unique<BusResidentConnection>(std::move(*connection), linkProgram());
+}
+
+CommandResult performHere(const Environment &environment, const std::vector<std::string> &arguments,
+                          std::string_view input) {
+    LinuxDesktop desktop(environment, nullptr);
+    const LinuxSessionReport report(*desktop.focus, desktop.arrivalProblems, false, [&] {
+        const auto front = desktop.focus->frontmost();
+        return front ? front->bundleIdentifier() : std::nullopt;
+    });
+    cli::LocalSession session({desktop.workspace, desktop.launchServices, desktop.defaults, desktop.files,
+                               desktop.bundles, desktop.sound, desktop.layout, report});
+    return cli::perform(arguments, input, session.context());
+}
+
+int run(const Environment &environment, const std::vector<std::string> &arguments) {
+    if (arguments.size() > 1 && arguments[0] == withoutBus)
+        return openWithoutBus(environment,
+                              {arguments.begin() + (arguments[1] == "--" ? 2 : 1), arguments.end()});
+    const cli::Process process{
+        std::cin, std::cout, std::cerr, [&] { return connect(environment); },
+        [&](const auto &words, std::string_view input) { return performHere(environment, words, input); }};
+    if (const auto status = cli::runCommandLine(arguments, process))
+        return *status;
+    return runResident(environment);
+}
+
+} // namespace
+
+int main(int count, char **arguments) {
+    // Read before anything that might change it.
+    const auto environment = Environment::current();
+    std::setlocale(LC_ALL, "");
+    return run(environment, {arguments + 1, arguments + count});
+}

@@ -1,0 +1,98 @@
+#include "main/Resident.h"
+
+#include "app/AppDelegate.h"
+#include "cli/Perform.h"
+#include "cli/ResidentSession.h"
+#include "main/LinuxDesktop.h"
+#include "main/LinuxSessionReport.h"
+#include "platform/linux/links/LinkService.h"
+#include "platform/linux/links/SessionBus.h"
+
+#include <cstdio>
+
+namespace fernhop::freedesktop {
+namespace {
+
+int fail(const std::string &reason) {
+    std::fprintf(stderr, "fernhop: %s\n", reason.c_str());
+    return exitStatus::failure;
+}
+
+/// Fernhop as it runs: the controller with the desktop below it and the command line beside it.
+class Resident {
+  public:
+    explicit Resident(LinuxDesktop &linuxDesktop)
+        : desktop(linuxDesktop), platform(desktop.platform()), delegate(platform, presentation),
+          report(*desktop.focus, desktop.arrivalProblems, true,
+                 [this] { return delegate.sourceTracker().sourceBundleID(); }),
+          session(delegate, platform, report) {}
+
+    void run(GDBusConnection *bus) {
+        desktop.application.setShouldTerminate([this] { return delegate.applicationShouldTerminate(); });
+        desktop.application.endWithSignals();
+        desktop.application.endWithBus(bus);
+        desktop.followFocus();
+        delegate.applicationDidFinishLaunching();
+        desktop.application.run();
+    }
+
+    CommandResult perform(const std::vector<std::string> &arguments, const std::string &input) {
+        return cli::perform(arguments, input, session.context());
+    }
+
+    void reopen() { (void)delegate.perform("applicationShouldHandleReopen:hasVisibleWindows:"); }
+
+  private:
+    LinuxDesktop &desktop;
+    NoPresentation presentation;
+    const Platform platform;
+    AppDelegate delegate;
+    const LinuxSessionReport report;
+    cli::ResidentSession session;
+};
+
+LinkSender senderOf(const Environment &environment) {
+    LinkSender sender;
+    sender.activationToken = environment.value("XDG_ACTIVATION_TOKEN");
+    sender.startupID = environment.value("DESKTOP_STARTUP_ID");
+    return sender;
+}
+
+} // namespace
+
+int runResident(const Environment &environment) {
+    const auto connection = connectToSessionBus(environment);
+    if (const auto *problem = std::get_if<std::string>(&connection))
+        return fail(*problem);
+    GDBusConnection *bus = std::get<GObjectPointer<GDBusConnection>>(connection).get();
+    LinuxDesktop desktop(environment, bus);
+    // Calls come from the main loop, so none reaches the service before the controller is there.
+    std::optional<Resident> resident;
+    LinkService service(
+        bus, desktop.links,
+        {[&](const auto &arguments, const auto &input) { return resident->perform(arguments, input); },
+         [&] { resident->reopen(); }});
+    if (!service.exportObject())
+        return fail("the bus does not take Fernhop's object");
+    const auto name = requestName(bus, serviceName);
+    if (name == NameRequest::taken)
+        return exitStatus::success;
+    if (name == NameRequest::failed)
+        return fail("the bus does not give Fernhop its name");
+    resident.emplace(desktop);
+    resident->run(bus);
+    // What was answered last, the call that ended Fernhop perhaps, is still on its way out.
+    g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+    return exitStatus::success;
+}
+
+int openWithoutBus(const Environment &environment, const std::vector<std::string> &links) {
+    LinuxDesktop desktop(environment, nullptr);
+    NoPresentation presentation;
+    AppDelegate delegate(desktop.platform(), presentation);
+    delegate.applicationDidFinishLaunching();
+    desktop.links.deliver({links, senderOf(environment)}, nullptr);
+    return exitStatus::success;
+}
+
+} // namespace fernhop::freedesktop
