@@ -24,7 +24,7 @@ constexpr const char *identifier = "fernhop";
 constexpr std::size_t longestJournalLine = std::size_t{1} << 20U;
 
 /// The usual daemons take messages of 8 KiB, of which their own header takes some.
-constexpr std::size_t longestSyslogLine = 7 * 1024;
+constexpr std::size_t longestSyslogLine = std::size_t{7} * 1024;
 
 bool sendToJournal(const std::string &line) {
     const std::string message = shortenedLogLine(line, longestJournalLine);

@@ -120,7 +120,8 @@ TEST_F(CanberraSoundTest, SoundsInARowAreOneWhileItPlays) {
             thread.join();
         ASSERT_TRUE(comesTrue([&] { return fake->contexts == 1; }));
     }
-    EXPECT_TRUE(isQuiet()) << "the end stops the sound";
+    EXPECT_EQ(fake->contexts, 0) << "the end stops the sound";
+    EXPECT_TRUE(comesTrue([&] { return isQuiet(); }));
     EXPECT_EQ(fake->takeEvents(), Events{"bell"});
     fake->isEndless = false;
 }
