@@ -5,16 +5,12 @@
 #include <plist/plist.h>
 
 #include <charconv>
-#include <chrono>
 #include <cstdint>
 #include <utility>
 
 namespace fernhop::freedesktop {
 
 namespace {
-
-/// Much longer than a write takes; a process that holds the settings for so long is stopped or stuck.
-constexpr std::chrono::seconds longestWait{5};
 
 std::string decimalText(double number) {
     char text[32];
@@ -27,8 +23,9 @@ bool beginsLikeYes(std::string_view text) {
 
 } // namespace
 
-PropertyListDefaults::PropertyListDefaults(std::filesystem::path path, ReadableCheck check)
-    : file(std::move(path)), isReadable(std::move(check)) {}
+PropertyListDefaults::PropertyListDefaults(std::filesystem::path path, ReadableCheck check,
+                                           std::chrono::milliseconds wait)
+    : file(std::move(path)), isReadable(std::move(check)), longestWait(wait) {}
 
 std::optional<PropertyDictionary> PropertyListDefaults::dictionaryForKey(std::string_view key) const {
     void *const found = node(key);

@@ -4,6 +4,7 @@
 #include "platform/linux/settings/PropertyListCoding.h"
 #include "platform/linux/settings/SettingsFile.h"
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -23,9 +24,13 @@ class PropertyListDefaults final : public UserDefaults {
     /// under another name before a value that it cannot read is overwritten.
     using ReadableCheck = std::function<bool(std::string_view key, const PropertyValue &stored)>;
 
+    /// Much longer than a write takes: a process that holds the settings for so long is stopped or stuck.
+    static constexpr std::chrono::seconds longestUsualWait{10};
+
     /// Nothing need be at `path`, nor its folder be there. Without a check every value of a known type is
     /// readable.
-    explicit PropertyListDefaults(std::filesystem::path path, ReadableCheck check = {});
+    explicit PropertyListDefaults(std::filesystem::path path, ReadableCheck check = {},
+                                  std::chrono::milliseconds wait = longestUsualWait);
 
     [[nodiscard]] std::optional<PropertyDictionary> dictionaryForKey(std::string_view key) const override;
     [[nodiscard]] std::optional<std::string> dataForKey(std::string_view key) const override;
@@ -35,7 +40,7 @@ class PropertyListDefaults final : public UserDefaults {
     void setBool(bool value, std::string_view key) override;
 
     /// The file is replaced once, after `change`, if that wrote anything. When another process holds the
-    /// settings for more than some seconds, `change` runs and what it writes is dropped.
+    /// settings for longer than this one waits, `change` runs and what it writes is dropped.
     void update(const std::function<void()> &change) override;
 
     /// Why what was last written was dropped; no error when it was stored.
@@ -66,6 +71,7 @@ class PropertyListDefaults final : public UserDefaults {
 
     SettingsFile file;
     ReadableCheck isReadable;
+    std::chrono::milliseconds longestWait;
     mutable Snapshot snapshot;
     std::optional<Update> current;
     std::error_code writeError;

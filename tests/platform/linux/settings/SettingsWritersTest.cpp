@@ -1,7 +1,6 @@
 #include "SettingsFolder.h"
 
 #include <gtest/gtest.h>
-#include <sys/file.h>
 #include <sys/mman.h>
 
 #include <atomic>
@@ -76,8 +75,8 @@ int countUp(const SettingsFolder &settings, const std::string &ownKey, int times
         defaults.update([&] {
             const int common = std::stoi(defaults.stringForKey("common").value_or("0"));
             defaults.setObject(PropertyValue{std::int64_t{common + 1}}, "common");
+            defaults.setObject(PropertyValue{std::int64_t{count + 1}}, ownKey);
         });
-        defaults.setObject(PropertyValue{std::int64_t{count + 1}}, ownKey);
         if (defaults.lastWriteError())
             return 1;
     }
@@ -100,7 +99,7 @@ TEST(SettingsWritersTest, AWriterThatIsStuckDoesNotHoldTheOthersForGood) {
     settings.open().setBool(true, "key");
     const auto stuck = FileLock::acquire(settings.path().string() + ".lock", std::chrono::milliseconds(0));
     ASSERT_TRUE(stuck);
-    auto defaults = settings.open();
+    PropertyListDefaults defaults(settings.path(), {}, std::chrono::milliseconds(50));
     bool ran = false;
     defaults.update([&] {
         ran = true;
