@@ -45,7 +45,7 @@ class Error {
     }
 
   private:
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{}; // what SD_BUS_ERROR_NULL is, which is no C++
 };
 
 // Bytes and no text: the environment and the links may hold what no text on the bus may.
