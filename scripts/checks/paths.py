@@ -12,7 +12,7 @@ from pathlib import Path
 
 from sources import Fault, files, lines
 
-EXAMPLE_OWNERS = {"user", "me", "someone", "somebody", "ada", "ann", "bob", "alice", "test", "tester", "nobody", "linuxbrew", "name"}
+EXAMPLE_OWNERS = {"user", "me", "someone", "somebody", "ada", "ann", "bob", "alice", "test", "tester", "nobody", "u", "linuxbrew", "name"}
 HOME = re.compile(r"(?<![\w.}$)~-])/(?:(?:home|Users)/([A-Za-z0-9_][\w.-]*)|root/[\w.])")
 # Folders that every system has say nothing about one machine.
 COMMON = {"/", "/tmp", "/var", "/var/tmp", "/usr", "/usr/src", "/usr/local", "/usr/local/src", "/opt", "/srv", "/home", "/mnt",

@@ -138,6 +138,16 @@ class Targets(Tree):
                 self.write(name, "")
                 self.assertFault(targets.check, name, "no CMakeLists.txt")
 
+    def testHeaderOfTheTestsThatATestIncludes(self):
+        self.add("tests/routing/RouterTest.cpp", '#include "routing/Oracle.h"\n')
+        self.write("tests/routing/Oracle.h", "")
+        self.assertSound(targets.check)
+
+    def testHeaderOfTheProductThatASourceIncludes(self):
+        self.add("src/routing/Router.cpp", '#include "routing/Forgotten.h"\n')
+        self.write("src/routing/Forgotten.h", "")
+        self.assertFault(targets.check, "src/routing/Forgotten.h", "no CMakeLists.txt")
+
     def testMentionInACommentDoesNotCount(self):
         self.write("src/routing/Forgotten.cpp", "")
         self.add("src/CMakeLists.txt", "# routing/Forgotten.cpp\n")

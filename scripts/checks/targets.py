@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Checks that every C++ and Objective-C++ file is named by a CMakeLists.txt of its folder or of one above it, so that none
-is left unbuilt and unchecked.
+is left unbuilt and unchecked. A header that is not the product's may do with being included by such a file.
 
     targets.py [ROOT]
 """
@@ -9,7 +9,8 @@ import re
 import sys
 from pathlib import Path
 
-from sources import Fault, code, files, lines
+from includes import resolve
+from sources import Fault, code, files, includes, lines
 
 COMMENT = re.compile(r"#.*")
 TOKEN = re.compile(r'[^\s()"]+')
@@ -42,10 +43,23 @@ def normal(path):
     return Path(*parts)
 
 
+def reached(root, sources):
+    """The project's files that these include, directly or not."""
+    found, pending = set(), list(sources)
+    while pending:
+        below = {resolve(root, include) for include in includes(root, pending.pop())} - found - {None}
+        found |= below
+        pending += below
+    return found
+
+
 def check(root):
+    sources = code(root)
     named = listedFiles(root)
-    for path in code(root):
-        if path not in named:
+    compiled = reached(root, [path for path in sources if path in named])
+    for path in sources:
+        suffices = path.suffix == ".h" and path.parts[0] != "src" and path in compiled
+        if path not in named and not suffices:
             yield Fault(path, 1, "no CMakeLists.txt names this file")
 
 

@@ -29,10 +29,12 @@ namespace fernhop::ascii {
     return result;
 }
 
+/// Whether it is one of "0" to "9".
 [[nodiscard]] constexpr bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
+/// Whether it is an ASCII letter, small or capital.
 [[nodiscard]] constexpr bool isLetter(char character) {
     const char small = lowercased(character);
     return small >= 'a' && small <= 'z';
