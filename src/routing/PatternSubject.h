@@ -2,7 +2,9 @@
 
 #include "platform/Text.h"
 #include "platform/Url.h"
+#include "routing/ByteIndex.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,14 +23,13 @@ class PatternSubject {
     [[nodiscard]] bool matches(std::string_view pattern) const;
 
   private:
-    [[nodiscard]] bool containsInLocale(std::string_view pattern) const;
-    [[nodiscard]] bool matchesAsAscii(std::string_view pattern, std::string_view lowercased) const;
     [[nodiscard]] bool matchesAsUnicode(std::string_view pattern) const;
+    [[nodiscard]] bool containsInLocale(std::string_view pattern) const;
 
     const text::Locale &locale;
-    std::string text; ///< the URL in lower case
-    bool isAscii;
-    bool localePairsAsciiLetters; ///< whether a byte search answers for the locale, too
+    std::string text;               ///< the URL in lower case
+    std::optional<ByteIndex> index; ///< of `text`, where that is ASCII
+    bool localePairsAsciiLetters;   ///< whether a search by the index answers for the locale, too
 };
 
 } // namespace fernhop

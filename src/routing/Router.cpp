@@ -1,6 +1,7 @@
 #include "routing/Router.h"
 
 #include "catalog/OwnBundleID.h"
+#include "routing/PatternSubject.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,7 +11,9 @@ namespace fernhop {
 namespace {
 
 std::optional<URLRule> firstMatchingRule(std::vector<URLRule> rules, const Url &url) {
-    const auto found = std::ranges::find_if(rules, [&](const URLRule &rule) { return rule.matches(url); });
+    const PatternSubject subject(url);
+    const auto found =
+        std::ranges::find_if(rules, [&subject](const URLRule &rule) { return rule.matches(subject); });
     return found == rules.end() ? std::nullopt : std::optional(std::move(*found));
 }
 

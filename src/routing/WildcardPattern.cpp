@@ -2,8 +2,8 @@
 
 #include "platform/Ascii.h"
 #include "platform/Text.h"
-#include "routing/ByteSearch.h"
 
+#include <string>
 #include <vector>
 
 namespace fernhop {
@@ -23,6 +23,30 @@ std::vector<std::string_view> piecesOf(std::string_view pattern) {
     return pieces;
 }
 
+/// The match for ASCII. `starFrom` gives the first star of the pattern at or after a position.
+template <typename StarFrom>
+bool coveredByAscii(const ByteIndex &text, std::string_view pattern, StarFrom starFrom) {
+    const std::string_view whole = text.text();
+    std::size_t star = starFrom(0);
+    if (star == std::string_view::npos)
+        return whole.starts_with(pattern) && whole.ends_with(pattern);
+    if (!whole.starts_with(pattern.substr(0, star)))
+        return false;
+
+    for (std::size_t position = star;;) {
+        const std::size_t start = star + 1;
+        star = starFrom(start);
+        const std::string_view piece = pattern.substr(start, star - start);
+        if (star == std::string_view::npos)
+            // The last piece ends the text and lies after the others, so that it need not be searched.
+            return piece.size() <= whole.size() - position && whole.ends_with(piece);
+        const std::size_t found = text.find(piece, position);
+        if (found == std::string_view::npos)
+            return false;
+        position = found + piece.size();
+    }
+}
+
 } // namespace
 
 bool unicodeWildcardMatches(std::string_view text, std::string_view pattern) {
@@ -39,36 +63,19 @@ bool unicodeWildcardMatches(std::string_view text, std::string_view pattern) {
     return pieces.back().empty() || text::endsWith(text, pieces.back());
 }
 
-bool asciiWildcardMatches(std::string_view text, std::string_view pattern) {
-    const std::size_t firstStar = pattern.find('*');
-    if (firstStar == std::string_view::npos)
-        return text.starts_with(pattern) && text.ends_with(pattern);
+bool asciiWildcardMatches(const ByteIndex &text, std::string_view pattern) {
+    return coveredByAscii(text, pattern, [pattern](std::size_t from) { return pattern.find('*', from); });
+}
 
-    // The first and the last piece have only one place to be; what is between them is searched in what they
-    // leave.
-    const std::size_t lastStar = pattern.rfind('*');
-    const std::string_view first = pattern.substr(0, firstStar);
-    const std::string_view last = pattern.substr(lastStar + 1);
-    if (text.size() < first.size() + last.size() || !text.starts_with(first) || !text.ends_with(last))
-        return false;
-    text = text.substr(first.size(), text.size() - first.size() - last.size());
-
-    std::string_view middle = pattern.substr(firstStar, lastStar - firstStar);
-    while (!middle.empty()) {
-        middle.remove_prefix(1);
-        const std::string_view piece = middle.substr(0, middle.find('*'));
-        const std::size_t found = findBytes(text, piece);
-        if (found == std::string_view::npos)
-            return false;
-        text.remove_prefix(found + piece.size());
-        middle.remove_prefix(piece.size());
-    }
-    return true;
+bool asciiWildcardMatches(const ByteIndex &text, const LowercasePattern &pattern) {
+    return coveredByAscii(text, pattern.text(),
+                          [&pattern](std::size_t from) { return pattern.starFrom(from); });
 }
 
 bool wildcardMatches(std::string_view text, std::string_view pattern) {
-    return ascii::isAscii(text) && ascii::isAscii(pattern) ? asciiWildcardMatches(text, pattern)
-                                                           : unicodeWildcardMatches(text, pattern);
+    return ascii::isAscii(text) && ascii::isAscii(pattern)
+               ? asciiWildcardMatches(ByteIndex(std::string(text)), pattern)
+               : unicodeWildcardMatches(text, pattern);
 }
 
 } // namespace fernhop

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "routing/ByteIndex.h"
+#include "routing/LowercasePattern.h"
+
 #include <string_view>
 
 namespace fernhop {
@@ -15,6 +18,7 @@ namespace fernhop {
 [[nodiscard]] bool unicodeWildcardMatches(std::string_view text, std::string_view pattern);
 
 /// The same, many times faster, where both are ASCII.
-[[nodiscard]] bool asciiWildcardMatches(std::string_view text, std::string_view pattern);
+[[nodiscard]] bool asciiWildcardMatches(const ByteIndex &text, std::string_view pattern);
+[[nodiscard]] bool asciiWildcardMatches(const ByteIndex &text, const LowercasePattern &pattern);
 
 } // namespace fernhop

@@ -1,0 +1,64 @@
+// What one link costs with a list of rules that its last rule matches: the list is decoded from its JSON
+// text, which is in memory already, and tested rule by rule.
+
+#include "platform/Url.h"
+#include "routing/PatternSubject.h"
+#include "routing/URLRuleCoding.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace {
+
+using fernhop::PatternSubject;
+using fernhop::Url;
+using fernhop::URLRule;
+
+std::vector<URLRule> rules(int count) {
+    std::vector<URLRule> result;
+    for (int number = 0; number < count; ++number) {
+        const std::string host = "host" + std::to_string(number) + ".example";
+        result.push_back({"0B1D5A3C-7C1E-4E7A-9B0A-" + std::to_string(100000000000 + number),
+                          number % 2 ? "https://" + host + "/*" : host, "org.mozilla.firefox"});
+    }
+    result.back().pattern = "docs.example";
+    return result;
+}
+
+const Url link =
+    Url::parse("https://docs.example/team/handbook/engineering/on-call?section=rotation&week=27").value();
+
+bool anyMatches(const std::vector<URLRule> &list) {
+    const PatternSubject subject(link);
+    return std::ranges::any_of(list, [&subject](const URLRule &rule) { return rule.matches(subject); });
+}
+
+void decodeAndMatch(benchmark::State &state) {
+    const std::string json = fernhop::encodeURLRules(rules(static_cast<int>(state.range(0)))).value();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(anyMatches(fernhop::decodeURLRules(json).value()));
+    state.SetComplexityN(state.range(0));
+}
+
+void decodeOnly(benchmark::State &state) {
+    const std::string json = fernhop::encodeURLRules(rules(static_cast<int>(state.range(0)))).value();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(fernhop::decodeURLRules(json));
+}
+
+void matchOnly(benchmark::State &state) {
+    const std::vector<URLRule> list = rules(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(anyMatches(list));
+}
+
+BENCHMARK(decodeAndMatch)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)->Complexity(benchmark::oN);
+BENCHMARK(decodeOnly)->Arg(10)->Arg(10000);
+BENCHMARK(matchOnly)->Arg(10)->Arg(10000);
+
+} // namespace
+
+BENCHMARK_MAIN();
