@@ -27,7 +27,8 @@ bool isLock(std::string_view options) {
 // A whole file, or the whole group, may be locked.
 bool isLockedWhole(std::string_view bytes) {
     const auto hasLine = [bytes](std::string_view line) {
-        return bytes.starts_with(line) || bytes.find("\n" + std::string(line)) != std::string_view::npos;
+        return bytes.starts_with(line) ||
+               bytes.find(std::string("\n").append(line)) != std::string_view::npos;
     };
     return hasLine("[$i]") || hasLine("[General][$i]");
 }

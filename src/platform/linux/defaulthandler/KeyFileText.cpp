@@ -108,7 +108,7 @@ void KeyFileText::removeLines(const std::vector<std::size_t> &positions, std::si
 }
 
 void KeyFileText::set(std::string_view group, std::string_view key, std::string_view value) {
-    const auto line = std::string(key) + '=' + std::string(value) + '\n';
+    const auto line = std::string(key).append("=").append(value).append("\n");
     const auto found = occurrences(group, key);
     if (!found.empty()) {
         removeLines(found, 1);
@@ -117,7 +117,7 @@ void KeyFileText::set(std::string_view group, std::string_view key, std::string_
     }
     auto end = endOfGroup(group);
     if (!end) {
-        insert(lines.size(), '[' + std::string(group) + "]\n");
+        insert(lines.size(), std::string("[").append(group).append("]\n"));
         end = lines.size();
     }
     insert(*end, line);
@@ -136,7 +136,7 @@ bool KeyFileText::makeValid() {
         inGroup = inGroup || isGroup;
         const bool isValid = isGroup || isBlankOrComment(line) || (inGroup && isValidForGLib("[g]\n" + line));
         if (!isValid)
-            line.insert(0, "#");
+            line = std::string("#").append(line);
     }
     return isValidForGLib(bytes());
 }
