@@ -17,7 +17,12 @@ std::string configuration(const TemporaryHome &home) {
            "/dbus-1/services</servicedir><policy context=\"default\">"
            "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
            "<allow own=\"*\"/><allow user=\"*\"/></policy>"
-           "<limit name=\"max_message_size\">1000000000</limit></busconfig>\n";
+           "<limit name=\"max_message_size\">1000000000</limit>"
+           // As on the bus of a real session; the daemon's own limits are far below.
+           "<limit name=\"max_incoming_bytes\">1000000000</limit>"
+           "<limit name=\"max_outgoing_bytes\">1000000000</limit>"
+           "<limit name=\"max_pending_service_starts\">10000</limit>"
+           "<limit name=\"max_replies_per_connection\">50000</limit></busconfig>\n";
 }
 
 } // namespace

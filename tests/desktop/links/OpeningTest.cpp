@@ -1,0 +1,115 @@
+#include "LinkSession.h"
+#include "support/Waiting.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop::desktoptest {
+namespace {
+
+using Links = std::vector<std::string>;
+
+class Opening : public testing::Test {
+  protected:
+    Opening() { session.startBus(); }
+
+    LinkSession session;
+};
+
+TEST_F(Opening, FromXdgOpen) {
+    if (!support::isInstalled("xdg-open"))
+        GTEST_SKIP() << "xdg-utils is not installed";
+    session.startFernhop();
+    // It looks at desktop entries only where DISPLAY is set.
+    ASSERT_EQ(session.run({"xdg-open", "https://a/%F0%c3?x|y"}, {{"DISPLAY", ":none"}}), 0)
+        << session.output();
+    EXPECT_EQ(session.opened(1), Links{"https://a/%F0%c3?x%7Cy"});
+}
+
+TEST_F(Opening, FromGioOpen) {
+    session.startFernhop();
+    ASSERT_EQ(session.run({"gio", "open", "https://a/?x=1&y=2#z"}), 0) << session.output();
+    EXPECT_EQ(session.opened(1), Links{"https://a/?x=1&y=2#z"});
+}
+
+TEST_F(Opening, FromACallOverTheBus) {
+    session.startFernhop();
+    ASSERT_EQ(session.run({"gdbus", "call", "--session", "--dest", "org.fernhop.Fernhop", "--object-path",
+                           "/org/fernhop/Fernhop", "--method", "org.freedesktop.Application.Open",
+                           "['https://1/', 'https://2/']", "{}"}),
+              0)
+        << session.output();
+    EXPECT_EQ(session.opened(2), (Links{"https://1/", "https://2/"}));
+}
+
+TEST_F(Opening, FromTheCommandLine) {
+    session.startFernhop();
+    EXPECT_EQ(session.fernhop({"open", "https://1/", "https://2/"}), 0) << session.output();
+    EXPECT_EQ(session.opened(2), (Links{"https://1/", "https://2/"}));
+}
+
+TEST_F(Opening, TheSendersTokensReachTheBrowserAndNothingElseOfOurs) {
+    session.startFernhop();
+    ASSERT_EQ(session.open({"https://1/", "https://2/"},
+                           {{"XDG_ACTIVATION_TOKEN", "token"}, {"DESKTOP_STARTUP_ID", "startup"}}),
+              0);
+    ASSERT_EQ(session.opened(2).size(), 2U);
+    const auto starts = session.browser.starts();
+    EXPECT_EQ(starts[0].environment.at("XDG_ACTIVATION_TOKEN"), "token");
+    EXPECT_EQ(starts[0].environment.at("DESKTOP_STARTUP_ID"), "startup");
+    EXPECT_EQ(starts[1].environment.count("XDG_ACTIVATION_TOKEN"), 0U) << "a token is good for one launch";
+    EXPECT_EQ(starts[1].environment.at("GIO_LAUNCHED_DESKTOP_FILE"),
+              session.home.applications() + "/web.desktop");
+    EXPECT_EQ(starts[1].session, starts[1].pid);
+}
+
+TEST_F(Opening, TheRuleOfTheUrlDecides) {
+    support::RecordingBrowser other(session.home, "other");
+    session.home.writeDesktopEntry("other", other.desktopEntry());
+    session.startFernhop();
+    ASSERT_EQ(session.fernhop({"url-rules", "add", "https://work.*", "web"}), 0) << session.output();
+    ASSERT_EQ(session.fernhop({"url-rules", "add", "example", "other"}), 0) << session.output();
+    ASSERT_EQ(session.open({"https://work.example/", "https://example.com/"}), 0);
+    EXPECT_EQ(session.opened(1), Links{"https://work.example/"});
+    EXPECT_TRUE(support::waitUntil([&] { return other.links() == Links{"https://example.com/"}; }));
+}
+
+TEST_F(Opening, ABrowserThatIsNotInstalledIsPassedOver) {
+    session.startFernhop();
+    ASSERT_EQ(session.fernhop({"url-rules", "add", "example", "web"}), 0) << session.output();
+    support::RecordingBrowser other(session.home, "other");
+    session.home.writeDesktopEntry("other", other.desktopEntry());
+    ASSERT_EQ(session.fernhop({"refresh"}), 0) << session.output();
+    session.home.writeDesktopEntry("web",
+                                   "[Desktop Entry]\nType=Application\nName=web\nHidden=true\nExec=true\n");
+    ASSERT_EQ(session.fernhop({"refresh"}), 0) << session.output();
+    ASSERT_EQ(session.open({"https://example.com/"}), 0);
+    EXPECT_TRUE(support::waitUntil([&] { return other.links() == Links{"https://example.com/"}; }));
+}
+
+TEST_F(Opening, WithNoBrowserAtAllALineSaysSo) {
+    session.home.writeDesktopEntry("web",
+                                   "[Desktop Entry]\nType=Application\nName=web\nHidden=true\nExec=true\n");
+    session.startFernhop();
+    ASSERT_EQ(session.open({"https://a/%20"}), 0);
+    EXPECT_NE(session.log().find(
+                  "Fernhop: No valid target browser for URL https://a/%20. source=unknown urlRule=none "
+                  "appRule=none fallback=none"),
+              std::string::npos)
+        << session.log();
+}
+
+TEST_F(Opening, ABrowserWhoseProgramIsGoneGivesALine) {
+    session.home.writeProgram(session.home.root() + "/gone", "#!/nowhere/interpreter\n");
+    session.home.writeDesktopEntry(
+        "web", "[Desktop Entry]\nType=Application\nName=web\nExec=" + session.home.root() +
+                   "/gone %u\nMimeType=x-scheme-handler/https;\n");
+    session.startFernhop();
+    ASSERT_EQ(session.open({"https://a/"}), 0);
+    EXPECT_NE(session.log().find("Fernhop: Failed to open https://a/ with web: " + session.home.root() +
+                                 "/gone: No such file or directory"),
+              std::string::npos)
+        << session.log();
+}
+
+} // namespace
+} // namespace fernhop::desktoptest
