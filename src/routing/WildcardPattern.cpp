@@ -10,15 +10,22 @@ namespace fernhop {
 
 namespace {
 
-/// The pieces between the stars, empty ones included. A star that carries a combining mark is another
-/// character.
+/// Whether the "*" at this position is a star: one that carries a combining mark is another character. What
+/// follows it, four bytes at most, decides.
+bool isStar(std::string_view pattern, std::size_t position) {
+    const auto found = text::firstOccurrence(pattern.substr(position, 5), "*", 0);
+    return found && found->start == 0;
+}
+
+/// The pieces between the stars, empty ones included.
 std::vector<std::string_view> piecesOf(std::string_view pattern) {
     std::vector<std::string_view> pieces;
     std::size_t start = 0;
-    while (const auto star = text::firstOccurrence(pattern, "*", start)) {
-        pieces.push_back(pattern.substr(start, star->start - start));
-        start = star->end;
-    }
+    for (auto star = pattern.find('*'); star != std::string_view::npos; star = pattern.find('*', star + 1))
+        if (isStar(pattern, star)) {
+            pieces.push_back(pattern.substr(start, star - start));
+            start = star + 1;
+        }
     pieces.push_back(pattern.substr(start));
     return pieces;
 }

@@ -117,6 +117,9 @@ TEST(WildcardPattern, NeverSplitsACharacterFromItsMarks) {
     // A star with a mark on it is another character than the star.
     EXPECT_FALSE(wildcardMatches("abc", "a*\u0301c"));
     EXPECT_TRUE(wildcardMatches("a*\u0301c", "a*\u0301c"));
+    EXPECT_TRUE(wildcardMatches("a*\u0301bc", "a*\u0301*c"));
+    EXPECT_FALSE(wildcardMatches("abc", "a*\u0301*c"));
+    EXPECT_TRUE(wildcardMatches("ab😀", "a*😀"));
 }
 
 TEST(WildcardPattern, TakesInvalidBytesForThemselves) {

@@ -1,5 +1,6 @@
 #include "platform/linux/text/ComparisonForm.h"
 
+#include "platform/Ascii.h"
 #include "platform/linux/text/UnicodeText.h"
 
 #include <unicode/uchar.h>
@@ -133,6 +134,10 @@ std::u16string caseFolded(const std::u16string &text, CaseRules rules) {
     return decomposed(folded(decomposed(text), U_FOLD_CASE_DEFAULT));
 }
 
+bool isAsciiAlone(std::string_view sequence) {
+    return sequence.size() == 1 && static_cast<unsigned char>(sequence.front()) < 0x80;
+}
+
 } // namespace
 
 void ComparisonForm::append(std::string_view sequence, std::size_t origin) {
@@ -143,14 +148,21 @@ void ComparisonForm::append(std::string_view sequence, std::size_t origin) {
     origins.resize(form.size(), insideSequence);
 }
 
-template <typename Transform>
-ComparisonForm ComparisonForm::make(std::string_view text, Transform transform) {
+/// `ofAscii` gives the form of an ASCII character that stands alone, or nothing when `ofSequence` is to give
+/// it.
+template <typename OfAscii, typename OfSequence>
+ComparisonForm ComparisonForm::make(std::string_view text, OfAscii ofAscii, OfSequence ofSequence) {
     ComparisonForm result;
     result.form.reserve(text.size());
     result.origins.reserve(text.size() + 1);
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = sequenceEnd(text, start);
-        result.append(toUtf8(transform(toUtf16(text.substr(start, end - start)))), start);
+        const std::string_view sequence = text.substr(start, end - start);
+        const std::optional<char> alone = isAsciiAlone(sequence) ? ofAscii(sequence.front()) : std::nullopt;
+        if (alone)
+            result.append({&*alone, 1}, start);
+        else
+            result.append(toUtf8(ofSequence(toUtf16(sequence))), start);
         start = end;
     }
     result.origins.push_back(text.size());
@@ -158,11 +170,17 @@ ComparisonForm ComparisonForm::make(std::string_view text, Transform transform) 
 }
 
 ComparisonForm ComparisonForm::plain(std::string_view text) {
-    return make(text, decomposed);
+    return make(
+        text, [](char character) { return std::optional(character); }, decomposed);
 }
 
 ComparisonForm ComparisonForm::caseless(std::string_view text, CaseRules rules) {
-    return make(text, [rules](const std::u16string &sequence) { return caseFolded(sequence, rules); });
+    const auto ofAscii = [rules](char character) {
+        const bool special = rules == CaseRules::turkic && character == 'I';
+        return special ? std::nullopt : std::optional(ascii::lowercased(character));
+    };
+    return make(text, ofAscii,
+                [rules](const std::u16string &sequence) { return caseFolded(sequence, rules); });
 }
 
 std::optional<Occurrence> ComparisonForm::find(const ComparisonForm &piece, std::size_t from) const {

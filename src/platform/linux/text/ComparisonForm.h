@@ -25,14 +25,17 @@ class ComparisonForm {
     [[nodiscard]] std::optional<Occurrence> find(const ComparisonForm &piece, std::size_t from) const;
     [[nodiscard]] bool endsWith(const ComparisonForm &piece) const;
 
+    /// The form itself, in UTF-8.
+    [[nodiscard]] const std::string &bytes() const { return form; }
+
     bool operator==(const ComparisonForm &other) const { return form == other.form; }
 
   private:
     static constexpr std::size_t insideSequence = static_cast<std::size_t>(-1);
 
     ComparisonForm() = default;
-    template <typename Transform>
-    static ComparisonForm make(std::string_view text, Transform transform);
+    template <typename OfAscii, typename OfSequence>
+    static ComparisonForm make(std::string_view text, OfAscii ofAscii, OfSequence ofSequence);
     void append(std::string_view sequence, std::size_t origin);
 
     std::string form;

@@ -12,8 +12,14 @@ bool areAscii(std::string_view left, std::string_view right) {
     return ascii::isAscii(left) && ascii::isAscii(right);
 }
 
-/// ASCII text as two languages' worth of case rules see it: in the Turkic ones the partner of "I" is no ASCII
-/// letter, so that it equals only itself.
+std::optional<Occurrence> firstPlace(std::string_view text, std::string_view piece, std::size_t from) {
+    const auto start = piece.empty() ? std::string_view::npos : text.find(piece, from);
+    return start == std::string_view::npos ? std::nullopt
+                                           : std::optional(Occurrence{start, start + piece.size()});
+}
+
+/// ASCII text without letter case among ASCII: in Turkic languages the partner of "I" is no ASCII letter, so
+/// that it equals only itself.
 std::string foldedAscii(std::string_view text, CaseRules rules) {
     std::string result(text);
     for (char &character : result)
@@ -24,13 +30,13 @@ std::string foldedAscii(std::string_view text, CaseRules rules) {
 
 } // namespace
 
+// ASCII text is its own form, so that a URL need not be brought into it for each pattern that is not ASCII.
 std::optional<Occurrence> firstOccurrence(std::string_view text, std::string_view piece, std::size_t from) {
-    if (!areAscii(text, piece))
-        return ComparisonForm::plain(text).find(ComparisonForm::plain(piece), from);
-    const auto start = piece.empty() ? std::string_view::npos : text.find(piece, from);
-    if (start == std::string_view::npos)
-        return std::nullopt;
-    return Occurrence{start, start + piece.size()};
+    if (areAscii(text, piece))
+        return firstPlace(text, piece, from);
+    if (ascii::isAscii(text))
+        return firstPlace(text, ComparisonForm::plain(piece).bytes(), from);
+    return ComparisonForm::plain(text).find(ComparisonForm::plain(piece), from);
 }
 
 bool endsWith(std::string_view text, std::string_view piece) {
