@@ -6,5 +6,5 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/common.sh
 
 scripts/install-packages.sh build
-configure release -DFERNHOP_TESTS=OFF -DFERNHOP_BENCHMARKS=OFF
+configure release -DFERNHOP_TESTS=OFF -DFERNHOP_BENCHMARKS=OFF -DFERNHOP_WARNINGS_AS_ERRORS=OFF
 build release
