@@ -20,6 +20,7 @@ struct ActionArguments {
     const Notification *notification = nullptr;
     const LinkEventDescriptor *event = nullptr;
     LinkEventDescriptor *reply = nullptr;
+    std::ptrdiff_t row = -1; ///< of a table
 };
 
 /// What a selector answers; most answer nothing.

@@ -6,18 +6,30 @@
 
 namespace fernhop {
 
-AppDelegate::AppDelegate(Platform desktop, Presentation &shown)
-    : platform(std::move(desktop)), presentation(shown),
+AppDelegate::AppDelegate(Platform desktop)
+    : platform(std::move(desktop)),
+      statusItem(platform.statusBar.statusItemWithLength(ui::squareStatusItemLength)),
       applicationCatalog(platform.files, platform.bundles, platform.layout),
       catalog(platform.workspace, platform.files, platform.bundles, applicationCatalog),
-      preferences(platform.defaults), intake([this](const Url &url) { route(url); }),
+      preferences(platform.defaults),
+      icons({platform.workspace, catalog, installedApplications, installedBrowsers}),
+      intake([this](const Url &url) { route(url); }),
       router({preferences, catalog, platform.workspace, platform.files, platform.bundles, installedBrowsers}),
       defaultHandlerControl(
           {platform.launchServices, platform.defaults, platform.bundles, platform.sound, installedBrowsers},
           [this] { rebuildMenu(); }),
-      ruleActions(
-          preferences, defaultHandlerControl, [this] { rebuildMenu(); },
-          [this](Dialog dialog, const std::string &subject) { showDialog(dialog, subject); }),
+      statusItemAppearance(platform.bundles, platform.images),
+      statusMenu({platform.launchServices, catalog, preferences, defaultHandlerControl, platform.images,
+                  icons, installedApplications, installedBrowsers}),
+      ruleDialogSources{preferences,           defaultHandlerControl, icons,
+                        platform.images,       platform.sound,        platform.alerts,
+                        installedApplications, installedBrowsers,     [this] { rebuildMenu(); }},
+      addAppRulesDialog(ruleDialogSources), editAppRuleDialog(ruleDialogSources),
+      urlRuleDialog(ruleDialogSources), feedbackDialog({platform.bundles, platform.images, platform.workspace,
+                                                        platform.sound, platform.alerts}),
+      ruleActions(preferences, defaultHandlerControl,
+                  {[this] { rebuildMenu(); }, [this](const URLRule &rule) { showEditURLRuleDialog(rule); },
+                   [this](const std::string &app) { showEditRuleDialog(app); }}),
       actions(makeActionTable()) {
     init();
 }
@@ -44,7 +56,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         [this](const Notification &notification) { activeApplicationDidChange(notification); });
     sources.seed(platform.workspace.frontmostApplication(), ownBundleID(platform.bundles));
     platform.distributedNotifications.addObserver(
-        themeChangedNotification, [this](const Notification &) { presentation.appearanceDidChange(); });
+        themeChangedNotification, [this](const Notification &) { systemAppearanceDidChange(); });
     refreshBrowsers();
     rebuildMenu();
     intake.finishLaunching();
@@ -87,6 +99,7 @@ void AppDelegate::open(const Url &url, const Browser &browser) {
 void AppDelegate::refreshBrowsers() {
     const std::string own = ownBundleID(platform.bundles);
     installedApplications = applicationCatalog.installedApplications(own);
+    icons.clear();
     installedBrowsers = catalog.installedBrowsers(own);
 }
 
@@ -95,9 +108,40 @@ void AppDelegate::activeApplicationDidChange(const Notification &notification) {
         rebuildMenu();
 }
 
-void AppDelegate::showDialog(Dialog dialog, const std::optional<std::string> &subject) {
-    if (!presentation.show(dialog, subject))
-        platform.sound.beep();
+void AppDelegate::systemAppearanceDidChange() {
+    statusItemAppearance.update(*statusItem, defaultHandlerControl.isRoutingEnabled());
+}
+
+void AppDelegate::rebuildMenu() {
+    // One reading of the routing state, so that tooltip and menu agree.
+    const bool routingEnabled = defaultHandlerControl.isRoutingEnabled();
+    statusItemAppearance.update(*statusItem, routingEnabled);
+    statusItem->setMenu(std::make_shared<const ui::Menu>(statusMenu.build(routingEnabled)));
+}
+
+void AppDelegate::runDialog(const std::function<void()> &dialog) {
+    if (!platform.alerts.bringToFront())
+        dialog();
+}
+
+void AppDelegate::showAddURLRuleDialog() {
+    runDialog([this] { urlRuleDialog.showURLRuleDialog(std::nullopt); });
+}
+
+void AppDelegate::showEditURLRuleDialog(const URLRule &rule) {
+    runDialog([&] { urlRuleDialog.showURLRuleDialog(rule); });
+}
+
+void AppDelegate::showAddRuleDialog() {
+    runDialog([this] { addAppRulesDialog.showAddRuleDialog(); });
+}
+
+void AppDelegate::showEditRuleDialog(const std::string &sourceBundleID) {
+    runDialog([&] { editAppRuleDialog.showEditRuleDialog(sourceBundleID); });
+}
+
+void AppDelegate::showFeedbackDialog() {
+    runDialog([this] { feedbackDialog.showFeedbackDialog(); });
 }
 
 } // namespace fernhop

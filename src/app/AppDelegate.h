@@ -1,17 +1,26 @@
 #pragma once
 
 #include "app/ActionTable.h"
+#include "app/AppIcons.h"
 #include "app/Platform.h"
-#include "app/Presentation.h"
 #include "app/RuleActions.h"
+#include "app/StatusItemAppearance.h"
+#include "app/StatusMenu.h"
 #include "catalog/ApplicationCatalog.h"
 #include "catalog/BrowserCatalog.h"
 #include "defaulthandler/DefaultHandlerControl.h"
+#include "dialogs/AddAppRulesDialog.h"
+#include "dialogs/EditAppRuleDialog.h"
+#include "dialogs/FeedbackDialog.h"
+#include "dialogs/URLRuleDialog.h"
+#include "platform/ui/StatusItem.h"
 #include "routing/LinkIntake.h"
 #include "routing/Router.h"
 #include "routing/SourceTracker.h"
 #include "settings/Preferences.h"
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,9 +32,8 @@ namespace fernhop {
 /// and callback of the desktop. Lives until the process ends. Main thread only.
 class AppDelegate {
   public:
-    /// Sets up the state and starts to take links; they wait until launch has finished. `presentation` must
-    /// outlive the controller.
-    AppDelegate(Platform platform, Presentation &presentation);
+    /// Sets up the state and starts to take links; they wait until launch has finished.
+    explicit AppDelegate(Platform platform);
     AppDelegate(const AppDelegate &) = delete;
     AppDelegate &operator=(const AppDelegate &) = delete;
 
@@ -51,8 +59,8 @@ class AppDelegate {
 
     /// Scans the installed applications and browsers anew. Does not rebuild the menu.
     void refreshBrowsers();
-    /// Shows the present state.
-    void rebuildMenu() { presentation.rebuildMenu(); }
+    /// Builds the menu from the present state, gives it to the status item and dresses its icon.
+    void rebuildMenu();
 
     [[nodiscard]] Preferences &settings() { return preferences; }
     [[nodiscard]] const BrowserCatalog &browserCatalog() const { return catalog; }
@@ -73,21 +81,36 @@ class AppDelegate {
     void addRuleActions(ActionTable &table);
 
     void activeApplicationDidChange(const Notification &notification);
+    void systemAppearanceDidChange();
     void open(const Url &url, const Browser &browser);
 
-    void showDialog(Dialog dialog, const std::optional<std::string> &subject = std::nullopt);
+    /// Runs a dialog, unless one is open already: that one comes to the front instead.
+    void runDialog(const std::function<void()> &dialog);
+    void showAddURLRuleDialog();
+    void showEditURLRuleDialog(const URLRule &rule);
+    void showAddRuleDialog();
+    void showEditRuleDialog(const std::string &sourceBundleID);
+    void showFeedbackDialog();
 
     Platform platform;
-    Presentation &presentation;
+    const std::unique_ptr<ui::StatusItem> statusItem;
     const ApplicationCatalog applicationCatalog;
     const BrowserCatalog catalog;
     Preferences preferences;
     std::vector<InstalledApplication> installedApplications;
     std::vector<Browser> installedBrowsers;
+    AppIcons icons;
     SourceTracker sources;
     LinkIntake intake;
     const Router router;
     DefaultHandlerControl defaultHandlerControl;
+    const StatusItemAppearance statusItemAppearance;
+    const StatusMenu statusMenu;
+    const RuleDialogSources ruleDialogSources;
+    AddAppRulesDialog addAppRulesDialog;
+    const EditAppRuleDialog editAppRuleDialog;
+    const URLRuleDialog urlRuleDialog;
+    const FeedbackDialog feedbackDialog;
     RuleActions ruleActions;
     const ActionTable actions;
 };

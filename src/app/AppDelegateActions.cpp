@@ -45,7 +45,7 @@ void AppDelegate::addLifecycleActions(ActionTable &table) {
     table["applicationShouldTerminate:"] = [this](const ActionArguments &) {
         return applicationShouldTerminate();
     };
-    table["systemAppearanceDidChange"] = plain([this] { presentation.appearanceDidChange(); });
+    table["systemAppearanceDidChange"] = plain([this] { systemAppearanceDidChange(); });
     table["activeApplicationDidChange:"] = [this](const ActionArguments &arguments) -> ActionResult {
         if (arguments.notification)
             activeApplicationDidChange(*arguments.notification);
@@ -64,15 +64,21 @@ void AppDelegate::addLifecycleActions(ActionTable &table) {
 }
 
 void AppDelegate::addDialogActions(ActionTable &table) {
-    table["showAddURLRuleDialog"] = plain([this] { showDialog(Dialog::addURLRule); });
-    table["showAddRuleDialog"] = plain([this] { showDialog(Dialog::addAppRules); });
-    table["showFeedbackDialog"] = plain([this] { showDialog(Dialog::feedback); });
-    for (const std::string_view selector :
-         {"filterRuleDialogApplications:", "numberOfRowsInTableView:", "tableView:viewForTableColumn:row:",
-          "tableViewSelectionDidChange:", "updateRuleDialogHint", "openContactFromButton:"})
-        table[selector] = [this, selector](const ActionArguments &arguments) {
-            return presentation.performInDialog(selector, arguments);
-        };
+    table["showAddURLRuleDialog"] = plain([this] { showAddURLRuleDialog(); });
+    table["showAddRuleDialog"] = plain([this] { showAddRuleDialog(); });
+    table["filterRuleDialogApplications:"] =
+        fromSender([this](const Object *sender) { addAppRulesDialog.filterRuleDialogApplications(sender); });
+    table["numberOfRowsInTableView:"] = [this](const ActionArguments &) {
+        return addAppRulesDialog.numberOfRows();
+    };
+    table["tableView:viewForTableColumn:row:"] = [this](const ActionArguments &arguments) -> ActionResult {
+        return std::shared_ptr<Object>(addAppRulesDialog.viewForRow(arguments.row));
+    };
+    table["tableViewSelectionDidChange:"] = plain([this] { addAppRulesDialog.selectionDidChange(); });
+    table["updateRuleDialogHint"] = plain([this] { addAppRulesDialog.updateRuleDialogHint(); });
+    table["showFeedbackDialog"] = plain([this] { showFeedbackDialog(); });
+    table["openContactFromButton:"] =
+        fromSender([this](const Object *sender) { feedbackDialog.openContactFromButton(sender); });
 }
 
 void AppDelegate::addDefaultHandlerActions(ActionTable &table) {

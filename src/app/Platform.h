@@ -1,7 +1,7 @@
 #pragma once
 
-#include "catalog/ApplicationLayout.h"
 #include "platform/Application.h"
+#include "platform/ApplicationLayout.h"
 #include "platform/Bundle.h"
 #include "platform/FileManager.h"
 #include "platform/LaunchServices.h"
@@ -11,6 +11,9 @@
 #include "platform/Sound.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
+#include "platform/ui/Alert.h"
+#include "platform/ui/Images.h"
+#include "platform/ui/StatusItem.h"
 
 namespace fernhop {
 
@@ -28,6 +31,9 @@ struct Platform {
     LinkEvents &links;
     Log &log;
     Sound &sound;
+    ui::StatusBar &statusBar;
+    const ui::Images &images;
+    ui::AlertPresenter &alerts;
     ApplicationLayout layout;
 };
 

@@ -39,10 +39,8 @@ std::optional<URLRule> ruleWithID(const Preferences &preferences, const std::str
 
 } // namespace
 
-RuleActions::RuleActions(Preferences &store, DefaultHandlerControl &handlers, std::function<void()> rebuild,
-                         std::function<void(Dialog, const std::string &)> edit)
-    : preferences(store), defaultHandlers(handlers), rebuildMenu(std::move(rebuild)),
-      showEditor(std::move(edit)) {}
+RuleActions::RuleActions(Preferences &store, DefaultHandlerControl &handlers, Consequences setOff)
+    : preferences(store), defaultHandlers(handlers), consequences(std::move(setOff)) {}
 
 void RuleActions::setBrowserForSelectedApp(const Object *sender) {
     const auto *selection = selectionCarriedBy<RuleSelection>(sender);
@@ -50,7 +48,7 @@ void RuleActions::setBrowserForSelectedApp(const Object *sender) {
         return;
     preferences.setBrowser(selection->browserBundleID, selection->sourceBundleID);
     turnRoutingOn();
-    rebuildMenu();
+    consequences.rebuildMenu();
 }
 
 void RuleActions::clearRule(const Object *sender) {
@@ -65,7 +63,7 @@ void RuleActions::setBrowserForURLRule(const Object *sender) {
         return;
     preferences.updateURLRule(rule->id, rule->pattern, selection->browserBundleID);
     turnRoutingOn();
-    rebuildMenu();
+    consequences.rebuildMenu();
 }
 
 void RuleActions::editURLRule(const Object *sender) {
@@ -80,7 +78,7 @@ void RuleActions::clearURLRule(const Object *sender) {
 
 void RuleActions::editRuleFromWindow(const Object *sender) {
     if (const std::string *app = identifierOf(sender))
-        showEditor(Dialog::editAppRule, *app);
+        consequences.editAppRule(*app);
 }
 
 void RuleActions::clearRuleFromWindow(const Object *sender) {
@@ -100,17 +98,17 @@ void RuleActions::clearURLRuleFromWindow(const Object *sender) {
 
 void RuleActions::removeAppRule(const std::string &app) {
     preferences.removeRule(app);
-    rebuildMenu();
+    consequences.rebuildMenu();
 }
 
 void RuleActions::removeURLRule(const std::string &id) {
     preferences.removeURLRule(id);
-    rebuildMenu();
+    consequences.rebuildMenu();
 }
 
 void RuleActions::editExistingURLRule(const std::string &id) {
-    if (ruleWithID(preferences, id))
-        showEditor(Dialog::editURLRule, id);
+    if (const auto rule = ruleWithID(preferences, id))
+        consequences.editURLRule(*rule);
 }
 
 void RuleActions::turnRoutingOn() {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/Presentation.h"
 #include "defaulthandler/DefaultHandlerControl.h"
 #include "platform/Object.h"
+#include "routing/URLRule.h"
 #include "settings/Preferences.h"
 
 #include <functional>
@@ -15,11 +15,15 @@ namespace fernhop {
 /// removing a rule leaves it as it is. Main thread only.
 class RuleActions {
   public:
-    /// `showEditor` opens the dialog that edits a rule, by the rule's or the source application's identifier.
+    /// What the actions set off beside their change.
+    struct Consequences {
+        std::function<void()> rebuildMenu;
+        std::function<void(const URLRule &)> editURLRule;                   ///< opens its dialog
+        std::function<void(const std::string &sourceBundleID)> editAppRule; ///< opens its dialog
+    };
+
     /// The references must outlive this object.
-    RuleActions(Preferences &preferences, DefaultHandlerControl &defaultHandlers,
-                std::function<void()> rebuildMenu,
-                std::function<void(Dialog, const std::string &)> showEditor);
+    RuleActions(Preferences &preferences, DefaultHandlerControl &defaultHandlers, Consequences consequences);
 
     /// A menu item that carries a `RuleSelection`.
     void setBrowserForSelectedApp(const Object *sender);
@@ -46,8 +50,7 @@ class RuleActions {
 
     Preferences &preferences;
     DefaultHandlerControl &defaultHandlers;
-    std::function<void()> rebuildMenu;
-    std::function<void(Dialog, const std::string &)> showEditor;
+    Consequences consequences;
 };
 
 } // namespace fernhop

@@ -76,6 +76,9 @@ Platform LinuxDesktop::platform() {
             links,
             log,
             sound,
+            statusBar,
+            images,
+            alerts,
             layout};
 }
 

@@ -18,6 +18,7 @@
 #include "platform/linux/log/SystemLog.h"
 #include "platform/linux/settings/PropertyListDefaults.h"
 #include "platform/linux/sound/CanberraSound.h"
+#include "platform/linux/tray/NoScreen.h"
 
 #include <memory>
 
@@ -59,6 +60,9 @@ struct LinuxDesktop {
     Launcher launcher;
     FreedesktopWorkspace workspace;
     SessionApplication application;
+    NoStatusBar statusBar;
+    NoImages images;
+    NoAlerts alerts{sound};
 };
 
 } // namespace fernhop::freedesktop

@@ -22,7 +22,7 @@ int fail(const std::string &reason) {
 class Resident {
   public:
     explicit Resident(LinuxDesktop &linuxDesktop)
-        : desktop(linuxDesktop), platform(desktop.platform()), delegate(platform, presentation),
+        : desktop(linuxDesktop), platform(desktop.platform()), delegate(platform),
           report(*desktop.focus, desktop.arrivalProblems, true,
                  [this] { return delegate.sourceTracker().sourceBundleID(); }),
           session(delegate, platform, report) {}
@@ -44,7 +44,6 @@ class Resident {
 
   private:
     LinuxDesktop &desktop;
-    NoPresentation presentation;
     const Platform platform;
     AppDelegate delegate;
     const LinuxSessionReport report;
@@ -88,8 +87,7 @@ int runResident(const Environment &environment) {
 
 int openWithoutBus(const Environment &environment, const std::vector<std::string> &links) {
     LinuxDesktop desktop(environment, nullptr);
-    NoPresentation presentation;
-    AppDelegate delegate(desktop.platform(), presentation);
+    AppDelegate delegate(desktop.platform());
     delegate.applicationDidFinishLaunching();
     desktop.links.deliver({links, senderOf(environment)}, nullptr);
     return exitStatus::success;

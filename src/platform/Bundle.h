@@ -36,6 +36,11 @@ class Bundles {
 
     /// The identifier of the running application's own bundle; nothing when it runs outside of one.
     [[nodiscard]] virtual std::optional<std::string> mainBundleIdentifier() const = 0;
+
+    /// The file of the application's own resource `name` with the path extension `extension`; nothing when
+    /// there is none.
+    [[nodiscard]] virtual std::optional<Url> urlForResource(std::string_view name,
+                                                            std::string_view extension) const = 0;
 };
 
 } // namespace fernhop

@@ -2,6 +2,7 @@
 
 #include "platform/Object.h"
 #include "platform/Url.h"
+#include "platform/ui/Image.h"
 
 #include <functional>
 #include <memory>
@@ -50,6 +51,12 @@ class Workspace {
     /// run. Returns before the application has taken them; the outcome comes through `completion`.
     virtual void openUrls(const std::vector<Url> &urls, const Url &applicationUrl,
                           const OpenConfiguration &configuration, OpenCompletion completion) = 0;
+
+    /// Opens `url` with whatever the system has for it. False when that could not be begun.
+    virtual bool openUrl(const Url &url) = 0;
+
+    /// The icon that the desktop shows for the file at `path`, `side` points wide and high; never null.
+    [[nodiscard]] virtual ui::ImageReference iconForFile(const std::string &path, double side) const = 0;
 };
 
 } // namespace fernhop

@@ -24,7 +24,7 @@ class EachSide : public testing::TestWithParam<bool>, protected World {
     }
 
     /// The menu shows the change, where there is a menu.
-    void expectMenuRebuilt() const { EXPECT_TRUE(!GetParam() || presentation.rebuilds > 0); }
+    void expectMenuRebuilt() const { EXPECT_TRUE(!GetParam() || statusBar.menusSet > 0); }
 };
 
 inline std::string sideName(const testing::TestParamInfo<bool> &info) {

@@ -90,7 +90,7 @@ TEST(Refresh, findsNewBrowsers) {
     world.applications.installApplication("/Applications/Gamma.app", "org.example.Gamma", "Gamma", {"http"});
     EXPECT_EQ(world.run({"browsers"}).output.find("Gamma"), std::string::npos);
     EXPECT_EQ(world.run({"refresh"}), CommandResult{});
-    EXPECT_EQ(world.presentation.rebuilds, 1);
+    EXPECT_EQ(world.statusBar.menusSet, 1);
     EXPECT_NE(world.run({"browsers"}).output.find("Gamma"), std::string::npos);
 }
 

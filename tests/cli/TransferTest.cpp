@@ -63,7 +63,7 @@ TEST_P(Transfer, aRefusedDocumentChangesNothing) {
     EXPECT_EQ(told.output, "");
     EXPECT_NE(told.errors.find("nothing is changed"), std::string::npos);
     EXPECT_EQ(defaults.writes, 0);
-    EXPECT_EQ(presentation.rebuilds, 0);
+    EXPECT_EQ(statusBar.menusSet, 0);
 }
 
 TEST(SettingsDocuments, ofAnyContentCanBeReadBack) {

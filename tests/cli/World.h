@@ -4,12 +4,15 @@
 #include "cli/LocalSession.h"
 #include "cli/Perform.h"
 #include "cli/ResidentSession.h"
+#include "fakes/FakeAlerts.h"
 #include "fakes/FakeApplication.h"
 #include "fakes/FakeApplications.h"
+#include "fakes/FakeImages.h"
 #include "fakes/FakeLaunchServices.h"
 #include "fakes/FakeLinkEvents.h"
 #include "fakes/FakeNotificationCenter.h"
 #include "fakes/FakeSessionReport.h"
+#include "fakes/FakeStatusBar.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 
@@ -18,14 +21,6 @@
 #include <vector>
 
 namespace fernhop::cli {
-
-/// Counts what would be shown.
-class CountingPresentation : public NoPresentation {
-  public:
-    int rebuilds = 0;
-
-    void rebuildMenu() override { ++rebuilds; }
-};
 
 /// A desktop with two browsers and an editor, on which commands are performed: by a running Fernhop once
 /// `launch` was called, else by a stand-in.
@@ -41,10 +36,10 @@ class World {
     World &operator=(const World &) = delete;
 
     void launch() {
-        delegate.emplace(platform, presentation);
+        delegate.emplace(platform);
         delegate->applicationDidFinishLaunching();
         resident.emplace(*delegate, platform, report);
-        presentation.rebuilds = 0;
+        statusBar.menusSet = 0;
     }
 
     CommandResult run(const std::vector<std::string> &words, std::string_view input = "") {
@@ -76,15 +71,18 @@ class World {
     fakes::FakeLog log;
     fakes::FakeSound sound;
     fakes::FakeSessionReport report;
-    CountingPresentation presentation;
+    fakes::FakeStatusBar statusBar;
+    fakes::FakeImages images;
+    fakes::FakeAlerts alerts;
 
     std::optional<AppDelegate> delegate;
     std::optional<ResidentSession> resident;
 
   private:
     ApplicationLayout layout = macApplicationLayout(applications);
-    Platform platform{application,  workspace,    center, distributed, services, defaults,
-                      applications, applications, links,  log,         sound,    layout};
+    Platform platform{application, workspace,    center,       distributed, services,
+                      defaults,    applications, applications, links,       log,
+                      sound,       statusBar,    images,       alerts,      layout};
     LocalSession::Parts parts{workspace,    services, defaults, applications,
                               applications, sound,    layout,   report};
 };

@@ -22,6 +22,7 @@ class FakeApplications : public FileManager, public Bundles {
 
     std::string home = "/Users/ada";
     std::optional<std::string> mainIdentifier = "org.fernhop.Fernhop";
+    std::string resources = "/Applications/Fernhop.app/Contents/Resources"; ///< of the application itself
     std::set<std::string> unreadableFolders;
     mutable int scans = 0; ///< enumerators handed out
 
@@ -96,6 +97,11 @@ class FakeApplications : public FileManager, public Bundles {
     }
 
     std::optional<std::string> mainBundleIdentifier() const override { return mainIdentifier; }
+
+    std::optional<Url> urlForResource(std::string_view name, std::string_view extension) const override {
+        const std::string path = resources + "/" + std::string(name) + "." + std::string(extension);
+        return fileExistsAtPath(path) ? std::optional(Url::fileUrl(path)) : std::nullopt;
+    }
 
   private:
     class FakeBundle : public Bundle {

@@ -62,6 +62,19 @@ class FakeWorkspace : public Workspace {
             complete();
     }
 
+    bool openUrl(const Url &url) override {
+        openedByDefault.push_back(url);
+        return true;
+    }
+
+    ui::ImageReference iconForFile(const std::string &path, double side) const override {
+        iconRequests.emplace_back(path, side);
+        return std::make_shared<const ui::Image>(ui::ApplicationIcon{path}, side, false);
+    }
+
+    std::vector<Url> openedByDefault;
+    mutable std::vector<std::pair<std::string, double>> iconRequests;
+
   private:
     const FakeApplications &applications;
     FakeNotificationCenter &notifications;

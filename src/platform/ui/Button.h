@@ -1,16 +1,27 @@
 #pragma once
 
+#include "platform/ui/ControlSize.h"
 #include "platform/ui/MenuItem.h"
+#include "platform/ui/View.h"
 
 namespace fernhop::ui {
 
-/// A push button or check box. A check box has changed its own state before its action runs.
-class Button : public Object {
+/// Where a button's image stands; the values are the desktop's.
+enum class ImagePosition { none = 0, imageOnly = 1, leading = 7 };
+
+enum class TextAlignment { natural, left };
+
+/// A push button with a rounded bezel, or a check box. What it carries for its action is its identifier. A
+/// check box has changed its own state before its action runs.
+class Button : public View {
   public:
     std::string title;
-    std::string action;     ///< selector that the button fires; empty: none
-    std::string identifier; ///< data that the button carries for its action; empty: none
+    Selector action;
     ControlState state = ControlState::off;
+    ControlSize controlSize = ControlSize::regular;
+    ImageReference image;
+    ImagePosition imagePosition = ImagePosition::none;
+    TextAlignment alignment = TextAlignment::natural;
 };
 
 } // namespace fernhop::ui

@@ -1,12 +1,18 @@
 #pragma once
 
 #include "platform/Object.h"
+#include "platform/ui/Image.h"
+#include "platform/ui/Selector.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace fernhop::ui {
+
+class MenuItem;
 
 /// The data that an item or control carries for its action: none, a text, or an object.
 using RepresentedObject = std::variant<std::monostate, std::string, std::shared_ptr<const Object>>;
@@ -14,13 +20,35 @@ using RepresentedObject = std::variant<std::monostate, std::string, std::shared_
 /// Whether a check mark shows; the values are the desktop's.
 enum class ControlState { off = 0, on = 1 };
 
+/// A list of items, top to bottom. A value: copying it copies the items.
+struct Menu {
+    std::vector<MenuItem> items;
+};
+
 /// One row of a menu. It is the sender of the action it names.
 class MenuItem : public Object {
   public:
+    MenuItem() = default;
+    MenuItem(std::string itemTitle, Selector itemAction) : title(std::move(itemTitle)), action(itemAction) {}
+
+    [[nodiscard]] static MenuItem separator() {
+        MenuItem item;
+        item.isSeparator = true;
+        return item;
+    }
+
     std::string title;
-    std::string action; ///< selector that the item fires; empty: none
+    Selector action;
     RepresentedObject representedObject;
     ControlState state = ControlState::off;
+    bool enabled = true;
+    bool isSeparator = false;
+    ImageReference image;
+    std::string_view keyEquivalent; ///< with the desktop's command modifier; empty: none
+    std::optional<Menu> submenu;
 };
+
+/// Whether two menus look the same: everything that shows, represented objects left aside.
+[[nodiscard]] bool looksTheSame(const Menu &left, const Menu &right);
 
 } // namespace fernhop::ui

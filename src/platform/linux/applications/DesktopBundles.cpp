@@ -3,6 +3,8 @@
 #include "platform/linux/applications/FernhopDesktopID.h"
 #include "platform/linux/applications/GenericOpener.h"
 
+#include <unistd.h>
+
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -49,7 +51,8 @@ bool wouldReturnLinks(const DesktopEntry &entry) {
 
 } // namespace
 
-DesktopBundles::DesktopBundles(const InstalledDesktopEntries &desktopEntries) : entries(desktopEntries) {}
+DesktopBundles::DesktopBundles(const InstalledDesktopEntries &desktopEntries, std::string resourceFolder)
+    : entries(desktopEntries), resources(std::move(resourceFolder)) {}
 
 std::unique_ptr<Bundle> DesktopBundles::bundleWithUrl(const Url &url) const {
     auto entry = url.isFileUrl() ? entries.decidingEntryAtPath(url.path()) : std::nullopt;
@@ -60,6 +63,13 @@ std::unique_ptr<Bundle> DesktopBundles::bundleWithUrl(const Url &url) const {
 
 std::optional<std::string> DesktopBundles::mainBundleIdentifier() const {
     return std::string(fernhopDesktopID);
+}
+
+std::optional<Url> DesktopBundles::urlForResource(std::string_view name, std::string_view extension) const {
+    if (resources.empty())
+        return std::nullopt;
+    const std::string path = resources + "/" + std::string(name) + "." + std::string(extension);
+    return access(path.c_str(), F_OK) == 0 ? std::optional(Url::fileUrl(path)) : std::nullopt;
 }
 
 std::optional<Url> applicationUrl(const DesktopEntries &entries, const std::string &bundleID) {

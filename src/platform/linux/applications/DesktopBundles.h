@@ -3,6 +3,10 @@
 #include "platform/Bundle.h"
 #include "platform/linux/applications/InstalledDesktopEntries.h"
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 namespace fernhop::freedesktop {
 
 /// Desktop entries told in the words of application bundles: the identifier is the desktop-file ID,
@@ -12,14 +16,18 @@ namespace fernhop::freedesktop {
 /// from them), cannot be opened.
 class DesktopBundles : public Bundles {
   public:
-    /// `entries` must outlive this object.
-    explicit DesktopBundles(const InstalledDesktopEntries &entries);
+    /// `entries` must outlive this object. `resources` is the folder of Fernhop's own images; empty: there is
+    /// none.
+    explicit DesktopBundles(const InstalledDesktopEntries &entries, std::string resources = {});
 
     [[nodiscard]] std::unique_ptr<Bundle> bundleWithUrl(const Url &url) const override;
     [[nodiscard]] std::optional<std::string> mainBundleIdentifier() const override;
+    [[nodiscard]] std::optional<Url> urlForResource(std::string_view name,
+                                                    std::string_view extension) const override;
 
   private:
     const InstalledDesktopEntries &entries;
+    std::string resources;
 };
 
 /// The bundle that the desktop would launch for an identifier, what Workspace answers: the file of the

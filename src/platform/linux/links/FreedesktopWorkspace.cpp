@@ -2,9 +2,10 @@
 
 #include "platform/linux/applications/DesktopBundles.h"
 
-#include <glib.h>
+#include <gio/gio.h>
 
 #include <cerrno>
+#include <memory>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -35,6 +36,16 @@ void FreedesktopWorkspace::openUrls(const std::vector<Url> &urls, const Url &app
     if (current.delivery)
         request.tokens = current.delivery->takeTokens();
     launcher.launch(std::move(request), std::move(completion));
+}
+
+bool FreedesktopWorkspace::openUrl(const Url &url) {
+    // Not waited for: the handler may be Fernhop itself, which answers from this very loop.
+    g_app_info_launch_default_for_uri_async(url.absoluteString().c_str(), nullptr, nullptr, nullptr, nullptr);
+    return true;
+}
+
+ui::ImageReference FreedesktopWorkspace::iconForFile(const std::string &path, double side) const {
+    return std::make_shared<const ui::Image>(ui::ApplicationIcon{path}, side, false);
 }
 
 } // namespace fernhop::freedesktop

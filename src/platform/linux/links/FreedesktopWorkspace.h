@@ -20,6 +20,8 @@ class FreedesktopWorkspace : public Workspace {
     [[nodiscard]] std::shared_ptr<RunningApplication> frontmostApplication() const override;
     void openUrls(const std::vector<Url> &urls, const Url &applicationUrl,
                   const OpenConfiguration &configuration, OpenCompletion completion) override;
+    bool openUrl(const Url &url) override;
+    [[nodiscard]] ui::ImageReference iconForFile(const std::string &path, double side) const override;
 
   private:
     const DesktopEntries &entries;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/ui/Images.h"
+#include "platform/ui/StackView.h"
+#include "platform/ui/View.h"
+
+#include <memory>
+#include <string>
+
+namespace fernhop {
+
+/// A dialog's header: a symbol in a tinted badge beside a title and a subtitle of at most two lines. Without
+/// the symbol the badge is empty.
+[[nodiscard]] std::shared_ptr<ui::StackView> sectionHeader(const std::string &title,
+                                                           const std::string &subtitle,
+                                                           const std::string &symbolName,
+                                                           const ui::Images &images);
+
+/// A tinted box around `wrapped`, which it takes as its only subview.
+[[nodiscard]] std::shared_ptr<ui::View> noteView(const std::shared_ptr<ui::View> &wrapped);
+
+} // namespace fernhop

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/AppIcons.h"
+#include "defaulthandler/DefaultHandlerControl.h"
+#include "platform/Sound.h"
+#include "platform/ui/Alert.h"
+#include "platform/ui/Images.h"
+#include "routing/Browser.h"
+#include "routing/InstalledApplication.h"
+#include "settings/Preferences.h"
+
+#include <functional>
+#include <vector>
+
+namespace fernhop {
+
+/// What the dialogs that change rules work with; everything must outlive them. The lists are read when a
+/// dialog opens.
+struct RuleDialogSources {
+    Preferences &preferences;
+    DefaultHandlerControl &defaultHandlers;
+    AppIcons &icons;
+    const ui::Images &images;
+    Sound &sound;
+    ui::AlertPresenter &alerts;
+    const std::vector<InstalledApplication> &installedApplications;
+    const std::vector<Browser> &installedBrowsers;
+    std::function<void()> rebuildMenu;
+
+    /// After a rule was saved: rules count only while Fernhop gets the links, and the menu shows the rule.
+    void didSaveRule() const {
+        if (!defaultHandlers.isRoutingEnabled())
+            defaultHandlers.enableAppRouting();
+        rebuildMenu();
+    }
+};
+
+} // namespace fernhop

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/Sound.h"
+#include "platform/ui/Alert.h"
+#include "platform/ui/Images.h"
+#include "platform/ui/StatusItem.h"
+
+#include <memory>
+
+namespace fernhop::freedesktop {
+
+/// A session without a display: the status item has no button, no image is read, and an alert only beeps.
+class NoStatusBar : public ui::StatusBar {
+  public:
+    [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double) override {
+        return std::make_unique<Item>();
+    }
+
+  private:
+    class Item : public ui::StatusItem, private ui::Appearance {
+      public:
+        [[nodiscard]] bool hasButton() const override { return false; }
+        [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return *this; }
+        void setToolTip(const std::string &) override {}
+        void setTitle(const std::string &) override {}
+        void setImagePosition(ui::ImagePosition) override {}
+        void setImage(ui::ImageReference) override {}
+        void setMenu(std::shared_ptr<const ui::Menu>) override {}
+
+      private:
+        [[nodiscard]] std::optional<ui::AppearanceName>
+        bestMatchFromAppearancesWithNames(const std::vector<ui::AppearanceName> &) const override {
+            return std::nullopt;
+        }
+    };
+};
+
+class NoImages : public ui::Images {
+  public:
+    [[nodiscard]] ui::ImageReference imageWithContentsOfUrl(const Url &, double) const override { return nullptr; }
+    [[nodiscard]] ui::ImageReference imageWithSystemSymbolName(const std::string &, double) const override {
+        return nullptr;
+    }
+};
+
+class NoAlerts : public ui::AlertPresenter {
+  public:
+    /// `beeper` must outlive this object.
+    explicit NoAlerts(Sound &beeper) : sound(beeper) {}
+
+    [[nodiscard]] bool bringToFront() override { return false; }
+    [[nodiscard]] int runModal(const ui::Alert &alert) override {
+        sound.beep();
+        return ui::alertFirstButtonReturn + static_cast<int>(alert.buttons.size()) - 1;
+    }
+
+  private:
+    Sound &sound;
+};
+
+} // namespace fernhop::freedesktop

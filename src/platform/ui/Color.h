@@ -1,0 +1,24 @@
+#pragma once
+
+namespace fernhop::ui {
+
+/// Colours by their role; the desktop decides what they look like under its present appearance.
+enum class ColorRole {
+    label,
+    secondaryLabel,
+    tertiaryLabel,
+    controlAccent,
+    separator,
+    white,
+    black,
+};
+
+/// A role's colour at a strength.
+struct Color {
+    ColorRole role = ColorRole::label;
+    double alpha = 1; ///< 0 to 1, multiplied with the role's own
+
+    bool operator==(const Color &) const = default;
+};
+
+} // namespace fernhop::ui

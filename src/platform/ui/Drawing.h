@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/ui/Color.h"
+
+#include <variant>
+#include <vector>
+
+namespace fernhop::ui {
+
+/// A point in points; the origin is at the lower left, y grows upwards.
+struct Point {
+    double x;
+    double y;
+
+    bool operator==(const Point &) const = default;
+};
+
+struct MoveTo {
+    Point to;
+
+    bool operator==(const MoveTo &) const = default;
+};
+
+struct LineTo {
+    Point to;
+
+    bool operator==(const LineTo &) const = default;
+};
+
+/// A cubic Bézier curve.
+struct CurveTo {
+    Point to;
+    Point control1;
+    Point control2;
+
+    bool operator==(const CurveTo &) const = default;
+};
+
+struct ClosePath {
+    bool operator==(const ClosePath &) const = default;
+};
+
+/// An ellipse inscribed in a rectangle.
+struct Oval {
+    Point origin; ///< lower left corner of the rectangle
+    double width;
+    double height;
+
+    bool operator==(const Oval &) const = default;
+};
+
+using PathElement = std::variant<MoveTo, LineTo, CurveTo, ClosePath, Oval>;
+
+/// One path, filled, or stroked with round caps and the default join and miter limit.
+struct Path {
+    std::vector<PathElement> elements;
+    double strokeWidth = 0; ///< in points; 0: the path is filled
+
+    bool operator==(const Path &) const = default;
+};
+
+/// Paths drawn one after the other in one ink.
+struct Drawing {
+    Color ink;
+    std::vector<Path> paths;
+
+    bool operator==(const Drawing &) const = default;
+};
+
+} // namespace fernhop::ui

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace fernhop::ui {
+
+enum class FontWeight { regular, medium, semibold };
+
+/// The system's font.
+struct Font {
+    double size = 13; ///< in points
+    FontWeight weight = FontWeight::regular;
+
+    bool operator==(const Font &) const = default;
+};
+
+} // namespace fernhop::ui

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/ui/View.h"
+
+#include <initializer_list>
+#include <utility>
+
+namespace fernhop::ui {
+
+enum class Orientation { horizontal, vertical };
+
+/// Where views stand across the direction of a stack.
+enum class StackAlignment { leading, centerY };
+
+/// Lays its subviews out one after the other.
+class StackView : public View {
+  public:
+    StackView(Orientation direction, StackAlignment across, double gap,
+              std::vector<std::shared_ptr<View>> arranged)
+        : orientation(direction), alignment(across), spacing(gap) {
+        subviews = std::move(arranged);
+    }
+
+    const Orientation orientation;
+    const StackAlignment alignment;
+    const double spacing; ///< between two views, in points
+};
+
+} // namespace fernhop::ui

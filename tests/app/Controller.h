@@ -1,0 +1,85 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "fakes/FakeDesktop.h"
+#include "routing/URLRuleCoding.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fernhop {
+
+/// A controller on a desktop in memory, with the browsers "browser.a" and "browser.b" installed in this
+/// order.
+class ControllerTest : public testing::Test {
+  protected:
+    static constexpr const char *own = "org.fernhop.Fernhop";
+
+    fakes::FakeDesktop desktop;
+    std::unique_ptr<AppDelegate> controller;
+
+    ControllerTest() {
+        desktop.installBrowser("browser.a");
+        desktop.installBrowser("browser.b");
+    }
+
+    void construct() { controller = std::make_unique<AppDelegate>(desktop.platform()); }
+
+    void launch() {
+        construct();
+        controller->applicationDidFinishLaunching();
+    }
+
+    void store(std::string_view key, PropertyValue value) {
+        desktop.defaults.stored.insert_or_assign(std::string(key), std::move(value));
+    }
+
+    void storeFallback(const std::string &browser) {
+        store(settingsKey::routingFallbackBrowserID, {browser});
+    }
+
+    void storeURLRules(const std::vector<URLRule> &rules) {
+        store(settingsKey::urlRules, {PropertyData{encodeURLRules(rules).value()}});
+    }
+
+    void storeAppRule(const std::string &app, const std::string &browser) {
+        store(settingsKey::appRules, {PropertyDictionary{{app, {browser}}}});
+    }
+
+    void setHandlers(const std::string &bundleID) {
+        desktop.launchServices.handlers = {{"http", bundleID}, {"https", bundleID}};
+    }
+
+    static std::shared_ptr<fakes::FakeRunningApplication> running(std::optional<std::string> bundleID) {
+        return std::make_shared<fakes::FakeRunningApplication>(std::move(bundleID));
+    }
+
+    void route(const std::string &url) { controller->route(Url::parse(url).value()); }
+
+    /// The links opened so far, each with the path of the application that got it.
+    std::vector<std::pair<std::string, std::string>> opened() const {
+        std::vector<std::pair<std::string, std::string>> all;
+        for (const auto &call : desktop.workspace.opened)
+            for (const auto &url : call.urls)
+                all.emplace_back(url.absoluteString(), call.applicationUrl.path());
+        return all;
+    }
+
+    /// The path of the application that got the last link.
+    std::string lastTarget() const {
+        return desktop.workspace.opened.empty() ? "" : desktop.workspace.opened.back().applicationUrl.path();
+    }
+
+    /// How often the menu was rebuilt since the last call.
+    int rebuilds() { return std::exchange(desktop.statusBar.menusSet, 0); }
+
+    std::optional<std::string> fallback() const {
+        return desktop.defaults.stringForKey(settingsKey::routingFallbackBrowserID);
+    }
+};
+
+} // namespace fernhop

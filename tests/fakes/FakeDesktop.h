@@ -1,0 +1,73 @@
+#pragma once
+
+#include "app/Platform.h"
+#include "catalog/ApplicationLayout.h"
+#include "fakes/FakeAlerts.h"
+#include "fakes/FakeApplication.h"
+#include "fakes/FakeApplications.h"
+#include "fakes/FakeImages.h"
+#include "fakes/FakeLaunchServices.h"
+#include "fakes/FakeLinkEvents.h"
+#include "fakes/FakeNotificationCenter.h"
+#include "fakes/FakeStatusBar.h"
+#include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeWorkspace.h"
+
+namespace fernhop::fakes {
+
+/// A whole desktop in memory: every interface, each open to tests.
+class FakeDesktop {
+  public:
+    FakeApplication application;
+    FakeApplications applications;
+    FakeNotificationCenter workspaceCenter;
+    FakeNotificationCenter distributedCenter;
+    FakeWorkspace workspace{applications, workspaceCenter};
+    FakeLaunchServices launchServices;
+    FakeUserDefaults defaults;
+    FakeLinkEvents links;
+    FakeLog log;
+    FakeSound sound;
+    FakeStatusBar statusBar;
+    FakeImages images;
+    FakeAlerts alerts;
+
+    FakeDesktop() {
+        applications.addPath("/Applications");
+        applications.addPath("/System/Applications");
+    }
+
+    /// Installs a browser in /Applications under an identifier that is also its name.
+    Url installBrowser(const std::string &identifier) {
+        const std::string path = "/Applications/" + identifier + ".app";
+        applications.installApplication(path, identifier, identifier, {"http", "https"});
+        return Url::fileUrl(path);
+    }
+
+    /// Installs an application that opens no web links.
+    Url installApplication(const std::string &identifier) {
+        const std::string path = "/Applications/" + identifier + ".app";
+        applications.installApplication(path, identifier, identifier);
+        return Url::fileUrl(path);
+    }
+
+    Platform platform() {
+        return {application,
+                workspace,
+                workspaceCenter,
+                distributedCenter,
+                launchServices,
+                defaults,
+                applications,
+                applications,
+                links,
+                log,
+                sound,
+                statusBar,
+                images,
+                alerts,
+                macApplicationLayout(applications)};
+    }
+};
+
+} // namespace fernhop::fakes

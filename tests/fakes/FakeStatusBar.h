@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/ui/StatusItem.h"
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace fernhop::fakes {
+
+/// An appearance that a test sets; nothing matches no name.
+class FakeAppearance : public ui::Appearance {
+  public:
+    std::optional<ui::AppearanceName> name = ui::AppearanceName::aqua;
+
+    std::optional<ui::AppearanceName>
+    bestMatchFromAppearancesWithNames(const std::vector<ui::AppearanceName> &names) const override {
+        const bool known = name && std::ranges::find(names, *name) != names.end();
+        return known ? name : std::nullopt;
+    }
+};
+
+/// The bar with its one item: everything that the item was given can be read, and outlives the item.
+class FakeStatusBar : public ui::StatusBar {
+  public:
+    bool hasButton = true;
+    FakeAppearance appearance;
+    std::optional<double> length;
+    std::string toolTip = "not set";
+    std::string title = "not set";
+    std::optional<ui::ImagePosition> imagePosition;
+    ui::ImageReference image;
+    std::shared_ptr<const ui::Menu> menu;
+    int menusSet = 0;
+    int imagesSet = 0;
+    std::function<void()> atMenu; ///< called whenever a menu was set
+
+    std::unique_ptr<ui::StatusItem> statusItemWithLength(double itemLength) override {
+        length = itemLength;
+        return std::make_unique<Item>(*this);
+    }
+
+  private:
+    class Item : public ui::StatusItem {
+      public:
+        explicit Item(FakeStatusBar &owner) : bar(owner) {}
+
+        bool hasButton() const override { return bar.hasButton; }
+        const ui::Appearance &effectiveAppearance() const override { return bar.appearance; }
+        void setToolTip(const std::string &text) override { bar.toolTip = text; }
+        void setTitle(const std::string &text) override { bar.title = text; }
+        void setImagePosition(ui::ImagePosition position) override { bar.imagePosition = position; }
+        void setImage(ui::ImageReference image) override {
+            bar.image = std::move(image);
+            ++bar.imagesSet;
+        }
+        void setMenu(std::shared_ptr<const ui::Menu> menu) override {
+            bar.menu = std::move(menu);
+            ++bar.menusSet;
+            if (bar.atMenu)
+                bar.atMenu();
+        }
+
+      private:
+        FakeStatusBar &bar;
+    };
+};
+
+} // namespace fernhop::fakes
