@@ -3,63 +3,78 @@
 
 #include <simdjson.h>
 
+#include <algorithm>
+#include <array>
+#include <bitset>
+
 namespace fernhop {
 
 namespace {
 
 namespace json = simdjson::ondemand;
 
+/// About what a rule takes in JSON, with its identifier of 36 characters and the names of its members.
+constexpr std::size_t usualRuleSize = 120;
+
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// A rule's members as read so far. Of two members with the same name the later one counts.
-struct Members {
-    std::optional<std::string> id;
-    std::optional<std::string> pattern;
-    std::optional<std::string> browserBundleID;
-
-    [[nodiscard]] std::optional<std::string> *named(std::string_view name) {
-        if (name == "id")
-            return &id;
-        if (name == "pattern")
-            return &pattern;
-        return name == "browserBundleID" ? &browserBundleID : nullptr;
-    }
-};
-
-/// Reads one member into its place. False when the text is not JSON; a value of another type leaves the place
-/// empty.
-bool readMember(json::field field, Members &members) {
+/// The members of a rule in the order in which they are written.
+struct Member {
     std::string_view name;
-    if (field.unescaped_key().get(name))
-        return false;
-    const auto member = members.named(name);
+    std::string URLRule::*field;
+};
+constexpr std::array<Member, 3> members{
+    {{"id", &URLRule::id}, {"pattern", &URLRule::pattern}, {"browserBundleID", &URLRule::browserBundleID}}};
+
+/// Which of `members` a rule has, as strings.
+using Present = std::bitset<members.size()>;
+
+/// The index in `members`, their number for any other name; nothing when the name is not JSON.
+std::optional<std::size_t> memberIndex(json::field &field) {
+    const auto named = [](auto equals) {
+        return static_cast<std::size_t>(std::ranges::find_if(members, equals, &Member::name) -
+                                        members.begin());
+    };
+    // Written without escapes, as they nearly always are, names need not be copied.
+    const json::raw_json_string raw = field.key();
+    const std::size_t index = named([&raw](std::string_view name) { return raw.unsafe_is_equal(name); });
+    if (index < members.size())
+        return index;
+    std::string_view unescaped;
+    if (field.unescaped_key().get(unescaped))
+        return std::nullopt;
+    return named([unescaped](std::string_view name) { return name == unescaped; });
+}
+
+/// Reads one member into its place. False when the text is not JSON; a value of another type leaves the
+/// member absent. Of two members with the same name the later one counts.
+bool readMember(json::field field, URLRule &rule, Present &present) {
+    const auto index = memberIndex(field);
     json::json_type type;
-    if (field.value().type().get(type))
+    if (!index || field.value().type().get(type))
         return false;
-    if (member)
-        member->reset();
-    if (!member || type != json::json_type::string)
+    if (*index < members.size())
+        present[*index] = type == json::json_type::string;
+    if (*index == members.size() || type != json::json_type::string)
         return isWellFormed(field.value());
     std::string_view text;
     if (field.value().get_string().get(text))
         return false;
-    member->emplace(text);
+    rule.*members[*index].field = text;
     return true;
 }
 
-std::optional<URLRule> readRule(json::value value) {
+bool readRule(json::value value, URLRule &rule) {
     json::object object;
     if (value.get_object().get(object))
-        return std::nullopt;
-    Members members;
+        return false;
+    Present present;
     for (auto element : object) {
         json::field field;
-        if (std::move(element).get(field) || !readMember(field, members))
-            return std::nullopt;
+        if (std::move(element).get(field) || !readMember(field, rule, present))
+            return false;
     }
-    if (!members.id || !members.pattern || !members.browserBundleID)
-        return std::nullopt;
-    return URLRule{*std::move(members.id), *std::move(members.pattern), *std::move(members.browserBundleID)};
+    return present.all();
 }
 
 bool isAtEnd(json::document &document) {
@@ -81,14 +96,11 @@ std::optional<std::vector<URLRule>> decodeURLRules(std::string_view text) {
         return std::nullopt;
 
     std::vector<URLRule> rules;
+    rules.reserve(text.size() / usualRuleSize);
     for (auto element : array) {
         json::value value;
-        if (element.get(value))
+        if (element.get(value) || !readRule(value, rules.emplace_back()))
             return std::nullopt;
-        std::optional<URLRule> rule = readRule(value);
-        if (!rule)
-            return std::nullopt;
-        rules.push_back(*std::move(rule));
     }
     return isAtEnd(document) ? std::optional(std::move(rules)) : std::nullopt;
 }
