@@ -15,7 +15,7 @@ constexpr auto displayName = "wayland-kwin";
 
 } // namespace
 
-HeadlessKWin::HeadlessKWin() : ownHome(ordinaryUser()) {
+HeadlessKWin::HeadlessKWin() {
     // The installed program carries a file capability that containers refuse; a copy carries none. Its
     // virtual output asks for the program's name.
     const std::string program = ownHome.root() + "/kwin_wayland";
@@ -27,7 +27,6 @@ HeadlessKWin::HeadlessKWin() : ownHome(ordinaryUser()) {
                                                             {"KWIN_COMPOSE", "Q"},
                                                             {"QT_QPA_PLATFORM", std::nullopt},
                                                             {"XDG_SESSION_TYPE", "wayland"}};
-    command.user = ordinaryUser();
     compositor = std::make_unique<ChildProcess>(command);
     const std::string socket = ownHome.runtime() + "/" + displayName;
     const bool ready = waitUntil([&] { return !compositor->isRunning() || std::filesystem::exists(socket); });
@@ -43,9 +42,7 @@ Environment HeadlessKWin::environment() const {
 
 std::unique_ptr<ChildProcess> HeadlessKWin::start(std::vector<std::string> arguments,
                                                   const Environment &more) const {
-    Command command{std::move(arguments), environment() + more};
-    command.user = ordinaryUser();
-    return std::make_unique<ChildProcess>(command);
+    return std::make_unique<ChildProcess>(Command{std::move(arguments), environment() + more});
 }
 
 void HeadlessKWin::kill() {

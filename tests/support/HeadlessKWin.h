@@ -8,8 +8,9 @@
 
 namespace fernhop::support {
 
-/// A Wayland session of the Plasma kind that nobody sees: KWin with a virtual output, as an ordinary user, in
-/// a home of its own. Every client may manage windows.
+/// A Wayland session of the Plasma kind that nobody sees: KWin with a virtual output, in a home of its own.
+/// Every client may manage windows. KWin must be able to see which program a client is, so it runs as the
+/// same user as the test.
 class HeadlessKWin {
   public:
     /// Returns when clients can connect.
@@ -22,7 +23,7 @@ class HeadlessKWin {
     /// The home's variables, and those that lead a process to this session.
     [[nodiscard]] Environment environment() const;
 
-    /// Starts a client in the session, as its user.
+    /// Starts a client in the session.
     [[nodiscard]] std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments,
                                                       const Environment &more = {}) const;
 

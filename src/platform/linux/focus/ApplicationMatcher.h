@@ -47,6 +47,7 @@ class ApplicationMatcher {
     [[nodiscard]] std::optional<std::string> applicationRunning(const std::string &program);
 
     [[nodiscard]] const std::string &ownIdentifier() const { return own.id; }
+    [[nodiscard]] pid_t ownProcess() const { return own.pid; }
 
   private:
     using Answer = std::optional<std::string>;

@@ -105,6 +105,17 @@ bool isAssignment(std::string_view argument) {
     return equals != std::string_view::npos && argument.substr(0, equals).find('/') == std::string_view::npos;
 }
 
+/// What `env` runs, after its options and assignments.
+char **commandOfEnv(char **argument) {
+    for (; *argument && (isAssignment(*argument) || **argument == '-'); ++argument) {
+        const std::string_view option = *argument;
+        const bool takesNext = option == "-u" || option == "--unset" || option == "-C" || option == "--chdir";
+        if (takesNext && argument[1])
+            ++argument;
+    }
+    return argument;
+}
+
 } // namespace
 
 std::string programOfExec(const std::string &exec) {
@@ -112,11 +123,7 @@ std::string programOfExec(const std::string &exec) {
     if (!g_shell_parse_argv(exec.c_str(), nullptr, &parsed, nullptr))
         return {};
     const GStringsPointer arguments(parsed);
-    char **argument = parsed;
-    if (fileNameOf(*argument) == "env")
-        do
-            ++argument;
-        while (*argument && (isAssignment(*argument) || **argument == '-'));
+    char **const argument = fileNameOf(*parsed) == "env" ? commandOfEnv(parsed + 1) : parsed;
     const std::string_view name = *argument ? fileNameOf(*argument) : std::string_view();
     return isGenericProgram(name) ? std::string() : std::string(name);
 }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/linux/focus/ApplicationMatcher.h"
+#include "platform/linux/focus/FocusProvider.h"
+
+#include <memory>
+#include <string>
+
+namespace fernhop::freedesktop {
+
+/// Where the session's displays are, as its environment says; empty: not said.
+struct SessionDisplays {
+    std::string sessionType;    ///< XDG_SESSION_TYPE
+    std::string waylandDisplay; ///< WAYLAND_DISPLAY
+    std::string xDisplay;       ///< DISPLAY
+};
+
+/// The provider for a session; never null. In a Wayland session the X display is not asked: it knows only the
+/// windows of old programs, and would call one of them the source while the user is elsewhere. The matcher
+/// outlives the provider.
+[[nodiscard]] std::unique_ptr<FocusProvider> makeFocusProvider(const SessionDisplays &displays,
+                                                               ApplicationMatcher &matcher);
+
+} // namespace fernhop::freedesktop

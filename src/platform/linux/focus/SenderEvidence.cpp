@@ -1,0 +1,79 @@
+#include "platform/linux/focus/SenderEvidence.h"
+
+#include "platform/linux/focus/ProgramNames.h"
+
+namespace fernhop::freedesktop {
+
+SenderEvidence::SenderEvidence(ApplicationMatcher &matcher, const Processes &processes,
+                               const LaunchSignals &signals)
+    : applications(matcher), runningProcesses(processes), launches(signals) {}
+
+std::optional<std::string> SenderEvidence::senderOf(const LinkSender &sender) {
+    return firstSource({[&] { return claimedBy(sender); }, [&] { return fromLaunch(sender); },
+                        [&] { return fromUnit(sender); }, [&] { return fromAncestors(sender); }});
+}
+
+bool SenderEvidence::canBeSource(const std::optional<std::string> &desktopID) const {
+    return desktopID && *desktopID != applications.ownIdentifier() && !isDesktopShell(*desktopID);
+}
+
+std::optional<std::string>
+SenderEvidence::firstSource(const std::vector<std::function<Answer()>> &searches) const {
+    for (const auto &search : searches)
+        if (auto found = search(); canBeSource(found))
+            return found;
+    return std::nullopt;
+}
+
+std::optional<std::string> SenderEvidence::claimedBy(const LinkSender &sender) {
+    return sender.desktopFile ? applications.applicationNamed(*sender.desktopFile) : std::nullopt;
+}
+
+std::optional<std::string> SenderEvidence::fromLaunch(const LinkSender &sender) {
+    const auto launch = sender.launchedPid ? launches.launchOf(*sender.launchedPid) : std::nullopt;
+    if (!launch)
+        return std::nullopt;
+    // The desktop file comes last: whoever was started in a terminal inherited the terminal's. An opener of
+    // links has nothing else to go by, and there it is right.
+    return firstSource(
+        {[&] { return launch->origin ? applications.applicationOf(*launch->origin) : std::nullopt; },
+         [&] { return applications.applicationRunning(launch->originProgram); },
+         [&] { return applications.applicationNamed(launch->originProgram); },
+         [&] { return applications.applicationNamed(launch->originDesktopFile); }});
+}
+
+std::optional<std::string> SenderEvidence::fromUnit(const LinkSender &sender) {
+    return sender.controlGroup ? applications.applicationOfControlGroup(*sender.controlGroup) : std::nullopt;
+}
+
+std::optional<std::string> SenderEvidence::fromAncestors(const LinkSender &sender) {
+    const auto ancestors = ancestorsFrom(sender.parentPid);
+    std::vector<std::function<Answer()>> searches;
+    for (const pid_t process : ancestors)
+        searches.emplace_back([this, process] { return applications.applicationOf(process); });
+    for (const pid_t process : ancestors)
+        searches.emplace_back([this, process] {
+            const auto group = runningProcesses.controlGroupOf(process);
+            return group ? applications.applicationOfControlGroup(*group) : std::nullopt;
+        });
+    // Inherited, so it may be an older ancestor's; better than nothing.
+    for (const pid_t process : ancestors)
+        searches.emplace_back([this, process] {
+            const auto file = runningProcesses.variableOf(process, "GIO_LAUNCHED_DESKTOP_FILE");
+            return file ? applications.applicationNamed(*file) : std::nullopt;
+        });
+    return firstSource(searches);
+}
+
+/// Up to the first process of the session, or to ourselves: what we launched was not sent by our parents.
+std::vector<pid_t> SenderEvidence::ancestorsFrom(std::optional<pid_t> process) const {
+    constexpr std::size_t deepest = 32;
+    std::vector<pid_t> ancestors;
+    while (process && *process > 1 && *process != applications.ownProcess() && ancestors.size() < deepest) {
+        ancestors.push_back(*process);
+        process = runningProcesses.parentOf(*process);
+    }
+    return ancestors;
+}
+
+} // namespace fernhop::freedesktop

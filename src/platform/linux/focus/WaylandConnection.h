@@ -1,0 +1,64 @@
+#pragma once
+
+#include <glib.h>
+#include <wayland-client.h>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace fernhop::freedesktop {
+
+/// A connection to a Wayland compositor whose events come through the GLib main loop. When the compositor
+/// goes away the connection falls silent. Main thread only.
+class WaylandConnection {
+  public:
+    /// `display` is a socket's name or path. Waits until the compositor has said what it offers.
+    explicit WaylandConnection(const std::string &display);
+    ~WaylandConnection();
+    WaylandConnection(const WaylandConnection &) = delete;
+    WaylandConnection &operator=(const WaylandConnection &) = delete;
+
+    [[nodiscard]] bool isAlive() const { return alive; }
+
+    [[nodiscard]] bool offers(const wl_interface &interface) const {
+        return globals.contains(interface.name);
+    }
+
+    /// An object of an interface that the compositor offers, in the lower of its version and `version`; null
+    /// when it offers none. The caller destroys it before the connection.
+    [[nodiscard]] wl_proxy *bind(const wl_interface &interface, std::uint32_t version) const;
+
+    /// Sends what is waiting and takes the compositor's answers to it.
+    void synchronize();
+
+    /// Sends what is waiting to be sent.
+    void flush() const;
+
+    /// Calls `dispatched` after each batch of events from now on, and `lost` once when the compositor has
+    /// gone.
+    void listen(std::function<void()> dispatched, std::function<void()> lost);
+
+  private:
+    struct Global {
+        std::uint32_t name;
+        std::uint32_t version;
+    };
+
+    static gboolean readable(gint descriptor, GIOCondition condition, gpointer self);
+    static void offered(void *self, wl_registry *, std::uint32_t name, const char *interface,
+                        std::uint32_t version);
+    static void withdrawn(void *self, wl_registry *, std::uint32_t name);
+
+    wl_display *display;
+    wl_registry *registry = nullptr;
+    bool alive;
+    guint source = 0;
+    std::map<std::string, Global> globals;
+    std::function<void()> onDispatched;
+    std::function<void()> onLost;
+};
+
+} // namespace fernhop::freedesktop
