@@ -2,10 +2,8 @@
 
 #include "platform/linux/applications/FernhopDesktopID.h"
 #include "platform/linux/focus/X11FocusProvider.h"
-#include "routing/URLRuleCoding.h"
-#include "settings/Preferences.h"
+#include "settings/ReadableSetting.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -29,20 +27,6 @@ std::string settingsPath(const ConfigurationPlaces &places) {
     return places.configHome + "/fernhop/" + ownID() + ".plist";
 }
 
-bool isReadable(std::string_view key, const PropertyValue &stored) {
-    if (key == settingsKey::urlRules) {
-        const auto *data = stored.as<PropertyData>();
-        return data != nullptr && decodeURLRules(data->bytes).has_value();
-    }
-    if (key == settingsKey::appRules) {
-        const auto *rules = stored.as<PropertyDictionary>();
-        return rules != nullptr && std::all_of(rules->begin(), rules->end(), [](const auto &rule) {
-                   return rule.second.template as<std::string>() != nullptr;
-               });
-    }
-    return true;
-}
-
 std::unique_ptr<FocusProvider> makeFocusProvider(const Environment &environment,
                                                  ApplicationMatcher &matcher) {
     const auto display = environment.value("DISPLAY").value_or("");
@@ -58,7 +42,8 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
     : places(applicationPlacesOfProcess()), configuration(ConfigurationPlaces::fromEnvironment(
                                                 environment.value("XDG_CURRENT_DESKTOP").value_or(""))),
       layout(applicationLayout(places)), files(places.home), entries(places), bundles(entries),
-      defaults(settingsPath(configuration), isReadable), launchServices(configuration, entries, ownID()),
+      defaults(settingsPath(configuration), isReadableSetting),
+      launchServices(configuration, entries, ownID()),
       arrivalProblems(configuration, entries, ownID(), environment.value("BROWSER")),
       matcher(entries, processes, OwnApplication{ownID()}), focus(makeFocusProvider(environment, matcher)),
       links(currentDelivery, nullptr), launcher({environment, bus, focus.get()}),

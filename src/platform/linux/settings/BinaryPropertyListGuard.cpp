@@ -127,11 +127,37 @@ class BinaryShape {
         if (!found)
             return false;
         if (!isContainer(found->marker)) {
+            if (!holdsText(*found))
+                return false;
             weights[index] = static_cast<std::uint32_t>(1 + found->count / bytesToCountAsElement);
             return true;
         }
         weights[index] = inProgress;
         return weighContainer(index, *found, depthLeft);
+    }
+
+    /// Whether an object, if it is a text, is one: no character is null, and none is half.
+    bool holdsText(const Object &leaf) const {
+        if (leaf.marker == Marker::ascii) {
+            const std::string_view text = bytes.substr(leaf.contents, leaf.count);
+            return std::all_of(text.begin(), text.end(),
+                               [](char byte) { return static_cast<signed char>(byte) > 0; });
+        }
+        return leaf.marker != Marker::utf16 || holdsUtf16(leaf);
+    }
+
+    bool holdsUtf16(const Object &text) const {
+        if (text.count > (tableStart - text.contents) / 2)
+            return false;
+        bool isHalf = false;
+        for (std::size_t number = 0; number < text.count; ++number) {
+            const std::uint64_t unit = integer(text.contents + 2 * number, 2);
+            const bool isSecondHalf = unit >= 0xDC00 && unit <= 0xDFFF;
+            if (unit == 0 || isHalf != isSecondHalf)
+                return false;
+            isHalf = unit >= 0xD800 && unit <= 0xDBFF;
+        }
+        return !isHalf;
     }
 
     bool weighContainer(std::size_t index, const Object &container, std::size_t depthLeft) {

@@ -1,10 +1,12 @@
 #include "platform/linux/settings/PropertyListCoding.h"
 
 #include "platform/linux/settings/PropertyListGuard.h"
+#include "platform/linux/utf8/Utf8.h"
 
 #include <plist/plist.h>
 
 #include <cstdint>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
@@ -26,6 +28,11 @@ std::string xmlForm(const PropertyListNode &tree) {
     return bytes ? std::string(bytes, length) : std::string();
 }
 
+/// In XML a number can stand for half a character that is nothing by itself; libplist takes it.
+bool namesHalfCharacters(std::string_view bytes, const PropertyListNode &tree) {
+    return bytes.find("&#") != std::string_view::npos && !isValidUtf8(xmlForm(tree));
+}
+
 } // namespace
 
 void PropertyListFree::operator()(void *node) const {
@@ -41,7 +48,8 @@ PropertyListNode decodePropertyList(std::string_view bytes) {
         plist_from_bin(bytes.data(), length, &tree);
     else if (isSafeXmlPropertyList(bytes))
         plist_from_xml(bytes.data(), length, &tree);
-    return PropertyListNode(tree);
+    PropertyListNode root(tree);
+    return root && namesHalfCharacters(bytes, root) ? nullptr : std::move(root);
 }
 
 std::optional<std::string> encodePropertyList(const PropertyListNode &tree) {

@@ -1,5 +1,6 @@
 #include "platform/linux/settings/PropertyListCoding.h"
 #include "platform/linux/settings/PropertyListGuard.h"
+#include "platform/linux/utf8/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -126,7 +127,7 @@ class XmlShape {
 } // namespace
 
 bool isSafeXmlPropertyList(std::string_view bytes) {
-    return XmlShape(bytes).isSafe();
+    return bytes.find('\0') == std::string_view::npos && isValidUtf8(bytes) && XmlShape(bytes).isSafe();
 }
 
 } // namespace fernhop::freedesktop

@@ -134,6 +134,28 @@ TEST(PropertyListCodingTest, DepthIsLimitedInBinary) {
     EXPECT_FALSE(decodePropertyList(list.finished(5'000)));
 }
 
+TEST(PropertyListCodingTest, TextThatIsNoneIsRefused) {
+    for (const std::string text : {"\xff", "&#xD800;", "&#55296;", "\xed\xa0\x80"})
+        EXPECT_FALSE(decodePropertyList(xmlList("<array><string>" + text + "</string></array>"))) << text;
+    EXPECT_FALSE(decodePropertyList(xmlList("<string>a" + std::string(1, '\0') + "b</string>")));
+    EXPECT_TRUE(decodePropertyList(xmlList("<string>&#xE000;&#9;</string>")));
+
+    const auto binary = [](const std::string &object) {
+        BinaryList list;
+        return decodePropertyList(list.finished(list.add(object)));
+    };
+    const std::string low = BinaryList::big(0xDF40, 2);
+    const std::string high = BinaryList::big(0xD83C, 2);
+    EXPECT_TRUE(binary("\x62" + high + low));
+    for (const std::string &units :
+         {high + high, low + high, low + low, high + BinaryList::big('a', 2), BinaryList::big('a', 2) + high,
+          BinaryList::big('a', 2) + std::string(2, '\0')})
+        EXPECT_FALSE(binary("\x62" + units));
+    EXPECT_TRUE(binary("\x53zzz"));
+    EXPECT_FALSE(binary("\x53z\xf4z"));
+    EXPECT_FALSE(binary(std::string("\x53z\0z", 4)));
+}
+
 TEST(PropertyListCodingTest, EveryCutOfAListIsRefused) {
     BinaryList list;
     const std::size_t text = list.add("\x54text");
