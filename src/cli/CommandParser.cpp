@@ -26,9 +26,7 @@ class Grammar {
         app.set_version_flag("--version", std::string("fernhop " FERNHOP_VERSION),
                              "Print the version and exit");
         app.require_subcommand(0, 1);
-        app.footer(
-            "Without a command Fernhop runs in this session, in the foreground.\n"
-            "A word after \"--\" is never an option. Exit status: 0 done, 1 could not, 2 wrong usage.");
+        nameParts();
         addLinkCommands();
         addLists();
         addURLRuleCommands();
@@ -36,6 +34,10 @@ class Grammar {
         addSwitches();
         addTransfer();
         addLifecycle();
+        // Last, for subcommands take over what their parent has at the time.
+        app.footer(
+            "Without a command Fernhop runs in this session, in the foreground.\n"
+            "A word after \"--\" is never an option. Exit status: 0 done, 1 could not, 2 wrong usage.");
     }
 
     CLI::App app;
@@ -63,7 +65,8 @@ class Grammar {
         auto state = std::make_shared<std::string>();
         subcommand->add_option("STATE", *state, "\"on\" or \"off\"")
             ->required()
-            ->check(CLI::IsMember({"on", "off"}));
+            ->check(CLI::IsMember({"on", "off"}).description(""))
+            ->type_name("");
         subcommand->callback([this, state] { command = Kind{*state == "on"}; });
     }
 
@@ -76,6 +79,16 @@ class Grammar {
         CLI::App *group = app.add_subcommand(name, description);
         group->require_subcommand(1);
         return *group;
+    }
+
+    /// The words of help texts.
+    void nameParts() {
+        const auto formatter = app.get_formatter();
+        formatter->label("SUBCOMMAND", "COMMAND");
+        formatter->label("Positionals", "Arguments");
+        formatter->label("TEXT", "");
+        formatter->label("REQUIRED", "");
+        app.group("Commands"); // subcommands take it over
     }
 
     void addLinkCommands();
@@ -94,10 +107,12 @@ void Grammar::addLinkCommands() {
                        });
     add<command::Explain>(app, "explain", "Tell which browser a link goes to, and why, without opening it",
                           [](CLI::App &explain, command::Explain &record) {
-                              explain.add_option(
-                                  "--source", record.source,
-                                  "Identifier of the application that the link comes from, instead of "
-                                  "the present one");
+                              explain
+                                  .add_option(
+                                      "--source", record.source,
+                                      "Identifier of the application that the link comes from, instead of "
+                                      "the present one")
+                                  ->type_name("ID");
                               explain.add_flag("--json", record.json, jsonHelp);
                               addText(explain, "URL", record.url, "Link to decide on");
                           });
