@@ -10,7 +10,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export FERNHOP_FUZZ_SECONDS="${FERNHOP_FUZZ_SECONDS:-5}"
 
 stage "Packages"
-scripts/install-packages.sh build test
+scripts/install-packages.sh build test demo
 
 stage "Build"
 configure dev

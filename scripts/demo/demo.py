@@ -9,6 +9,7 @@ import json
 import shutil
 import signal
 import sys
+import time
 from pathlib import Path
 from urllib.parse import urlsplit
 
@@ -20,6 +21,9 @@ from table import table
 HERE = Path(__file__).resolve().parent
 PYTHON = "/usr/bin/python3"  # the one that the distribution's GTK belongs to
 
+WINDOW_GAP = 10
+SETTLING = 0.5  # seconds for windows to draw themselves, which nothing tells
+
 REASONS = {"urlRule": "URL rule", "appRule": "app rule", "fallback": "fallback", "firstBrowser": "first browser", "none": "nothing"}
 
 
@@ -29,6 +33,7 @@ class Demonstration:
         self.pages = pages
         self.record = desktop.top / "record"
         self.links = scenario.links(pages.address)
+        self.decisions = []
         self.rows = []
 
     def run(self, buildFolder):
@@ -37,7 +42,10 @@ class Demonstration:
         self.setRules()
         self.startApplications()
         for link in self.links:
-            self.rows.append(self.open(link))
+            self.decisions.append(self.open(link))
+        self.arrange()
+        # Only now, so that a link that came twice is seen too.
+        self.rows = [self.row(link, decision) for link, decision in zip(self.links, self.decisions)]
 
     # Preparing
 
@@ -86,24 +94,28 @@ class Demonstration:
     # Opening
 
     def open(self, link):
-        """Opens one link from its application's window; the row that tells what became of it."""
+        """Opens one link from its application's window; what Fernhop says that it decides."""
         self.desktop.activate(link.source.identifier)
         self.desktop.waitFor(f"Fernhop to see {link.source.title} in front",
                              lambda: self.status().get("source") == link.source.identifier)
         decision = json.loads(self.fernhop("explain", "--json", "--source", link.source.identifier, link.url))
         self.desktop.press(str(1 + [other for other in self.links if other.source == link.source].index(link)))
         try:
-            got = self.desktop.waitFor("the link", lambda: self.arrivals(link))
+            self.desktop.waitFor("the link", lambda: self.arrivals(link))
         except RuntimeError:
-            got = []
-        self.place(link.browser)
+            pass  # the table says so
+        return decision
+
+    def row(self, link, decision):
+        got = self.arrivals(link)
+        right = got == [link.browser.title] and decision["because"] == link.decidedBy
         return {
             "link": link.url,
             "source": link.source.title,
             "opened with": link.opener,
             "decided by": self.reason(decision),
             "browser": ", ".join(got) or "none",
-            "": "ok" if got == [link.browser.title] and decision["because"] == link.decidedBy else f"SHOULD BE {link.browser.title}",
+            "": "ok" if right else f"WRONG: by {REASONS[link.decidedBy]} to {link.browser.title}",
         }
 
     def reason(self, decision):
@@ -127,13 +139,15 @@ class Demonstration:
         agents = [agent for asked, agent in self.pages.requests if asked == path]
         return [next((b.title for b in scenario.REAL_BROWSERS if agent.startswith(b.title)), agent) for agent in agents]
 
-    def place(self, browser):
-        """Puts a browser's window where the screenshot shows it whole."""
-        window = self.desktop.window(browser.identifier)
-        if window:
-            left, top, width, height = map(str, browser.place)
-            self.desktop.processes.output("xdotool", "windowsize", window, width, height, "windowmove", window, left, top,
-                                          check=False)
+    def arrange(self):
+        """Puts every window where the screenshot shows it whole, once all are there."""
+        for program in scenario.APPLICATIONS + scenario.SMALL_BROWSERS + scenario.REAL_BROWSERS:
+            expected = 1 if program in scenario.APPLICATIONS else sum(self.arrivals(link).count(program.title) for link in self.links)
+            self.desktop.waitFor(f"the windows of {program.title}", lambda: len(self.desktop.windows(program.identifier)) >= expected)
+            left, top, width, height = program.place
+            for index, window in enumerate(self.desktop.windows(program.identifier)):
+                self.desktop.place(window, left + index * (width + WINDOW_GAP), top, width, height)
+        time.sleep(SETTLING)
 
     # The command line
 
@@ -150,7 +164,12 @@ class Demonstration:
         return len(self.rows) == len(self.links) and all(row[""] == "ok" for row in self.rows)
 
 
+ENDINGS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
+
+
 def interrupted(number, _):
+    for ending in ENDINGS:  # tidying up is not interrupted again
+        signal.signal(ending, signal.SIG_IGN)
     raise KeyboardInterrupt(number)
 
 
@@ -178,7 +197,7 @@ def keepLog(desktop, path):
 
 
 def main(arguments):
-    for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+    for number in ENDINGS:
         signal.signal(number, interrupted)
     buildFolder, screenshot = (Path(argument).resolve() for argument in arguments[1:])
     try:

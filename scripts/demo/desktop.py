@@ -119,10 +119,18 @@ class Desktop:
             time.sleep(0.05)
         raise RuntimeError(f"waited in vain for {what}")
 
+    def windows(self, className):
+        """The windows of an application, the oldest first."""
+        found = self.processes.output("xdotool", "search", "--onlyvisible", "--class", f"^{className}$", check=False)
+        return sorted(found.split(), key=int)
+
     def window(self, className):
-        """The window of an application, when it has one."""
-        found = self.processes.output("xdotool", "search", "--onlyvisible", "--class", f"^{className}$", check=False).split()
-        return found[0] if found else None
+        """The oldest window of an application, when it has one."""
+        return next(iter(self.windows(className)), None)
+
+    def place(self, window, left, top, width, height):
+        self.processes.output("xdotool", "windowsize", "--sync", window, str(width), str(height), "windowmove", "--sync", window, str(left),
+                              str(top), check=False)
 
     def activate(self, className):
         """Brings an application's window to the front, as a click on it would."""

@@ -20,7 +20,7 @@ class LinkWindow(Gtk.Window):
     def __init__(self, title, links):
         super().__init__(title=title)
         self.links = links
-        self.set_default_size(560, 40)
+        self.set_default_size(550, 40)
         box = Gtk.Box(orientation=Gtk.Orientation.VERTICAL, spacing=6, margin=12)
         heading = Gtk.Label(xalign=0)
         heading.set_markup(f"<big><b>{GLib.markup_escape_text(title)}</b></big>")

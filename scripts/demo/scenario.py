@@ -6,7 +6,8 @@ from dataclasses import dataclass
 
 @dataclass(frozen=True)
 class Program:
-    """An application or a browser. `place` is left, top, width and height of its window."""
+    """An application or a browser. `place` is left, top, width and height of its first window; the next ones stand to the
+    right of it."""
 
     identifier: str
     title: str
@@ -23,15 +24,15 @@ class Link:
 
 
 # Real ones, from the distribution; their window class is their desktop-file ID or begins like it.
-DILLO = Program("dillo", "Dillo", (600, 40, 330, 330))
-NETSURF = Program("netsurf-gtk", "NetSurf", (940, 40, 330, 330)) if shutil.which("netsurf-gtk") else DILLO
+DILLO = Program("dillo", "Dillo", (590, 60, 330, 230))
+NETSURF = Program("netsurf-gtk", "NetSurf", (590, 330, 670, 190)) if shutil.which("netsurf-gtk") else DILLO
 # Small ones of our own.
-READER = Program("org.example.Reader", "Reader", (600, 420, 660, 100))
-WORK = Program("org.example.Work", "Work browser", (600, 570, 660, 100))
+READER = Program("org.example.Reader", "Reader", (590, 680, 330, 80))
+WORK = Program("org.example.Work", "Work browser", (590, 560, 330, 80))
 
-MAIL = Program("org.example.Mail", "Mail", (10, 50, 570, 1))
-CHAT = Program("org.example.Chat", "Chat", (10, 290, 570, 1))
-NOTES = Program("org.example.Notes", "Notes", (10, 530, 570, 1))
+MAIL = Program("org.example.Mail", "Mail", (10, 60, 550, 130))
+CHAT = Program("org.example.Chat", "Chat", (10, 300, 550, 170))
+NOTES = Program("org.example.Notes", "Notes", (10, 560, 550, 130))
 
 REAL_BROWSERS = tuple(dict.fromkeys((DILLO, NETSURF)))
 SMALL_BROWSERS = (READER, WORK)

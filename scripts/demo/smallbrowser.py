@@ -22,9 +22,9 @@ def record(path, identifier, urls):
 
 def show(title, urls):
     window = Gtk.Window(title=title)
-    window.set_default_size(420, 90)
+    window.set_default_size(330, 80)
     text = GLib.markup_escape_text("\n".join(urls))
-    label = Gtk.Label(margin=12, xalign=0, wrap=True, wrap_mode=Pango.WrapMode.CHAR, max_width_chars=48)
+    label = Gtk.Label(margin=12, xalign=0, yalign=0, ellipsize=Pango.EllipsizeMode.END)
     label.set_markup(f"<big><b>{GLib.markup_escape_text(title)}</b></big>\n{text}")
     window.add(label)
     window.connect("destroy", Gtk.main_quit)
