@@ -177,6 +177,7 @@ class Comments(Tree):
 
     def testWhatNeedsNone(self):
         for text in ("struct Sound;", "/// A pair.\nusing Left = int;\nusing Right = int;", "enum class Kind { one }; ///< which",
+                     "/// A field.\nclass Field {\n  public:\n    int x() const { return value; }\n};",
                      "/// Beeps.\nclass Sound {\n  public:\n    virtual ~Sound() = default;\n\n  private:\n    int volume(int of);\n};",
                      "/// Twice.\ninline int twice(int a) {\n    return doubled(a);\n}"):
             with self.subTest(text):

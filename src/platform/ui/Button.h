@@ -9,6 +9,7 @@ namespace fernhop::ui {
 /// Where a button's image stands; the values are the desktop's.
 enum class ImagePosition { none = 0, imageOnly = 1, leading = 7 };
 
+/// How a title stands in its button: as the language reads, or to the left.
 enum class TextAlignment { natural, left };
 
 /// A push button with a rounded bezel, or a check box. What it carries for its action is its identifier. A

@@ -7,6 +7,7 @@ class View;
 /// An edge, centre line or measure of a view.
 enum class LayoutAttribute { leading, trailing, top, bottom, centerX, centerY, width, height };
 
+/// How the two sides of a constraint compare.
 enum class LayoutRelation { equal, lessThanOrEqual, greaterThanOrEqual };
 
 /// `first.attribute` stands in `relation` to `second.secondAttribute + constant`; without a second view, to

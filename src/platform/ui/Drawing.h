@@ -15,12 +15,14 @@ struct Point {
     bool operator==(const Point &) const = default;
 };
 
+/// Begins a new piece of the path.
 struct MoveTo {
     Point to;
 
     bool operator==(const MoveTo &) const = default;
 };
 
+/// A straight line from where the path is.
 struct LineTo {
     Point to;
 
@@ -36,6 +38,7 @@ struct CurveTo {
     bool operator==(const CurveTo &) const = default;
 };
 
+/// A straight line back to where the piece began.
 struct ClosePath {
     bool operator==(const ClosePath &) const = default;
 };
@@ -49,6 +52,7 @@ struct Oval {
     bool operator==(const Oval &) const = default;
 };
 
+/// One step of a path.
 using PathElement = std::variant<MoveTo, LineTo, CurveTo, ClosePath, Oval>;
 
 /// One path, filled, or stroked with round caps and the default join and miter limit.

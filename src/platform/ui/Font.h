@@ -2,6 +2,7 @@
 
 namespace fernhop::ui {
 
+/// How bold a font is.
 enum class FontWeight { regular, medium, semibold };
 
 /// The system's font.

@@ -33,6 +33,7 @@ struct SystemSymbol {
 /// A description of an image; a desktop turns it into pixels. Shared and never changed after it is made.
 class Image : public Object {
   public:
+    /// What the image is made of.
     using Source = std::variant<ImageFile, ApplicationIcon, SystemSymbol, Drawing>;
 
     Image(Source imageSource, double sideInPoints, bool tintable)

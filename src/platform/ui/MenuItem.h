@@ -31,6 +31,7 @@ class MenuItem : public Object {
     MenuItem() = default;
     MenuItem(std::string itemTitle, Selector itemAction) : title(std::move(itemTitle)), action(itemAction) {}
 
+    /// A line between items.
     [[nodiscard]] static MenuItem separator() {
         MenuItem item;
         item.isSeparator = true;

@@ -7,6 +7,7 @@
 
 namespace fernhop::ui {
 
+/// The direction in which a stack lays out its views.
 enum class Orientation { horizontal, vertical };
 
 /// Where views stand across the direction of a stack.

@@ -20,9 +20,13 @@ class StatusItem {
     /// How the bar looks around the button; it lives as long as the item.
     [[nodiscard]] virtual const Appearance &effectiveAppearance() const = 0;
 
+    /// The text that shows while the pointer rests on the button; empty: none.
     virtual void setToolTip(const std::string &text) = 0;
+    /// The text beside or instead of the image; empty: none.
     virtual void setTitle(const std::string &title) = 0;
+    /// Where the image stands beside the title.
     virtual void setImagePosition(ImagePosition position) = 0;
+    /// The button's image; none leaves the title alone.
     virtual void setImage(ImageReference image) = 0;
     /// Replaces the menu. The item keeps it, and sends nothing when it looks as the former did.
     virtual void setMenu(std::shared_ptr<const Menu> menu) = 0;

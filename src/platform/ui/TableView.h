@@ -40,6 +40,7 @@ class TableView : public View {
     [[nodiscard]] unsigned reloads() const { return generation; }
 
     void deselectAll() { select({}); }
+    /// Selects these rows, beside those that are selected already or instead of them.
     void selectRowIndexes(const std::set<std::size_t> &rows, bool byExtendingSelection) {
         std::set<std::size_t> next = rows;
         if (byExtendingSelection)

@@ -37,7 +37,9 @@ class NoStatusBar : public ui::StatusBar {
 
 class NoImages : public ui::Images {
   public:
-    [[nodiscard]] ui::ImageReference imageWithContentsOfUrl(const Url &, double) const override { return nullptr; }
+    [[nodiscard]] ui::ImageReference imageWithContentsOfUrl(const Url &, double) const override {
+        return nullptr;
+    }
     [[nodiscard]] ui::ImageReference imageWithSystemSymbolName(const std::string &, double) const override {
         return nullptr;
     }
