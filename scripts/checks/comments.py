@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Checks that the contracts are documented where they are declared: in src/platform/*.h and src/platform/ui/*.h, a type or
 a function has a comment that begins with /// above it. An override needs none, nor a destructor, a defaulted member or one
-whose definition stands on the same line; a
-declaration right below a documented one, with no empty line between, may share its comment.
+whose definition stands on the same line; a declaration right below a documented one, with no empty line between, may share
+its comment.
 
     comments.py [ROOT]
 """
@@ -16,7 +16,7 @@ from sources import Fault, code, lines
 TYPE = re.compile(r"^\s*(?:template\s*<.*>\s*)?(?:class|struct|enum(?:\s+class)?)\s+\w+(?:[^;]*$|[^;]*\{)|^\s*using\s+\w+\s*=")
 FUNCTION = re.compile(r"^\s*(?:\[\[nodiscard\]\]\s*)?(?:(?:virtual|static|explicit|constexpr|inline|friend)\s+)*"
                       r"[\w:<>,*&\s]*?[\w*&>]\s*[*&]?\b(?P<name>~?\w+)\s*\([^;{]*(?:[;{]|$)")
-EXEMPT = re.compile(r"~\w+\(|=\s*default|=\s*delete|\boverride\b|\)(?:\s*const)?\s*\{[^{}]*\}$|operator|^\s*(return|if|for|while|switch|else)\b|^\s*explicit\s")
+EXEMPT = re.compile(r"~\w+\(|=\s*default|=\s*delete|\boverride\b|\)(?:\s*const)?\s*\{.*\}$|operator|^\s*(return|if|for|while|switch|else)\b|^\s*explicit\s")
 
 
 def isContract(path):
