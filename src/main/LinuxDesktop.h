@@ -9,8 +9,12 @@
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
 #include "platform/linux/focus/ApplicationMatcher.h"
 #include "platform/linux/focus/FocusProvider.h"
+#include "platform/linux/focus/LaunchSignals.h"
 #include "platform/linux/focus/PostingNotificationCenter.h"
 #include "platform/linux/focus/Processes.h"
+#include "platform/linux/focus/SenderEvidence.h"
+#include "platform/linux/focus/SourceTracker.h"
+#include "platform/linux/focus/ThemeNotifications.h"
 #include "platform/linux/links/FreedesktopWorkspace.h"
 #include "platform/linux/links/Launcher.h"
 #include "platform/linux/links/LinkDispatcher.h"
@@ -36,9 +40,6 @@ struct LinuxDesktop {
     /// What the controller is made with; it refers to this object.
     [[nodiscard]] Platform platform();
 
-    /// From now on whoever observes the workspace is told which application comes to the front.
-    void followFocus();
-
     const ApplicationPlaces places;
     const ConfigurationPlaces configuration;
     const ApplicationLayout layout;
@@ -55,6 +56,10 @@ struct LinuxDesktop {
     const std::unique_ptr<FocusProvider> focus;
     PostingNotificationCenter workspaceNotifications;
     PostingNotificationCenter distributedNotifications;
+    const ThemeNotifications themeNotifications;
+    const LaunchSignals launchSignals;
+    SenderEvidence senderEvidence;
+    SourceTracker sourceTracker;
     CurrentDelivery currentDelivery;
     LinkDispatcher links;
     Launcher launcher;

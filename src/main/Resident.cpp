@@ -31,7 +31,6 @@ class Resident {
         desktop.application.setShouldTerminate([this] { return delegate.applicationShouldTerminate(); });
         desktop.application.endWithSignals();
         desktop.application.endWithBus(bus);
-        desktop.followFocus();
         delegate.applicationDidFinishLaunching();
         desktop.application.run();
     }

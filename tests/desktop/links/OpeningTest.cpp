@@ -73,6 +73,23 @@ TEST_F(Opening, TheRuleOfTheUrlDecides) {
     EXPECT_TRUE(support::waitUntil([&] { return other.links() == Links{"https://example.com/"}; }));
 }
 
+// In a session that does not tell which window is in front.
+TEST_F(Opening, TheRuleOfTheSenderDecides) {
+    const support::RecordingBrowser first(session.home, "first");
+    session.home.writeDesktopEntry("first", first.desktopEntry());
+    session.home.writeDesktopEntry("org.example.Chat",
+                                   "[Desktop Entry]\nType=Application\nName=Chat\nExec=true\n");
+    session.startFernhop();
+    ASSERT_EQ(session.fernhop({"app-rules", "set", "org.example.Chat", "web"}), 0) << session.output();
+    const auto chat = session.home.applications() + "/org.example.Chat.desktop";
+    ASSERT_EQ(session.open({"https://chat/"},
+                           {{"GIO_LAUNCHED_DESKTOP_FILE", chat}, {"GIO_LAUNCHED_DESKTOP_FILE_PID", "1"}}),
+              0);
+    ASSERT_EQ(session.open({"https://nobody/"}), 0);
+    EXPECT_EQ(session.opened(1), Links{"https://chat/"});
+    EXPECT_TRUE(support::waitUntil([&] { return first.links() == Links{"https://nobody/"}; }));
+}
+
 TEST_F(Opening, ABrowserThatIsNotInstalledIsPassedOver) {
     session.startFernhop();
     ASSERT_EQ(session.fernhop({"url-rules", "add", "example", "web"}), 0) << session.output();
