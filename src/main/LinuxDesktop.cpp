@@ -34,8 +34,8 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
       focus(makeFocusProvider(displaysOf(environment), matcher)),
       themeNotifications(bus, distributedNotifications), launchSignals(bus),
       senderEvidence(matcher, processes, launchSignals),
-      sourceTracker(*focus, senderEvidence, workspaceNotifications),
-      links(currentDelivery, [this](const LinkSender &sender) { sourceTracker.linkArrives(sender); }),
+      sourceNotifications(*focus, senderEvidence, workspaceNotifications),
+      links(currentDelivery, [this](const LinkSender &sender) { sourceNotifications.linkArrives(sender); }),
       launcher({environment, bus, focus.get()}), workspace(entries, *focus, launcher, currentDelivery) {}
 
 Platform LinuxDesktop::platform() {

@@ -13,7 +13,7 @@
 #include "platform/linux/focus/PostingNotificationCenter.h"
 #include "platform/linux/focus/Processes.h"
 #include "platform/linux/focus/SenderEvidence.h"
-#include "platform/linux/focus/SourceTracker.h"
+#include "platform/linux/focus/SourceNotifications.h"
 #include "platform/linux/focus/ThemeNotifications.h"
 #include "platform/linux/links/FreedesktopWorkspace.h"
 #include "platform/linux/links/Launcher.h"
@@ -59,7 +59,7 @@ struct LinuxDesktop {
     const ThemeNotifications themeNotifications;
     const LaunchSignals launchSignals;
     SenderEvidence senderEvidence;
-    SourceTracker sourceTracker;
+    SourceNotifications sourceNotifications;
     CurrentDelivery currentDelivery;
     LinkDispatcher links;
     Launcher launcher;

@@ -8,6 +8,8 @@
 #include "platform/linux/links/LinkService.h"
 #include "platform/linux/links/SessionBus.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 
 namespace fernhop::freedesktop {
@@ -49,8 +51,11 @@ class Resident {
     cli::ResidentSession session;
 };
 
-LinkSender senderOf(const Environment &environment) {
+/// This process took the place of the one that was given the links, so its surroundings are the sender's.
+LinkSender senderOf(const Environment &environment, const Processes &processes) {
     LinkSender sender;
+    sender.parentPid = getppid();
+    sender.controlGroup = processes.controlGroupOf(getpid());
     sender.activationToken = environment.value("XDG_ACTIVATION_TOKEN");
     sender.startupID = environment.value("DESKTOP_STARTUP_ID");
     return sender;
@@ -88,7 +93,7 @@ int openWithoutBus(const Environment &environment, const std::vector<std::string
     LinuxDesktop desktop(environment, nullptr);
     AppDelegate delegate(desktop.platform());
     delegate.applicationDidFinishLaunching();
-    desktop.links.deliver({links, senderOf(environment)}, nullptr);
+    desktop.links.deliver({links, senderOf(environment, desktop.processes)}, nullptr);
     return exitStatus::success;
 }
 

@@ -5,7 +5,7 @@
 namespace fernhop::freedesktop {
 
 /// For sessions that tell nobody which window is in front, and for none at all. The sender of each link is
-/// all that is known of its source there; `SourceTracker` finds it.
+/// all that is known of its source there; `SourceNotifications` finds it.
 class LinkSenderFocusProvider : public FocusProvider {
   public:
     [[nodiscard]] std::string name() const override { return "link sender"; }

@@ -1,6 +1,6 @@
 #include "platform/linux/focus/ProgramNames.h"
 
-#include "platform/linux/glib/GPointer.h"
+#include "platform/linux/applications/ExecLine.h"
 
 #include <algorithm>
 #include <array>
@@ -105,26 +105,29 @@ bool isAssignment(std::string_view argument) {
     return equals != std::string_view::npos && argument.substr(0, equals).find('/') == std::string_view::npos;
 }
 
-/// What `env` runs, after its options and assignments.
-char **commandOfEnv(char **argument) {
-    for (; *argument && (isAssignment(*argument) || **argument == '-'); ++argument) {
-        const std::string_view option = *argument;
-        const bool takesNext = option == "-u" || option == "--unset" || option == "-C" || option == "--chdir";
-        if (takesNext && argument[1])
-            ++argument;
+/// The place of what `env` runs, after its options and assignments.
+std::size_t commandOfEnv(const std::vector<ExecWord> &words) {
+    std::size_t place = 1;
+    for (; place < words.size(); ++place) {
+        const std::string &word = words[place].text;
+        if (word == "-u" || word == "--unset" || word == "-C" || word == "--chdir")
+            ++place;
+        else if (!isAssignment(word) && !word.starts_with('-'))
+            break;
     }
-    return argument;
+    return place;
 }
 
 } // namespace
 
 std::string programOfExec(const std::string &exec) {
-    char **parsed = nullptr;
-    if (!g_shell_parse_argv(exec.c_str(), nullptr, &parsed, nullptr))
+    const auto words = execWords(exec);
+    if (!words || words->empty())
         return {};
-    const GStringsPointer arguments(parsed);
-    char **const argument = fileNameOf(*parsed) == "env" ? commandOfEnv(parsed + 1) : parsed;
-    const std::string_view name = *argument ? fileNameOf(*argument) : std::string_view();
+    const std::size_t place = fileNameOf(words->front().text) == "env" ? commandOfEnv(*words) : 0;
+    if (place >= words->size())
+        return {};
+    const std::string_view name = fileNameOf((*words)[place].text);
     return isGenericProgram(name) ? std::string() : std::string(name);
 }
 
@@ -154,7 +157,8 @@ bool isDesktopShell(std::string_view desktopID) {
 
 std::string asciiLowercased(std::string_view text) {
     std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return g_ascii_tolower(c); });
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     return lower;
 }
 

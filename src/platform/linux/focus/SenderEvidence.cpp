@@ -9,8 +9,8 @@ SenderEvidence::SenderEvidence(ApplicationMatcher &matcher, const Processes &pro
     : applications(matcher), runningProcesses(processes), launches(signals) {}
 
 std::optional<std::string> SenderEvidence::senderOf(const LinkSender &sender) {
-    return firstSource({[&] { return claimedBy(sender); }, [&] { return fromLaunch(sender); },
-                        [&] { return fromUnit(sender); }, [&] { return fromAncestors(sender); }});
+    return firstSource({[&] { return fromLaunch(sender); }, [&] { return fromUnit(sender); },
+                        [&] { return fromAncestors(sender); }, [&] { return inherited(sender); }});
 }
 
 bool SenderEvidence::canBeSource(const std::optional<std::string> &desktopID) const {
@@ -23,10 +23,6 @@ SenderEvidence::firstSource(const std::vector<std::function<Answer()>> &searches
         if (auto found = search(); canBeSource(found))
             return found;
     return std::nullopt;
-}
-
-std::optional<std::string> SenderEvidence::claimedBy(const LinkSender &sender) {
-    return sender.desktopFile ? applications.applicationNamed(*sender.desktopFile) : std::nullopt;
 }
 
 std::optional<std::string> SenderEvidence::fromLaunch(const LinkSender &sender) {
@@ -56,8 +52,16 @@ std::optional<std::string> SenderEvidence::fromAncestors(const LinkSender &sende
             const auto group = runningProcesses.controlGroupOf(process);
             return group ? applications.applicationOfControlGroup(*group) : std::nullopt;
         });
-    // Inherited, so it may be an older ancestor's; better than nothing.
-    for (const pid_t process : ancestors)
+    return firstSource(searches);
+}
+
+/// What the environment of the sender says of itself or of any ancestor: weaker than all that is known of the
+/// processes themselves, as whoever is started in a terminal inherits the terminal's entry.
+std::optional<std::string> SenderEvidence::inherited(const LinkSender &sender) {
+    std::vector<std::function<Answer()>> searches;
+    if (sender.desktopFile)
+        searches.emplace_back([&] { return applications.applicationNamed(*sender.desktopFile); });
+    for (const pid_t process : ancestorsFrom(sender.parentPid))
         searches.emplace_back([this, process] {
             const auto file = runningProcesses.variableOf(process, "GIO_LAUNCHED_DESKTOP_FILE");
             return file ? applications.applicationNamed(*file) : std::nullopt;

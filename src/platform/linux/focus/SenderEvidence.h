@@ -20,8 +20,9 @@ class SenderEvidence {
     /// All outlive this object.
     SenderEvidence(ApplicationMatcher &matcher, const Processes &processes, const LaunchSignals &signals);
 
-    /// The sender's desktop-file ID, by the best evidence there is: what it says itself, what GIO told when
-    /// it launched us, the systemd unit it lives in, and its ancestors; nothing when none of them tells.
+    /// The sender's desktop-file ID, by the best evidence there is: what GIO told when it launched us, the
+    /// systemd unit it lives in, its ancestors, and the entry that one of them came from; nothing when none
+    /// of them tells.
     [[nodiscard]] std::optional<std::string> senderOf(const LinkSender &sender);
 
     /// Whether a user can be in this application and open a link there.
@@ -30,10 +31,10 @@ class SenderEvidence {
   private:
     using Answer = std::optional<std::string>;
 
-    Answer claimedBy(const LinkSender &sender);
     Answer fromLaunch(const LinkSender &sender);
     Answer fromUnit(const LinkSender &sender);
     Answer fromAncestors(const LinkSender &sender);
+    Answer inherited(const LinkSender &sender);
     Answer firstSource(const std::vector<std::function<Answer()>> &searches) const;
     [[nodiscard]] std::vector<pid_t> ancestorsFrom(std::optional<pid_t> process) const;
 

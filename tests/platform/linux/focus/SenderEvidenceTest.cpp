@@ -83,17 +83,19 @@ TEST_F(SenderEvidenceTest, NothingKnownIsUnknown) {
     EXPECT_EQ(deaf.launchOf(stub), std::nullopt);
 }
 
-TEST_F(SenderEvidenceTest, WhatTheSenderSaysCountsMost) {
+TEST_F(SenderEvidenceTest, AnInheritedEntryCountsLeast) {
+    kernel.add(400, {.program = "/usr/bin/notes"});
     LinkSender sender;
     sender.desktopFile = "org.example.mail";
-    sender.controlGroup = "/app-gnome-org.example.chat-1.scope";
     EXPECT_EQ(evidence.senderOf(sender), "org.example.mail");
-    sender.desktopFile = "/usr/share/applications/org.example.notes.desktop";
+    sender.desktopFile = "/usr/share/applications/org.example.mail.desktop";
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.mail");
+    sender.parentPid = 400;
     EXPECT_EQ(evidence.senderOf(sender), "org.example.notes");
-    sender.desktopFile = "not-installed";
+    sender.controlGroup = "/app-gnome-org.example.chat-1.scope";
     EXPECT_EQ(evidence.senderOf(sender), "org.example.chat");
-    sender.desktopFile = "org.fernhop.Fernhop";
-    EXPECT_EQ(evidence.senderOf(sender), "org.example.chat");
+    for (const std::string nonsense : {"", "not-installed", "org.fernhop.Fernhop", "/", "\xff\n"})
+        EXPECT_EQ(evidence.senderOf({.desktopFile = nonsense}), std::nullopt) << nonsense;
 }
 
 TEST_F(SenderEvidenceTest, GioTellsWhoLaunchedUs) {

@@ -1,16 +1,16 @@
-#include "platform/linux/focus/SourceTracker.h"
+#include "platform/linux/focus/SourceNotifications.h"
 
 #include <utility>
 
 namespace fernhop::freedesktop {
 
-SourceTracker::SourceTracker(FocusProvider &provider, SenderEvidence &senders,
-                             PostingNotificationCenter &workspace)
+SourceNotifications::SourceNotifications(FocusProvider &provider, SenderEvidence &senders,
+                                         PostingNotificationCenter &workspace)
     : focus(provider), evidence(senders), notifications(workspace) {
     focus.observe([this](std::shared_ptr<RunningApplication> application) { post(std::move(application)); });
 }
 
-void SourceTracker::linkArrives(const LinkSender &sender) {
+void SourceNotifications::linkArrives(const LinkSender &sender) {
     if (focusTells())
         return;
     // Evidence is about one link. When the next has none, the last sender is no longer known to be the
@@ -23,12 +23,12 @@ void SourceTracker::linkArrives(const LinkSender &sender) {
         post(lastSender);
 }
 
-bool SourceTracker::focusTells() const {
+bool SourceNotifications::focusTells() const {
     const auto front = focus.frontmost();
     return front && evidence.canBeSource(front->bundleIdentifier());
 }
 
-void SourceTracker::post(std::shared_ptr<RunningApplication> application) const {
+void SourceNotifications::post(std::shared_ptr<RunningApplication> application) const {
     Notification::UserInfo information;
     information.emplace(workspaceApplicationKey, std::move(application));
     notifications.post({std::string(didActivateApplicationNotification), std::move(information)});

@@ -12,11 +12,12 @@ namespace fernhop::freedesktop {
 
 /// Tells the workspace's observers which application the user is in: the one in front, and where the session
 /// does not tell which that is, the sender of a link, just before the link is handled. Main thread only.
-class SourceTracker {
+class SourceNotifications {
   public:
     /// Posts from now on whenever another application comes to the front. All outlive this object, and the
     /// provider has no other observer.
-    SourceTracker(FocusProvider &provider, SenderEvidence &senders, PostingNotificationCenter &workspace);
+    SourceNotifications(FocusProvider &provider, SenderEvidence &senders,
+                        PostingNotificationCenter &workspace);
 
     /// A link of this sender is about to be handled.
     void linkArrives(const LinkSender &sender);

@@ -1,4 +1,4 @@
-#include "platform/linux/focus/SourceTracker.h"
+#include "platform/linux/focus/SourceNotifications.h"
 
 #include "FakeDesktopEntries.h"
 #include "FakeFocusProvider.h"
@@ -11,7 +11,7 @@ namespace fernhop::freedesktop {
 namespace {
 
 /// Follows the source as the controller does: by what is posted, and never by what has no identifier.
-class SourceTrackerTest : public testing::Test {
+class SourceNotificationsTest : public testing::Test {
   protected:
     void SetUp() override {
         entries.install("mail");
@@ -41,12 +41,12 @@ class SourceTrackerTest : public testing::Test {
     SenderEvidence evidence{matcher, processes, signals};
     PostingNotificationCenter workspace;
     fakes::FakeFocusProvider focus;
-    SourceTracker tracker{focus, evidence, workspace};
+    SourceNotifications tracker{focus, evidence, workspace};
     std::shared_ptr<RunningApplication> source;
     int posts = 0;
 };
 
-TEST_F(SourceTrackerTest, FocusIsTheSource) {
+TEST_F(SourceNotificationsTest, FocusIsTheSource) {
     focus.activate("mail");
     EXPECT_EQ(sourceID(), "mail");
     focus.activate("chat");
@@ -54,14 +54,14 @@ TEST_F(SourceTrackerTest, FocusIsTheSource) {
     EXPECT_EQ(posts, 2);
 }
 
-TEST_F(SourceTrackerTest, FocusBeatsTheSender) {
+TEST_F(SourceNotificationsTest, FocusBeatsTheSender) {
     focus.activate("mail");
     tracker.linkArrives(from("chat"));
     EXPECT_EQ(sourceID(), "mail");
     EXPECT_EQ(posts, 1);
 }
 
-TEST_F(SourceTrackerTest, WhereFocusSaysNothingUsefulTheSenderCounts) {
+TEST_F(SourceNotificationsTest, WhereFocusSaysNothingUsefulTheSenderCounts) {
     const std::vector<std::optional<std::string>> useless{std::nullopt, "org.fernhop.Fernhop",
                                                           "org.kde.plasmashell"};
     for (const auto &front : useless) {
@@ -75,14 +75,14 @@ TEST_F(SourceTrackerTest, WhereFocusSaysNothingUsefulTheSenderCounts) {
     EXPECT_EQ(sourceID(), "mail");
 }
 
-TEST_F(SourceTrackerTest, FernhopInFrontDoesNotChangeTheSource) {
+TEST_F(SourceNotificationsTest, FernhopInFrontDoesNotChangeTheSource) {
     focus.activate("mail");
     focus.activate("org.fernhop.Fernhop");
     tracker.linkArrives({});
     EXPECT_EQ(sourceID(), "mail");
 }
 
-TEST_F(SourceTrackerTest, FocusTakesOverAgainAfterASender) {
+TEST_F(SourceNotificationsTest, FocusTakesOverAgainAfterASender) {
     focus.activate("mail");
     focus.activate(std::nullopt);
     tracker.linkArrives(from("chat"));
@@ -91,9 +91,9 @@ TEST_F(SourceTrackerTest, FocusTakesOverAgainAfterASender) {
     EXPECT_EQ(sourceID(), "mail");
 }
 
-TEST_F(SourceTrackerTest, WithoutFocusTheSourceIsTheSenderOfTheLastLink) {
+TEST_F(SourceNotificationsTest, WithoutFocusTheSourceIsTheSenderOfTheLastLink) {
     LinkSenderFocusProvider nothing;
-    SourceTracker blind(nothing, evidence, workspace);
+    SourceNotifications blind(nothing, evidence, workspace);
     EXPECT_EQ(nothing.name(), "link sender");
     EXPECT_EQ(nothing.frontmost(), nullptr);
     EXPECT_FALSE(nothing.raise({"mail", std::nullopt}));
