@@ -10,6 +10,9 @@ class AppBundles : public Bundles {
   public:
     [[nodiscard]] std::unique_ptr<Bundle> bundleWithUrl(const Url &url) const override;
     [[nodiscard]] std::optional<std::string> mainBundleIdentifier() const override { return std::nullopt; }
+    [[nodiscard]] std::optional<Url> urlForResource(std::string_view, std::string_view) const override {
+        return std::nullopt; // tests run outside of a bundle
+    }
 };
 
 } // namespace fernhop::support
