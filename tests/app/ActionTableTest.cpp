@@ -5,13 +5,9 @@
 #include "routing/URLRuleSelection.h"
 
 #include <set>
-#include <type_traits>
 
 namespace fernhop {
 namespace {
-
-static_assert(!std::is_default_constructible_v<RuleSelection>);
-static_assert(!std::is_default_constructible_v<URLRuleSelection>);
 
 class Actions : public ControllerTest {
   protected:

@@ -19,13 +19,26 @@ TEST_F(Lifecycle, ConstructionOnlyRegistersForLinks) {
     EXPECT_EQ(controller->sourceTracker().lastSourceApplication(), nullptr);
     EXPECT_FALSE(controller->linkIntake().didFinishLaunching());
     EXPECT_TRUE(controller->linkIntake().pendingURLs().empty());
+    EXPECT_EQ(desktop.statusBar.length, -2);
     EXPECT_EQ(desktop.statusBar.menusSet, 0);
+    EXPECT_EQ(desktop.statusBar.imagesSet, 0);
+    EXPECT_EQ(desktop.applications.scans, 0);
 }
 
 TEST_F(Lifecycle, StartUpRunsItsStepsInOrder) {
     desktop.workspace.front = running("com.example.Mail");
     construct();
     desktop.links.deliver("https://docs.example/");
+    desktop.workspaceCenter.atObserver = [&] {
+        EXPECT_EQ(desktop.application.policy, ActivationPolicy::accessory);
+        EXPECT_EQ(controller->sourceTracker().lastSourceApplication(), nullptr);
+        EXPECT_TRUE(desktop.distributedCenter.observers.empty());
+    };
+    desktop.distributedCenter.atObserver = [&] {
+        EXPECT_EQ(desktop.workspaceCenter.observers.size(), 1u);
+        EXPECT_EQ(controller->sourceTracker().sourceBundleID(), "com.example.Mail");
+        EXPECT_EQ(desktop.applications.scans, 0);
+    };
     desktop.statusBar.atMenu = [&] {
         EXPECT_EQ(desktop.application.policy, ActivationPolicy::accessory);
         EXPECT_EQ(desktop.workspaceCenter.observers.size(), 1u);
@@ -66,17 +79,11 @@ TEST_F(Lifecycle, LinkAfterLaunchIsRoutedAtOnce) {
     EXPECT_TRUE(controller->linkIntake().pendingURLs().empty());
 }
 
-TEST_F(Lifecycle, LinkThatArrivesWhilePendingOnesAreRoutedIsNotLost) {
+TEST_F(Lifecycle, LinkThatArrivesWhileTheMenuIsBuiltWaitsForItsTurn) {
     construct();
-    bool delivered = false;
     desktop.links.deliver("https://one.example/");
     desktop.links.deliver("https://two.example/");
-    desktop.workspace.failure = OpenError{"x"};
-    desktop.workspace.holdsCompletions = true;
-    desktop.statusBar.atMenu = [&] {
-        if (!std::exchange(delivered, true))
-            desktop.links.deliver("https://three.example/");
-    };
+    desktop.statusBar.atMenu = [&] { desktop.links.deliver("https://three.example/"); };
     controller->applicationDidFinishLaunching();
     ASSERT_EQ(opened().size(), 3u);
     EXPECT_EQ(opened().back().first, "https://three.example/");
@@ -102,7 +109,7 @@ TEST_F(Lifecycle, ReplyIsLeftUntouched) {
     EXPECT_TRUE(desktop.links.replies.front().parameters.empty());
 }
 
-TEST_F(Lifecycle, AnyScheme_IsRouted) {
+TEST_F(Lifecycle, AnySchemeIsRouted) {
     launch();
     desktop.links.deliver("mailto:ada@docs.example");
     EXPECT_EQ(opened().size(), 1u);
@@ -187,6 +194,13 @@ TEST_F(Lifecycle, ThemeChangeDressesTheIcon) {
     EXPECT_EQ(desktop.statusBar.menusSet, 1);
 }
 
+TEST_F(Lifecycle, StartUpIsInvokedBySelectorToo) {
+    construct();
+    controller->perform("applicationDidFinishLaunching:");
+    EXPECT_TRUE(controller->linkIntake().didFinishLaunching());
+    EXPECT_EQ(desktop.statusBar.menusSet, 1);
+}
+
 TEST_F(Lifecycle, ReopeningAndClosingDoNothing) {
     launch();
     EXPECT_EQ(controller->perform("applicationShouldHandleReopen:hasVisibleWindows:"), ActionResult(false));
@@ -221,6 +235,17 @@ TEST_F(Lifecycle, RefreshListsWhatWasInstalledSinceAndRebuildsTheMenu) {
     controller->perform("refreshApplicationList");
     EXPECT_EQ(controller->browsers().size(), 3u);
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
+}
+
+TEST_F(Lifecycle, RefreshLoadsIconsAfresh) {
+    storeAppRule("browser.a", "browser.b");
+    launch();
+    const auto atLaunch = desktop.workspace.iconRequests.size();
+    EXPECT_GT(atLaunch, 0u);
+    controller->rebuildMenu();
+    EXPECT_EQ(desktop.workspace.iconRequests.size(), atLaunch);
+    controller->perform("refreshApplicationList");
+    EXPECT_EQ(desktop.workspace.iconRequests.size(), 2 * atLaunch);
 }
 
 TEST_F(Lifecycle, RefreshOfTheListsAloneLeavesTheMenu) {

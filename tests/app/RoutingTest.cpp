@@ -181,6 +181,13 @@ TEST_F(RoutingWithoutBrowsers, LinkIsDroppedWithOneLineAndOneBeep) {
     EXPECT_EQ(desktop.sound.beeps, 1);
 }
 
+TEST_F(RoutingWithoutBrowsers, LineIsWrittenBeforeTheBeep) {
+    launch();
+    desktop.sound.atBeep = [&] { EXPECT_EQ(desktop.log.lines.size(), 1u); };
+    route("https://docs.example/x");
+    EXPECT_EQ(desktop.sound.beeps, 1);
+}
+
 TEST_F(RoutingWithoutBrowsers, LineNamesEverythingThatWasTried) {
     storeURLRules({{"1", "  docs.example ", "browser.gone"}});
     storeAppRule("com.example.Mail", "browser.lost");
@@ -227,6 +234,7 @@ TEST_F(Routing, FilledListIsNotRefreshed) {
 TEST_F(Routing, FailedOpenGivesOneLineOneBeepAndNoRetry) {
     launch();
     desktop.workspace.failure = OpenError{"The program is gone."};
+    desktop.sound.atBeep = [&] { EXPECT_EQ(desktop.log.lines.size(), 1u); };
     route("https://docs.example/x");
     EXPECT_EQ(desktop.log.lines,
               std::vector<std::string>{"Fernhop: Failed to open https://docs.example/x with "

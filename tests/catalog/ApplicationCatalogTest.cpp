@@ -217,6 +217,21 @@ TEST_F(ApplicationCatalogTest, TheListIsSortedByNameWithoutRegardToCase) {
     EXPECT_EQ(names(), (Names{"Apple", "banana", "Blueberry", "cherry"}));
 }
 
+TEST_F(ApplicationCatalogTest, NamesAreComparedAsPeopleDoNotByTheirBytes) {
+    disk.installApplication("/Applications/1.app", "1", "Zebra");
+    disk.installApplication("/Applications/2.app", "2", "Äpfel");
+    disk.installApplication("/Applications/3.app", "3", "Birne");
+    EXPECT_EQ(names(), (Names{"Äpfel", "Birne", "Zebra"}));
+}
+
+TEST_F(ApplicationCatalogTest, APlainFileInAFoldersPlaceContributesNothing) {
+    disk.addPath("/Applications");
+    disk.unreadableFolders = {"/Applications"};
+    disk.installApplication("/System/Applications/B.app", "b", "B");
+    EXPECT_EQ(names(), Names{"B"});
+    EXPECT_EQ(disk.scans, 2) << "existence alone decides what is walked";
+}
+
 TEST_F(ApplicationCatalogTest, NamesThatCompareEqualKeepTheScanOrder) {
     disk.installApplication("/Users/ada/Applications/0.app", "in the user's folder", "NOTES");
     disk.installApplication("/Applications/2.app", "found first", "notes");

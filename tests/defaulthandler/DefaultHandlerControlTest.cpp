@@ -105,6 +105,21 @@ TEST_F(DefaultHandlers, TurningOnWithNoHandlerAndNoFallbackStoresTheFirstBrowser
     EXPECT_EQ(fallback(), "browser.a");
 }
 
+TEST_F(DefaultHandlers, FallbackChoiceIsNeverFernhopButTurningOnStoresTheFirstBrowserAsItIs) {
+    desktop.applications.mainIdentifier = "browser.a"; // the list was made before
+    EXPECT_EQ(control().effectiveDefaultBrowserID(), "browser.b");
+    control().enableAppRouting();
+    EXPECT_EQ(fallback(), "browser.a");
+    EXPECT_EQ(calls(), bothTo("browser.a"));
+}
+
+TEST_F(DefaultHandlers, TurningOffNeverTakesFernhopFromTheBrowserList) {
+    desktop.applications.mainIdentifier = "browser.a";
+    setHandlers("browser.a");
+    control().disableAppRouting();
+    EXPECT_EQ(calls(), bothTo("browser.b"));
+}
+
 TEST_F(DefaultHandlers, TurningOnWithNoHandlerReplacesAFallbackThatIsNoText) {
     store(settingsKey::routingFallbackBrowserID, {PropertyArray{}});
     control().enableAppRouting();

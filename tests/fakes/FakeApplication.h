@@ -40,8 +40,13 @@ class FakeLog : public Log {
 class FakeSound : public Sound {
   public:
     int beeps = 0;
+    std::function<void()> atBeep; ///< called at each beep
 
-    void beep() override { ++beeps; }
+    void beep() override {
+        ++beeps;
+        if (atBeep)
+            atBeep();
+    }
 };
 
 } // namespace fernhop::fakes

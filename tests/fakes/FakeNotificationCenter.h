@@ -13,9 +13,12 @@ class FakeNotificationCenter : public NotificationCenter {
     using Observer = std::function<void(const Notification &)>;
 
     std::vector<std::pair<std::string, Observer>> observers;
+    std::function<void()> atObserver; ///< called whenever an observer was added
 
     void addObserver(std::string_view name, Observer observer) override {
         observers.emplace_back(name, std::move(observer));
+        if (atObserver)
+            atObserver();
     }
 
     void post(const Notification &notification) const {

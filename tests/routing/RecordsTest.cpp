@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <memory>
 #include <type_traits>
 
@@ -12,8 +13,12 @@ namespace fernhop {
 
 static_assert(!std::is_default_constructible_v<RuleSelection>);
 static_assert(!std::is_default_constructible_v<URLRuleSelection>);
-static_assert(!std::is_assignable_v<decltype((std::declval<RuleSelection &>().sourceBundleID)), std::string>);
-static_assert(!std::is_assignable_v<decltype((std::declval<URLRuleSelection &>().ruleID)), std::string>);
+static_assert(std::is_const_v<decltype(RuleSelection::sourceBundleID)>);
+static_assert(std::is_const_v<decltype(RuleSelection::browserBundleID)>);
+static_assert(std::is_const_v<decltype(URLRuleSelection::ruleID)>);
+static_assert(std::is_const_v<decltype(URLRuleSelection::browserBundleID)>);
+static_assert(!std::equality_comparable<RuleSelection>);
+static_assert(!std::equality_comparable<URLRuleSelection>);
 
 TEST(Browser, IsEqualWhenAllFieldsAre) {
     const Url here = Url::fileUrl("/a.desktop");

@@ -115,6 +115,29 @@ TEST_F(RouterOperations, SystemIsAskedNext) {
     EXPECT_FALSE(router.browserForRouting(""));
 }
 
+/// A session in which an application is being installed: it is there at the second look.
+class InstallingWorkspace : public fakes::FakeWorkspace {
+  public:
+    using FakeWorkspace::FakeWorkspace;
+    mutable int looks = 0;
+
+    std::optional<Url> urlForApplicationWithBundleIdentifier(const std::string &) const override {
+        return ++looks < 2 ? std::nullopt : std::optional(Url::fileUrl("/opt/New one.app"));
+    }
+};
+
+TEST(RouterWithoutACatalogEntry, AsksTheSessionLast) {
+    fakes::FakeDesktop desktop;
+    const InstallingWorkspace workspace(desktop.applications, desktop.workspaceCenter);
+    const ApplicationCatalog applications(desktop.applications, desktop.applications, {});
+    const BrowserCatalog catalog(workspace, desktop.applications, desktop.applications, applications);
+    const Preferences preferences(desktop.defaults);
+    const std::vector<Browser> none;
+    const Router router({preferences, catalog, workspace, desktop.applications, desktop.applications, none});
+    EXPECT_EQ(router.browserForRouting("new"),
+              (Browser{"New one.app", "new", Url::fileUrl("/opt/New one.app")}));
+}
+
 TEST_F(RouterOperations, FallbackIsValidWhenItCanBeFoundAndIsNotFernhop) {
     list("browser.a");
     storeFallback("browser.gone");

@@ -218,6 +218,12 @@ TEST_F(PreferencesTest, SettingAnAppRuleReplacesUnreadableOnes) {
     EXPECT_EQ(storedAppRules(), dictionary({{"c", string("falkon")}}));
 }
 
+TEST_F(PreferencesTest, RemovingAnAppRuleReplacesUnreadableOnes) {
+    plant("appRules", dictionary({{"a", string("firefox")}, {"b", PropertyValue{true}}}));
+    preferences.removeRule("c");
+    EXPECT_EQ(storedAppRules(), dictionary({}));
+}
+
 TEST_F(PreferencesTest, RemovingAnAppRuleKeepsTheOthers) {
     plant("appRules", dictionary({{"a", string("firefox")}, {"b", string("falkon")}}));
     preferences.removeRule("a");
