@@ -15,14 +15,16 @@
 namespace fernhop::stub {
 namespace {
 
-/// Starts the program in a session of its own, as it outlives this process and its terminal. The error as an
-/// errno value, or 0.
+/// Starts the program in a session of its own and away from our output, as it outlives this process, its
+/// terminal and whoever reads what we print until the end. The error as an errno value, or 0.
 int spawnResident(const std::string &program, pid_t &child) {
     posix_spawn_file_actions_t files;
     posix_spawnattr_t attributes;
     posix_spawn_file_actions_init(&files);
     posix_spawnattr_init(&attributes);
     posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_adddup2(&files, STDOUT_FILENO, STDERR_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&files, STDERR_FILENO + 1);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     std::string argument = program;
