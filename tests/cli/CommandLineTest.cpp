@@ -37,12 +37,12 @@ class CommandLine : public testing::Test {
                     }};
 };
 
-TEST_F(CommandLine, becomesTheResidentWithoutWords) {
+TEST_F(CommandLine, BecomesTheResidentWithoutWords) {
     EXPECT_EQ(run({}), std::nullopt);
     EXPECT_EQ(connections, 0);
 }
 
-TEST_F(CommandLine, asksTheRunningFernhop) {
+TEST_F(CommandLine, AsksTheRunningFernhop) {
     resident.answer = CommandResult{1, "out\n", "err\n"};
     EXPECT_EQ(run({"url-rules", "add", "a b", "c"}), 1);
     EXPECT_EQ(output.str(), "out\n");
@@ -52,14 +52,14 @@ TEST_F(CommandLine, asksTheRunningFernhop) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLine, performsByItselfWhenNoneRuns) {
+TEST_F(CommandLine, PerformsByItselfWhenNoneRuns) {
     EXPECT_EQ(run({"status", "--json"}), 0);
     EXPECT_EQ(output.str(), "local\n");
     ASSERT_EQ(localCalls.size(), 1U);
     EXPECT_EQ(localCalls[0].arguments, (std::vector<std::string>{"status", "--json"}));
 }
 
-TEST_F(CommandLine, performsByItselfWithoutABus) {
+TEST_F(CommandLine, PerformsByItselfWithoutABus) {
     hasBus = false;
     localAnswer = {1, "", "no\n"};
     EXPECT_EQ(run({"routing", "on"}), 1);
@@ -67,7 +67,7 @@ TEST_F(CommandLine, performsByItselfWithoutABus) {
     EXPECT_EQ(localCalls.size(), 1U);
 }
 
-TEST_F(CommandLine, needsNobodyForHelpAndComplaints) {
+TEST_F(CommandLine, NeedsNobodyForHelpAndComplaints) {
     EXPECT_EQ(run({"--help"}), 0);
     EXPECT_NE(output.str(), "");
     EXPECT_EQ(run({"--version"}), 0);
@@ -78,7 +78,7 @@ TEST_F(CommandLine, needsNobodyForHelpAndComplaints) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLine, refusesWordsThatTheBusCannotCarry) {
+TEST_F(CommandLine, RefusesWordsThatTheBusCannotCarry) {
     resident.answer = CommandResult{};
     EXPECT_EQ(run({"url-rules", "add", "a\xff", "b"}), 2);
     EXPECT_EQ(errors.str(), "fernhop: \"a\\xff\" is not valid UTF-8.\n");
@@ -86,7 +86,7 @@ TEST_F(CommandLine, refusesWordsThatTheBusCannotCarry) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLine, deliversLinks) {
+TEST_F(CommandLine, DeliversLinks) {
     EXPECT_EQ(run({"open", "https://a.example/%F0", "https://b.example/a b\xff"}), 0);
     EXPECT_EQ(resident.opened,
               (std::vector<std::string>{"https://a.example/%F0", "https://b.example/a%20b%FF"}));
@@ -94,13 +94,13 @@ TEST_F(CommandLine, deliversLinks) {
     EXPECT_EQ(errors.str(), "");
 }
 
-TEST_F(CommandLine, deliversTheOthersWhenOneIsNoLink) {
+TEST_F(CommandLine, DeliversTheOthersWhenOneIsNoLink) {
     EXPECT_EQ(run({"open", "", "https://a.example/"}), 1);
     EXPECT_EQ(resident.opened, std::vector<std::string>{"https://a.example/"});
     EXPECT_EQ(errors.str(), "fernhop: \"\" is not a URL.\n");
 }
 
-TEST_F(CommandLine, tellsWhyLinksWereNotDelivered) {
+TEST_F(CommandLine, TellsWhyLinksWereNotDelivered) {
     resident.obstacle = "Nobody is there.";
     EXPECT_EQ(run({"open", "https://a.example/"}), 1);
     EXPECT_EQ(errors.str(), "fernhop: Nobody is there.\n");
@@ -109,7 +109,7 @@ TEST_F(CommandLine, tellsWhyLinksWereNotDelivered) {
     EXPECT_NE(errors.str().find("session bus"), std::string::npos);
 }
 
-TEST_F(CommandLine, explainsAnyBytes) {
+TEST_F(CommandLine, ExplainsAnyBytes) {
     resident.answer = CommandResult{};
     EXPECT_EQ(run({"explain", "--json", "--source", "-x", "https://a.example/\xff b"}), 0);
     ASSERT_EQ(resident.calls.size(), 1U);
@@ -119,7 +119,7 @@ TEST_F(CommandLine, explainsAnyBytes) {
     EXPECT_EQ(resident.calls.size(), 1U);
 }
 
-TEST_F(CommandLine, matchNeedsNobody) {
+TEST_F(CommandLine, MatchNeedsNobody) {
     EXPECT_EQ(run({"match", "*.pdf", "x:a.pdf", "x:b"}), 1);
     EXPECT_EQ(output.str(), "yes\nno\n");
     EXPECT_EQ(run({"match", "*.pdf", "x:a.pdf"}), 0);
@@ -127,13 +127,13 @@ TEST_F(CommandLine, matchNeedsNobody) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLine, matchReadsItsInput) {
+TEST_F(CommandLine, MatchReadsItsInput) {
     input.str("x:a.pdf\nx:b\n\nx:c.pdf");
     EXPECT_EQ(run({"match", "*.pdf"}), 1);
     EXPECT_EQ(output.str(), "yes\nno\nno\nyes\n");
 }
 
-TEST_F(CommandLine, matchOfNoLinesIsTrue) {
+TEST_F(CommandLine, MatchOfNoLinesIsTrue) {
     EXPECT_EQ(run({"match", "*.pdf"}), 0);
     EXPECT_EQ(output.str(), "");
 }
@@ -164,7 +164,7 @@ class Dialogue : public std::stringbuf {
     std::size_t next = 0;
 };
 
-TEST_F(CommandLine, matchAnswersEachLineBeforeItWaitsForTheNext) {
+TEST_F(CommandLine, MatchAnswersEachLineBeforeItWaitsForTheNext) {
     Dialogue dialogue({"x:a.pdf\n", "x:b\n"}, output);
     std::istream spoken(&dialogue);
     const Process talking{spoken, output, errors, process.connect, process.performHere};
@@ -196,7 +196,7 @@ class FailingOutput : public std::streambuf {
     int reason;
 };
 
-TEST_F(CommandLine, endsQuietlyWhenNobodyReads) {
+TEST_F(CommandLine, EndsQuietlyWhenNobodyReads) {
     FailingOutput closed(EPIPE);
     std::ostream pipe(&closed);
     const Process piped{input, pipe, errors, process.connect, process.performHere};
@@ -206,7 +206,7 @@ TEST_F(CommandLine, endsQuietlyWhenNobodyReads) {
     EXPECT_EQ(errors.str(), "");
 }
 
-TEST_F(CommandLine, matchStopsWhenNobodyReads) {
+TEST_F(CommandLine, MatchStopsWhenNobodyReads) {
     FailingOutput closed(EPIPE);
     std::ostream pipe(&closed);
     input.str("x:a\nx:b\nx:c\n");
@@ -216,7 +216,7 @@ TEST_F(CommandLine, matchStopsWhenNobodyReads) {
     EXPECT_EQ(errors.str(), "");
 }
 
-TEST_F(CommandLine, complainsWhenTheOutputCannotBeWritten) {
+TEST_F(CommandLine, ComplainsWhenTheOutputCannotBeWritten) {
     FailingOutput full(ENOSPC);
     std::ostream disk(&full);
     const Process filled{input, disk, errors, process.connect, process.performHere};
@@ -242,7 +242,7 @@ class CommandLineFiles : public CommandLine {
         ("fernhop-cli-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
 };
 
-TEST_F(CommandLineFiles, exportWritesAFile) {
+TEST_F(CommandLineFiles, ExportWritesAFile) {
     resident.answer = CommandResult{0, "{}\n", ""};
     std::ofstream(path("out.json")) << "something that was longer";
     EXPECT_EQ(run({"export", path("out.json")}), 0);
@@ -252,26 +252,26 @@ TEST_F(CommandLineFiles, exportWritesAFile) {
     EXPECT_EQ(resident.calls[0].arguments, std::vector<std::string>{"export"});
 }
 
-TEST_F(CommandLineFiles, exportPrintsWithoutAFile) {
+TEST_F(CommandLineFiles, ExportPrintsWithoutAFile) {
     resident.answer = CommandResult{0, "{}\n", ""};
     EXPECT_EQ(run({"export"}), 0);
     EXPECT_EQ(run({"export", "-"}), 0);
     EXPECT_EQ(output.str(), "{}\n{}\n");
 }
 
-TEST_F(CommandLineFiles, exportTellsWhyItCouldNotWrite) {
+TEST_F(CommandLineFiles, ExportTellsWhyItCouldNotWrite) {
     EXPECT_EQ(run({"export", path("no/such/folder.json")}), 1);
     EXPECT_NE(errors.str().find("could not be written: No such file"), std::string::npos) << errors.str();
 }
 
-TEST_F(CommandLineFiles, aFailedExportWritesNoFile) {
+TEST_F(CommandLineFiles, AFailedExportWritesNoFile) {
     resident.answer = CommandResult{1, "", "gone\n"};
     EXPECT_EQ(run({"export", path("out.json")}), 1);
     EXPECT_FALSE(std::filesystem::exists(path("out.json")));
     EXPECT_EQ(errors.str(), "gone\n");
 }
 
-TEST_F(CommandLineFiles, importReadsTheFileHere) {
+TEST_F(CommandLineFiles, ImportReadsTheFileHere) {
     const std::string content("{\"a\":\"\xff\0\"}", 10);
     std::ofstream(path("in.json")) << content;
     EXPECT_EQ(run({"import", path("in.json")}), 0);
@@ -280,7 +280,7 @@ TEST_F(CommandLineFiles, importReadsTheFileHere) {
     EXPECT_EQ(localCalls[0].input, content);
 }
 
-TEST_F(CommandLineFiles, importReadsStandardInput) {
+TEST_F(CommandLineFiles, ImportReadsStandardInput) {
     input.str("{}");
     resident.answer = CommandResult{};
     EXPECT_EQ(run({"import", "-"}), 0);
@@ -288,7 +288,7 @@ TEST_F(CommandLineFiles, importReadsStandardInput) {
     EXPECT_EQ(resident.calls[0].input, "{}");
 }
 
-TEST_F(CommandLineFiles, importTellsWhyItCouldNotRead) {
+TEST_F(CommandLineFiles, ImportTellsWhyItCouldNotRead) {
     EXPECT_EQ(run({"import", path("missing.json")}), 1);
     EXPECT_NE(errors.str().find("could not be read: No such file"), std::string::npos) << errors.str();
     EXPECT_EQ(run({"import", folder.string()}), 1);
@@ -296,7 +296,7 @@ TEST_F(CommandLineFiles, importTellsWhyItCouldNotRead) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLineFiles, importReadsNoMonsters) {
+TEST_F(CommandLineFiles, ImportReadsNoMonsters) {
     std::ofstream(path("large")).close();
     std::filesystem::resize_file(path("large"), (std::uintmax_t{64} << 20U) + 1);
     EXPECT_EQ(run({"import", path("large")}), 1);

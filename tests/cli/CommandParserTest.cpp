@@ -36,12 +36,12 @@ std::string answered(const std::vector<std::string> &words) {
     return answer ? answer->output : "";
 }
 
-TEST(CommandParser, runsWithoutWords) {
+TEST(CommandParser, RunsWithoutWords) {
     parsed<command::Run>({});
     parsed<command::Run>({"--"});
 }
 
-TEST(CommandParser, knowsEveryCommand) {
+TEST(CommandParser, KnowsEveryCommand) {
     EXPECT_EQ(parsed<command::Open>({"open", "a:1", "b:2"}).urls, (std::vector<std::string>{"a:1", "b:2"}));
     EXPECT_FALSE(parsed<command::Status>({"status"}).json);
     EXPECT_TRUE(parsed<command::Status>({"status", "--json"}).json);
@@ -56,7 +56,7 @@ TEST(CommandParser, knowsEveryCommand) {
     parsed<command::Quit>({"quit"});
 }
 
-TEST(CommandParser, takesArgumentsInTheirOrder) {
+TEST(CommandParser, TakesArgumentsInTheirOrder) {
     const auto added = parsed<command::AddURLRule>({"url-rules", "add", "docs.example", "org.b"});
     EXPECT_EQ(added.pattern, "docs.example");
     EXPECT_EQ(added.browser, "org.b");
@@ -69,7 +69,7 @@ TEST(CommandParser, takesArgumentsInTheirOrder) {
     EXPECT_EQ(set.browser, "org.b");
 }
 
-TEST(CommandParser, takesTheSourceOfALink) {
+TEST(CommandParser, TakesTheSourceOfALink) {
     EXPECT_EQ(parsed<command::Explain>({"explain", "a:1"}).source, std::nullopt);
     const auto explained = parsed<command::Explain>({"explain", "--source", "org.a", "--json", "a:1"});
     EXPECT_EQ(explained.source, "org.a");
@@ -79,7 +79,7 @@ TEST(CommandParser, takesTheSourceOfALink) {
     EXPECT_EQ(parsed<command::Explain>({"explain", "a:1", "--source", "-x"}).source, "-x");
 }
 
-TEST(CommandParser, takesOnAndOff) {
+TEST(CommandParser, TakesOnAndOff) {
     EXPECT_TRUE(parsed<command::SwitchRouting>({"routing", "on"}).on);
     EXPECT_FALSE(parsed<command::SwitchRouting>({"routing", "off"}).on);
     EXPECT_TRUE(parsed<command::RestoreOnQuit>({"restore-on-quit", "on"}).on);
@@ -88,21 +88,21 @@ TEST(CommandParser, takesOnAndOff) {
     EXPECT_NE(complaint({"restore-on-quit", "1"}), "");
 }
 
-TEST(CommandParser, takesFiles) {
+TEST(CommandParser, TakesFiles) {
     EXPECT_EQ(parsed<command::Export>({"export"}).file, "");
     EXPECT_EQ(parsed<command::Export>({"export", "-"}).file, "-");
     EXPECT_EQ(parsed<command::Export>({"export", "a b.json"}).file, "a b.json");
     EXPECT_EQ(parsed<command::Import>({"import", "-"}).file, "-");
 }
 
-TEST(CommandParser, matchMayReadItsInput) {
+TEST(CommandParser, MatchMayReadItsInput) {
     const auto match = parsed<command::Match>({"match", "*.pdf"});
     EXPECT_EQ(match.pattern, "*.pdf");
     EXPECT_TRUE(match.urls.empty());
     EXPECT_EQ(parsed<command::Match>({"match", "*", "a:1", "b:2"}).urls.size(), 2U);
 }
 
-TEST(CommandParser, refusesWhatItDoesNotKnow) {
+TEST(CommandParser, RefusesWhatItDoesNotKnow) {
     EXPECT_NE(complaint({"launch"}), "");
     EXPECT_NE(complaint({"--json"}), "");
     EXPECT_NE(complaint({"status", "--jsn"}), "");
@@ -118,7 +118,7 @@ TEST(CommandParser, refusesWhatItDoesNotKnow) {
     EXPECT_NE(complaint({""}), "");
 }
 
-TEST(CommandParser, refusesWhatLacksAnArgument) {
+TEST(CommandParser, RefusesWhatLacksAnArgument) {
     for (const std::vector<std::string> &words :
          std::vector<std::vector<std::string>>{{"open"},
                                                {"explain"},
@@ -138,7 +138,7 @@ TEST(CommandParser, refusesWhatLacksAnArgument) {
         EXPECT_NE(complaint(words), "") << words.front();
 }
 
-TEST(CommandParser, aLinkThatBeginsWithAHyphenIsNoOption) {
+TEST(CommandParser, ALinkThatBeginsWithAHyphenIsNoOption) {
     EXPECT_EQ(parsed<command::Open>({"open", "-https://x"}).urls.front(), "-https://x");
     EXPECT_EQ(parsed<command::Open>({"open", "--https://x"}).urls.front(), "--https://x");
     EXPECT_EQ(parsed<command::Open>({"open", "-h:1"}).urls.front(), "-h:1");
@@ -146,7 +146,7 @@ TEST(CommandParser, aLinkThatBeginsWithAHyphenIsNoOption) {
     EXPECT_EQ(parsed<command::Explain>({"explain", "--json", "-x/y"}).url, "-x/y");
 }
 
-TEST(CommandParser, nothingAfterTwoHyphensIsAnOption) {
+TEST(CommandParser, NothingAfterTwoHyphensIsAnOption) {
     EXPECT_EQ(parsed<command::Open>({"open", "--", "--help", "-h", "--", "--json"}).urls,
               (std::vector<std::string>{"--help", "-h", "--", "--json"}));
     EXPECT_EQ(parsed<command::Match>({"match", "a", "--", "-x"}).urls.front(), "-x");
@@ -155,7 +155,7 @@ TEST(CommandParser, nothingAfterTwoHyphensIsAnOption) {
     EXPECT_EQ(parsed<command::Explain>({"explain", "--source", "--", "--json", "a:1"}).source, "--json");
 }
 
-TEST(CommandParser, noArgumentMeansAnythingButItself) {
+TEST(CommandParser, NoArgumentMeansAnythingButItself) {
     for (const std::string odd : {"{}", "[a,b]", "[]", "%%", "++", "", " ", "\x01", "\x01x", "=", "-",
                                   "@file", "a\nb", "\xff", "status", "list", "on"}) {
         EXPECT_EQ(parsed<command::Open>({"open", odd, "a:1"}).urls, (std::vector<std::string>{odd, "a:1"}))
@@ -167,14 +167,14 @@ TEST(CommandParser, noArgumentMeansAnythingButItself) {
     }
 }
 
-TEST(CommandParser, aComplaintHarmsNoTerminal) {
+TEST(CommandParser, AComplaintHarmsNoTerminal) {
     const auto text = complaint({"status", "a\x1b[31m\x01"});
     EXPECT_EQ(text.find('\x1b'), std::string::npos);
     EXPECT_EQ(text.find('\x01'), std::string::npos);
     EXPECT_NE(text.find("\\x1b[31m"), std::string::npos) << text;
 }
 
-TEST(CommandParser, helpsAndTellsItsVersion) {
+TEST(CommandParser, HelpsAndTellsItsVersion) {
     EXPECT_EQ(answered({"--version"}), "fernhop " FERNHOP_VERSION "\n");
     const auto help = answered({"--help"});
     for (const char *command :

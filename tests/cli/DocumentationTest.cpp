@@ -66,7 +66,7 @@ std::vector<ManualEntry> manualEntries() {
     return entries;
 }
 
-TEST(HelpTexts, nameTheCommands) {
+TEST(HelpTexts, NameTheCommands) {
     EXPECT_EQ(help().nodes().at({}).commands,
               (Words{"open", "explain", "match", "status", "apps", "browsers", "url-rules", "app-rules",
                      "routing", "default", "restore-on-quit", "export", "import", "refresh", "quit"}));
@@ -76,7 +76,7 @@ TEST(HelpTexts, nameTheCommands) {
     EXPECT_EQ(help().nodes().at({"explain"}).options, (Words{"--help", "--json", "--source"}));
 }
 
-TEST(ManualPage, describesEveryCommandAndOption) {
+TEST(ManualPage, DescribesEveryCommandAndOption) {
     std::map<Path, Words> described;
     for (const auto &entry : manualEntries())
         described[entry.path].insert(entry.options.begin(), entry.options.end());
@@ -90,14 +90,14 @@ TEST(ManualPage, describesEveryCommandAndOption) {
     }
 }
 
-TEST(ManualPage, describesNothingElse) {
+TEST(ManualPage, DescribesNothingElse) {
     for (const auto &entry : manualEntries()) {
         ASSERT_FALSE(entry.path.empty());
         EXPECT_TRUE(help().nodes().at(entry.path).commands.empty()) << joined(entry.path);
     }
 }
 
-TEST(ManualPage, describesEveryOptionOnceMore) {
+TEST(ManualPage, DescribesEveryOptionOnceMore) {
     std::ifstream page(packaging + "man/fernhop.1");
     Words described;
     for (std::string line; std::getline(page, line);)
@@ -144,7 +144,7 @@ Words offeredByBash(const Path &path, const std::string &last) {
     return words;
 }
 
-TEST(BashCompletion, offersWhatTheHelpNames) {
+TEST(BashCompletion, OffersWhatTheHelpNames) {
     if (!hasShell("bash"))
         GTEST_SKIP();
     for (const auto &[path, node] : help().nodes()) {
@@ -158,7 +158,7 @@ TEST(BashCompletion, offersWhatTheHelpNames) {
     EXPECT_EQ(offeredByBash({"url-rules"}, "re"), Words{"remove"});
 }
 
-TEST(BashCompletion, offersIdentifiersAndRunsNone) {
+TEST(BashCompletion, OffersIdentifiersAndRunsNone) {
     if (!hasShell("bash"))
         GTEST_SKIP();
     const std::string script =
@@ -184,7 +184,7 @@ Words offeredByFish(const Path &path, const std::string &last) {
     return words;
 }
 
-TEST(FishCompletion, offersWhatTheHelpNames) {
+TEST(FishCompletion, OffersWhatTheHelpNames) {
     if (!hasShell("fish --no-config"))
         GTEST_SKIP();
     for (const auto &[path, node] : help().nodes()) {
@@ -216,7 +216,7 @@ std::vector<Words> describedForZsh() {
     return lists;
 }
 
-TEST(ZshCompletion, describesWhatTheHelpNames) {
+TEST(ZshCompletion, DescribesWhatTheHelpNames) {
     const auto lists = describedForZsh();
     ASSERT_EQ(lists.size(), 3U);
     EXPECT_EQ(lists[0], help().nodes().at({"url-rules"}).commands);
@@ -224,7 +224,7 @@ TEST(ZshCompletion, describesWhatTheHelpNames) {
     EXPECT_EQ(lists[2], help().nodes().at({}).commands);
 }
 
-TEST(ZshCompletion, isReadByZsh) {
+TEST(ZshCompletion, IsReadByZsh) {
     if (!hasShell("zsh -f"))
         GTEST_SKIP();
     EXPECT_EQ(outputOf("zsh -f -n " + packaging + "completions/_fernhop 2>&1 && echo fine"), "fine\n");

@@ -8,7 +8,7 @@ using nlohmann::json;
 class LinkCommands : public EachSide {};
 INSTANTIATE_TEST_SUITE_P(, LinkCommands, testing::Bool(), sideName);
 
-TEST_P(LinkCommands, explainNamesTheURLRule) {
+TEST_P(LinkCommands, ExplainNamesTheURLRule) {
     preferences().setURLRules({{"1", "nothing.example", alpha}, {"2", "docs.example", beta}});
     EXPECT_EQ(
         runJson({"explain", "--json", "https://docs.example/a%20b"}),
@@ -23,7 +23,7 @@ TEST_P(LinkCommands, explainNamesTheURLRule) {
               {"steps", json::array()}}));
 }
 
-TEST_P(LinkCommands, explainNamesTheAppRuleOfTheSource) {
+TEST_P(LinkCommands, ExplainNamesTheAppRuleOfTheSource) {
     preferences().setBrowser(beta, editor);
     const auto told = runJson({"explain", "--source", editor, "--json", "https://docs.example/"});
     EXPECT_EQ(told["source"], editor);
@@ -32,7 +32,7 @@ TEST_P(LinkCommands, explainNamesTheAppRuleOfTheSource) {
     EXPECT_EQ(told["target"]["bundleID"], beta);
 }
 
-TEST_P(LinkCommands, explainTakesThePresentSource) {
+TEST_P(LinkCommands, ExplainTakesThePresentSource) {
     preferences().setBrowser(beta, editor);
     report.sourceBundleID = editor;
     EXPECT_EQ(runJson({"explain", "--json", "https://docs.example/"})["because"], "appRule");
@@ -40,7 +40,7 @@ TEST_P(LinkCommands, explainTakesThePresentSource) {
               "firstBrowser");
 }
 
-TEST_P(LinkCommands, explainNamesTheFallback) {
+TEST_P(LinkCommands, ExplainNamesTheFallback) {
     defaults.stored["routingFallbackBrowserID"] = {beta};
     const auto told = runJson({"explain", "--json", "https://docs.example/"});
     EXPECT_EQ(told["fallback"], beta);
@@ -48,7 +48,7 @@ TEST_P(LinkCommands, explainNamesTheFallback) {
     EXPECT_EQ(told["steps"], json::array());
 }
 
-TEST_P(LinkCommands, explainSaysWhyCandidatesWerePassedOver) {
+TEST_P(LinkCommands, ExplainSaysWhyCandidatesWerePassedOver) {
     preferences().setURLRules({{"1", "docs.example", "org.example.Gone"}});
     preferences().setBrowser(beta, editor);
     defaults.stored["routingFallbackBrowserID"] = {own};
@@ -63,7 +63,7 @@ TEST_P(LinkCommands, explainSaysWhyCandidatesWerePassedOver) {
     EXPECT_NE(told["steps"][2].get<std::string>().find("Fernhop"), std::string::npos);
 }
 
-TEST_P(LinkCommands, explainIsForPeopleToo) {
+TEST_P(LinkCommands, ExplainIsForPeopleToo) {
     preferences().setURLRules({{"1", "docs.example", "org.example.Gone"}});
     const auto told = run({"explain", "https://docs.example/"});
     EXPECT_EQ(told.status, 0);
@@ -72,27 +72,27 @@ TEST_P(LinkCommands, explainIsForPeopleToo) {
         EXPECT_NE(told.output.find(part), std::string::npos) << part << "\n" << told.output;
 }
 
-TEST_P(LinkCommands, explainOpensNothing) {
+TEST_P(LinkCommands, ExplainOpensNothing) {
     EXPECT_EQ(run({"explain", "https://docs.example/"}).status, 0);
     EXPECT_TRUE(workspace.opened.empty());
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_P(LinkCommands, explainRefusesWhatIsNoURL) {
+TEST_P(LinkCommands, ExplainRefusesWhatIsNoURL) {
     const auto told = run({"explain", ""});
     EXPECT_EQ(told.status, 2);
     EXPECT_EQ(told.output, "");
     EXPECT_NE(told.errors, "");
 }
 
-TEST_P(LinkCommands, matchAnswersForEachURL) {
+TEST_P(LinkCommands, MatchAnswersForEachURL) {
     const auto told = run({"match", "*.pdf", "https://a.example/b.PDF", "https://a.example/", "x:y.pdf"});
     EXPECT_EQ(told.output, "yes\nno\nyes\n");
     EXPECT_EQ(told.status, 1);
     EXPECT_EQ(run({"match", "*.pdf", "https://a.example/b.pdf"}).status, 0);
 }
 
-TEST_P(LinkCommands, matchReadsLines) {
+TEST_P(LinkCommands, MatchReadsLines) {
     EXPECT_EQ(
         run({"match", "docs"}, "https://docs.example/\nhttps://a.example/\n\nhttps://docs.example/").output,
         "yes\nno\nno\nyes\n");
@@ -100,13 +100,13 @@ TEST_P(LinkCommands, matchReadsLines) {
     EXPECT_EQ(run({"match", "docs"}, "").status, 0);
 }
 
-TEST_P(LinkCommands, matchNeverMatchesABlankPattern) {
+TEST_P(LinkCommands, MatchNeverMatchesABlankPattern) {
     EXPECT_EQ(run({"match", " ", "https://docs.example/"}), (CommandResult{1, "no\n", ""}));
 }
 
 class Opening : public testing::Test, protected World {};
 
-TEST_F(Opening, deliversToARunningFernhop) {
+TEST_F(Opening, DeliversToARunningFernhop) {
     launch();
     const auto told = run({"open", "https://a.example/", "https://b.example/"});
     EXPECT_EQ(told, CommandResult{});
@@ -115,7 +115,7 @@ TEST_F(Opening, deliversToARunningFernhop) {
     EXPECT_EQ(workspace.opened[1].urls.front().absoluteString(), "https://b.example/");
 }
 
-TEST_F(Opening, opensTheOthersWhenOneIsNoURL) {
+TEST_F(Opening, OpensTheOthersWhenOneIsNoURL) {
     launch();
     const auto told = run({"open", "", "https://b.example/"});
     EXPECT_EQ(told.status, 1);
@@ -123,7 +123,7 @@ TEST_F(Opening, opensTheOthersWhenOneIsNoURL) {
     ASSERT_EQ(workspace.opened.size(), 1U);
 }
 
-TEST_F(Opening, needsARunningFernhop) {
+TEST_F(Opening, NeedsARunningFernhop) {
     const auto told = run({"open", "https://a.example/"});
     EXPECT_EQ(told.status, 1);
     EXPECT_NE(told.errors.find("does not run"), std::string::npos);

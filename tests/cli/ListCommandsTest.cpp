@@ -8,7 +8,7 @@ using nlohmann::json;
 class ListCommands : public EachSide {};
 INSTANTIATE_TEST_SUITE_P(, ListCommands, testing::Bool(), sideName);
 
-TEST_P(ListCommands, statusOfAFreshSystem) {
+TEST_P(ListCommands, StatusOfAFreshSystem) {
     EXPECT_EQ(runJson({"status", "--json"}), (json{{"routing", false},
                                                    {"httpHandler", nullptr},
                                                    {"httpsHandler", nullptr},
@@ -20,8 +20,8 @@ TEST_P(ListCommands, statusOfAFreshSystem) {
                                                    {"problems", json::array()}}));
 }
 
-TEST_P(ListCommands, statusOfAUsedOne) {
-    services.handlers = {{"http", alpha}, {"https", own}};
+TEST_P(ListCommands, StatusOfAUsedOne) {
+    launchServices.handlers = {{"http", alpha}, {"https", own}};
     defaults.stored["routingFallbackBrowserID"] = {beta};
     defaults.stored["restoresDefaultBrowserOnQuit"] = {true};
     report.sourceBundleID = editor;
@@ -38,8 +38,8 @@ TEST_P(ListCommands, statusOfAUsedOne) {
                                                    {"problems", {"No tray.", "No portal."}}}));
 }
 
-TEST_P(ListCommands, statusIsForPeopleToo) {
-    services.handlers = {{"http", alpha}, {"https", "org.example.Gone"}};
+TEST_P(ListCommands, StatusIsForPeopleToo) {
+    launchServices.handlers = {{"http", alpha}, {"https", "org.example.Gone"}};
     report.obstacles = {"No\ntray."};
     const auto told = run({"status"});
     EXPECT_EQ(told.status, 0);
@@ -48,7 +48,7 @@ TEST_P(ListCommands, statusIsForPeopleToo) {
         EXPECT_NE(told.output.find(part), std::string::npos) << part << "\n" << told.output;
 }
 
-TEST_P(ListCommands, appsInTheirOrder) {
+TEST_P(ListCommands, AppsInTheirOrder) {
     EXPECT_EQ(runJson({"apps", "--json"}), (json::array({{{"name", "Alpha Browser"},
                                                           {"bundleID", alpha},
                                                           {"appURL", "file:///Applications/Alpha.app"},
@@ -67,7 +67,7 @@ TEST_P(ListCommands, appsInTheirOrder) {
                                     "Editor         org.example.Editor\n");
 }
 
-TEST_P(ListCommands, browsersInTheirOrder) {
+TEST_P(ListCommands, BrowsersInTheirOrder) {
     EXPECT_EQ(
         runJson({"browsers", "--json"}),
         (json::array(
@@ -78,7 +78,7 @@ TEST_P(ListCommands, browsersInTheirOrder) {
                                         "Beta Browser   org.example.Beta\n");
 }
 
-TEST_P(ListCommands, rulesInTheirOrder) {
+TEST_P(ListCommands, RulesInTheirOrder) {
     preferences().setURLRules({{"2", "b.example", beta}, {"1", "a\x1b.example", "org.example.Gone"}});
     preferences().setBrowser(beta, editor);
     EXPECT_EQ(runJson({"url-rules", "list", "--json"}),
@@ -95,7 +95,7 @@ TEST_P(ListCommands, rulesInTheirOrder) {
               "Editor (org.example.Editor)  Beta Browser (org.example.Beta)\n");
 }
 
-TEST_P(ListCommands, emptyListsAreSaidToBeEmpty) {
+TEST_P(ListCommands, EmptyListsAreSaidToBeEmpty) {
     EXPECT_EQ(run({"url-rules", "list"}), (CommandResult{0, "No URL rules yet.\n", ""}));
     EXPECT_EQ(run({"app-rules", "list"}), (CommandResult{0, "No app rules yet.\n", ""}));
     EXPECT_EQ(runJson({"url-rules", "list", "--json"}), json::array());
@@ -107,19 +107,19 @@ class EmptySystem : public testing::Test, protected World {
     EmptySystem() { applications.remove("/Applications"); }
 };
 
-TEST_F(EmptySystem, hasEmptyLists) {
+TEST_F(EmptySystem, HasEmptyLists) {
     EXPECT_EQ(run({"apps"}), (CommandResult{0, "No applications found.\n", ""}));
     EXPECT_EQ(run({"browsers"}), (CommandResult{0, "No browsers found.\n", ""}));
     EXPECT_EQ(run({"apps", "--json"}).output, "[]\n");
 }
 
-TEST_F(EmptySystem, hasNoTargetForALink) {
+TEST_F(EmptySystem, HasNoTargetForALink) {
     const auto told = json::parse(run({"explain", "--json", "https://docs.example/"}).output);
     EXPECT_EQ(told["target"], nullptr);
     EXPECT_EQ(told["because"], "none");
 }
 
-TEST(JsonOutput, isJsonWhateverANameHolds) {
+TEST(JsonOutput, IsJsonWhateverANameHolds) {
     World world;
     world.applications.installApplication("/Applications/Odd.app", "odd", "\xff\x1b", {"http"});
     const auto browsers = json::parse(world.run({"browsers", "--json"}).output);

@@ -5,25 +5,25 @@
 namespace fernhop::cli {
 namespace {
 
-TEST(PlainText, leavesOrdinaryTextAlone) {
+TEST(PlainText, LeavesOrdinaryTextAlone) {
     EXPECT_EQ(plain("https://docs.example/*?a=b&c=\\d"), "https://docs.example/*?a=b&c=\\d");
     EXPECT_EQ(plain("浏览器 Überseekarte 🦊"), "浏览器 Überseekarte 🦊");
     EXPECT_EQ(plain(""), "");
 }
 
-TEST(PlainText, escapesWhatMovesTheCursor) {
+TEST(PlainText, EscapesWhatMovesTheCursor) {
     EXPECT_EQ(plain("a\x1b[31mb"), "a\\x1b[31mb");
     EXPECT_EQ(plain("a\nb\tc\rd\x7f"), "a\\x0ab\\x09c\\x0dd\\x7f");
     EXPECT_EQ(plain(std::string_view("\0", 1)), "\\x00");
     EXPECT_EQ(plain("\xc2\x9b"), "\\u{9b}"); // the one-character form of ESC [
 }
 
-TEST(PlainText, escapesWhatTurnsOrHidesText) {
+TEST(PlainText, EscapesWhatTurnsOrHidesText) {
     EXPECT_EQ(plain("a\u202eb"), "a\\u{202e}b");
     EXPECT_EQ(plain("\u200b\ufeff\u2028\u2066"), "\\u{200b}\\u{feff}\\u{2028}\\u{2066}");
 }
 
-TEST(PlainText, escapesEveryByteThatIsNoUtf8) {
+TEST(PlainText, EscapesEveryByteThatIsNoUtf8) {
     EXPECT_EQ(plain("a\xff"), "a\\xff");
     EXPECT_EQ(plain("\xe4\xb8"), "\\xe4\\xb8");                   // cut
     EXPECT_EQ(plain("\xc0\xaf"), "\\xc0\\xaf");                   // overlong
@@ -32,14 +32,14 @@ TEST(PlainText, escapesEveryByteThatIsNoUtf8) {
     EXPECT_EQ(plain("\xe0\x80\x80"), "\\xe0\\x80\\x80");
 }
 
-TEST(PlainText, knowsUtf8) {
+TEST(PlainText, KnowsUtf8) {
     EXPECT_TRUE(isUtf8(""));
     EXPECT_TRUE(isUtf8("aé浏🦊"));
     EXPECT_FALSE(isUtf8("a\xff"));
     EXPECT_FALSE(isUtf8("\xf0\x9f\xa6"));
 }
 
-TEST(PlainText, countsTheColumnsOfATerminal) {
+TEST(PlainText, CountsTheColumnsOfATerminal) {
     EXPECT_EQ(columnsOf("abc"), 3U);
     EXPECT_EQ(columnsOf("é"), 1U);
     EXPECT_EQ(columnsOf("e\u0301"), 1U);

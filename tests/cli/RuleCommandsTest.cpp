@@ -20,7 +20,7 @@ class RuleCommands : public EachSide {
 };
 INSTANTIATE_TEST_SUITE_P(, RuleCommands, testing::Bool(), sideName);
 
-TEST_P(RuleCommands, addAppendsARule) {
+TEST_P(RuleCommands, AddAppendsARule) {
     preferences().setURLRules({{"1", "a.example", alpha}});
     const auto told = run({"url-rules", "add", "  Docs.Example ", beta});
     EXPECT_EQ(told.status, 0) << told.errors;
@@ -33,46 +33,46 @@ TEST_P(RuleCommands, addAppendsARule) {
     expectMenuRebuilt();
 }
 
-TEST_P(RuleCommands, addGivesAKnownPatternAnotherBrowser) {
+TEST_P(RuleCommands, AddGivesAKnownPatternAnotherBrowser) {
     preferences().setURLRules({{"1", "docs.example", alpha}});
     EXPECT_EQ(run({"url-rules", "add", "DOCS.example", beta}).status, 0);
     EXPECT_EQ(preferences().urlRules(), (std::vector<URLRule>{{"1", "docs.example", beta}}));
 }
 
-TEST_P(RuleCommands, addRefusesABlankPattern) {
+TEST_P(RuleCommands, AddRefusesABlankPattern) {
     expectNothingChanged(run({"url-rules", "add", " \n", beta}), 2);
     expectNothingChanged(run({"url-rules", "add", "", beta}), 2);
 }
 
-TEST_P(RuleCommands, addRefusesAPatternThatCannotBeStored) {
+TEST_P(RuleCommands, AddRefusesAPatternThatCannotBeStored) {
     expectNothingChanged(run({"url-rules", "add", "a\xff", beta}), 2);
 }
 
-TEST_P(RuleCommands, browsersAreKnownByTheirName) {
+TEST_P(RuleCommands, BrowsersAreKnownByTheirName) {
     EXPECT_EQ(run({"url-rules", "add", "docs.example", "Beta Browser"}).status, 0);
     EXPECT_EQ(preferences().urlRules().front().browserBundleID, beta);
 }
 
-TEST_P(RuleCommands, unknownBrowsersAreRefused) {
+TEST_P(RuleCommands, UnknownBrowsersAreRefused) {
     expectNothingChanged(run({"url-rules", "add", "docs.example", "org.example.Gone"}), 1);
     expectNothingChanged(run({"url-rules", "add", "docs.example", "beta browser"}), 1);
     expectNothingChanged(run({"url-rules", "add", "docs.example", ""}), 1);
     expectNothingChanged(run({"app-rules", "set", editor, "Gone"}), 1);
 }
 
-TEST_P(RuleCommands, fernhopIsNoBrowser) {
+TEST_P(RuleCommands, FernhopIsNoBrowser) {
     expectNothingChanged(run({"url-rules", "add", "docs.example", own}), 1);
     expectNothingChanged(run({"app-rules", "set", editor, own}), 1);
 }
 
-TEST_P(RuleCommands, aRuleMayNameAnyInstalledApplication) {
+TEST_P(RuleCommands, ARuleMayNameAnyInstalledApplication) {
     EXPECT_EQ(run({"url-rules", "add", "docs.example", editor}).status, 0);
     EXPECT_EQ(preferences().urlRules().front().browserBundleID, editor);
     rememberWrites();
     expectNothingChanged(run({"url-rules", "add", "docs.example", "Editor"}), 1); // by its name only browsers
 }
 
-TEST_P(RuleCommands, editChangesARuleInItsPlace) {
+TEST_P(RuleCommands, EditChangesARuleInItsPlace) {
     preferences().setURLRules({{"1", "a.example", alpha}, {"2", "b.example", alpha}});
     EXPECT_EQ(run({"url-rules", "edit", "1", " c.example ", beta}).status, 0);
     EXPECT_EQ(preferences().urlRules(),
@@ -80,7 +80,7 @@ TEST_P(RuleCommands, editChangesARuleInItsPlace) {
     expectMenuRebuilt();
 }
 
-TEST_P(RuleCommands, editRefusesWhatItCannotDo) {
+TEST_P(RuleCommands, EditRefusesWhatItCannotDo) {
     preferences().setURLRules({{"1", "a.example", alpha}});
     rememberWrites();
     expectNothingChanged(run({"url-rules", "edit", "2", "c.example", beta}), 1);
@@ -88,7 +88,7 @@ TEST_P(RuleCommands, editRefusesWhatItCannotDo) {
     expectNothingChanged(run({"url-rules", "edit", "1", "c.example", "Gone"}), 1);
 }
 
-TEST_P(RuleCommands, removeTakesARuleAway) {
+TEST_P(RuleCommands, RemoveTakesARuleAway) {
     preferences().setURLRules(
         {{"1", "a.example", alpha}, {"2", "b.example", alpha}, {"3", "c.example", beta}});
     EXPECT_EQ(run({"url-rules", "remove", "2"}), CommandResult{});
@@ -97,13 +97,13 @@ TEST_P(RuleCommands, removeTakesARuleAway) {
     expectMenuRebuilt();
 }
 
-TEST_P(RuleCommands, removeRefusesAnUnknownRule) {
+TEST_P(RuleCommands, RemoveRefusesAnUnknownRule) {
     preferences().setURLRules({{"a", "a.example", alpha}});
     rememberWrites();
     expectNothingChanged(run({"url-rules", "remove", "A"}), 1);
 }
 
-TEST_P(RuleCommands, setChoosesForAnApplication) {
+TEST_P(RuleCommands, SetChoosesForAnApplication) {
     const auto told = run({"app-rules", "set", editor, beta});
     EXPECT_EQ(told.status, 0);
     EXPECT_EQ(told.output, "Links from Editor (org.example.Editor) -> Beta Browser (org.example.Beta)\n");
@@ -112,13 +112,13 @@ TEST_P(RuleCommands, setChoosesForAnApplication) {
     expectMenuRebuilt();
 }
 
-TEST_P(RuleCommands, setRefusesWhatIsNoSource) {
+TEST_P(RuleCommands, SetRefusesWhatIsNoSource) {
     expectNothingChanged(run({"app-rules", "set", "org.example.Gone", beta}), 1);
     expectNothingChanged(run({"app-rules", "set", own, beta}), 1);
     expectNothingChanged(run({"app-rules", "set", "", beta}), 1);
 }
 
-TEST_P(RuleCommands, removeTakesAnAppRuleAway) {
+TEST_P(RuleCommands, RemoveTakesAnAppRuleAway) {
     preferences().setBrowser(beta, editor);
     preferences().setBrowser(alpha, "org.example.Gone");
     EXPECT_EQ(run({"app-rules", "remove", "org.example.Gone"}), CommandResult{});
@@ -129,34 +129,34 @@ TEST_P(RuleCommands, removeTakesAnAppRuleAway) {
     expectNothingChanged(run({"app-rules", "remove", editor}), 1);
 }
 
-TEST_P(RuleCommands, choosingABrowserTurnsRoutingOn) {
+TEST_P(RuleCommands, ChoosingABrowserTurnsRoutingOn) {
     setDefaultBrowser(alpha);
     const auto added = run({"url-rules", "add", "docs.example", beta});
     EXPECT_EQ(added.status, 0);
     EXPECT_NE(added.output.find("App Routing is on now.\n"), std::string::npos);
-    EXPECT_EQ(services.handlers["https"], own);
+    EXPECT_EQ(launchServices.handlers["https"], own);
     EXPECT_EQ(defaults.stringForKey("routingFallbackBrowserID"), alpha);
 
     setDefaultBrowser(alpha);
     EXPECT_EQ(run({"url-rules", "edit", preferences().urlRules().front().id, "b.example", beta}).status, 0);
-    EXPECT_EQ(services.handlers["https"], own);
+    EXPECT_EQ(launchServices.handlers["https"], own);
 
     setDefaultBrowser(alpha);
     EXPECT_EQ(run({"app-rules", "set", editor, beta}).status, 0);
-    EXPECT_EQ(services.handlers["https"], own);
+    EXPECT_EQ(launchServices.handlers["https"], own);
 }
 
-TEST_P(RuleCommands, routingStaysOnAndRemovalLeavesItAlone) {
+TEST_P(RuleCommands, RoutingStaysOnAndRemovalLeavesItAlone) {
     EXPECT_EQ(run({"url-rules", "add", "docs.example", beta}).status, 0);
-    EXPECT_EQ(services.handlers["https"], own);
+    EXPECT_EQ(launchServices.handlers["https"], own);
     setDefaultBrowser(alpha);
     EXPECT_EQ(run({"url-rules", "remove", preferences().urlRules().front().id}).status, 0);
-    EXPECT_EQ(services.handlers["https"], alpha);
+    EXPECT_EQ(launchServices.handlers["https"], alpha);
 }
 
-TEST_P(RuleCommands, tellsWhenRoutingCannotBeTurnedOn) {
+TEST_P(RuleCommands, TellsWhenRoutingCannotBeTurnedOn) {
     setDefaultBrowser(alpha);
-    services.refuses = true;
+    launchServices.refuses = true;
     const auto told = run({"url-rules", "add", "docs.example", beta});
     EXPECT_EQ(told.status, 1);
     EXPECT_NE(told.errors.find("did not let"), std::string::npos);
@@ -174,7 +174,7 @@ class Namesakes : public testing::Test, protected World {
     }
 };
 
-TEST_F(Namesakes, areListedInsteadOfGuessedAt) {
+TEST_F(Namesakes, AreListedInsteadOfGuessedAt) {
     const auto told = run({"url-rules", "add", "docs.example", "Beta Browser"});
     EXPECT_EQ(told.status, 1);
     EXPECT_NE(told.errors.find("org.example.Beta org.example.Beta2"), std::string::npos) << told.errors;
@@ -182,7 +182,7 @@ TEST_F(Namesakes, areListedInsteadOfGuessedAt) {
     EXPECT_EQ(defaults.writes, 0);
 }
 
-TEST_F(Namesakes, anIdentifierWinsOverAName) {
+TEST_F(Namesakes, AnIdentifierWinsOverAName) {
     applications.installApplication("/Applications/Tricky.app", "org.example.Tricky", alpha, {"https"});
     EXPECT_EQ(run({"url-rules", "add", "docs.example", alpha}).status, 0);
     EXPECT_EQ(preferences().urlRules().front().browserBundleID, alpha);
@@ -194,7 +194,7 @@ class ReadOnlyDefaults : public fakes::FakeUserDefaults {
     void setObject(std::optional<PropertyValue>, std::string_view) override {}
 };
 
-TEST(UnwritableSettings, areReportedByEveryChange) {
+TEST(UnwritableSettings, AreReportedByEveryChange) {
     World world;
     world.setDefaultBrowser(world.own);
     world.preferences().setURLRules({{"1", "a.example", world.alpha}});
@@ -202,8 +202,8 @@ TEST(UnwritableSettings, areReportedByEveryChange) {
     ReadOnlyDefaults defaults;
     defaults.stored = world.defaults.stored;
     ApplicationLayout layout = macApplicationLayout(world.applications);
-    LocalSession session({world.workspace, world.services, defaults, world.applications, world.applications,
-                          world.sound, layout, world.report});
+    LocalSession session({world.workspace, world.launchServices, defaults, world.applications,
+                          world.applications, world.sound, layout, world.report});
     for (const std::vector<std::string> &words :
          std::vector<std::vector<std::string>>{{"url-rules", "add", "b.example", world.beta},
                                                {"url-rules", "edit", "1", "b.example", world.beta},

@@ -9,32 +9,32 @@ class SwitchCommands : public EachSide {
 };
 INSTANTIATE_TEST_SUITE_P(, SwitchCommands, testing::Bool(), sideName);
 
-TEST_P(SwitchCommands, routingOnRemembersTheDefaultBrowser) {
+TEST_P(SwitchCommands, RoutingOnRemembersTheDefaultBrowser) {
     setDefaultBrowser(beta);
     EXPECT_EQ(run({"routing", "on"}), (CommandResult{0, "App Routing is on.\n", ""}));
-    EXPECT_EQ(services.calls, (Calls{{"http", own}, {"https", own}}));
+    EXPECT_EQ(launchServices.calls, (Calls{{"http", own}, {"https", own}}));
     EXPECT_EQ(defaults.stringForKey("routingFallbackBrowserID"), beta);
     expectMenuRebuilt();
 }
 
-TEST_P(SwitchCommands, routingOnTwiceStaysOn) {
+TEST_P(SwitchCommands, RoutingOnTwiceStaysOn) {
     setDefaultBrowser(own);
     EXPECT_EQ(run({"routing", "on"}).status, 0);
-    EXPECT_EQ(services.calls, Calls{});
+    EXPECT_EQ(launchServices.calls, Calls{});
 }
 
-TEST_P(SwitchCommands, routingOffGivesTheRoleBack) {
+TEST_P(SwitchCommands, RoutingOffGivesTheRoleBack) {
     setDefaultBrowser(own);
     defaults.stored["routingFallbackBrowserID"] = {beta};
     EXPECT_EQ(run({"routing", "off"}), (CommandResult{0, "App Routing is off.\n", ""}));
-    EXPECT_EQ(services.calls, (Calls{{"http", beta}, {"https", beta}}));
+    EXPECT_EQ(launchServices.calls, (Calls{{"http", beta}, {"https", beta}}));
     EXPECT_EQ(run({"routing", "off"}).status, 0);
-    EXPECT_EQ(services.calls.size(), 2U);
+    EXPECT_EQ(launchServices.calls.size(), 2U);
     expectMenuRebuilt();
 }
 
-TEST_P(SwitchCommands, refusalsAreReported) {
-    services.refuses = true;
+TEST_P(SwitchCommands, RefusalsAreReported) {
+    launchServices.refuses = true;
     const auto on = run({"routing", "on"});
     EXPECT_EQ(on.status, 1);
     EXPECT_EQ(on.output, "");
@@ -46,23 +46,23 @@ TEST_P(SwitchCommands, refusalsAreReported) {
     EXPECT_NE(chosen.errors.find("Beta Browser"), std::string::npos);
 }
 
-TEST_P(SwitchCommands, defaultLeavesRouting) {
+TEST_P(SwitchCommands, DefaultLeavesRouting) {
     setDefaultBrowser(own);
     EXPECT_EQ(run({"default", "Beta Browser"}),
               (CommandResult{0, "The default browser is Beta Browser (org.example.Beta).\n", ""}));
-    EXPECT_EQ(services.calls, (Calls{{"http", beta}, {"https", beta}}));
+    EXPECT_EQ(launchServices.calls, (Calls{{"http", beta}, {"https", beta}}));
     EXPECT_EQ(defaults.stringForKey("routingFallbackBrowserID"), beta);
     expectMenuRebuilt();
 }
 
-TEST_P(SwitchCommands, defaultTakesBrowsersOnly) {
+TEST_P(SwitchCommands, DefaultTakesBrowsersOnly) {
     for (const auto &word : {editor, own, std::string("org.example.Gone"), std::string()})
         EXPECT_EQ(run({"default", word}).status, 1) << word;
-    EXPECT_EQ(services.calls, Calls{});
+    EXPECT_EQ(launchServices.calls, Calls{});
     EXPECT_EQ(defaults.writes, 0);
 }
 
-TEST_P(SwitchCommands, restoreOnQuitIsStored) {
+TEST_P(SwitchCommands, RestoreOnQuitIsStored) {
     EXPECT_EQ(run({"restore-on-quit", "on"}),
               (CommandResult{0, "The default browser is restored when Fernhop ends.\n", ""}));
     EXPECT_EQ(defaults.stored["restoresDefaultBrowserOnQuit"], PropertyValue{true});
@@ -74,17 +74,17 @@ TEST_P(SwitchCommands, restoreOnQuitIsStored) {
     expectMenuRebuilt();
 }
 
-TEST(RoutingOff, needsABrowser) {
+TEST(RoutingOff, NeedsABrowser) {
     World world;
     world.applications.remove("/Applications");
     world.setDefaultBrowser(world.own);
     const auto told = world.run({"routing", "off"});
     EXPECT_EQ(told.status, 1);
     EXPECT_NE(told.errors.find("no browser"), std::string::npos);
-    EXPECT_EQ(world.services.handlers["https"], world.own);
+    EXPECT_EQ(world.launchServices.handlers["https"], world.own);
 }
 
-TEST(Refresh, findsNewBrowsers) {
+TEST(Refresh, FindsNewBrowsers) {
     World world;
     world.launch();
     world.applications.installApplication("/Applications/Gamma.app", "org.example.Gamma", "Gamma", {"http"});
@@ -94,20 +94,20 @@ TEST(Refresh, findsNewBrowsers) {
     EXPECT_NE(world.run({"browsers"}).output.find("Gamma"), std::string::npos);
 }
 
-TEST(Quit, endsTheRunningFernhop) {
+TEST(Quit, EndsTheRunningFernhop) {
     World world;
     world.launch();
     EXPECT_EQ(world.run({"quit"}), CommandResult{});
     EXPECT_EQ(world.application.terminations, 1);
 }
 
-TEST(WithoutARunningFernhop, thereIsNothingToRefreshOrEnd) {
+TEST(WithoutARunningFernhop, ThereIsNothingToRefreshOrEnd) {
     World world;
     EXPECT_EQ(world.run({"refresh"}), (CommandResult{0, "Fernhop does not run.\n", ""}));
     EXPECT_EQ(world.run({"quit"}), (CommandResult{0, "Fernhop does not run.\n", ""}));
 }
 
-TEST(RunAgain, isNoFailure) {
+TEST(RunAgain, IsNoFailure) {
     World world;
     world.launch();
     EXPECT_EQ(world.run({}), (CommandResult{0, "Fernhop runs already.\n", ""}));

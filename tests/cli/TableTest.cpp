@@ -5,7 +5,7 @@
 namespace fernhop::cli {
 namespace {
 
-TEST(Table, alignsItsColumns) {
+TEST(Table, AlignsItsColumns) {
     Table table({"NAME", "ID"});
     table.add({"Alpha Browser", "a"});
     table.add({"B", "b"});
@@ -14,7 +14,7 @@ TEST(Table, alignsItsColumns) {
                             "B              b\n");
 }
 
-TEST(Table, alignsByWhatATerminalShows) {
+TEST(Table, AlignsByWhatATerminalShows) {
     Table table({"NAME", "ID"});
     table.add({"火狐", "wide"});
     table.add({"é", "narrow"});
@@ -23,14 +23,14 @@ TEST(Table, alignsByWhatATerminalShows) {
                             "é     narrow\n");
 }
 
-TEST(Table, keepsEachRowOnItsLine) {
+TEST(Table, KeepsEachRowOnItsLine) {
     Table table({"NAME", "ID"});
     table.add({"a\nb", "\x1b]0;x\x07"});
     EXPECT_EQ(table.text(), "NAME    ID\n"
                             "a\\x0ab  \\x1b]0;x\\x07\n");
 }
 
-TEST(Table, endsNoLineWithSpaces) {
+TEST(Table, EndsNoLineWithSpaces) {
     Table table({"NAME", "SCHEMES"});
     table.add({"Alpha", ""});
     EXPECT_EQ(table.text(), "NAME   SCHEMES\nAlpha\n");

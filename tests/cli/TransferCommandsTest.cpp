@@ -15,7 +15,7 @@ const json complete = {{"version", 1},
 class Transfer : public EachSide {};
 INSTANTIATE_TEST_SUITE_P(, Transfer, testing::Bool(), sideName);
 
-TEST_P(Transfer, exportHoldsEverything) {
+TEST_P(Transfer, ExportHoldsEverything) {
     preferences().setURLRules({{"1", "*.pdf", "org.b"}});
     preferences().setBrowser("org.b", "org.a");
     preferences().setBrowser("org.d", "org.c");
@@ -24,7 +24,7 @@ TEST_P(Transfer, exportHoldsEverything) {
     EXPECT_EQ(runJson({"export"}), complete);
 }
 
-TEST_P(Transfer, exportOfAFreshSystem) {
+TEST_P(Transfer, ExportOfAFreshSystem) {
     EXPECT_EQ(runJson({"export"}), (json{{"version", 1},
                                          {"urlRules", json::array()},
                                          {"appRules", json::object()},
@@ -32,7 +32,7 @@ TEST_P(Transfer, exportOfAFreshSystem) {
                                          {"restoresDefaultBrowserOnQuit", false}}));
 }
 
-TEST_P(Transfer, importReplacesEverythingAsOneUpdate) {
+TEST_P(Transfer, ImportReplacesEverythingAsOneUpdate) {
     preferences().setURLRules({{"9", "old.example", alpha}});
     preferences().setBrowser(alpha, "org.old");
     defaults.stored["other"] = {std::string("kept")};
@@ -45,11 +45,11 @@ TEST_P(Transfer, importReplacesEverythingAsOneUpdate) {
     EXPECT_EQ(defaults.stringForKey("routingFallbackBrowserID"), "org.e");
     EXPECT_EQ(defaults.stored["restoresDefaultBrowserOnQuit"], PropertyValue{true});
     EXPECT_EQ(defaults.stored["other"], PropertyValue{std::string("kept")});
-    EXPECT_EQ(services.calls.size(), 0U);
+    EXPECT_EQ(launchServices.calls.size(), 0U);
     expectMenuRebuilt();
 }
 
-TEST_P(Transfer, importOfNoFallbackRemovesIt) {
+TEST_P(Transfer, ImportOfNoFallbackRemovesIt) {
     defaults.stored["routingFallbackBrowserID"] = {alpha};
     auto document = complete;
     document["routingFallbackBrowserID"] = nullptr;
@@ -57,7 +57,7 @@ TEST_P(Transfer, importOfNoFallbackRemovesIt) {
     EXPECT_FALSE(defaults.stored.contains("routingFallbackBrowserID"));
 }
 
-TEST_P(Transfer, aRefusedDocumentChangesNothing) {
+TEST_P(Transfer, ARefusedDocumentChangesNothing) {
     const auto told = run({"import", "-"}, "{}");
     EXPECT_EQ(told.status, 1);
     EXPECT_EQ(told.output, "");
@@ -66,7 +66,7 @@ TEST_P(Transfer, aRefusedDocumentChangesNothing) {
     EXPECT_EQ(statusBar.menusSet, 0);
 }
 
-TEST(SettingsDocuments, ofAnyContentCanBeReadBack) {
+TEST(SettingsDocuments, OfAnyContentCanBeReadBack) {
     const SettingsDocument odd{{{"", "", ""}, {"1", " a\n\"\\浏\x01", "b"}, {"1", "twice", "b"}},
                                {{"", ""}, {"a\"b\\", "c\x1f"}},
                                "",
@@ -76,14 +76,14 @@ TEST(SettingsDocuments, ofAnyContentCanBeReadBack) {
     EXPECT_EQ(std::get<SettingsDocument>(read), odd);
 }
 
-TEST(SettingsDocuments, areWrittenAsJsonWhateverTheyHold) {
+TEST(SettingsDocuments, AreWrittenAsJsonWhateverTheyHold) {
     const SettingsDocument broken{{{"\xff", "\xff", "\xff"}}, {{"\xff", "\xff"}}, "\xff", false};
     EXPECT_TRUE(std::holds_alternative<SettingsDocument>(decodeSettings(encodeSettings(broken))));
 }
 
 class Refused : public testing::TestWithParam<std::pair<const char *, std::string>> {};
 
-TEST_P(Refused, document) {
+TEST_P(Refused, Document) {
     const auto read = decodeSettings(GetParam().second);
     ASSERT_TRUE(std::holds_alternative<std::string>(read));
     EXPECT_NE(std::get<std::string>(read), "");

@@ -4,17 +4,8 @@
 #include "cli/LocalSession.h"
 #include "cli/Perform.h"
 #include "cli/ResidentSession.h"
-#include "fakes/FakeAlerts.h"
-#include "fakes/FakeApplication.h"
-#include "fakes/FakeApplications.h"
-#include "fakes/FakeImages.h"
-#include "fakes/FakeLaunchServices.h"
-#include "fakes/FakeLinkEvents.h"
-#include "fakes/FakeNotificationCenter.h"
+#include "fakes/FakeDesktop.h"
 #include "fakes/FakeSessionReport.h"
-#include "fakes/FakeStatusBar.h"
-#include "fakes/FakeUserDefaults.h"
-#include "fakes/FakeWorkspace.h"
 
 #include <optional>
 #include <string>
@@ -24,7 +15,7 @@ namespace fernhop::cli {
 
 /// A desktop with two browsers and an editor, on which commands are performed: by a running Fernhop once
 /// `launch` was called, else by a stand-in.
-class World {
+class World : public fakes::FakeDesktop {
   public:
     World() {
         applications.installApplication("/Applications/Fernhop.app", own, "Fernhop", {"http", "https"});
@@ -36,9 +27,9 @@ class World {
     World &operator=(const World &) = delete;
 
     void launch() {
-        delegate.emplace(platform);
+        delegate.emplace(desktop);
         delegate->applicationDidFinishLaunching();
-        resident.emplace(*delegate, platform, report);
+        resident.emplace(*delegate, desktop, report);
         statusBar.menusSet = 0;
     }
 
@@ -52,7 +43,7 @@ class World {
     Preferences preferences() { return Preferences(defaults); }
 
     void setDefaultBrowser(const std::string &bundleID) {
-        services.handlers = {{"http", bundleID}, {"https", bundleID}};
+        launchServices.handlers = {{"http", bundleID}, {"https", bundleID}};
     }
 
     const std::string own = "org.fernhop.Fernhop";
@@ -60,31 +51,15 @@ class World {
     const std::string beta = "org.example.Beta";
     const std::string editor = "org.example.Editor";
 
-    fakes::FakeApplications applications;
-    fakes::FakeNotificationCenter center;
-    fakes::FakeNotificationCenter distributed;
-    fakes::FakeWorkspace workspace{applications, center};
-    fakes::FakeLaunchServices services;
-    fakes::FakeUserDefaults defaults;
-    fakes::FakeApplication application;
-    fakes::FakeLinkEvents links;
-    fakes::FakeLog log;
-    fakes::FakeSound sound;
     fakes::FakeSessionReport report;
-    fakes::FakeStatusBar statusBar;
-    fakes::FakeImages images;
-    fakes::FakeAlerts alerts;
 
     std::optional<AppDelegate> delegate;
     std::optional<ResidentSession> resident;
 
   private:
-    ApplicationLayout layout = macApplicationLayout(applications);
-    Platform platform{application, workspace,    center,       distributed, services,
-                      defaults,    applications, applications, links,       log,
-                      sound,       statusBar,    images,       alerts,      layout};
-    LocalSession::Parts parts{workspace,    services, defaults, applications,
-                              applications, sound,    layout,   report};
+    Platform desktop = platform();
+    LocalSession::Parts parts{workspace,    launchServices, defaults,       applications,
+                              applications, sound,          desktop.layout, report};
 };
 
 } // namespace fernhop::cli
