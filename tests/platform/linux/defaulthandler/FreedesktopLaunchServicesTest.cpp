@@ -116,8 +116,8 @@ class Handlers : public testing::Test {
 TEST_F(Handlers, AreTakenInTheOrderOfTheLists) {
     const auto data = session.home.data() + "/applications/";
     const auto system = session.home.systemData() + "/applications/";
-    session.entries.install("a");
-    session.entries.install("b");
+    session.entries.installBrowser("a");
+    session.entries.installBrowser("b");
     session.home.write(system + "mimeapps.list", Session::defaults("https", "a"));
     EXPECT_EQ(handler(session, "GNOME"), "a");
     session.home.write(system + "gnome-mimeapps.list", Session::defaults("https", "b"));
@@ -309,14 +309,14 @@ TEST_F(InXfce, ACommandIsNoHandler) {
 }
 
 TEST_F(InXfce, AHelperMayBeNamedLikeItsProgram) {
-    session.entries.install("sh");
+    session.entries.installBrowser("sh");
     writeHelper(session.home.systemData(), "custom", "no-such-browser;sh");
     session.writeConfig("xfce4/helpers.rc", "WebBrowser=custom\n");
     EXPECT_EQ(handler(session, "XFCE"), "sh");
 }
 
 TEST_F(InXfce, ItsOwnEntryStandsForThePreferredBrowser) {
-    session.entries.install("xfce4-web-browser", "exo-open --launch WebBrowser %u");
+    session.entries.installBrowser("xfce4-web-browser", "exo-open --launch WebBrowser %u");
     session.writeConfig("mimeapps.list", Session::defaults("https", "xfce4-web-browser"));
     EXPECT_EQ(handler(session, "XFCE"), std::nullopt);
     writeHelper(session.home.systemData(), "firefox", "sh");
@@ -346,7 +346,7 @@ TEST_F(InXfce, SettingReplacesAHelperOfNoUse) {
     writeHelper(session.home.systemData(), "firefox", "no-such-browser");
     EXPECT_TRUE(setBoth(session, "XFCE", "firefox"));
     EXPECT_NE(helper("firefox").find("\"/opt/firefox\" \"%s\""), std::string::npos);
-    session.entries.install("firefox", "/usr/bin/firefox %u");
+    session.entries.installBrowser("firefox", "/usr/bin/firefox %u");
     EXPECT_TRUE(setBoth(session, "XFCE", "firefox"));
     EXPECT_NE(helper("firefox").find("\"/usr/bin/firefox\" \"%s\""), std::string::npos);
 }

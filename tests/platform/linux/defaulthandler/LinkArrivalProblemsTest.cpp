@@ -45,9 +45,8 @@ TEST_F(LinkArrival, NeedsOurDesktopEntry) {
 }
 
 TEST_F(LinkArrival, NeedsBothSchemesInOurDesktopEntry) {
-    auto entry = *session.entries.entry(ownID);
-    entry.schemes = {"http"};
-    session.entries.install(entry);
+    session.entries.uninstall(ownID);
+    session.entries.install(ownID).schemes = {"http"};
     EXPECT_TRUE(isOnly(session.problems("GNOME"), "does not declare x-scheme-handler/https"));
 }
 

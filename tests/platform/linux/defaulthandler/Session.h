@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FakeDesktopEntries.h"
+#include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/defaulthandler/ConfigurationFile.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
@@ -17,11 +17,11 @@ class Session {
   public:
     Session() {
         for (const auto *id : {ownID, "firefox", "chromium"})
-            entries.install(id);
+            entries.installBrowser(id);
     }
 
     support::TemporaryHome home;
-    FakeDesktopEntries entries;
+    fakes::FakeDesktopEntries entries;
 
     [[nodiscard]] ConfigurationPlaces places(const std::string &desktop) const {
         const support::ScopedEnvironment environment(home.environment());

@@ -1,7 +1,7 @@
 #include "platform/linux/focus/ApplicationMatcher.h"
 
-#include "FakeDesktopEntries.h"
 #include "FakeProcesses.h"
+#include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/focus/ProgramNames.h"
 
 #include <gtest/gtest.h>

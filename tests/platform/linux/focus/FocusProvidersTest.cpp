@@ -1,7 +1,7 @@
 #include "platform/linux/focus/FocusProviders.h"
 
-#include "FakeDesktopEntries.h"
 #include "FakeProcesses.h"
+#include "fakes/FakeDesktopEntries.h"
 #include "support/PrivateDisplay.h"
 
 #include <gtest/gtest.h>

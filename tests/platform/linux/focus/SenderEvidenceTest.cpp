@@ -1,7 +1,7 @@
 #include "platform/linux/focus/SenderEvidence.h"
 
-#include "FakeDesktopEntries.h"
 #include "FakeProcesses.h"
+#include "fakes/FakeDesktopEntries.h"
 #include "support/MainLoop.h"
 #include "support/PrivateBus.h"
 

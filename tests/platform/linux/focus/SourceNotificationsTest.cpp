@@ -1,8 +1,8 @@
 #include "platform/linux/focus/SourceNotifications.h"
 
-#include "FakeDesktopEntries.h"
 #include "FakeFocusProvider.h"
 #include "FakeProcesses.h"
+#include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/focus/LinkSenderFocusProvider.h"
 
 #include <gtest/gtest.h>

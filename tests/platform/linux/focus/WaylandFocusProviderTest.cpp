@@ -1,8 +1,8 @@
 #include "platform/linux/focus/WaylandFocusProvider.h"
 
-#include "FakeDesktopEntries.h"
 #include "FakeProcesses.h"
 #include "WaylandTestClient.h"
+#include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/focus/FocusProviders.h"
 #include "support/HeadlessKWin.h"
 #include "support/HeadlessSway.h"

@@ -1,7 +1,7 @@
 #include "platform/linux/focus/WaylandWindows.h"
 
-#include "FakeDesktopEntries.h"
 #include "FakeProcesses.h"
+#include "fakes/FakeDesktopEntries.h"
 
 #include <gtest/gtest.h>
 

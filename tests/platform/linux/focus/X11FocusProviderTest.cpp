@@ -1,7 +1,7 @@
 #include "platform/linux/focus/X11FocusProvider.h"
 
-#include "FakeDesktopEntries.h"
 #include "XTestClient.h"
+#include "fakes/FakeDesktopEntries.h"
 #include "support/MainLoop.h"
 #include "support/PrivateDisplay.h"
 

@@ -24,6 +24,19 @@ class FakeDesktopEntries : public freedesktop::DesktopEntries {
         return installed.back();
     }
 
+    /// Installs a browser in place of the one with its ID, if there is one; its Exec line is "/opt/ID %u"
+    /// unless another is given.
+    void installBrowser(const std::string &id, const std::string &exec = {}) {
+        uninstall(id);
+        freedesktop::DesktopEntry &entry = install(id, exec.empty() ? "/opt/" + id + " %u" : exec);
+        entry.name = id;
+        entry.schemes = {"http", "https"};
+    }
+
+    void uninstall(const std::string &id) {
+        std::erase_if(installed, [&](const auto &entry) { return entry.id == id; });
+    }
+
     std::optional<freedesktop::DesktopEntry> entry(const std::string &id) const override {
         return find([&](const auto &entry) { return entry.id == id; });
     }
