@@ -53,12 +53,12 @@ class OpenFile {
 
 } // namespace
 
-std::optional<std::string> readSmallFile(const std::string &path) {
+std::optional<std::string> readSmallFile(const std::string &path, std::size_t largest) {
     if (path.find('\0') != std::string::npos)
         return std::nullopt;
     const OpenFile file(path);
     const auto size = file.size();
-    return size && *size <= largestSmallFile ? file.contents(*size) : std::nullopt;
+    return size && *size <= largest ? file.contents(*size) : std::nullopt;
 }
 
 } // namespace fernhop::freedesktop

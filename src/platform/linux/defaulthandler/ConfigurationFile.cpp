@@ -1,10 +1,11 @@
 #include "platform/linux/defaulthandler/ConfigurationFile.h"
 
+#include "platform/linux/applications/SmallFile.h"
 #include "platform/linux/glib/GPointer.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 
 namespace fernhop::freedesktop {
@@ -13,7 +14,7 @@ namespace {
 
 namespace files = std::filesystem;
 
-constexpr off_t largestFile = 16 << 20;
+constexpr std::size_t largestFile = std::size_t{16} << 20;
 constexpr int newFileMode = 0600;
 constexpr int newFolderMode = 0700;
 
@@ -33,35 +34,10 @@ bool isReplaceable(const std::string &path) {
     return stat(path.c_str(), &found) != 0 ? errno == ENOENT : S_ISREG(found.st_mode) != 0;
 }
 
-std::optional<std::string> readAll(int descriptor, std::size_t size) {
-    std::string bytes(size, '\0');
-    std::size_t filled = 0;
-    while (filled < size) {
-        const auto count = read(descriptor, bytes.data() + filled, size - filled);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return std::nullopt;
-        if (count == 0)
-            break;
-        filled += static_cast<std::size_t>(count);
-    }
-    bytes.resize(filled);
-    return bytes;
-}
-
 } // namespace
 
 std::optional<std::string> readConfigurationFile(const std::string &path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (descriptor < 0)
-        return std::nullopt;
-    struct stat found {};
-    std::optional<std::string> bytes;
-    if (fstat(descriptor, &found) == 0 && S_ISREG(found.st_mode) && found.st_size <= largestFile)
-        bytes = readAll(descriptor, static_cast<std::size_t>(found.st_size));
-    close(descriptor);
-    return bytes;
+    return readSmallFile(path, largestFile);
 }
 
 std::optional<std::string> readForChange(const std::string &path) {
