@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace fernhop::contract {
@@ -20,12 +21,21 @@ class LaunchServicesSystem {
     virtual void refuseC() = 0;
 };
 
+/// How to make a system anew, and what a test on it is called.
+struct LaunchServicesKind {
+    std::string name;
+    std::function<std::unique_ptr<LaunchServicesSystem>()> make;
+
+    friend std::ostream &operator<<(std::ostream &output, const LaunchServicesKind &kind) {
+        return output << kind.name;
+    }
+};
+
 /// What the core relies on, whichever system is behind it. Included once in each executable, which names the
 /// systems.
-class LaunchServicesContract
-    : public testing::TestWithParam<std::function<std::unique_ptr<LaunchServicesSystem>()>> {
+class LaunchServicesContract : public testing::TestWithParam<LaunchServicesKind> {
   protected:
-    std::unique_ptr<LaunchServicesSystem> system = GetParam()();
+    std::unique_ptr<LaunchServicesSystem> system = GetParam().make();
     LaunchServices &services = system->services();
 
     [[nodiscard]] std::string handler(const std::string &scheme) const {

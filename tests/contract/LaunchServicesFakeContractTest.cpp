@@ -14,7 +14,8 @@ class FakeSystem : public LaunchServicesSystem {
 };
 
 INSTANTIATE_TEST_SUITE_P(Fake, LaunchServicesContract,
-                         testing::Values([] { return std::make_unique<FakeSystem>(); }));
+                         testing::Values(LaunchServicesKind{"fake",
+                                                            [] { return std::make_unique<FakeSystem>(); }}));
 
 } // namespace
 } // namespace fernhop::contract

@@ -29,8 +29,8 @@ class FreedesktopSystem : public LaunchServicesSystem {
     FreedesktopLaunchServices launchServices;
 };
 
-auto inDesktop(const std::string &name) {
-    return [name] { return std::make_unique<FreedesktopSystem>(name); };
+LaunchServicesKind inDesktop(const std::string &name) {
+    return {name.empty() ? "none" : name, [name] { return std::make_unique<FreedesktopSystem>(name); }};
 }
 
 INSTANTIATE_TEST_SUITE_P(Freedesktop, LaunchServicesContract,

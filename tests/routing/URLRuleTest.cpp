@@ -26,6 +26,10 @@ struct WorkedExample {
     const char *pattern;
     const char *url;
     bool matches;
+
+    friend std::ostream &operator<<(std::ostream &output, const WorkedExample &example) {
+        return output << example.pattern << " on " << example.url;
+    }
 };
 
 class URLRuleExamples : public testing::TestWithParam<WorkedExample> {};
