@@ -4,6 +4,8 @@
 #include "platform/linux/focus/FocusProviders.h"
 #include "settings/ReadableSetting.h"
 
+#include <filesystem>
+
 namespace fernhop::freedesktop {
 namespace {
 
@@ -16,6 +18,13 @@ std::string settingsPath(const ConfigurationPlaces &places) {
     return places.configHome + "/fernhop/" + ownID() + ".plist";
 }
 
+// Beside the program, installed and in the build tree alike, so that Fernhop can be moved as a whole.
+std::string resourceFolder() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::string() : (program.parent_path().parent_path() / "share/fernhop/resources").string();
+}
+
 SessionDisplays displaysOf(const Environment &environment) {
     return {environment.value("XDG_SESSION_TYPE").value_or(""),
             environment.value("WAYLAND_DISPLAY").value_or(""), environment.value("DISPLAY").value_or("")};
@@ -26,19 +35,28 @@ SessionDisplays displaysOf(const Environment &environment) {
 LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
     : places(applicationPlacesOfProcess()), configuration(ConfigurationPlaces::fromEnvironment(
                                                 environment.value("XDG_CURRENT_DESKTOP").value_or(""))),
-      layout(applicationLayout(places)), files(places.home), entries(places), bundles(entries),
-      defaults(settingsPath(configuration), isReadableSetting),
+      layout(applicationLayout(places)), files(places.home), entries(places),
+      bundles(entries, resourceFolder()), defaults(settingsPath(configuration), isReadableSetting),
       launchServices(configuration, entries, ownID()),
       arrivalProblems(configuration, entries, ownID(), environment.value("BROWSER")),
       matcher(entries, processes, OwnApplication{ownID()}),
-      focus(makeFocusProvider(displaysOf(environment), matcher)),
-      themeNotifications(bus, distributedNotifications), launchSignals(bus),
+      focus(makeFocusProvider(displaysOf(environment), matcher)), launchSignals(bus),
       senderEvidence(matcher, processes, launchSignals),
       sourceNotifications(*focus, senderEvidence, workspaceNotifications),
       links(currentDelivery, [this](const LinkSender &sender) { sourceNotifications.linkArrives(sender); }),
-      launcher({environment, bus, focus.get()}), workspace(entries, *focus, launcher, currentDelivery) {}
+      launcher({environment, bus, focus.get()}), workspace(entries, *focus, launcher, currentDelivery),
+      tray(makeTray(bus)) {}
+
+std::unique_ptr<TrayStatusBar> LinuxDesktop::makeTray(GDBusConnection *bus) {
+    if (bus == nullptr)
+        return nullptr;
+    return std::make_unique<TrayStatusBar>(bus, entries, [this] {
+        distributedNotifications.post({std::string(themeChangedNotification), std::nullopt});
+    });
+}
 
 Platform LinuxDesktop::platform() {
+    ui::StatusBar &statusBar = tray ? static_cast<ui::StatusBar &>(*tray) : noStatusBar;
     return {application,
             workspace,
             workspaceNotifications,

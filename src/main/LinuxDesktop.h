@@ -14,7 +14,6 @@
 #include "platform/linux/focus/Processes.h"
 #include "platform/linux/focus/SenderEvidence.h"
 #include "platform/linux/focus/SourceNotifications.h"
-#include "platform/linux/focus/ThemeNotifications.h"
 #include "platform/linux/links/FreedesktopWorkspace.h"
 #include "platform/linux/links/Launcher.h"
 #include "platform/linux/links/LinkDispatcher.h"
@@ -22,7 +21,9 @@
 #include "platform/linux/log/SystemLog.h"
 #include "platform/linux/settings/PropertyListDefaults.h"
 #include "platform/linux/sound/CanberraSound.h"
+#include "platform/linux/tray/LinuxImages.h"
 #include "platform/linux/tray/NoScreen.h"
+#include "platform/linux/tray/TrayStatusBar.h"
 
 #include <memory>
 
@@ -56,7 +57,6 @@ struct LinuxDesktop {
     const std::unique_ptr<FocusProvider> focus;
     PostingNotificationCenter workspaceNotifications;
     PostingNotificationCenter distributedNotifications;
-    const ThemeNotifications themeNotifications;
     const LaunchSignals launchSignals;
     SenderEvidence senderEvidence;
     SourceNotifications sourceNotifications;
@@ -65,9 +65,13 @@ struct LinuxDesktop {
     Launcher launcher;
     FreedesktopWorkspace workspace;
     SessionApplication application;
-    NoStatusBar statusBar;
-    NoImages images;
+    const std::unique_ptr<TrayStatusBar> tray; ///< null without a bus
+    NoStatusBar noStatusBar;
+    LinuxImages images;
     NoAlerts alerts{sound};
+
+  private:
+    [[nodiscard]] std::unique_ptr<TrayStatusBar> makeTray(GDBusConnection *bus);
 };
 
 } // namespace fernhop::freedesktop

@@ -33,6 +33,9 @@ class Resident {
         desktop.application.setShouldTerminate([this] { return delegate.applicationShouldTerminate(); });
         desktop.application.endWithSignals();
         desktop.application.endWithBus(bus);
+        desktop.tray->setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
+            (void)delegate.perform(selector, {.sender = &sender});
+        });
         delegate.applicationDidFinishLaunching();
         desktop.application.run();
     }

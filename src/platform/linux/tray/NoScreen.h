@@ -2,14 +2,13 @@
 
 #include "platform/Sound.h"
 #include "platform/ui/Alert.h"
-#include "platform/ui/Images.h"
 #include "platform/ui/StatusItem.h"
 
 #include <memory>
 
 namespace fernhop::freedesktop {
 
-/// A session without a display: the status item has no button, no image is read, and an alert only beeps.
+/// For a process without a bus: the status item has no button.
 class NoStatusBar : public ui::StatusBar {
   public:
     [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double) override {
@@ -35,16 +34,7 @@ class NoStatusBar : public ui::StatusBar {
     };
 };
 
-class NoImages : public ui::Images {
-  public:
-    [[nodiscard]] ui::ImageReference imageWithContentsOfUrl(const Url &, double) const override {
-        return nullptr;
-    }
-    [[nodiscard]] ui::ImageReference imageWithSystemSymbolName(const std::string &, double) const override {
-        return nullptr;
-    }
-};
-
+/// For a session without a display: an alert only beeps.
 class NoAlerts : public ui::AlertPresenter {
   public:
     /// `beeper` must outlive this object.

@@ -1,0 +1,57 @@
+#include "platform/linux/tray/MenuIcons.h"
+
+#include "platform/linux/tray/ImageRenderer.h"
+#include "platform/linux/tray/PngFile.h"
+#include "platform/linux/utf8/Utf8.h"
+
+#include <string_view>
+
+namespace fernhop::freedesktop {
+namespace {
+
+// What hosts show beside a title.
+constexpr int menuIconPixels = 16;
+
+MenuIcon iconData(const ui::Image &image) {
+    const auto pixels = render(image, menuIconPixels);
+    auto png = pixels ? pngBytes(pixels.get()) : std::string();
+    return png.empty() ? MenuIcon() : MenuIcon(IconData{std::move(png)});
+}
+
+// Names with the ending of a file are against the rules of desktop entries, and common.
+std::string themeName(std::string name) {
+    for (const std::string_view ending : {".png", ".svg", ".xpm"})
+        if (name.size() > ending.size() && name.ends_with(ending))
+            name.resize(name.size() - ending.size());
+    return name;
+}
+
+} // namespace
+
+const MenuIcon &MenuIcons::icon(const ui::ImageReference &image) {
+    static const MenuIcon none;
+    if (!image)
+        return none;
+    const auto found = known.find(image);
+    return found != known.end() ? found->second : known.emplace(image, make(*image)).first->second;
+}
+
+void MenuIcons::forgetUnused() {
+    std::erase_if(known, [](const auto &entry) { return entry.first.use_count() == 1; });
+}
+
+MenuIcon MenuIcons::make(const ui::Image &image) const {
+    const auto *application = std::get_if<ui::ApplicationIcon>(&image.source);
+    return application ? iconOfApplication(application->path) : iconData(image);
+}
+
+MenuIcon MenuIcons::iconOfApplication(const std::string &path) const {
+    const auto entry = entries.entryAtPath(path);
+    if (!entry || entry->icon.empty() || !isValidUtf8(entry->icon))
+        return {};
+    if (entry->icon.starts_with('/'))
+        return iconData(ui::Image(ui::ImageFile{entry->icon}, menuIconPixels, false));
+    return IconName{themeName(entry->icon)};
+}
+
+} // namespace fernhop::freedesktop

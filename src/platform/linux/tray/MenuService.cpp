@@ -1,0 +1,266 @@
+#include "platform/linux/tray/MenuService.h"
+
+#include <array>
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+constexpr const char *introspection = R"XML(
+<node>
+  <interface name="com.canonical.dbusmenu">
+    <property name="Version" type="u" access="read"/>
+    <property name="TextDirection" type="s" access="read"/>
+    <property name="Status" type="s" access="read"/>
+    <property name="IconThemePath" type="as" access="read"/>
+    <method name="GetLayout">
+      <arg type="i" name="parentId" direction="in"/>
+      <arg type="i" name="recursionDepth" direction="in"/>
+      <arg type="as" name="propertyNames" direction="in"/>
+      <arg type="u" name="revision" direction="out"/>
+      <arg type="(ia{sv}av)" name="layout" direction="out"/>
+    </method>
+    <method name="GetGroupProperties">
+      <arg type="ai" name="ids" direction="in"/>
+      <arg type="as" name="propertyNames" direction="in"/>
+      <arg type="a(ia{sv})" name="properties" direction="out"/>
+    </method>
+    <method name="GetProperty">
+      <arg type="i" name="id" direction="in"/>
+      <arg type="s" name="name" direction="in"/>
+      <arg type="v" name="value" direction="out"/>
+    </method>
+    <method name="Event">
+      <arg type="i" name="id" direction="in"/>
+      <arg type="s" name="eventId" direction="in"/>
+      <arg type="v" name="data" direction="in"/>
+      <arg type="u" name="timestamp" direction="in"/>
+    </method>
+    <method name="EventGroup">
+      <arg type="a(isvu)" name="events" direction="in"/>
+      <arg type="ai" name="idErrors" direction="out"/>
+    </method>
+    <method name="AboutToShow">
+      <arg type="i" name="id" direction="in"/>
+      <arg type="b" name="needUpdate" direction="out"/>
+    </method>
+    <method name="AboutToShowGroup">
+      <arg type="ai" name="ids" direction="in"/>
+      <arg type="ai" name="updatesNeeded" direction="out"/>
+      <arg type="ai" name="idErrors" direction="out"/>
+    </method>
+    <signal name="ItemsPropertiesUpdated">
+      <arg type="a(ia{sv})" name="updatedProps"/>
+      <arg type="a(ias)" name="removedProps"/>
+    </signal>
+    <signal name="LayoutUpdated">
+      <arg type="u" name="revision"/>
+      <arg type="i" name="parent"/>
+    </signal>
+    <signal name="ItemActivationRequested">
+      <arg type="i" name="id"/>
+      <arg type="u" name="timestamp"/>
+    </signal>
+  </interface>
+</node>)XML";
+
+constexpr guint32 protocolVersion = 3;
+constexpr std::string_view clicked = "clicked";
+
+PropertyFilter filterIn(GVariant *body, gsize index) {
+    const GVariantPointer names(g_variant_get_child_value(body, index));
+    PropertyFilter filter;
+    for (gsize place = 0; place < g_variant_n_children(names.get()); ++place) {
+        const GVariantPointer name(g_variant_get_child_value(names.get(), place));
+        filter.emplace(g_variant_get_string(name.get(), nullptr));
+    }
+    return filter;
+}
+
+std::vector<MenuTree::Id> idsIn(GVariant *body) {
+    const GVariantPointer list(g_variant_get_child_value(body, 0));
+    gsize count = 0;
+    const auto *ids = static_cast<const MenuTree::Id *>(
+        g_variant_get_fixed_array(list.get(), &count, sizeof(MenuTree::Id)));
+    return {ids, ids + count};
+}
+
+GVariant *idList(const std::vector<MenuTree::Id> &ids) {
+    return g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, ids.data(), ids.size(), sizeof(MenuTree::Id));
+}
+
+struct ItemEvent {
+    MenuTree::Id id = MenuTree::root;
+    std::string name;
+};
+
+ItemEvent eventIn(GVariant *event) {
+    ItemEvent result;
+    const char *name = nullptr;
+    g_variant_get(event, "(i&s@vu)", &result.id, &name, nullptr, nullptr);
+    result.name = name;
+    return result;
+}
+
+} // namespace
+
+MenuService::MenuService(GDBusConnection *bus, const DesktopEntries &entries, PerformAction performAction)
+    : perform(std::move(performAction)), icons(entries),
+      object(bus, path, introspection,
+             {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
+              property}) {}
+
+MenuService::~MenuService() {
+    if (announcement != 0)
+        g_source_remove(announcement);
+}
+
+void MenuService::setMenu(std::shared_ptr<const ui::Menu> menu) {
+    latest = std::move(menu);
+    // Menus that are set in one go become one announcement.
+    if (announcement == 0)
+        announcement = g_idle_add_full(G_PRIORITY_DEFAULT, announce, this, nullptr);
+}
+
+void MenuService::bringUpToDate() {
+    if (!latest)
+        return;
+    if (tree.show(std::exchange(latest, nullptr)))
+        ++revision;
+    icons.forgetUnused();
+}
+
+gboolean MenuService::announce(gpointer self) {
+    auto &service = *static_cast<MenuService *>(self);
+    service.announcement = 0;
+    service.bringUpToDate();
+    if (service.announcedRevision != service.revision) {
+        service.announcedRevision = service.revision;
+        service.object.emit("LayoutUpdated", g_variant_new("(ui)", service.revision, MenuTree::root));
+    }
+    return G_SOURCE_REMOVE;
+}
+
+GVariant *MenuService::property(std::string_view name) {
+    if (name == "Version")
+        return g_variant_new_uint32(protocolVersion);
+    if (name == "TextDirection")
+        return g_variant_new_string("ltr");
+    if (name == "Status")
+        return g_variant_new_string("normal");
+    return g_variant_new_strv(nullptr, 0);
+}
+
+void MenuService::call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) {
+    using Handler = void (MenuService::*)(GVariant *, GDBusMethodInvocation *);
+    static constexpr std::array<std::pair<std::string_view, Handler>, 7> handlers{{
+        {"GetLayout", &MenuService::getLayout},
+        {"GetGroupProperties", &MenuService::getGroupProperties},
+        {"GetProperty", &MenuService::getProperty},
+        {"Event", &MenuService::event},
+        {"EventGroup", &MenuService::eventGroup},
+        {"AboutToShow", &MenuService::aboutToShow},
+        {"AboutToShowGroup", &MenuService::aboutToShowGroup},
+    }};
+    for (const auto &[name, handler] : handlers)
+        if (name == method)
+            return (this->*handler)(body, invocation);
+}
+
+void MenuService::getLayout(GVariant *body, GDBusMethodInvocation *invocation) {
+    bringUpToDate();
+    MenuTree::Id parent = MenuTree::root;
+    gint32 depth = 0;
+    g_variant_get_child(body, 0, "i", &parent);
+    g_variant_get_child(body, 1, "i", &depth);
+    if (tree.find(parent) == nullptr)
+        return refuse(invocation, "There is no such item");
+    GVariant *layout = menuLayout(tree, parent, depth, filterIn(body, 2), icons);
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(u@(ia{sv}av))", revision, layout));
+}
+
+void MenuService::getGroupProperties(GVariant *body, GDBusMethodInvocation *invocation) {
+    bringUpToDate();
+    auto ids = idsIn(body);
+    // No id at all stands for all of them.
+    if (ids.empty())
+        ids = tree.ids();
+    const auto filter = filterIn(body, 1);
+    GVariantBuilder items;
+    g_variant_builder_init(&items, G_VARIANT_TYPE("a(ia{sv})"));
+    // An id that comes again and again is answered once, or a short call could make a huge answer.
+    std::set<MenuTree::Id> answered;
+    for (const MenuTree::Id id : ids)
+        if (const auto *entry = tree.find(id); entry != nullptr && answered.insert(id).second)
+            g_variant_builder_add(&items, "(i@a{sv})", id, menuProperties(*entry, filter, icons));
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(a(ia{sv}))", &items));
+}
+
+void MenuService::getProperty(GVariant *body, GDBusMethodInvocation *invocation) {
+    bringUpToDate();
+    MenuTree::Id id = MenuTree::root;
+    const char *name = nullptr;
+    g_variant_get(body, "(i&s)", &id, &name);
+    const auto *entry = tree.find(id);
+    if (entry == nullptr)
+        return refuse(invocation, "There is no such item");
+    const GVariantPointer properties(g_variant_ref_sink(menuProperties(*entry, {name}, icons)));
+    const GVariantPointer value(g_variant_lookup_value(properties.get(), name, nullptr));
+    if (!value)
+        return refuse(invocation, "The item has no such property");
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(v)", value.get()));
+}
+
+// Answered before it is done: what is done may take as long as a dialog is open, and hosts wait for the
+// answer.
+void MenuService::event(GVariant *body, GDBusMethodInvocation *invocation) {
+    const ItemEvent happened = eventIn(body);
+    g_dbus_method_invocation_return_value(invocation, nullptr);
+    if (happened.name == clicked)
+        click(happened.id);
+}
+
+void MenuService::eventGroup(GVariant *body, GDBusMethodInvocation *invocation) {
+    const GVariantPointer list(g_variant_get_child_value(body, 0));
+    std::vector<MenuTree::Id> clicks, unknown;
+    for (gsize place = 0; place < g_variant_n_children(list.get()); ++place) {
+        const GVariantPointer child(g_variant_get_child_value(list.get(), place));
+        const ItemEvent happened = eventIn(child.get());
+        if (tree.find(happened.id) == nullptr)
+            unknown.push_back(happened.id);
+        else if (happened.name == clicked)
+            clicks.push_back(happened.id);
+    }
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(@ai)", idList(unknown)));
+    for (const MenuTree::Id id : clicks)
+        click(id);
+}
+
+// The layout is always told as it is, so that nothing is left to do when a menu opens.
+void MenuService::aboutToShow(GVariant *body, GDBusMethodInvocation *invocation) {
+    MenuTree::Id id = MenuTree::root;
+    g_variant_get(body, "(i)", &id);
+    if (tree.find(id) == nullptr)
+        return refuse(invocation, "There is no such item");
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(b)", FALSE));
+}
+
+void MenuService::aboutToShowGroup(GVariant *body, GDBusMethodInvocation *invocation) {
+    std::vector<MenuTree::Id> unknown;
+    for (const MenuTree::Id id : idsIn(body))
+        if (tree.find(id) == nullptr)
+            unknown.push_back(id);
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(@ai@ai)", idList({}), idList(unknown)));
+}
+
+void MenuService::click(MenuTree::Id id) const {
+    const auto *entry = tree.find(id);
+    const ui::MenuItem *item = entry ? entry->item : nullptr;
+    if (item == nullptr || item->isSeparator || !item->enabled || item->action.empty())
+        return;
+    // What the action does replaces the menu that its sender is in.
+    const auto menu = tree.menu();
+    perform(item->action, *item);
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/linux/tray/BusObject.h"
+#include "platform/linux/tray/MenuIcons.h"
+#include "platform/linux/tray/MenuProperties.h"
+#include "platform/linux/tray/MenuTree.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+/// Called with the selector of an item that was clicked, and the item, which lives until the call is over.
+using PerformAction = std::function<void(ui::Selector selector, const ui::MenuItem &sender)>;
+
+/// A menu on the bus by com.canonical.dbusmenu. Nothing is put into the form of the bus before a host asks;
+/// hosts are told at most once for each turn of the main loop that the menu looks different, and not at all
+/// when it does not. Main thread only.
+class MenuService {
+  public:
+    static constexpr const char *path = "/MenuBar";
+
+    /// `bus` and `entries`, which tells the icons of applications, outlive the object.
+    MenuService(GDBusConnection *bus, const DesktopEntries &entries, PerformAction perform);
+    ~MenuService();
+    MenuService(const MenuService &) = delete;
+    MenuService &operator=(const MenuService &) = delete;
+
+    /// Replaces the menu, which is not null.
+    void setMenu(std::shared_ptr<const ui::Menu> menu);
+
+  private:
+    void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation);
+    [[nodiscard]] static GVariant *property(std::string_view name);
+
+    void getLayout(GVariant *body, GDBusMethodInvocation *invocation);
+    void getGroupProperties(GVariant *body, GDBusMethodInvocation *invocation);
+    void getProperty(GVariant *body, GDBusMethodInvocation *invocation);
+    void event(GVariant *body, GDBusMethodInvocation *invocation);
+    void eventGroup(GVariant *body, GDBusMethodInvocation *invocation);
+    void aboutToShow(GVariant *body, GDBusMethodInvocation *invocation);
+    void aboutToShowGroup(GVariant *body, GDBusMethodInvocation *invocation);
+
+    void click(MenuTree::Id id) const;
+    /// Takes the menu that was set last into the tree.
+    void bringUpToDate();
+    static gboolean announce(gpointer self);
+
+    const PerformAction perform;
+    MenuIcons icons;
+    MenuTree tree;
+    std::shared_ptr<const ui::Menu> latest; ///< null: it is in the tree already
+    guint32 revision = 0;
+    guint32 announcedRevision = 0;
+    guint announcement = 0;
+    const BusObject object;
+};
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,130 @@
+#include "platform/linux/tray/MenuTree.h"
+
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+const std::vector<ui::MenuItem> &itemsBelow(const ui::MenuItem &item) {
+    static const std::vector<ui::MenuItem> none;
+    return item.submenu ? item.submenu->items : none;
+}
+
+/// A refresh of the applications makes their icons anew, as they may have changed where they come from.
+bool hasSameIcons(const std::vector<ui::MenuItem> &left, const std::vector<ui::MenuItem> &right) {
+    return std::ranges::equal(left, right, [](const ui::MenuItem &one, const ui::MenuItem &other) {
+        const bool isKept = one.image == other.image || !one.image ||
+                            !std::holds_alternative<ui::ApplicationIcon>(one.image->source);
+        return isKept && hasSameIcons(itemsBelow(one), itemsBelow(other));
+    });
+}
+
+bool hasSameText(const ui::RepresentedObject &left, const ui::RepresentedObject &right) {
+    const auto *text = std::get_if<std::string>(&left);
+    const auto *other = std::get_if<std::string>(&right);
+    return left.index() == right.index() && (text == nullptr || *text == *other);
+}
+
+/// Hosts do not expect an item to change its kind, nor whether it can be checked; whether it is enabled may
+/// change, as that is always told.
+bool isSameItem(const ui::MenuItem &left, const ui::MenuItem &right) {
+    return left.isSeparator == right.isSeparator && left.title == right.title &&
+           left.action == right.action && left.state == right.state &&
+           left.submenu.has_value() == right.submenu.has_value() &&
+           left.keyEquivalent == right.keyEquivalent && ui::sameImage(left.image, right.image) &&
+           hasSameText(left.representedObject, right.representedObject);
+}
+
+/// Finds items again among those that stood beneath the same parent.
+class Siblings {
+  public:
+    Siblings(const MenuTree *treeBefore, MenuTree::Id parent) : tree(treeBefore) {
+        if (const auto *entry = tree ? tree->find(parent) : nullptr)
+            ids = &entry->children;
+    }
+
+    /// The id that `item` had, if it had one.
+    std::optional<MenuTree::Id> take(const ui::MenuItem &item) {
+        // What moved further is taken for a new item, or two long lists would take forever to compare.
+        constexpr std::size_t reach = 64;
+        const std::size_t end = ids ? std::min(ids->size(), next + reach) : 0;
+        for (std::size_t place = next; place < end; ++place) {
+            if (isSameItem(*tree->find((*ids)[place])->item, item)) {
+                next = place + 1;
+                return (*ids)[place];
+            }
+        }
+        return std::nullopt;
+    }
+
+  private:
+    const MenuTree *tree;
+    const std::vector<MenuTree::Id> *ids = nullptr;
+    std::size_t next = 0;
+};
+
+} // namespace
+
+MenuTree::MenuTree() : current(std::make_shared<const ui::Menu>()) {
+    entries.emplace_back();
+    places.emplace(root, 0);
+}
+
+bool MenuTree::show(std::shared_ptr<const ui::Menu> menu) {
+    if (ui::looksTheSame(*current, *menu) && hasSameIcons(current->items, menu->items)) {
+        std::size_t next = 1;
+        pointInto(*menu, next);
+        current = std::move(menu);
+        return false;
+    }
+    const MenuTree before = std::move(*this);
+    current = std::move(menu);
+    entries.assign(1, {});
+    places.clear();
+    auto children = addItems(*current, &before, root);
+    entries.front().children = std::move(children);
+    for (std::size_t place = 0; place < entries.size(); ++place)
+        places.emplace(entries[place].id, place);
+    return true;
+}
+
+const MenuTree::Entry *MenuTree::find(Id id) const {
+    const auto place = places.find(id);
+    return place == places.end() ? nullptr : &entries[place->second];
+}
+
+std::vector<MenuTree::Id> MenuTree::ids() const {
+    std::vector<Id> all;
+    std::ranges::copy(entries | std::views::transform(&Entry::id), std::back_inserter(all));
+    return all;
+}
+
+void MenuTree::pointInto(const ui::Menu &menu, std::size_t &next) {
+    for (const ui::MenuItem &item : menu.items) {
+        entries[next++].item = &item;
+        if (item.submenu)
+            pointInto(*item.submenu, next);
+    }
+}
+
+std::vector<MenuTree::Id> MenuTree::addItems(const ui::Menu &menu, const MenuTree *before, Id parentBefore) {
+    std::vector<Id> ids;
+    ids.reserve(menu.items.size());
+    Siblings siblings(before, parentBefore);
+    for (const ui::MenuItem &item : menu.items) {
+        const auto known = siblings.take(item);
+        const Id id = known ? *known : ++lastId;
+        ids.push_back(id);
+        const std::size_t place = entries.size();
+        entries.push_back({id, &item, {}});
+        if (!item.submenu)
+            continue;
+        auto children = addItems(*item.submenu, known ? before : nullptr, id);
+        entries[place].children = std::move(children);
+    }
+    return ids;
+}
+
+} // namespace fernhop::freedesktop

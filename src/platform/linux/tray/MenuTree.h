@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/ui/MenuItem.h"
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+/// The items of a menu by the ids under which hosts know them. An item keeps its id from menu to menu as long
+/// as it looks the same and has the same action; an id never comes to mean another item, so a click that was
+/// on its way while the menu changed cannot hit a wrong one. Main thread only.
+class MenuTree {
+  public:
+    using Id = std::int32_t;
+    static constexpr Id root = 0;
+
+    struct Entry {
+        Id id = root;
+        const ui::MenuItem *item = nullptr; ///< null: the menu itself
+        std::vector<Id> children;
+    };
+
+    /// Starts with an empty menu.
+    MenuTree();
+
+    /// Puts `menu`, not null, in the place of the present one; true if it looks different.
+    bool show(std::shared_ptr<const ui::Menu> menu);
+
+    /// The item with an id; null when no such item is there any more, or never was.
+    [[nodiscard]] const Entry *find(Id id) const;
+
+    /// Every id in the order of the menu, the root's first.
+    [[nodiscard]] std::vector<Id> ids() const;
+
+    /// What the entries point into; whoever keeps it keeps the items.
+    [[nodiscard]] const std::shared_ptr<const ui::Menu> &menu() const { return current; }
+
+  private:
+    /// Points every entry at its counterpart in a menu that looks the same.
+    void pointInto(const ui::Menu &menu, std::size_t &next);
+    [[nodiscard]] std::vector<Id> addItems(const ui::Menu &menu, const MenuTree *before, Id parentBefore);
+
+    std::shared_ptr<const ui::Menu> current;
+    std::vector<Entry> entries; ///< in the order of the menu, the root first
+    std::unordered_map<Id, std::size_t> places;
+    Id lastId = root;
+};
+
+} // namespace fernhop::freedesktop

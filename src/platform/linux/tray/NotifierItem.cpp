@@ -1,0 +1,151 @@
+#include "platform/linux/tray/NotifierItem.h"
+
+#include "platform/linux/tray/ImageRenderer.h"
+#include "platform/linux/tray/MenuText.h"
+#include "platform/linux/tray/Pixels.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+constexpr const char *itemPath = "/StatusNotifierItem";
+constexpr const char *watcherName = "org.kde.StatusNotifierWatcher";
+constexpr const char *watcherPath = "/StatusNotifierWatcher";
+constexpr const char *applicationName = "Fernhop";
+
+// Activate, SecondaryActivate and ContextMenu are left out: hosts whose call of them fails open the menu
+// themselves, which is all that a click is to do.
+constexpr const char *introspection = R"XML(
+<node>
+  <interface name="org.kde.StatusNotifierItem">
+    <property name="Category" type="s" access="read"/>
+    <property name="Id" type="s" access="read"/>
+    <property name="Title" type="s" access="read"/>
+    <property name="Status" type="s" access="read"/>
+    <property name="WindowId" type="i" access="read"/>
+    <property name="IconThemePath" type="s" access="read"/>
+    <property name="IconName" type="s" access="read"/>
+    <property name="IconPixmap" type="a(iiay)" access="read"/>
+    <property name="OverlayIconName" type="s" access="read"/>
+    <property name="OverlayIconPixmap" type="a(iiay)" access="read"/>
+    <property name="AttentionIconName" type="s" access="read"/>
+    <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
+    <property name="AttentionMovieName" type="s" access="read"/>
+    <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
+    <property name="ItemIsMenu" type="b" access="read"/>
+    <property name="Menu" type="o" access="read"/>
+    <method name="Scroll">
+      <arg type="i" name="delta" direction="in"/>
+      <arg type="s" name="orientation" direction="in"/>
+    </method>
+    <signal name="NewTitle"/>
+    <signal name="NewIcon"/>
+    <signal name="NewAttentionIcon"/>
+    <signal name="NewOverlayIcon"/>
+    <signal name="NewToolTip"/>
+    <signal name="NewStatus">
+      <arg type="s" name="status"/>
+    </signal>
+  </interface>
+</node>)XML";
+
+// 18 points at each usual scale, and what panels ask for; larger ones are dropped by some hosts.
+constexpr std::array iconSides = {16, 18, 22, 24, 32, 36, 44, 48};
+
+// Stays the same for ever: hosts remember by it where the user put the icon, or hid it.
+constexpr const char *itemId = "fernhop";
+
+GVariant *noPixmaps() {
+    return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0);
+}
+
+GVariant *pixmap(cairo_surface_t *pixels, int side) {
+    const auto bytes = networkPixels(pixels);
+    return g_variant_new("(ii@ay)", side, side,
+                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1));
+}
+
+} // namespace
+
+NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath)
+    : bus(connection), menu(menuPath),
+      object(bus, itemPath, introspection,
+             {[](auto, auto *, auto *call) { g_dbus_method_invocation_return_value(call, nullptr); },
+              [this](auto name) { return property(name); }}),
+      watch(g_bus_watch_name_on_connection(bus, watcherName, G_BUS_NAME_WATCHER_FLAGS_NONE, watcherAppeared,
+                                           nullptr, this, nullptr)) {}
+
+NotifierItem::~NotifierItem() {
+    g_bus_unwatch_name(watch);
+}
+
+void NotifierItem::setImage(ui::ImageReference newImage) {
+    const bool isNew = !ui::sameImage(image, newImage);
+    image = std::move(newImage);
+    if (isNew)
+        object.emit("NewIcon");
+}
+
+void NotifierItem::setToolTip(const std::string &text) {
+    if (text == std::exchange(toolTip, text))
+        return;
+    object.emit("NewToolTip");
+}
+
+void NotifierItem::setTitle(const std::string &text) {
+    if (text == std::exchange(title, text))
+        return;
+    object.emit("NewTitle");
+}
+
+GVariant *NotifierItem::property(std::string_view name) const {
+    if (name == "Category")
+        return g_variant_new_string("ApplicationStatus");
+    if (name == "Id")
+        return g_variant_new_string(itemId);
+    if (name == "Title")
+        return g_variant_new_string(title.empty() ? applicationName : shownText(title).c_str());
+    if (name == "Status")
+        return g_variant_new_string("Active");
+    if (name == "WindowId")
+        return g_variant_new_int32(0);
+    if (name == "IconPixmap")
+        return iconProperty();
+    if (name == "ToolTip")
+        return toolTipProperty();
+    if (name == "ItemIsMenu")
+        return g_variant_new_boolean(TRUE);
+    if (name == "Menu")
+        return g_variant_new_object_path(menu.c_str());
+    // Of the others each is a name or pixmaps that this item does not have.
+    return name.ends_with("Pixmap") ? noPixmaps() : g_variant_new_string("");
+}
+
+GVariant *NotifierItem::toolTipProperty() const {
+    return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), shownText(toolTip).c_str(), "");
+}
+
+GVariant *NotifierItem::iconProperty() const {
+    GVariantBuilder pixmaps;
+    g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
+    for (const int side : iconSides)
+        if (const auto pixels = image ? render(*image, side) : nullptr)
+            g_variant_builder_add_value(&pixmaps, pixmap(pixels.get(), side));
+    return g_variant_builder_end(&pixmaps);
+}
+
+void NotifierItem::registerItem() const {
+    // By the connection's own name: that leads every host to the path that the interface prescribes.
+    g_dbus_connection_call(bus, watcherName, watcherPath, watcherName, "RegisterStatusNotifierItem",
+                           g_variant_new("(s)", g_dbus_connection_get_unique_name(bus)), nullptr,
+                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+}
+
+void NotifierItem::watcherAppeared(GDBusConnection *, const gchar *, const gchar *, gpointer self) {
+    static_cast<NotifierItem *>(self)->registerItem();
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/linux/tray/BusObject.h"
+#include "platform/ui/Image.h"
+
+#include <string>
+
+namespace fernhop::freedesktop {
+
+/// An icon with a tooltip and a menu on the bus, by org.kde.StatusNotifierItem. It is shown wherever there is
+/// a tray, and by each one that appears later or again. Main thread only.
+class NotifierItem {
+  public:
+    /// `menuPath` is where the menu is on the same bus, which outlives the object.
+    NotifierItem(GDBusConnection *bus, const char *menuPath);
+    ~NotifierItem();
+    NotifierItem(const NotifierItem &) = delete;
+    NotifierItem &operator=(const NotifierItem &) = delete;
+
+    /// Hosts are told of these when they differ from what was set before.
+    void setImage(ui::ImageReference newImage);
+    void setToolTip(const std::string &text);
+    /// The title names the item, for screen readers too; an empty one gives way to the application's name.
+    void setTitle(const std::string &text);
+
+  private:
+    [[nodiscard]] GVariant *property(std::string_view name) const;
+    [[nodiscard]] GVariant *toolTipProperty() const;
+    [[nodiscard]] GVariant *iconProperty() const;
+    void registerItem() const;
+    static void watcherAppeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
+
+    GDBusConnection *bus;
+    std::string menu;
+    ui::ImageReference image;
+    std::string toolTip;
+    std::string title;
+    const BusObject object;
+    guint watch = 0;
+};
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,80 @@
+#include "platform/linux/tray/PngFile.h"
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+
+namespace fernhop::freedesktop {
+namespace {
+
+using namespace std::string_view_literals;
+
+// Far above every icon, far below what would hurt.
+constexpr std::uintmax_t largestFile = 8 << 20;
+constexpr unsigned largestSide = 2048;
+
+std::string contentsOf(const std::string &path) {
+    std::error_code error;
+    // Neither a pipe, which may never end, nor a device.
+    if (!std::filesystem::is_regular_file(path, error))
+        return {};
+    const auto size = std::filesystem::file_size(path, error);
+    if (error || size > largestFile)
+        return {};
+    std::string contents(size, '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(contents.data(), static_cast<std::streamsize>(size));
+    contents.resize(static_cast<std::size_t>(file.gcount()));
+    return contents;
+}
+
+unsigned bigEndian(std::string_view bytes) {
+    unsigned value = 0;
+    for (const char byte : bytes.substr(0, 4))
+        value = value << 8U | static_cast<unsigned char>(byte);
+    return value;
+}
+
+// A small file can claim a huge picture: the sizes in the header, where PNG has them, are read first.
+bool isReasonablePng(std::string_view contents) {
+    constexpr auto start = "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"sv;
+    if (contents.size() < start.size() + 8 || !contents.starts_with(start))
+        return false;
+    const unsigned width = bigEndian(contents.substr(start.size()));
+    const unsigned height = bigEndian(contents.substr(start.size() + 4));
+    return width > 0 && height > 0 && width <= largestSide && height <= largestSide;
+}
+
+cairo_status_t readBytes(void *rest, unsigned char *data, unsigned length) {
+    auto &bytes = *static_cast<std::string_view *>(rest);
+    if (bytes.size() < length)
+        return CAIRO_STATUS_READ_ERROR;
+    std::memcpy(data, bytes.data(), length);
+    bytes.remove_prefix(length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+cairo_status_t appendBytes(void *written, const unsigned char *data, unsigned length) {
+    static_cast<std::string *>(written)->append(reinterpret_cast<const char *>(data), length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+} // namespace
+
+SurfacePointer readPng(const std::string &path) {
+    const std::string contents = contentsOf(path);
+    if (!isReasonablePng(contents))
+        return nullptr;
+    std::string_view rest = contents;
+    SurfacePointer surface(cairo_image_surface_create_from_png_stream(readBytes, &rest));
+    return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? std::move(surface) : nullptr;
+}
+
+std::string pngBytes(cairo_surface_t *surface) {
+    std::string bytes;
+    const auto status = cairo_surface_write_to_png_stream(surface, appendBytes, &bytes);
+    return status == CAIRO_STATUS_SUCCESS ? bytes : std::string();
+}
+
+} // namespace fernhop::freedesktop

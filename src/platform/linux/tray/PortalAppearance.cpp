@@ -1,0 +1,74 @@
+#include "platform/linux/tray/PortalAppearance.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+constexpr const char *portalName = "org.freedesktop.portal.Desktop";
+constexpr const char *portalPath = "/org/freedesktop/portal/desktop";
+constexpr const char *settingsInterface = "org.freedesktop.portal.Settings";
+constexpr const char *appearanceNamespace = "org.freedesktop.appearance";
+constexpr const char *colorScheme = "color-scheme";
+constexpr guint32 preferDark = 1;
+
+} // namespace
+
+PortalAppearance::PortalAppearance(GDBusConnection *connection, std::function<void()> whenChanged)
+    : bus(connection), changed(std::move(whenChanged)), question(g_cancellable_new()),
+      subscription(g_dbus_connection_signal_subscribe(
+          bus, portalName, settingsInterface, "SettingChanged", portalPath, appearanceNamespace,
+          G_DBUS_SIGNAL_FLAGS_NONE, settingChanged, this, nullptr)) {
+    g_dbus_connection_call(bus, portalName, portalPath, settingsInterface, "Read",
+                           g_variant_new("(ss)", appearanceNamespace, colorScheme), G_VARIANT_TYPE("(v)"),
+                           G_DBUS_CALL_FLAGS_NONE, -1, question.get(), answered, this);
+}
+
+PortalAppearance::~PortalAppearance() {
+    g_cancellable_cancel(question.get());
+    g_dbus_connection_signal_unsubscribe(bus, subscription);
+}
+
+std::optional<ui::AppearanceName>
+PortalAppearance::bestMatchFromAppearancesWithNames(const std::vector<ui::AppearanceName> &names) const {
+    const auto own = isDark ? ui::AppearanceName::darkAqua : ui::AppearanceName::aqua;
+    return std::ranges::find(names, own) != names.end() ? std::optional(own) : std::nullopt;
+}
+
+void PortalAppearance::take(GVariant *value) {
+    GVariantPointer scheme(g_variant_ref(value));
+    // Read answers with a value within a value.
+    while (g_variant_is_of_type(scheme.get(), G_VARIANT_TYPE_VARIANT))
+        scheme.reset(g_variant_get_variant(scheme.get()));
+    const bool dark = g_variant_is_of_type(scheme.get(), G_VARIANT_TYPE_UINT32) &&
+                      g_variant_get_uint32(scheme.get()) == preferDark;
+    if (dark != std::exchange(isDark, dark))
+        changed();
+}
+
+void PortalAppearance::answered(GObject *bus, GAsyncResult *result, gpointer self) {
+    GError *error = nullptr;
+    const GVariantPointer reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error));
+    const GErrorPointer failure(error);
+    // Cancelled, there is no appearance any more; without a portal it stays light.
+    if (!reply)
+        return;
+    const GVariantPointer value(g_variant_get_child_value(reply.get(), 0));
+    static_cast<PortalAppearance *>(self)->take(value.get());
+}
+
+void PortalAppearance::settingChanged(GDBusConnection *, const gchar *, const gchar *, const gchar *,
+                                      const gchar *, GVariant *body, gpointer self) {
+    if (!g_variant_is_of_type(body, G_VARIANT_TYPE("(ssv)")))
+        return;
+    const char *group = nullptr, *key = nullptr;
+    GVariant *value = nullptr;
+    g_variant_get(body, "(&s&sv)", &group, &key, &value);
+    const GVariantPointer owned(value);
+    if (std::string_view(group) == appearanceNamespace && std::string_view(key) == colorScheme)
+        static_cast<PortalAppearance *>(self)->take(value);
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/linux/glib/GPointer.h"
+#include "platform/ui/Appearance.h"
+
+#include <functional>
+
+namespace fernhop::freedesktop {
+
+/// Light or dark, by the settings portal's color-scheme: dark where the user prefers that, light where the
+/// user does not say or there is no portal. Main thread only.
+class PortalAppearance : public ui::Appearance {
+  public:
+    /// Asks the portal, whose answer comes later; `changed` is called whenever the appearance has become
+    /// another. `bus` outlives the object.
+    PortalAppearance(GDBusConnection *bus, std::function<void()> changed);
+    ~PortalAppearance() override;
+    PortalAppearance(const PortalAppearance &) = delete;
+    PortalAppearance &operator=(const PortalAppearance &) = delete;
+
+    [[nodiscard]] std::optional<ui::AppearanceName>
+    bestMatchFromAppearancesWithNames(const std::vector<ui::AppearanceName> &names) const override;
+
+  private:
+    void take(GVariant *value);
+    static void answered(GObject *bus, GAsyncResult *result, gpointer self);
+    static void settingChanged(GDBusConnection *bus, const gchar *sender, const gchar *path,
+                               const gchar *interface, const gchar *signal, GVariant *body, gpointer self);
+
+    GDBusConnection *bus;
+    std::function<void()> changed;
+    GObjectPointer<GCancellable> question;
+    guint subscription = 0;
+    bool isDark = false;
+};
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,46 @@
+#include "platform/linux/tray/TrayStatusBar.h"
+
+#include "platform/linux/tray/NotifierItem.h"
+
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+class TrayStatusItem : public ui::StatusItem {
+  public:
+    TrayStatusItem(GDBusConnection *bus, const DesktopEntries &entries, const ui::Appearance &barAppearance,
+                   PerformAction perform)
+        : appearance(barAppearance), menu(bus, entries, std::move(perform)), item(bus, MenuService::path) {}
+
+    // Whether a tray shows it can change at any time; what it is dressed with is kept for the next one.
+    [[nodiscard]] bool hasButton() const override { return true; }
+    [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return appearance; }
+    void setToolTip(const std::string &text) override { item.setToolTip(text); }
+    void setTitle(const std::string &title) override { item.setTitle(title); }
+    // A tray shows nothing but the image.
+    void setImagePosition(ui::ImagePosition) override {}
+    void setImage(ui::ImageReference image) override { item.setImage(std::move(image)); }
+    void setMenu(std::shared_ptr<const ui::Menu> newMenu) override { menu.setMenu(std::move(newMenu)); }
+
+  private:
+    const ui::Appearance &appearance;
+    MenuService menu;
+    NotifierItem item;
+};
+
+} // namespace
+
+TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const DesktopEntries &desktopEntries,
+                             std::function<void()> appearanceChanged)
+    : bus(connection), entries(desktopEntries), appearance(bus, std::move(appearanceChanged)) {}
+
+std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
+    return std::make_unique<TrayStatusItem>(bus, entries, appearance,
+                                            [this](ui::Selector selector, const ui::MenuItem &sender) {
+                                                if (perform)
+                                                    perform(selector, sender);
+                                            });
+}
+
+} // namespace fernhop::freedesktop

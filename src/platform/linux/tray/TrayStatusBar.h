@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/linux/tray/MenuService.h"
+#include "platform/linux/tray/PortalAppearance.h"
+#include "platform/ui/StatusItem.h"
+
+#include <functional>
+#include <memory>
+
+namespace fernhop::freedesktop {
+
+/// The tray of a session with a bus. Main thread only.
+class TrayStatusBar : public ui::StatusBar {
+  public:
+    /// `bus` and `entries`, which tells the icons of applications, outlive the bar, and the bar its items.
+    /// `appearanceChanged` is called when the desktop went from light to dark or back.
+    TrayStatusBar(GDBusConnection *bus, const DesktopEntries &entries,
+                  std::function<void()> appearanceChanged);
+
+    /// Whom clicks go to from now on; without anyone they do nothing.
+    void setPerform(PerformAction action) { perform = std::move(action); }
+
+    /// There is one place for an item on a connection, so one item at a time.
+    [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double length) override;
+
+  private:
+    GDBusConnection *bus;
+    const DesktopEntries &entries;
+    const PortalAppearance appearance;
+    PerformAction perform;
+};
+
+} // namespace fernhop::freedesktop
