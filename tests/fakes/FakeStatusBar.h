@@ -52,12 +52,12 @@ class FakeStatusBar : public ui::StatusBar {
         void setToolTip(const std::string &text) override { bar.toolTip = text; }
         void setTitle(const std::string &text) override { bar.title = text; }
         void setImagePosition(ui::ImagePosition position) override { bar.imagePosition = position; }
-        void setImage(ui::ImageReference image) override {
-            bar.image = std::move(image);
+        void setImage(ui::ImageReference newImage) override {
+            bar.image = std::move(newImage);
             ++bar.imagesSet;
         }
-        void setMenu(std::shared_ptr<const ui::Menu> menu) override {
-            bar.menu = std::move(menu);
+        void setMenu(std::shared_ptr<const ui::Menu> newMenu) override {
+            bar.menu = std::move(newMenu);
             ++bar.menusSet;
             if (bar.atMenu)
                 bar.atMenu();
