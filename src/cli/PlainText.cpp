@@ -25,8 +25,8 @@ constexpr Range unprintable[] = {
     {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE0FFF},
 };
 
-// Combining marks (Mn, Me), joiners and Hangul medial vowels; neighbouring ranges are joined over unassigned
-// places.
+// Combining marks of the scripts in wide use, joiners and Hangul medial vowels; neighbouring ranges are
+// joined over unassigned places.
 constexpr Range zeroWidth[] = {
     {0x300, 0x36F},     {0x483, 0x489},     {0x591, 0x5BD},     {0x5BF, 0x5C7},     {0x610, 0x61A},
     {0x64B, 0x65F},     {0x670, 0x670},     {0x6D6, 0x6DC},     {0x6DF, 0x6E4},     {0x6E7, 0x6E8},
