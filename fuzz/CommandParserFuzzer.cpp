@@ -1,5 +1,5 @@
 #include "cli/CommandParser.h"
-#include "cli/PlainText.h"
+#include "platform/Utf8.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -28,7 +28,7 @@ std::vector<std::string> wordsIn(std::string_view text) {
 void checkAnswer(const CommandResult &answer) {
     require(answer.status == exitStatus::success || answer.status == exitStatus::usage);
     require((answer.status == exitStatus::success) == answer.errors.empty());
-    require(cli::isUtf8(answer.errors));
+    require(isValidUtf8(answer.errors));
     require(answer.errors.find('\x1b') == std::string::npos);
 }
 

@@ -1,12 +1,12 @@
 // Desktop entries of any bytes, and the command lines made of them. The input is an entry, then, after the
 // first NUL, the user's locale, and after the second a URL.
 
+#include "platform/Utf8.h"
 #include "platform/linux/applications/DesktopEntryParser.h"
 #include "platform/linux/applications/ExecLine.h"
 #include "platform/linux/applications/FernhopDesktopID.h"
 #include "platform/linux/applications/GenericOpener.h"
 #include "platform/linux/applications/LocaleNames.h"
-#include "platform/linux/utf8/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>

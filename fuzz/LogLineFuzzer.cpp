@@ -1,7 +1,7 @@
 // Log lines made of any bytes, whole and shortened.
 
+#include "platform/Utf8.h"
 #include "platform/linux/log/LogLine.h"
-#include "platform/linux/utf8/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>

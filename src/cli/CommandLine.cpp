@@ -5,6 +5,7 @@
 #include "cli/PatternTest.h"
 #include "cli/PlainText.h"
 #include "cli/Results.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -64,7 +65,7 @@ class Client {
 };
 
 CommandResult Client::performAnywhere(const std::vector<std::string> &words, std::string_view input) const {
-    const auto wrong = std::ranges::find_if_not(words, isUtf8);
+    const auto wrong = std::ranges::find_if_not(words, isValidUtf8);
     if (wrong != words.end())
         return misused(inQuotes(*wrong) + " is not valid UTF-8.");
     if (const auto resident = process.connect())

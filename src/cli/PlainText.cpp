@@ -1,11 +1,12 @@
 #include "cli/PlainText.h"
 
-#include "cli/Utf8.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <iterator>
+#include <optional>
 #include <span>
 
 namespace fernhop::cli {
@@ -89,12 +90,19 @@ std::string escapedCharacter(char32_t character) {
     return text.data();
 }
 
-std::string shown(const Utf8Step &step, std::string_view bytes) {
-    if (!step.valid || (step.length == 1 && isIn(unprintable, step.character)))
+/// A character as it is shown: nothing stands for a byte that is no UTF-8.
+std::string shown(const std::optional<Utf8Character> &character, std::string_view bytes) {
+    if (!character || (character->length == 1 && isIn(unprintable, character->value)))
         return escapedByte(bytes.front());
-    if (isIn(unprintable, step.character))
-        return escapedCharacter(step.character);
+    if (isIn(unprintable, character->value))
+        return escapedCharacter(character->value);
     return std::string(bytes);
+}
+
+std::size_t columnsOf(char32_t character) {
+    if (isIn(wide, character))
+        return 2;
+    return isIn(zeroWidth, character) ? 0 : 1;
 }
 
 } // namespace
@@ -103,34 +111,21 @@ std::string plain(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     while (!text.empty()) {
-        const Utf8Step step = firstCharacter(text);
-        result += shown(step, text.substr(0, step.length));
-        text.remove_prefix(step.length);
+        const auto character = firstUtf8Character(text);
+        const std::size_t length = character ? character->length : 1;
+        result += shown(character, text.substr(0, length));
+        text.remove_prefix(length);
     }
     return result;
 }
 
 std::size_t columnsOf(std::string_view text) {
     std::size_t columns = 0;
-    while (!text.empty()) {
-        const Utf8Step step = firstCharacter(text);
-        if (isIn(wide, step.character))
-            columns += 2;
-        else if (!isIn(zeroWidth, step.character))
-            columns += 1;
-        text.remove_prefix(step.length);
+    while (const auto character = firstUtf8Character(text)) {
+        columns += columnsOf(character->value);
+        text.remove_prefix(character->length);
     }
     return columns;
-}
-
-bool isUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const Utf8Step step = firstCharacter(text);
-        if (!step.valid)
-            return false;
-        text.remove_prefix(step.length);
-    }
-    return true;
 }
 
 } // namespace fernhop::cli

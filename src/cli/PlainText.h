@@ -14,7 +14,4 @@ namespace fernhop::cli {
 /// character or an emoji, none for a combining mark.
 [[nodiscard]] std::size_t columnsOf(std::string_view text);
 
-/// Whether `text` is valid UTF-8.
-[[nodiscard]] bool isUtf8(std::string_view text);
-
 } // namespace fernhop::cli

@@ -3,6 +3,7 @@
 #include "cli/PlainText.h"
 #include "cli/Results.h"
 #include "platform/Text.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <optional>
@@ -16,7 +17,7 @@ constexpr std::string_view notStored = "The change could not be stored.";
 
 /// What is wrong with a pattern whatever the system's state; nothing when it can be a rule's.
 std::optional<CommandResult> refusalOf(const std::string &pattern) {
-    if (!isUtf8(pattern))
+    if (!isValidUtf8(pattern))
         return misused("The pattern " + inQuotes(pattern) + " is not valid UTF-8.");
     if (text::trimmed(pattern).empty())
         return misused("The pattern is empty: it would match nothing.");

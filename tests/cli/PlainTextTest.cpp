@@ -32,13 +32,6 @@ TEST(PlainText, EscapesEveryByteThatIsNoUtf8) {
     EXPECT_EQ(plain("\xe0\x80\x80"), "\\xe0\\x80\\x80");
 }
 
-TEST(PlainText, KnowsUtf8) {
-    EXPECT_TRUE(isUtf8(""));
-    EXPECT_TRUE(isUtf8("aé浏🦊"));
-    EXPECT_FALSE(isUtf8("a\xff"));
-    EXPECT_FALSE(isUtf8("\xf0\x9f\xa6"));
-}
-
 TEST(PlainText, CountsTheColumnsOfATerminal) {
     EXPECT_EQ(columnsOf("abc"), 3U);
     EXPECT_EQ(columnsOf("é"), 1U);

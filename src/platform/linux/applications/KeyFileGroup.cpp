@@ -1,6 +1,6 @@
 #include "platform/linux/applications/KeyFileGroup.h"
 
-#include "platform/linux/utf8/Utf8.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "platform/linux/applications/PosixFileManager.h"
 
+#include "platform/Utf8.h"
 #include "platform/linux/applications/DirectoryWalk.h"
-#include "platform/linux/utf8/Utf8.h"
 
 #include <sys/stat.h>
 

@@ -1,7 +1,7 @@
 #include "platform/linux/settings/PropertyListCoding.h"
 
+#include "platform/Utf8.h"
 #include "platform/linux/settings/PropertyListGuard.h"
-#include "platform/linux/utf8/Utf8.h"
 
 #include <plist/plist.h>
 

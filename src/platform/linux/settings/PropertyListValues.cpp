@@ -1,6 +1,6 @@
 #include "platform/linux/settings/PropertyListValues.h"
 
-#include "platform/linux/utf8/Utf8.h"
+#include "platform/Utf8.h"
 
 #include <plist/plist.h>
 

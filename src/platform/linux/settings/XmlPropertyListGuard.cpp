@@ -1,6 +1,6 @@
+#include "platform/Utf8.h"
 #include "platform/linux/settings/PropertyListCoding.h"
 #include "platform/linux/settings/PropertyListGuard.h"
-#include "platform/linux/utf8/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "platform/linux/log/LogLine.h"
 
-#include "platform/linux/utf8/Utf8.h"
+#include "platform/Utf8.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-namespace fernhop::freedesktop {
+namespace fernhop {
 
 /// One character of a text and the number of bytes it takes there.
 struct Utf8Character {
@@ -39,6 +39,7 @@ struct Utf8Character {
     return Utf8Character{value, length};
 }
 
+/// Whether all of `text` is valid UTF-8.
 [[nodiscard]] constexpr bool isValidUtf8(std::string_view text) {
     while (!text.empty()) {
         const auto character = firstUtf8Character(text);
@@ -49,4 +50,4 @@ struct Utf8Character {
     return true;
 }
 
-} // namespace fernhop::freedesktop
+} // namespace fernhop
