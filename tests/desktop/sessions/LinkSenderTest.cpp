@@ -47,6 +47,12 @@ TEST_F(LinkSender, IsKnownFromXdgOpen) {
     expectFromChat();
 }
 
+TEST_F(LinkSender, IsKnownFromACallOverTheBus) {
+    chatRuns("gdbus call --session --dest org.fernhop.Fernhop --object-path /org/fernhop/Fernhop "
+             "--method org.freedesktop.Application.Open \"['https://chat/']\" '{}'");
+    expectFromChat();
+}
+
 TEST_F(LinkSender, IsNotTakenForTheSenderOfTheNextLink) {
     chatRuns("gio open https://chat/");
     expectFromChat();

@@ -16,7 +16,7 @@ struct LinkSender {
     std::optional<std::string> startupID = {};
     /// The process that GIO launched last on the way here, as GIO_LAUNCHED_DESKTOP_FILE_PID tells.
     std::optional<pid_t> launchedPid = {};
-    /// Parent of the process that delivered the link.
+    /// Parent of the stub that delivered the link; the caller itself, where an application called by itself.
     std::optional<pid_t> parentPid = {};
     /// The unified control group of that process.
     std::optional<std::string> controlGroup = {};

@@ -62,6 +62,18 @@ std::string inputOf(GVariant *body) {
     return length == 0 ? std::string() : std::string(data, length);
 }
 
+/// The process behind a connection to the bus. It is waited for, so that links stay in order.
+std::optional<pid_t> processOf(GDBusConnection *bus, const char *connection) {
+    const GVariantPointer reply(g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "GetConnectionUnixProcessID", g_variant_new("(s)", connection), G_VARIANT_TYPE("(u)"),
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    guint32 process = 0;
+    if (reply)
+        g_variant_get(reply.get(), "(u)", &process);
+    return process == 0 ? std::nullopt : std::optional(static_cast<pid_t>(process));
+}
+
 GCharPointer busText(const std::string &text) {
     return GCharPointer(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
 }
@@ -97,8 +109,10 @@ void LinkService::methodCalled(GDBusConnection *, const gchar *, const gchar *, 
                                gpointer self) {
     auto &service = *static_cast<LinkService *>(self);
     const std::string_view name = method;
-    if (name == "OpenLinks" || name == "Open")
-        return service.openLinks(body, invocation);
+    if (name == "OpenLinks")
+        return service.openLinks(deliveredLinks(body), invocation);
+    if (name == "Open")
+        return service.openLinksOfCaller(deliveredLinks(body), invocation);
     if (name == "Perform")
         return service.perform(body, invocation);
     if (name != "Activate")
@@ -108,9 +122,16 @@ void LinkService::methodCalled(GDBusConnection *, const gchar *, const gchar *, 
     g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
-void LinkService::openLinks(GVariant *body, GDBusMethodInvocation *invocation) {
-    dispatcher.deliver(deliveredLinks(body),
+void LinkService::openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation) {
+    dispatcher.deliver(std::move(links),
                        [invocation] { g_dbus_method_invocation_return_value(invocation, nullptr); });
+}
+
+// The stub tells who asked it; an application that calls by itself is the sender.
+void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation *invocation) {
+    if (!links.sender.parentPid)
+        links.sender.parentPid = processOf(bus, g_dbus_method_invocation_get_sender(invocation));
+    openLinks(std::move(links), invocation);
 }
 
 void LinkService::perform(GVariant *body, GDBusMethodInvocation *invocation) const {

@@ -48,7 +48,8 @@ class LinkService {
                              GDBusMethodInvocation *invocation, gpointer self);
 
     [[nodiscard]] bool exportInterface(const char *name);
-    void openLinks(GVariant *body, GDBusMethodInvocation *invocation);
+    void openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation);
+    void openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation *invocation);
     void perform(GVariant *body, GDBusMethodInvocation *invocation) const;
 
     GDBusConnection *bus;

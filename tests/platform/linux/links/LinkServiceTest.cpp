@@ -4,6 +4,7 @@
 #include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -70,6 +71,16 @@ TEST_F(LinkServiceTest, TakesLinksAsAnyApplicationDoes) {
     EXPECT_EQ(opened.result(), "()");
     EXPECT_EQ(links, (Texts{"https://a", "https://b"}));
     EXPECT_EQ(sender.startupID, "id");
+}
+
+TEST_F(LinkServiceTest, WhoCallsAsAnApplicationIsTheSender) {
+    listen();
+    ASSERT_TRUE(call("org.freedesktop.Application", "Open", "(['https://a'], @a{sv} {})").wait());
+    EXPECT_EQ(sender.parentPid, getpid());
+    ASSERT_TRUE(call("org.freedesktop.Application", "Open", "(['https://a'], {'parent-pid': <7>})").wait());
+    EXPECT_EQ(sender.parentPid, 7) << "who delivers for another says so";
+    ASSERT_TRUE(call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})").wait());
+    EXPECT_EQ(sender.parentPid, std::nullopt) << "the stub is nobody's source";
 }
 
 TEST_F(LinkServiceTest, AnswersOnlyWhenTheLinksAreDealtWith) {
