@@ -39,7 +39,7 @@ bool hasNul(const std::string &text) {
 }
 
 void checkEntry(const DesktopEntry &entry) {
-    require(isValidUtf8(entry.name) && isValidUtf8(entry.unlocalizedName));
+    require(fernhop::isValidUtf8(entry.name) && fernhop::isValidUtf8(entry.unlocalizedName));
     require(!hasNul(entry.exec) && !hasNul(entry.tryExec) && !hasNul(entry.workingDirectory));
     require(hasValidExec(entry) || (entry.exec.empty() && entry.dbusActivatable));
     for (const auto &scheme : entry.schemes)

@@ -20,7 +20,7 @@ void require(bool holds) {
 }
 
 void requireClean(std::string_view line) {
-    require(isValidUtf8(line));
+    require(fernhop::isValidUtf8(line));
     require(std::none_of(line.begin(), line.end(),
                          [](char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }));
 }

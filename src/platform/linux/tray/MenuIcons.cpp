@@ -1,8 +1,8 @@
 #include "platform/linux/tray/MenuIcons.h"
 
+#include "platform/Utf8.h"
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/PngFile.h"
-#include "platform/linux/utf8/Utf8.h"
 
 #include <string_view>
 

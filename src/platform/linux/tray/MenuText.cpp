@@ -1,6 +1,6 @@
 #include "platform/linux/tray/MenuText.h"
 
-#include "platform/linux/utf8/Utf8.h"
+#include "platform/Utf8.h"
 
 #include <cstddef>
 
