@@ -3,6 +3,7 @@
 #include "platform/UserDefaults.h"
 
 #include <charconv>
+#include <vector>
 
 namespace fernhop::fakes {
 
@@ -13,6 +14,7 @@ class FakeUserDefaults : public UserDefaults {
     PropertyDictionary stored;
     int writes = 0;
     int updates = 0;
+    std::vector<PropertyDictionary> history; ///< `stored` after each write
 
     std::optional<PropertyDictionary> dictionaryForKey(std::string_view key) const override {
         return valueOf<PropertyDictionary>(key);
@@ -52,6 +54,7 @@ class FakeUserDefaults : public UserDefaults {
             stored.insert_or_assign(std::string(key), std::move(*value));
         else
             stored.erase(std::string(key));
+        history.push_back(stored);
     }
 
     void setBool(bool value, std::string_view key) override { setObject(PropertyValue{value}, key); }
