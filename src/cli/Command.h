@@ -73,6 +73,12 @@ struct Export {
 struct Import {
     std::string file; ///< "-": standard input
 };
+struct ShowDialog {
+    enum class Kind { addAppRules, editAppRule, addURLRule, editURLRule, feedback };
+
+    Kind kind = Kind::feedback;
+    std::string subject; ///< of the editing ones: the application or the rule's identifier
+};
 struct Refresh {};
 struct Quit {};
 
@@ -83,6 +89,6 @@ using Command =
                  command::ListApps, command::ListBrowsers, command::ListURLRules, command::AddURLRule,
                  command::EditURLRule, command::RemoveURLRule, command::ListAppRules, command::SetAppRule,
                  command::RemoveAppRule, command::SwitchRouting, command::SetDefault, command::RestoreOnQuit,
-                 command::Export, command::Import, command::Refresh, command::Quit>;
+                 command::Export, command::Import, command::ShowDialog, command::Refresh, command::Quit>;
 
 } // namespace fernhop::cli

@@ -33,6 +33,7 @@ class Grammar {
         addAppRuleCommands();
         addSwitches();
         addTransfer();
+        addDialogs();
         addLifecycle();
         // Last, for subcommands take over what their parent has at the time.
         app.footer(
@@ -97,6 +98,7 @@ class Grammar {
     void addAppRuleCommands();
     void addSwitches();
     void addTransfer();
+    void addDialogs();
     void addLifecycle();
 };
 
@@ -197,6 +199,26 @@ void Grammar::addTransfer() {
                          });
 }
 
+void Grammar::addDialogs() {
+    using Kind = command::ShowDialog::Kind;
+    CLI::App &dialogs = addGroup("dialog", "Show a dialog of the running Fernhop");
+    const auto addDialog = [&](const std::string &name, Kind kind, const std::string &description,
+                               const std::string &subject = "", const std::string &subjectHelp = "") {
+        add<command::ShowDialog>(dialogs, name, description,
+                                 [&](CLI::App &dialog, command::ShowDialog &record) {
+                                     record.kind = kind;
+                                     if (!subject.empty())
+                                         addText(dialog, subject, record.subject, subjectHelp);
+                                 });
+    };
+    addDialog("add-app-rules", Kind::addAppRules, "Choose a browser for several applications");
+    addDialog("edit-app-rule", Kind::editAppRule, "Choose a browser for one application", "APP", appHelp);
+    addDialog("add-url-rule", Kind::addURLRule, "Add a URL rule");
+    addDialog("edit-url-rule", Kind::editURLRule, "Change a URL rule", "ID",
+              "Identifier of the rule, as listed");
+    addDialog("feedback", Kind::feedback, "List the ways to reach the developer");
+}
+
 void Grammar::addLifecycle() {
     add<command::Refresh>(app, "refresh", "Look for installed applications and browsers anew",
                           [](CLI::App &, command::Refresh &) {});
@@ -235,6 +257,7 @@ struct Unprotect {
     }
     void operator()(command::RemoveAppRule &rule) const { unprotect(rule.app); }
     void operator()(command::SetDefault &choice) const { unprotect(choice.browser); }
+    void operator()(command::ShowDialog &dialog) const { unprotect(dialog.subject); }
     void operator()(command::Export &transfer) const { unprotect(transfer.file); }
     void operator()(command::Import &transfer) const { unprotect(transfer.file); }
     template <typename Wordless>

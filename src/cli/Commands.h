@@ -35,6 +35,7 @@ struct Call {
 [[nodiscard]] CommandResult carryOut(const command::RestoreOnQuit &restore, const Call &call);
 [[nodiscard]] CommandResult carryOut(const command::Export &, const Call &call);
 [[nodiscard]] CommandResult carryOut(const command::Import &, const Call &call);
+[[nodiscard]] CommandResult carryOut(const command::ShowDialog &dialog, const Call &call);
 [[nodiscard]] CommandResult carryOut(const command::Refresh &, const Call &call);
 [[nodiscard]] CommandResult carryOut(const command::Quit &, const Call &call);
 

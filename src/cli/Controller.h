@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Url.h"
+#include "platform/ui/Selector.h"
 #include "routing/Browser.h"
 #include "routing/InstalledApplication.h"
 #include "routing/RoutingDecision.h"
@@ -33,6 +34,10 @@ class Controller {
 
     /// Looks for applications anew. False when no Fernhop runs.
     virtual bool refresh() = 0;
+
+    /// Opens a dialog by the selector of its action, soon after the call returns; `identifier` is what its
+    /// sender carries (empty: nothing). False when no Fernhop runs that could show it.
+    virtual bool openDialog(ui::Selector selector, const std::string &identifier) = 0;
 
     /// Ends Fernhop, soon after the call returns. False when none runs.
     virtual bool quit() = 0;

@@ -43,6 +43,7 @@ class LocalSession : public Controller {
     bool deliver(const Url &) override { return false; }
     void rebuildMenu() override {}
     bool refresh() override { return false; }
+    bool openDialog(ui::Selector, const std::string &) override { return false; }
     bool quit() override { return false; }
 
   private:

@@ -1,10 +1,14 @@
 #include "cli/ResidentSession.h"
 
+#include "platform/ui/Button.h"
+
+#include <utility>
+
 namespace fernhop::cli {
 
 ResidentSession::ResidentSession(AppDelegate &running, const Platform &desktop,
-                                 const SessionReport &sessionReport)
-    : delegate(running), platform(desktop), report(sessionReport) {}
+                                 const SessionReport &sessionReport, CallSoon soon)
+    : delegate(running), platform(desktop), report(sessionReport), callSoon(std::move(soon)) {}
 
 Context ResidentSession::context() {
     return {delegate.settings(),
@@ -39,6 +43,16 @@ void ResidentSession::rebuildMenu() {
 
 bool ResidentSession::refresh() {
     return delegate.perform("refreshApplicationList").has_value();
+}
+
+bool ResidentSession::openDialog(ui::Selector selector, const std::string &identifier) {
+    // An open dialog lasts as long as the user likes: whoever asked for it is answered before.
+    callSoon([&controller = delegate, selector, identifier] {
+        ui::Button sender;
+        sender.identifier = identifier;
+        (void)controller.perform(selector, {.sender = &sender});
+    });
+    return true;
 }
 
 bool ResidentSession::quit() {

@@ -5,13 +5,19 @@
 #include "cli/Context.h"
 #include "cli/Controller.h"
 
+#include <functional>
+
 namespace fernhop::cli {
 
 /// The running Fernhop as commands see it. Main thread only.
 class ResidentSession : public Controller {
   public:
+    /// Calls its argument once, from the main loop, soon after it returns itself.
+    using CallSoon = std::function<void(std::function<void()>)>;
+
     /// The arguments must outlive the session; `platform` is what the controller was made with.
-    ResidentSession(AppDelegate &delegate, const Platform &platform, const SessionReport &report);
+    ResidentSession(AppDelegate &delegate, const Platform &platform, const SessionReport &report,
+                    CallSoon callSoon);
 
     /// What `perform` works on.
     [[nodiscard]] Context context();
@@ -22,12 +28,14 @@ class ResidentSession : public Controller {
     bool deliver(const Url &url) override;
     void rebuildMenu() override;
     bool refresh() override;
+    bool openDialog(ui::Selector selector, const std::string &identifier) override;
     bool quit() override;
 
   private:
     AppDelegate &delegate;
     const Platform &platform;
     const SessionReport &report;
+    const CallSoon callSoon;
 };
 
 } // namespace fernhop::cli

@@ -5,6 +5,7 @@
 #include "settings/ReadableSetting.h"
 
 #include <filesystem>
+#include <system_error>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -30,6 +31,13 @@ SessionDisplays displaysOf(const Environment &environment) {
             environment.value("WAYLAND_DISPLAY").value_or(""), environment.value("DISPLAY").value_or("")};
 }
 
+// Beside the program, where it is installed and where it is built.
+std::string dialogsModule() {
+    std::error_code error;
+    const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (own.parent_path().parent_path() / "lib/fernhop/libfernhop-dialogs.so").string();
+}
+
 } // namespace
 
 LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
@@ -45,7 +53,7 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
       sourceNotifications(*focus, senderEvidence, workspaceNotifications),
       links(currentDelivery, [this](const LinkSender &sender) { sourceNotifications.linkArrives(sender); }),
       launcher({environment, bus, focus.get()}), workspace(entries, *focus, launcher, currentDelivery),
-      tray(makeTray(bus)) {}
+      tray(makeTray(bus)), alerts(dialogsModule(), sound) {}
 
 std::unique_ptr<TrayStatusBar> LinuxDesktop::makeTray(GDBusConnection *bus) {
     if (bus == nullptr)

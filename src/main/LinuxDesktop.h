@@ -7,6 +7,7 @@
 #include "platform/linux/applications/PosixFileManager.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+#include "platform/linux/dialogs-qt/LoadedAlerts.h"
 #include "platform/linux/focus/ApplicationMatcher.h"
 #include "platform/linux/focus/FocusProvider.h"
 #include "platform/linux/focus/LaunchSignals.h"
@@ -68,7 +69,7 @@ struct LinuxDesktop {
     const std::unique_ptr<TrayStatusBar> tray; ///< null without a bus
     NoStatusBar noStatusBar;
     LinuxImages images;
-    NoAlerts alerts{sound};
+    LoadedAlerts alerts;
 
   private:
     [[nodiscard]] std::unique_ptr<TrayStatusBar> makeTray(GDBusConnection *bus);

@@ -7,10 +7,13 @@
 #include "main/LinuxSessionReport.h"
 #include "platform/linux/links/LinkService.h"
 #include "platform/linux/links/SessionBus.h"
+#include "platform/linux/tray/Symbols.h"
 
 #include <unistd.h>
 
 #include <cstdio>
+#include <functional>
+#include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -20,6 +23,15 @@ int fail(const std::string &reason) {
     return exitStatus::failure;
 }
 
+void callSoon(std::function<void()> call) {
+    const auto run = [](gpointer data) -> gboolean {
+        (*static_cast<std::function<void()> *>(data))();
+        return G_SOURCE_REMOVE;
+    };
+    const auto forget = [](gpointer data) { delete static_cast<std::function<void()> *>(data); };
+    g_idle_add_full(G_PRIORITY_DEFAULT, run, new std::function<void()>(std::move(call)), forget);
+}
+
 /// Fernhop as it runs: the controller with the desktop below it and the command line beside it.
 class Resident {
   public:
@@ -27,10 +39,16 @@ class Resident {
         : desktop(linuxDesktop), platform(desktop.platform()), delegate(platform),
           report(*desktop.focus, desktop.arrivalProblems, true,
                  [this] { return delegate.sourceTracker().sourceBundleID(); }),
-          session(delegate, platform, report) {}
+          session(delegate, platform, report, callSoon) {}
 
     void run(GDBusConnection *bus) {
-        desktop.application.setShouldTerminate([this] { return delegate.applicationShouldTerminate(); });
+        desktop.application.setShouldTerminate([this] { return shouldTerminate(); });
+        desktop.alerts.setHost(
+            {[this](ui::Selector action, const Object &sender) {
+                 (void)delegate.perform(action, {.sender = &sender});
+             },
+             [this](const std::string &path) { return iconOfEntry(path); },
+             [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); }});
         desktop.application.endWithSignals();
         desktop.application.endWithBus(bus);
         desktop.tray->setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
@@ -47,6 +65,18 @@ class Resident {
     void reopen() { (void)delegate.perform("applicationShouldHandleReopen:hasVisibleWindows:"); }
 
   private:
+    TerminateReply shouldTerminate() {
+        const auto reply = delegate.applicationShouldTerminate();
+        // An open dialog runs a loop of its own within the main one.
+        desktop.alerts.dismiss();
+        return reply;
+    }
+
+    std::string iconOfEntry(const std::string &path) const {
+        const auto entry = desktop.entries.entryAtPath(path);
+        return entry ? entry->icon : "";
+    }
+
     LinuxDesktop &desktop;
     const Platform platform;
     AppDelegate delegate;

@@ -67,9 +67,10 @@ std::vector<ManualEntry> manualEntries() {
 }
 
 TEST(HelpTexts, NameTheCommands) {
-    EXPECT_EQ(help().nodes().at({}).commands,
-              (Words{"open", "explain", "match", "status", "apps", "browsers", "url-rules", "app-rules",
-                     "routing", "default", "restore-on-quit", "export", "import", "refresh", "quit"}));
+    EXPECT_EQ(
+        help().nodes().at({}).commands,
+        (Words{"open", "explain", "match", "status", "apps", "browsers", "url-rules", "app-rules", "routing",
+               "default", "restore-on-quit", "export", "import", "dialog", "refresh", "quit"}));
     EXPECT_EQ(help().nodes().at({}).options, (Words{"--help", "--version"}));
     EXPECT_EQ(help().nodes().at({"url-rules"}).commands, (Words{"list", "add", "edit", "remove"}));
     EXPECT_EQ(help().nodes().at({"app-rules"}).commands, (Words{"list", "set", "remove"}));

@@ -7,6 +7,7 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/FakeSessionReport.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,7 +30,8 @@ class World : public fakes::FakeDesktop {
     void launch() {
         delegate.emplace(desktop);
         delegate->applicationDidFinishLaunching();
-        resident.emplace(*delegate, desktop, report);
+        resident.emplace(*delegate, desktop, report,
+                         [this](std::function<void()> call) { soon.push_back(std::move(call)); });
         statusBar.menusSet = 0;
     }
 
@@ -52,6 +54,8 @@ class World : public fakes::FakeDesktop {
     const std::string editor = "org.example.Editor";
 
     fakes::FakeSessionReport report;
+
+    std::vector<std::function<void()>> soon; ///< what the main loop has to call
 
     std::optional<AppDelegate> delegate;
     std::optional<ResidentSession> resident;

@@ -37,8 +37,8 @@ _fernhop_rule_argument() {
     local rules=${positionals[0]} verb=${positionals[1]} kind=
     case $rules-$verb-$place in
         url-rules-add-3 | url-rules-edit-4 | app-rules-set-3) kind=browser ;;
-        url-rules-edit-2 | url-rules-remove-2) kind=rule ;;
-        app-rules-set-2) kind=app ;;
+        url-rules-edit-2 | url-rules-remove-2 | dialog-edit-url-rule-2) kind=rule ;;
+        app-rules-set-2 | dialog-edit-app-rule-2) kind=app ;;
         app-rules-remove-2) kind=ruled ;;
     esac
     case $kind in
@@ -70,12 +70,13 @@ _fernhop() {
         _fernhop_options
     elif ((place == 0)); then
         _fernhop_offer "$(printf '%s\n' open explain match status apps browsers url-rules app-rules routing default \
-            restore-on-quit export import refresh quit)"
+            restore-on-quit export import dialog refresh quit)"
     else
         case ${positionals[0]}-$place in
             url-rules-1) _fernhop_offer $'list\nadd\nedit\nremove' ;;
             app-rules-1) _fernhop_offer $'list\nset\nremove' ;;
-            url-rules-* | app-rules-*) _fernhop_rule_argument ;;
+            dialog-1) _fernhop_offer $'add-app-rules\nedit-app-rule\nadd-url-rule\nedit-url-rule\nfeedback' ;;
+            url-rules-* | app-rules-* | dialog-*) _fernhop_rule_argument ;;
             routing-1 | restore-on-quit-1) _fernhop_offer $'on\noff' ;;
             default-1) _fernhop_offer "$(_fernhop_identifiers bundleID browsers)" ;;
             export-1 | import-1)

@@ -48,6 +48,7 @@ set --local commands \
     restore-on-quit 'Give the default browser its role back when Fernhop ends' \
     export 'Write all rules and settings' \
     import 'Replace all rules and settings' \
+    dialog 'Show a dialog of the running Fernhop' \
     refresh 'Look for applications anew' \
     quit 'End the running Fernhop'
 while set --query commands[1]
@@ -57,6 +58,7 @@ end
 
 complete --command fernhop --condition '__fernhop_after url-rules' --arguments 'list add edit remove'
 complete --command fernhop --condition '__fernhop_after app-rules' --arguments 'list set remove'
+complete --command fernhop --condition '__fernhop_after dialog' --arguments 'add-app-rules edit-app-rule add-url-rule edit-url-rule feedback'
 
 for list in status apps browsers 'url-rules list' 'app-rules list' explain
     complete --command fernhop --condition "__fernhop_after $list" --long-option json --description 'Print one JSON document'
@@ -71,6 +73,8 @@ complete --command fernhop --condition '__fernhop_argument 0 url-rules remove' -
 complete --command fernhop --condition '__fernhop_argument 0 app-rules set' --arguments '(__fernhop_identifiers bundleID apps)'
 complete --command fernhop --condition '__fernhop_argument 1 app-rules set' --arguments '(__fernhop_identifiers bundleID browsers)'
 complete --command fernhop --condition '__fernhop_argument 0 app-rules remove' --arguments '(__fernhop_identifiers sourceBundleID app-rules list)'
+complete --command fernhop --condition '__fernhop_argument 0 dialog edit-app-rule' --arguments '(__fernhop_identifiers bundleID apps)'
+complete --command fernhop --condition '__fernhop_argument 0 dialog edit-url-rule' --arguments '(__fernhop_identifiers id url-rules list)'
 complete --command fernhop --condition '__fernhop_after routing; or __fernhop_after restore-on-quit' --arguments 'on off'
 complete --command fernhop --condition '__fernhop_after default' --arguments '(__fernhop_identifiers bundleID browsers)'
 complete --command fernhop --condition '__fernhop_after export; or __fernhop_after import' --force-files

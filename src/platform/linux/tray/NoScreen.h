@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/Sound.h"
-#include "platform/ui/Alert.h"
 #include "platform/ui/StatusItem.h"
 
 #include <memory>
@@ -32,22 +30,6 @@ class NoStatusBar : public ui::StatusBar {
             return std::nullopt;
         }
     };
-};
-
-/// For a session without a display: an alert only beeps.
-class NoAlerts : public ui::AlertPresenter {
-  public:
-    /// `beeper` must outlive this object.
-    explicit NoAlerts(Sound &beeper) : sound(beeper) {}
-
-    [[nodiscard]] bool bringToFront() override { return false; }
-    [[nodiscard]] int runModal(const ui::Alert &alert) override {
-        sound.beep();
-        return ui::alertFirstButtonReturn + static_cast<int>(alert.buttons.size()) - 1;
-    }
-
-  private:
-    Sound &sound;
 };
 
 } // namespace fernhop::freedesktop

@@ -1,0 +1,32 @@
+#include "platform/linux/dialogs-qt/LoadedAlerts.h"
+
+#include <dlfcn.h>
+
+namespace fernhop::freedesktop {
+
+int LoadedAlerts::runModal(const ui::Alert &alert) {
+    // Tried at each alert, for a screen may be there by now.
+    if (!presenter)
+        load();
+    if (presenter)
+        return presenter->runModal(alert);
+    sound.beep();
+    return ui::alertFirstButtonReturn + static_cast<int>(alert.buttons.size()) - 1;
+}
+
+void LoadedAlerts::dismiss() {
+    if (presenter)
+        presenter->dismiss();
+}
+
+void LoadedAlerts::load() {
+    // Never closed again: the toolkit leaves threads and exit handlers behind.
+    void *module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr)
+        return;
+    const auto make = reinterpret_cast<MakeDialogPresenter>(dlsym(module, makeDialogPresenterName));
+    if (make != nullptr)
+        presenter.reset(make(host));
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/Sound.h"
+#include "platform/linux/dialogs-qt/DialogHost.h"
+
+#include <memory>
+#include <string>
+
+namespace fernhop::freedesktop {
+
+/// Shows alerts with the dialogs' module, which is loaded when the first one opens: until then no toolkit is
+/// in the process. Where the module is missing or finds no screen, an alert beeps and is cancelled. Main
+/// thread only.
+class LoadedAlerts : public DialogPresenter {
+  public:
+    /// `modulePath` is the module's file; `beeper` outlives this object.
+    LoadedAlerts(std::string modulePath, Sound &beeper) : path(std::move(modulePath)), sound(beeper) {}
+
+    /// What the dialogs ask; set before the first one opens.
+    void setHost(DialogHost asked) { host = std::move(asked); }
+
+    [[nodiscard]] bool bringToFront() override { return presenter && presenter->bringToFront(); }
+    [[nodiscard]] int runModal(const ui::Alert &alert) override;
+    void dismiss() override;
+
+  private:
+    void load();
+
+    std::string path;
+    Sound &sound;
+    DialogHost host;
+    std::unique_ptr<DialogPresenter> presenter;
+};
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,94 @@
+#include "platform/linux/dialogs-qt/RowPainter.h"
+
+#include "platform/linux/dialogs-qt/DialogColors.h"
+#include "platform/linux/dialogs-qt/DialogImages.h"
+#include "platform/linux/dialogs-qt/ViewLayout.h"
+#include "platform/linux/dialogs-qt/ViewText.h"
+#include "platform/ui/ImageView.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <cmath>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+const ContentMeasures &rowMeasures() {
+    static const ContentMeasures measures{
+        [](const ui::View &view) -> std::optional<double> {
+            const auto *label = dynamic_cast<const ui::TextField *>(&view);
+            return label ? std::optional(labelWidth(*label)) : std::nullopt;
+        },
+        [](const ui::View &view, double) -> std::optional<double> {
+            constexpr double oneLine = 1e6; // the height of a row has no place for more
+            const auto *label = dynamic_cast<const ui::TextField *>(&view);
+            return label ? std::optional(labelHeight(*label, oneLine)) : std::nullopt;
+        }};
+    return measures;
+}
+
+/// Paints a tree of labels and images.
+class TreePainter {
+  public:
+    TreePainter(QPainter &target, const QStyleOptionViewItem &item, const DialogHost &dialogHost)
+        : painter(target), option(item), host(dialogHost) {
+        if (option.state.testFlag(QStyle::State_Selected))
+            palette.setColor(QPalette::WindowText, palette.color(QPalette::HighlightedText));
+        else
+            palette.setColor(QPalette::WindowText, palette.color(QPalette::Text));
+    }
+
+    void paint(const ui::View &view, const Frames &frames) {
+        const Frame &frame = frames.at(&view);
+        const QRectF area(option.rect.x() + frame.x, option.rect.y() + frame.y, frame.width, frame.height);
+        if (const auto *label = dynamic_cast<const ui::TextField *>(&view))
+            paintLabel(*label, area);
+        else if (const auto *image = dynamic_cast<const ui::ImageView *>(&view))
+            paintImage(*image, area);
+        for (const auto &child : view.subviews)
+            paint(*child, frames);
+    }
+
+  private:
+    void paintLabel(const ui::TextField &label, const QRectF &area) {
+        painter.setFont(toFont(label.font));
+        painter.setPen(colorIn(palette, label.textColor));
+        const QString text = toText(label.stringValue()).simplified();
+        const QString shown = QFontMetricsF(painter.font()).elidedText(text, Qt::ElideRight, area.width());
+        painter.drawText(area, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    }
+
+    void paintImage(const ui::ImageView &image, const QRectF &area) {
+        const double side = std::min(area.width(), area.height());
+        const QColor tint = colorIn(palette, image.contentTintColor.value_or(ui::Color{}));
+        painter.drawPixmap(area.topLeft(),
+                           pixmapOf(image.image, side, painter.device()->devicePixelRatioF(), tint, host));
+    }
+
+    QPainter &painter;
+    const QStyleOptionViewItem &option;
+    const DialogHost &host;
+    QPalette palette = option.palette;
+};
+
+} // namespace
+
+void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                       const QModelIndex &index) const {
+    QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+    const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
+    if (!row)
+        return;
+    const ui::Size size{static_cast<double>(option.rect.width()), static_cast<double>(option.rect.height())};
+    painter->save();
+    TreePainter(*painter, option, host).paint(*row, layOut(*row, size, rowMeasures()));
+    painter->restore();
+}
+
+QSize RowPainter::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const {
+    return {0, static_cast<int>(std::lround(table.rowHeight))};
+}
+
+} // namespace fernhop::freedesktop

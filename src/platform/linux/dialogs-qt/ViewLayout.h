@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/ui/View.h"
+
+#include <functional>
+#include <optional>
+#include <unordered_map>
+
+namespace fernhop::freedesktop {
+
+/// Where a view stands, seen from the upper left corner of the tree's root, in points.
+struct Frame {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+
+    bool operator==(const Frame &) const = default;
+};
+
+using Frames = std::unordered_map<const ui::View *, Frame>;
+
+/// What a view's content needs; nothing where any measure suits it.
+struct ContentMeasures {
+    std::function<std::optional<double>(const ui::View &)> width;
+    std::function<std::optional<double>(const ui::View &, double width)> height;
+};
+
+/// The frame of every view in the tree of `root`, which is `size` large: from the tree's constraints, its
+/// stacks and the measures of its contents, whose height may depend on their width.
+[[nodiscard]] Frames layOut(const ui::View &root, ui::Size size, const ContentMeasures &measures);
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/linux/dialogs-qt/DialogHost.h"
+#include "platform/linux/dialogs-qt/ViewLayout.h"
+#include "platform/ui/View.h"
+
+#include <QWidget>
+#include <memory>
+#include <unordered_map>
+
+namespace fernhop::freedesktop {
+
+/// The widgets of a view tree, in a widget of the root's fixed size. What the user does is written into the
+/// views and their actions are fired; what the core changes shows. Destroyed before its views are.
+class ViewWidgets : public QWidget {
+  public:
+    /// `host` outlives this widget.
+    ViewWidgets(std::shared_ptr<ui::View> tree, const DialogHost &dialogHost, QWidget *parent = nullptr);
+    ~ViewWidgets() override;
+
+    /// The widget that shows a view; null for one that shows nothing itself.
+    [[nodiscard]] QWidget *widgetOf(const ui::View &view) const;
+
+    /// Where a view stands in this widget.
+    [[nodiscard]] Frame frameOf(const ui::View &view) const { return frames.at(&view); }
+
+    /// Gives the keyboard to the first field that one types in; false when there is none.
+    bool focusFirstField();
+
+  private:
+    void build(ui::View &view);
+    [[nodiscard]] QWidget *makeWidget(ui::View &view);
+    void place();
+    void follow(ui::View &view, std::function<void()> show);
+    [[nodiscard]] ContentMeasures measures() const;
+    [[nodiscard]] std::optional<double> contentWidth(const ui::View &view) const;
+    [[nodiscard]] std::optional<double> contentHeight(const ui::View &view, double width) const;
+
+    [[nodiscard]] QWidget *makeLabel(ui::View &view);
+    [[nodiscard]] QWidget *makeField(ui::View &view);
+    [[nodiscard]] QWidget *makePopUp(ui::View &view);
+    [[nodiscard]] QWidget *makeButton(ui::View &view);
+    [[nodiscard]] QWidget *makeImage(ui::View &view);
+    [[nodiscard]] QWidget *makeScroll(ui::View &view);
+
+    std::shared_ptr<ui::View> root;
+    const DialogHost &host;
+    std::unordered_map<const ui::View *, QWidget *> widgets;
+    std::vector<ui::View *> followed;
+    std::vector<ui::View *> fields; ///< to type in, in their order
+    Frames frames;
+};
+
+} // namespace fernhop::freedesktop

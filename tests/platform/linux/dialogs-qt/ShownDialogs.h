@@ -1,0 +1,84 @@
+#pragma once
+
+#include "app/Controller.h"
+#include "app/ExpectViews.h"
+#include "platform/linux/dialogs-qt/QtAlerts.h"
+
+#include <QPushButton>
+#include <QTimer>
+#include <cstdlib>
+#include <exception>
+#include <functional>
+
+namespace fernhop::freedesktop {
+
+/// A controller whose dialogs are shown by the toolkit on a screen that nobody sees.
+class ShownDialogs : public ControllerTest {
+  protected:
+    static QtAlerts &presenter(const DialogHost &host) {
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        static QtAlerts alerts(host, "offscreen"); // a process has one application
+        return alerts;
+    }
+
+    ShownDialogs() {
+        setHandlers(own);
+        storeFallback("browser.b");
+        for (const auto &[name, id] : {std::pair{"Alpha", "com.example.a"},
+                                       {"Beta", "org.sample.b"},
+                                       {"Chat", "com.example.c"},
+                                       {"Delta", "org.sample.d"}})
+            desktop.applications.installApplication("/Applications/" + std::string(name) + ".app", id, name);
+        launch();
+        current = this;
+    }
+    ~ShownDialogs() override { current = nullptr; }
+
+    /// Opens a dialog by its selector; `user` works in it while it is open, and must close it.
+    void open(std::string_view selector, const std::function<void(AlertDialog &, const ui::View &)> &user,
+              const std::string &identifier = "") {
+        ui::Button sender;
+        sender.identifier = identifier;
+        desktop.alerts.user = [&](const ui::Alert &alert) { return run(alert, user); };
+        controller->perform(selector, {.sender = &sender});
+    }
+
+    static QPushButton *buttonNamed(AlertDialog &dialog, const QString &text) {
+        for (auto *button : dialog.findChildren<QPushButton *>())
+            if (button->text() == text)
+                return button;
+        throw std::runtime_error("no button " + text.toStdString());
+    }
+
+    static void press(AlertDialog &dialog, const QString &text) { buttonNamed(dialog, text)->click(); }
+
+  private:
+    static int run(const ui::Alert &alert, const std::function<void(AlertDialog &, const ui::View &)> &user) {
+        static const DialogHost host{[](ui::Selector action, const Object &sender) {
+                                         if (!action.empty())
+                                             current->controller->perform(action, {.sender = &sender});
+                                     },
+                                     [](const std::string &) { return std::string(); },
+                                     [](const std::string &, ui::Color) { return std::nullopt; }};
+        QtAlerts &alerts = presenter(host);
+        QTimer::singleShot(0, [&] {
+            auto *dialog = dynamic_cast<AlertDialog *>(QApplication::activeModalWidget());
+            if (!dialog) {
+                ADD_FAILURE() << "no dialog is open";
+                alerts.dismiss();
+                return;
+            }
+            try {
+                user(*dialog, *alert.accessoryView);
+            } catch (const std::exception &error) {
+                ADD_FAILURE() << error.what();
+            }
+            alerts.dismiss();
+        });
+        return alerts.runModal(alert);
+    }
+
+    static inline ShownDialogs *current = nullptr;
+};
+
+} // namespace fernhop::freedesktop
