@@ -19,4 +19,5 @@ compiled() {
     done
 }
 # The database speaks to GCC, which has warnings that clang does not know.
-compiled | xargs -0 --no-run-if-empty -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p "$database"
+compiled | xargs -0 --no-run-if-empty -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p "$database" 2>&1 |
+    sed -E "/^[0-9]+ warnings?( and [0-9]+ errors?)? generated\.$/d"
