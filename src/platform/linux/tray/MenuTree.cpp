@@ -1,7 +1,7 @@
 #include "platform/linux/tray/MenuTree.h"
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -97,7 +97,7 @@ const MenuTree::Entry *MenuTree::find(Id id) const {
 
 std::vector<MenuTree::Id> MenuTree::ids() const {
     std::vector<Id> all;
-    std::ranges::copy(entries | std::views::transform(&Entry::id), std::back_inserter(all));
+    std::ranges::transform(entries, std::back_inserter(all), &Entry::id);
     return all;
 }
 
