@@ -11,7 +11,7 @@ namespace fernhop::freedesktop {
 /// Paints a view's layer: a rounded box with a border.
 class LayerWidget : public QWidget {
   public:
-    LayerWidget(ui::Layer shown, QWidget *parent) : QWidget(parent), layer(std::move(shown)) {}
+    LayerWidget(const ui::Layer &shown, QWidget *parent) : QWidget(parent), layer(shown) {}
 
     /// Fills the box with a colour of the palette below the layer's own.
     void fillWith(QPalette::ColorRole role) { background = role; }
