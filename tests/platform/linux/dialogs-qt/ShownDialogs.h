@@ -17,8 +17,9 @@ class ShownDialogs : public ControllerTest {
   protected:
     static QtAlerts &presenter(const DialogHost &host) {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        static QtAlerts alerts(host, "offscreen"); // a process has one application
-        return alerts;
+        // A process has one application. This one is never ended: at exit, the toolkit's own statics go first.
+        static QtAlerts *const alerts = new QtAlerts(host, "offscreen");
+        return *alerts;
     }
 
     ShownDialogs() {
