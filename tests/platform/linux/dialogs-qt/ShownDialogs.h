@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <exception>
 #include <functional>
+#include <memory>
 
 namespace fernhop::freedesktop {
 
@@ -17,10 +18,15 @@ class ShownDialogs : public ControllerTest {
   protected:
     static QtAlerts &presenter(const DialogHost &host) {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        // A process has one application. This one is never ended: at exit, the toolkit's own statics go first.
-        static QtAlerts *const alerts = new QtAlerts(host, "offscreen");
+        if (!alerts) // a process has one application at a time
+            alerts = std::make_unique<QtAlerts>(host, "offscreen");
         return *alerts;
     }
+
+    /// At exit it would be too late: the toolkit's own statics go first.
+    static void TearDownTestSuite() { alerts.reset(); }
+
+    static inline std::unique_ptr<QtAlerts> alerts;
 
     ShownDialogs() {
         setHandlers(own);
@@ -61,12 +67,12 @@ class ShownDialogs : public ControllerTest {
                                      },
                                      [](const std::string &) { return std::string(); },
                                      [](const std::string &, ui::Color) { return std::nullopt; }};
-        QtAlerts &alerts = presenter(host);
+        QtAlerts &dialogs = presenter(host);
         QTimer::singleShot(0, [&] {
             auto *dialog = dynamic_cast<AlertDialog *>(QApplication::activeModalWidget());
             if (!dialog) {
                 ADD_FAILURE() << "no dialog is open";
-                alerts.dismiss();
+                dialogs.dismiss();
                 return;
             }
             try {
@@ -74,9 +80,9 @@ class ShownDialogs : public ControllerTest {
             } catch (const std::exception &error) {
                 ADD_FAILURE() << error.what();
             }
-            alerts.dismiss();
+            dialogs.dismiss();
         });
-        return alerts.runModal(alert);
+        return dialogs.runModal(alert);
     }
 
     static inline ShownDialogs *current = nullptr;
