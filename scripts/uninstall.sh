@@ -1,42 +1,47 @@
 #!/bin/bash
-# Removes what `make install` put under a prefix. If Fernhop is still this user's default browser, the role first goes back to
-# the browser that had it before. Rules and settings stay.
+# Removes what `make install` put under a prefix. If Fernhop is still the default browser of this user, the role goes back
+# to the browser that had it before.
 #
-#     scripts/uninstall.sh PREFIX
+#     scripts/uninstall.sh PREFIX [BUILD_FOLDER]
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-prefix="$(realpath -m "${1:?which prefix?}")"
-build="${FERNHOP_BUILD:-build/release}"
-fernhop="$prefix/bin/fernhop"
+prefix="$(realpath -m -- "${1:?which prefix?}")"
+manifest="${2:-${FERNHOP_BUILD:-build/release}}/install_manifest.txt"
 
-if [[ ! -f "$build/cmake_install.cmake" ]]; then
-    echo "uninstall: nothing is built in $build; \`make build\` first, to know what was installed" >&2
+giveRoleBack() {
+    if [[ -x "$prefix/bin/fernhop" ]]; then
+        "$prefix/bin/fernhop" routing off || echo "uninstall: could not hand the default role back" >&2
+        "$prefix/bin/fernhop" quit || true
+    fi
+}
+
+# Each file, and the folders that it leaves empty.
+removeFiles() {
+    local file
+    while IFS= read -r file || [[ -n "$file" ]]; do
+        if [[ "$file" == "$prefix"/* ]]; then
+            rm -f -- "$file"
+            (cd "$prefix" && rmdir -p --ignore-fail-on-non-empty -- "$(dirname "${file#"$prefix"/}")" 2>/dev/null) || true
+        fi
+    done <"$manifest"
+}
+
+refreshCaches() {
+    if [[ -d "$prefix/share/applications" ]] && command -v update-desktop-database >/dev/null; then
+        update-desktop-database -q "$prefix/share/applications" || true
+    fi
+    if [[ -f "$prefix/share/icons/hicolor/icon-theme.cache" ]] && command -v gtk-update-icon-cache >/dev/null; then
+        gtk-update-icon-cache -q -t -f "$prefix/share/icons/hicolor" || true
+    fi
+}
+
+# Before anything else: once the role is given back, the manifest may be found missing, but not the other way round.
+giveRoleBack
+scripts/autostart.sh off "$prefix"
+if [[ ! -f "$manifest" ]]; then
+    echo "uninstall: $manifest is not there; run \`make install\` with the same PREFIX first" >&2
     exit 1
 fi
-if [[ -x "$fernhop" ]]; then
-    if "$fernhop" status --json | tr -d ' \n' | grep -q '"routing":true'; then
-        "$fernhop" routing off || echo "uninstall: could not hand the role of default browser back" >&2
-    fi
-    "$fernhop" quit || true
-fi
-
-# What installing writes is asked of installing itself, into a folder that nobody sees: a list kept from the last time
-# would be that of another prefix as soon as one was used.
-staged="$(mktemp -d)"
-trap 'rm -rf "$staged"' EXIT
-DESTDIR="$staged" cmake --install "$build" --prefix "$prefix" >/dev/null
-find "$staged$prefix" -depth \( -type f -o -type l \) -printf '%P\0' | while IFS= read -r -d '' file; do
-    rm -f -- "$prefix/$file"
-done
-
-entries="$prefix/share/applications"
-if [[ -f "$entries/mimeinfo.cache" ]]; then
-    update-desktop-database -q "$entries" || true
-    if [[ -z "$(find "$entries" -name '*.desktop' -print -quit)" ]]; then
-        rm -f "$entries/mimeinfo.cache"
-    fi
-fi
-find "$staged$prefix" -mindepth 1 -depth -type d -printf '%P\0' | while IFS= read -r -d '' folder; do
-    rmdir --ignore-fail-on-non-empty -- "$prefix/$folder" 2>/dev/null || true
-done
+removeFiles
+refreshCaches

@@ -38,8 +38,11 @@ class WindowSwitch : public testing::Test {
 
         turnToChat();
         ASSERT_TRUE(session.sourceBecomes(DesktopSession::chat)) << session.output();
+        // One after the other: browsers that start at once note their links in any order.
         openWithGio("https://chat/1");
+        EXPECT_EQ(linksOf(session.chatBrowser, 1).size(), 1U);
         openOverTheBus("https://chat/2");
+        EXPECT_EQ(linksOf(session.chatBrowser, 2).size(), 2U);
         openWithXdgOpen("https://chat/3");
         EXPECT_EQ(linksOf(session.chatBrowser, 3),
                   (Links{"https://chat/1", "https://chat/2", "https://chat/3"}));
@@ -47,6 +50,7 @@ class WindowSwitch : public testing::Test {
         turnToMail();
         ASSERT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
         openWithGio("https://mail/2");
+        EXPECT_EQ(linksOf(session.mailBrowser, 2).size(), 2U);
         openOverTheBus("https://mail/3");
         EXPECT_EQ(linksOf(session.mailBrowser, 3),
                   (Links{"https://mail/1", "https://mail/2", "https://mail/3"}));
