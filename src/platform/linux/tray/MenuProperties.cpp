@@ -89,7 +89,8 @@ GVariant *menuLayout(const MenuTree &tree, MenuTree::Id id, int depth, const Pro
             g_variant_builder_add(&children, "v", menuLayout(tree, child, rest, filter, icons));
     }
     GVariant *layout = g_variant_new("(i@a{sv}av)", id, menuProperties(entry, filter, icons), &children);
-    // Written out at once, an item takes its few bytes; as a tree of values, the whole menu would take megabytes.
+    // Written out at once, an item takes its few bytes; as a tree of values, the whole menu would take
+    // megabytes.
     g_variant_get_data(layout);
     return layout;
 }
