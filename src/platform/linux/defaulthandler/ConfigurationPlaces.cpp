@@ -23,7 +23,7 @@ std::vector<std::string> parts(std::string_view list) {
     return found;
 }
 
-// The specification has relative paths ignored.
+// Relative paths in XDG variables are to be ignored.
 std::string folder(const char *name, const std::string &standard) {
     const auto value = variable(name);
     return value.starts_with('/') ? value : standard;
