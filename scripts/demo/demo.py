@@ -10,6 +10,7 @@ import shutil
 import signal
 import sys
 import time
+from contextlib import contextmanager
 from pathlib import Path
 from urllib.parse import urlsplit
 
@@ -25,6 +26,19 @@ WINDOW_GAP = 10
 SETTLING = 0.5  # seconds for windows to draw themselves, which nothing tells
 
 REASONS = {"urlRule": "URL rule", "appRule": "app rule", "fallback": "fallback", "firstBrowser": "first browser", "none": "nothing"}
+
+
+@contextmanager
+def kept(path):
+    """Leaves a file as it was: uninstalling goes by the list of what was installed for the user."""
+    before = path.read_bytes() if path.exists() else None
+    try:
+        yield
+    finally:
+        if before is None:
+            path.unlink(missing_ok=True)
+        else:
+            path.write_bytes(before)
 
 
 class Demonstration:
@@ -50,7 +64,8 @@ class Demonstration:
     # Preparing
 
     def install(self, buildFolder):
-        self.desktop.processes.output("cmake", "--install", str(buildFolder), "--prefix", str(self.desktop.prefix))
+        with kept(buildFolder / "install_manifest.txt"):
+            self.desktop.processes.output("cmake", "--install", str(buildFolder), "--prefix", str(self.desktop.prefix))
         for browser in scenario.SMALL_BROWSERS:
             self.writeEntry(browser, f"{PYTHON} {HERE}/smallbrowser.py {browser.identifier} \"{browser.title}\" {self.record} %U",
                             "MimeType=x-scheme-handler/http;x-scheme-handler/https;\n")
@@ -95,16 +110,24 @@ class Demonstration:
 
     def open(self, link):
         """Opens one link from its application's window; what Fernhop says that it decides."""
-        self.desktop.activate(link.source.identifier)
-        self.desktop.waitFor(f"Fernhop to see {link.source.title} in front",
-                             lambda: self.status().get("source") == link.source.identifier)
+        self.bringToFront(link.source)
         decision = json.loads(self.fernhop("explain", "--json", "--source", link.source.identifier, link.url))
         self.desktop.press(str(1 + [other for other in self.links if other.source == link.source].index(link)))
         try:
             self.desktop.waitFor("the link", lambda: self.arrivals(link))
-        except RuntimeError:
-            pass  # the table says so
+            # Not before, or its window would come in front of the next application's.
+            self.desktop.waitFor(f"{link.browser.title} to come to the front", lambda: self.desktop.isInFront(link.browser.identifier))
+        except RuntimeError as error:
+            print(f"demonstration: {error}", file=sys.stderr)  # and the table says what is wrong
         return decision
+
+    def bringToFront(self, application):
+        def isSeen():
+            if not self.desktop.isInFront(application.identifier):
+                self.desktop.activate(application.identifier)
+            return self.status().get("source") == application.identifier
+
+        self.desktop.waitFor(f"Fernhop to see {application.title} in front", isSeen)
 
     def row(self, link, decision):
         got = self.arrivals(link)

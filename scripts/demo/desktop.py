@@ -128,6 +128,10 @@ class Desktop:
         """The oldest window of an application, when it has one."""
         return next(iter(self.windows(className)), None)
 
+    def isInFront(self, className):
+        active = self.processes.output("xdotool", "getactivewindow", check=False).strip()
+        return active in self.windows(className)
+
     def place(self, window, left, top, width, height):
         self.processes.output("xdotool", "windowsize", "--sync", window, str(width), str(height), "windowmove", "--sync", window, str(left),
                               str(top), check=False)
