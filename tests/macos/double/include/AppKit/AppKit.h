@@ -1,0 +1,3 @@
+#pragma once
+#import <AppKit/NSSound.h>
+#import <Foundation/Foundation.h>

@@ -1,0 +1,3 @@
+#pragma once
+// GNUstep's headers expect this name; the functions are those of the blocks runtime.
+#include <Block.h>
