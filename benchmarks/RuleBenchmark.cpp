@@ -37,9 +37,9 @@ constexpr Question wildcardAnchored{"https://intranet.example/*", "https://intra
 void preparedRule(benchmark::State &state, const Question &question) {
     const Url link = Url::parse(url).value();
     const PatternSubject subject(link);
-    const URLRule rule{"id", question.rule, "browser"};
+    const std::string_view pattern = question.rule;
     for (auto _ : state)
-        benchmark::DoNotOptimize(rule.matches(subject));
+        benchmark::DoNotOptimize(subject.matches(pattern));
 }
 
 void singleRule(benchmark::State &state, const Question &question) {

@@ -10,11 +10,10 @@ namespace fernhop {
 
 namespace {
 
-std::optional<URLRule> firstMatchingRule(std::vector<URLRule> rules, const Url &url) {
+std::optional<URLRule> firstMatchingRule(const Preferences &preferences, const Url &url) {
     const PatternSubject subject(url);
-    const auto found =
-        std::ranges::find_if(rules, [&subject](const URLRule &rule) { return rule.matches(subject); });
-    return found == rules.end() ? std::nullopt : std::optional(std::move(*found));
+    return preferences.firstURLRule(
+        [&subject](std::string_view pattern) { return subject.matches(pattern); });
 }
 
 std::optional<std::string> ruleForApp(const AppRules &rules, const std::string &app) {
@@ -26,7 +25,7 @@ std::optional<std::string> ruleForApp(const AppRules &rules, const std::string &
 
 RoutingDecision Router::decide(const Url &url, const std::optional<std::string> &source) const {
     RoutingDecision decision(url, source);
-    decision.urlRule = firstMatchingRule(sources.preferences.urlRules(), url);
+    decision.urlRule = firstMatchingRule(sources.preferences, url);
     if (source)
         decision.appRule = ruleForApp(sources.preferences.appRules(), *source);
     decision.fallback =

@@ -5,11 +5,7 @@
 namespace fernhop {
 
 bool URLRule::matches(const Url &url) const {
-    return matches(PatternSubject(url));
-}
-
-bool URLRule::matches(const PatternSubject &subject) const {
-    return subject.matches(pattern);
+    return PatternSubject(url).matches(pattern);
 }
 
 } // namespace fernhop

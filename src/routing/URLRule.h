@@ -7,8 +7,6 @@
 
 namespace fernhop {
 
-class PatternSubject;
-
 /// Maps the URLs that a pattern matches to a browser.
 struct URLRule {
     std::string id;              ///< identity: never changes, also when the rule is edited
@@ -18,8 +16,6 @@ struct URLRule {
     /// Whether the rule applies to `url`. Its text is taken as it stands, percent escapes included. A rule
     /// whose trimmed pattern is empty applies to nothing.
     [[nodiscard]] bool matches(const Url &url) const;
-    /// The same for a URL that is tested against many rules.
-    [[nodiscard]] bool matches(const PatternSubject &subject) const;
 
     bool operator==(const URLRule &) const = default;
 };

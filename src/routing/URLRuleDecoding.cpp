@@ -21,10 +21,11 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 /// The members of a rule in the order in which they are written.
 struct Member {
     std::string_view name;
-    std::string URLRule::*field;
+    std::string_view URLRuleView::*field;
 };
-constexpr std::array<Member, 3> members{
-    {{"id", &URLRule::id}, {"pattern", &URLRule::pattern}, {"browserBundleID", &URLRule::browserBundleID}}};
+constexpr std::array<Member, 3> members{{{"id", &URLRuleView::id},
+                                         {"pattern", &URLRuleView::pattern},
+                                         {"browserBundleID", &URLRuleView::browserBundleID}}};
 
 /// Which of `members` a rule has, as strings.
 using Present = std::bitset<members.size()>;
@@ -48,7 +49,7 @@ std::optional<std::size_t> memberIndex(json::field &field) {
 
 /// Reads one member into its place. False when the text is not JSON; a value of another type leaves the
 /// member absent. Of two members with the same name the later one counts.
-bool readMember(json::field field, URLRule &rule, Present &present) {
+bool readMember(json::field field, URLRuleView &rule, Present &present) {
     const auto index = memberIndex(field);
     json::json_type type;
     if (!index || field.value().type().get(type))
@@ -57,14 +58,10 @@ bool readMember(json::field field, URLRule &rule, Present &present) {
         present[*index] = type == json::json_type::string;
     if (*index == members.size() || type != json::json_type::string)
         return isWellFormed(field.value());
-    std::string_view text;
-    if (field.value().get_string().get(text))
-        return false;
-    rule.*members[*index].field = text;
-    return true;
+    return !field.value().get_string().get(rule.*members[*index].field);
 }
 
-bool readRule(json::value value, URLRule &rule) {
+bool readRule(json::value value, URLRuleView &rule) {
     json::object object;
     if (value.get_object().get(object))
         return false;
@@ -84,7 +81,7 @@ bool isAtEnd(json::document &document) {
 
 } // namespace
 
-std::optional<std::vector<URLRule>> decodeURLRules(std::string_view text) {
+bool visitURLRules(std::string_view text, const std::function<bool(const URLRuleView &)> &visit) {
     if (text.starts_with(byteOrderMark))
         text.remove_prefix(byteOrderMark.size());
 
@@ -93,16 +90,27 @@ std::optional<std::vector<URLRule>> decodeURLRules(std::string_view text) {
     json::document document;
     json::array array;
     if (parser.iterate(padded).get(document) || document.get_array().get(array))
-        return std::nullopt;
+        return false;
 
-    std::vector<URLRule> rules;
-    rules.reserve(text.size() / usualRuleSize);
+    bool goesOn = true;
     for (auto element : array) {
         json::value value;
-        if (element.get(value) || !readRule(value, rules.emplace_back()))
-            return std::nullopt;
+        URLRuleView rule;
+        if (element.get(value) || !readRule(value, rule))
+            return false;
+        goesOn = goesOn && visit(rule);
     }
-    return isAtEnd(document) ? std::optional(std::move(rules)) : std::nullopt;
+    return isAtEnd(document);
+}
+
+std::optional<std::vector<URLRule>> decodeURLRules(std::string_view json) {
+    std::vector<URLRule> rules;
+    rules.reserve(json.size() / usualRuleSize);
+    const auto keep = [&rules](const URLRuleView &rule) {
+        rules.push_back({std::string(rule.id), std::string(rule.pattern), std::string(rule.browserBundleID)});
+        return true;
+    };
+    return visitURLRules(json, keep) ? std::optional(std::move(rules)) : std::nullopt;
 }
 
 } // namespace fernhop

@@ -25,6 +25,17 @@ std::vector<URLRule> Preferences::urlRules() const {
     return json ? decodeURLRules(*json).value_or(std::vector<URLRule>()) : std::vector<URLRule>();
 }
 
+std::optional<URLRule> Preferences::firstURLRule(const std::function<bool(std::string_view)> &matches) const {
+    const auto json = defaults.dataForKey(settingsKey::urlRules);
+    std::optional<URLRule> first;
+    const auto test = [&](const URLRuleView &rule) {
+        if (matches(rule.pattern))
+            first = {std::string(rule.id), std::string(rule.pattern), std::string(rule.browserBundleID)};
+        return !first;
+    };
+    return json && visitURLRules(*json, test) ? first : std::nullopt;
+}
+
 void Preferences::setURLRules(const std::vector<URLRule> &rules) {
     if (auto json = encodeURLRules(rules))
         defaults.setObject(PropertyValue{PropertyData{*std::move(json)}}, settingsKey::urlRules);

@@ -86,6 +86,30 @@ TEST_F(PreferencesTest, UnreadableURLRulesAreEmptyAndLeftAlone) {
     EXPECT_EQ(defaults.writes, 0);
 }
 
+TEST_F(PreferencesTest, TheFirstURLRuleThatIsAcceptedIsFoundWithoutTestingTheOthers) {
+    plantRules({docs, mail, {"3", "*mail*", "firefox"}});
+    std::vector<std::string> tested;
+    const auto accepts = [&](std::string_view pattern) {
+        tested.emplace_back(pattern);
+        return pattern == "*mail*";
+    };
+    EXPECT_EQ(preferences.firstURLRule(accepts), mail);
+    EXPECT_EQ(tested, (std::vector<std::string>{"docs.example", "*mail*"}));
+    EXPECT_EQ(preferences.firstURLRule([](std::string_view) { return false; }), std::nullopt);
+}
+
+TEST_F(PreferencesTest, NoURLRuleIsFoundInAListThatTurnsOutUnreadableBehindIt) {
+    const std::string rule = R"({"id":"1","pattern":"p","browserBundleID":"firefox"})";
+    const auto all = [](std::string_view) { return true; };
+    for (const std::string &json :
+         {"[" + rule + ",{}]", "[" + rule + ",null]", "[" + rule, "[" + rule + "] x"}) {
+        plantRules(json);
+        EXPECT_EQ(preferences.firstURLRule(all), std::nullopt) << json;
+    }
+    defaults.stored.clear();
+    EXPECT_EQ(preferences.firstURLRule(all), std::nullopt);
+}
+
 TEST_F(PreferencesTest, AddingReplacesUnreadableURLRules) {
     plantRules("no json");
     preferences.addURLRule("docs.example", "firefox");
