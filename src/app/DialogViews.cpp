@@ -3,6 +3,8 @@
 #include "platform/ui/ImageView.h"
 #include "platform/ui/TextField.h"
 
+#include <utility>
+
 namespace fernhop {
 
 using namespace ui;
@@ -49,6 +51,22 @@ std::shared_ptr<StackView> sectionHeader(const std::string &title, const std::st
     return std::make_shared<StackView>(
         Orientation::horizontal, StackAlignment::centerY, 10,
         std::vector<std::shared_ptr<View>>{makeBadge(symbolName, images), text});
+}
+
+std::shared_ptr<View> stackedRows(std::vector<std::shared_ptr<View>> rows, double spacing, Size size,
+                                  LayoutRelation endAtBottom) {
+    const auto stack =
+        std::make_shared<StackView>(Orientation::vertical, StackAlignment::leading, spacing, std::move(rows));
+    stack->translatesAutoresizingMask = false;
+    auto container = std::make_shared<View>();
+    container->frameSize = size;
+    container->subviews = {stack};
+    auto end = aligned(*stack, *container, LayoutAttribute::bottom);
+    end.relation = endAtBottom;
+    container->constraints = {aligned(*stack, *container, LayoutAttribute::leading),
+                              aligned(*stack, *container, LayoutAttribute::trailing),
+                              aligned(*stack, *container, LayoutAttribute::top), end};
+    return container;
 }
 
 std::shared_ptr<View> noteView(const std::shared_ptr<View> &wrapped) {

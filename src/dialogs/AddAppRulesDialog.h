@@ -40,11 +40,6 @@ class AddAppRulesDialog {
     /// Keeps the selection that the user changed.
     void selectionDidChange();
 
-    /// The applications selected now, those that the search hides included.
-    [[nodiscard]] const std::set<std::string> &selectedBundleIDs() const {
-        return ruleDialogSelectedBundleIDs;
-    }
-
   private:
     [[nodiscard]] std::shared_ptr<ui::View> makeAccessoryView();
     [[nodiscard]] std::shared_ptr<ui::SearchField> makeSearchField() const;

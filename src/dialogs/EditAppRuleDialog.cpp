@@ -1,11 +1,10 @@
 #include "dialogs/EditAppRuleDialog.h"
 
 #include "app/BrowserPopup.h"
-#include "platform/ui/StackView.h"
+#include "app/DialogViews.h"
 #include "platform/ui/TextField.h"
 
 #include <optional>
-#include <vector>
 
 namespace fernhop {
 
@@ -17,18 +16,7 @@ std::shared_ptr<View> makeContainer(const std::string &name, const std::shared_p
     const auto nameLabel = makeWrappingLabel(name, {13, FontWeight::medium}, ColorRole::label);
     const auto note = makeWrappingLabel("选择这个 App 打开链接时使用的浏览器。", {12, FontWeight::regular},
                                         ColorRole::secondaryLabel, 2);
-    const auto stack =
-        std::make_shared<StackView>(Orientation::vertical, StackAlignment::leading, 12,
-                                    std::vector<std::shared_ptr<View>>{nameLabel, popup, note});
-    stack->translatesAutoresizingMask = false;
-    auto container = std::make_shared<View>();
-    container->frameSize = Size{360, 92};
-    container->subviews = {stack};
-    container->constraints = {aligned(*stack, *container, LayoutAttribute::leading),
-                              aligned(*stack, *container, LayoutAttribute::trailing),
-                              aligned(*stack, *container, LayoutAttribute::top),
-                              atMost(*stack, *container, LayoutAttribute::bottom)};
-    return container;
+    return stackedRows({nameLabel, popup, note}, 12, {360, 92}, LayoutRelation::lessThanOrEqual);
 }
 
 } // namespace

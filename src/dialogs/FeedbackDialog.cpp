@@ -26,18 +26,7 @@ std::shared_ptr<View> FeedbackDialog::makeFeedbackView() const {
                       sources.images)};
     for (const ContactChannel &channel : contactChannels())
         rows.push_back(makeRow(channel));
-    const auto stack =
-        std::make_shared<StackView>(Orientation::vertical, StackAlignment::leading, 10, std::move(rows));
-    stack->translatesAutoresizingMask = false;
-
-    auto container = std::make_shared<View>();
-    container->frameSize = Size{440, 250};
-    container->subviews = {stack};
-    container->constraints = {aligned(*stack, *container, LayoutAttribute::leading),
-                              aligned(*stack, *container, LayoutAttribute::trailing),
-                              aligned(*stack, *container, LayoutAttribute::top),
-                              atMost(*stack, *container, LayoutAttribute::bottom)};
-    return container;
+    return stackedRows(std::move(rows), 10, {440, 250}, LayoutRelation::lessThanOrEqual);
 }
 
 std::shared_ptr<View> FeedbackDialog::makeRow(const ContactChannel &channel) const {

@@ -3,10 +3,8 @@
 #include "app/BrowserPopup.h"
 #include "app/DialogViews.h"
 #include "platform/Text.h"
-#include "platform/ui/StackView.h"
 
 #include <string>
-#include <vector>
 
 namespace fernhop {
 
@@ -35,20 +33,11 @@ std::shared_ptr<View> makeNote() {
 }
 
 std::shared_ptr<View> makeContainer(const std::shared_ptr<View> &field, const std::shared_ptr<View> &popup) {
-    const auto stack = std::make_shared<StackView>(
-        Orientation::vertical, StackAlignment::leading, 10,
-        std::vector<std::shared_ptr<View>>{makeCaption("URL 匹配规则"), field, makeCaption("目标浏览器"),
-                                           popup, makeNote()});
-    stack->translatesAutoresizingMask = false;
-    auto container = std::make_shared<View>();
-    container->frameSize = Size{420, 190};
-    container->subviews = {stack};
-    container->constraints = {aligned(*stack, *container, LayoutAttribute::leading),
-                              aligned(*stack, *container, LayoutAttribute::trailing),
-                              aligned(*stack, *container, LayoutAttribute::top),
-                              aligned(*stack, *container, LayoutAttribute::bottom),
-                              aligned(*field, *container, LayoutAttribute::width),
-                              aligned(*popup, *container, LayoutAttribute::width)};
+    auto container =
+        stackedRows({makeCaption("URL 匹配规则"), field, makeCaption("目标浏览器"), popup, makeNote()}, 10,
+                    {420, 190}, LayoutRelation::equal);
+    for (const auto &wide : {field, popup})
+        container->constraints.push_back(aligned(*wide, *container, LayoutAttribute::width));
     return container;
 }
 

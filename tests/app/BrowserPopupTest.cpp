@@ -48,6 +48,12 @@ TEST_F(BrowserPopupTest, SelectsTheGivenBrowser) {
     EXPECT_EQ(selectedBrowserID(&popup), "three");
 }
 
+TEST_F(BrowserPopupTest, FirstOfTwoWithAnIdentifierIsSelected) {
+    browsers[2].bundleID = "two";
+    update("two");
+    EXPECT_EQ(popup.selectedIndex(), 1u);
+}
+
 TEST_F(BrowserPopupTest, KeepsWhatTheUserPicked) {
     update();
     popup.selectItem(2);

@@ -48,6 +48,22 @@ TEST(SectionHeader, MissingSymbolLeavesTheBadgeEmpty) {
     EXPECT_EQ(subview<ImageView>(*subview<View>(*header, 0), 0)->image, nullptr);
 }
 
+TEST(StackedRows, HangFromTheTop) {
+    const auto upper = std::make_shared<View>(), lower = std::make_shared<View>();
+    for (const auto relation : {LayoutRelation::equal, LayoutRelation::lessThanOrEqual}) {
+        const auto container = stackedRows({upper, lower}, 7, {300, 200}, relation);
+        EXPECT_EQ(container->frameSize, (Size{300, 200}));
+        ASSERT_EQ(container->subviews.size(), 1u);
+        const auto stack = subview<StackView>(*container, 0);
+        expectStack(*stack, Orientation::vertical, StackAlignment::leading, 7, 2);
+        EXPECT_FALSE(stack->translatesAutoresizingMask);
+        EXPECT_EQ(container->constraints,
+                  (std::vector{aligned(*stack, *container, leading), aligned(*stack, *container, trailing),
+                               aligned(*stack, *container, top),
+                               Constraint{stack.get(), bottom, relation, container.get(), bottom, 0}}));
+    }
+}
+
 TEST(NoteView, WrapsWithItsInsets) {
     const auto wrapped = std::make_shared<View>();
     const auto note = noteView(wrapped);

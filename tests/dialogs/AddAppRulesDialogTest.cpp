@@ -170,6 +170,12 @@ TEST_F(AddAppRulesTest, PopupSelectsTheEffectiveDefaultBrowser) {
     lookAt([](const Dialog &d) { EXPECT_EQ(picked(*d.popup), "browser.a"); });
 }
 
+TEST_F(AddAppRulesTest, WithoutADefaultBrowserThePopupStartsWithTheFirst) {
+    desktop.defaults.stored.clear();
+    desktop.launchServices.handlers.clear();
+    lookAt([](const Dialog &d) { EXPECT_EQ(picked(*d.popup), "browser.a"); });
+}
+
 TEST_F(AddAppRulesTest, BrowsersAreNotOffered) {
     lookAt([](const Dialog &d) { EXPECT_EQ(d.names(), (Names{"Alpha", "Beta", "Chat", "Delta"})); });
 }
@@ -368,6 +374,27 @@ TEST_F(AddAppRulesTest, RulesAreWrittenInTheOrderOfTheList) {
     EXPECT_TRUE(desktop.launchServices.calls.empty());
     EXPECT_EQ(desktop.statusBar.menusSet, 1);
     EXPECT_EQ(desktop.sound.beeps, 0);
+}
+
+TEST_F(AddAppRulesTest, WhatTheListHasSelectedAtTheEndCounts) {
+    openDialog([](const Dialog &d) {
+        d.table->selectionDidChange = nullptr; // nobody was told
+        d.table->selectRowIndexes({1, 3, 99}, false);
+        return confirm;
+    });
+    EXPECT_EQ(rules(), (AppRules{{"org.sample.b", "browser.b"}, {"org.sample.d", "browser.b"}}));
+}
+
+TEST_F(AddAppRulesTest, SelectionIsKeptByExactIdentifiers) {
+    desktop.applications.installApplication("/Applications/Beta2.app", "ORG.sample.b", "Beta 2");
+    controller->refreshBrowsers();
+    lookAt([this](const Dialog &d) {
+        EXPECT_EQ(d.names(), (Names{"Alpha", "Beta", "Beta 2", "Chat", "Delta"}));
+        select(d, {1});
+        type(d, "beta");
+        EXPECT_EQ(d.selected(), Rows{0});
+        EXPECT_EQ(d.text(), "将已选择的 Beta 浏览器改成：browser.b");
+    });
 }
 
 TEST_F(AddAppRulesTest, AddingTurnsRoutingOnWhenItIsOff) {

@@ -88,6 +88,24 @@ TEST_F(EditAppRuleTest, WithoutARuleTheDefaultBrowserIsPreselectedAndSavingMakes
     });
 }
 
+TEST_F(EditAppRuleTest, RuleOfABrowserThatIsGoneStartsWithTheFirst) {
+    storeAppRule("com.example.mail", "browser.gone");
+    edit("com.example.mail", [](const PopUpButton &popup) {
+        EXPECT_EQ(picked(popup), "browser.a");
+        return cancel;
+    });
+}
+
+TEST_F(EditAppRuleTest, RulesThatCannotBeReadCountAsNone) {
+    store(settingsKey::appRules,
+          {PropertyDictionary{{"com.example.mail", {"browser.a"}}, {"com.example.other", {true}}}});
+    edit("com.example.mail", [](const PopUpButton &popup) {
+        EXPECT_EQ(picked(popup), "browser.b");
+        return confirm;
+    });
+    EXPECT_EQ(rules(), (AppRules{{"com.example.mail", "browser.b"}}));
+}
+
 TEST_F(EditAppRuleTest, SavingWritesTheRuleAndRebuildsTheMenu) {
     edit("com.example.mail", [this](PopUpButton &popup) {
         pick(popup, "browser.b");

@@ -126,6 +126,16 @@ TEST_F(FeedbackTest, PressingChannelsOpensThemAndLeavesTheDialogOpen) {
     expectNothingWritten(0);
 }
 
+TEST_F(FeedbackTest, LinkThatNothingOpensIsNotReported) {
+    desktop.workspace.opensByDefault = false;
+    Button sender;
+    sender.identifier = contactChannels()[0].urlString;
+    controller->perform("openContactFromButton:", {.sender = &sender});
+    EXPECT_EQ(desktop.workspace.openedByDefault.size(), 1u);
+    EXPECT_EQ(desktop.sound.beeps, 0);
+    EXPECT_TRUE(desktop.log.lines.empty());
+}
+
 TEST_F(FeedbackTest, LinkThatIsNoneBeeps) {
     Button sender;
     controller->perform("openContactFromButton:", {.sender = &sender});

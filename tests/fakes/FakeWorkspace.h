@@ -64,7 +64,7 @@ class FakeWorkspace : public Workspace {
 
     bool openUrl(const Url &url) override {
         openedByDefault.push_back(url);
-        return true;
+        return opensByDefault;
     }
 
     ui::ImageReference iconForFile(const std::string &path, double side) const override {
@@ -73,6 +73,7 @@ class FakeWorkspace : public Workspace {
     }
 
     std::vector<Url> openedByDefault;
+    bool opensByDefault = true; ///< whether something opens links that name no application
     mutable std::vector<std::pair<std::string, double>> iconRequests;
 
   private:
