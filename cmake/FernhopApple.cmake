@@ -13,5 +13,6 @@ if(APPLE)
                                                   "-framework QuartzCore")
 else()
     add_subdirectory(tests/macos/double)
-    target_link_libraries(fernhop_apple INTERFACE fernhop_macos_double)
+    # Whole: nothing refers to its categories and to what the sanitizers look for.
+    target_link_libraries(fernhop_apple INTERFACE $<LINK_LIBRARY:WHOLE_ARCHIVE,fernhop_macos_double>)
 endif()

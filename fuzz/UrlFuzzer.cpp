@@ -2,7 +2,7 @@
 
 #include "platform/Ascii.h"
 #include "platform/Url.h"
-#include "platform/linux/text/UrlEncoding.h"
+#include "platform/UrlEncoding.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "platform/Text.h"
+#include "platform/UnicodeText.h"
 #include "platform/linux/text/AsciiOrder.h"
 #include "platform/linux/text/CaseRules.h"
-#include "platform/linux/text/UnicodeText.h"
 
 #include <unicode/ucol.h>
 

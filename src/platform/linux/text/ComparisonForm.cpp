@@ -1,7 +1,7 @@
 #include "platform/linux/text/ComparisonForm.h"
 
 #include "platform/Ascii.h"
-#include "platform/linux/text/UnicodeText.h"
+#include "platform/UnicodeText.h"
 
 #include <unicode/uchar.h>
 #include <unicode/unorm2.h>

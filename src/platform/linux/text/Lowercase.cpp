@@ -1,6 +1,6 @@
 #include "platform/Ascii.h"
 #include "platform/Text.h"
-#include "platform/linux/text/UnicodeText.h"
+#include "platform/UnicodeText.h"
 
 #include <unicode/ustring.h>
 

@@ -1,5 +1,5 @@
 #include "platform/Text.h"
-#include "platform/linux/text/UnicodeText.h"
+#include "platform/UnicodeText.h"
 
 #include <unicode/uchar.h>
 

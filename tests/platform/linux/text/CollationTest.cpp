@@ -1,6 +1,6 @@
 #include "platform/Text.h"
+#include "platform/UnicodeText.h"
 #include "platform/linux/text/AsciiOrder.h"
-#include "platform/linux/text/UnicodeText.h"
 
 #include <gtest/gtest.h>
 #include <unicode/ucol.h>

@@ -1,4 +1,4 @@
-#include "platform/linux/text/UnicodeText.h"
+#include "platform/UnicodeText.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +37,13 @@ TEST(UnicodeText, SurvivesTheRoadToUtf16AndBack) {
         EXPECT_EQ(toUtf8(toUtf16(text)), text);
     }
     EXPECT_EQ(toUtf16("a😀\xFF"), u"a😀\xDCFF");
+}
+
+TEST(UnicodeText, ReplacesLoneSurrogates) {
+    EXPECT_EQ(withoutLoneSurrogates(toUtf16("a😀\xFFz")), u"a😀\uFFFDz");
+    EXPECT_EQ(withoutLoneSurrogates(u"\xD83D\xD83D\xDE00\xDE00\xD83D"), u"\uFFFD😀\uFFFD\uFFFD");
+    EXPECT_EQ(withoutLoneSurrogates(u""), u"");
+    EXPECT_EQ(toUtf8(u"\xD800z\xDC00"), "\uFFFDz\uFFFD");
 }
 
 } // namespace fernhop::text

@@ -18,6 +18,7 @@ struct UrlComponents {
     bool hasFragment = false;
 };
 
+/// Cuts `text` at the delimiters.
 [[nodiscard]] UrlComponents urlComponents(std::string_view text);
 
 /// The text with every byte percent-encoded that RFC 3986 does not allow where it stands, and every "%" that

@@ -1,4 +1,4 @@
-#include "platform/linux/text/UrlEncoding.h"
+#include "platform/UrlEncoding.h"
 
 #include "platform/Ascii.h"
 

@@ -21,10 +21,15 @@ struct Character {
 /// The last character of `text`, which is not empty.
 [[nodiscard]] Character lastCharacter(std::string_view text);
 
-/// `text` as ICU takes it. Invalid bytes become lone surrogates, which ICU leaves alone.
+/// `text` as the libraries of the platforms take it. Invalid bytes become lone surrogates, which they leave
+/// alone.
 [[nodiscard]] std::u16string toUtf16(std::string_view text);
 
-/// The inverse of `toUtf16`: lone surrogates become the invalid bytes that they stand for.
+/// The inverse of `toUtf16`: lone surrogates become the invalid bytes that they stand for. Others, which it
+/// never gives, become U+FFFD.
 [[nodiscard]] std::string toUtf8(std::u16string_view text);
+
+/// `text` with U+FFFD in the place of each lone surrogate: fit to be shown and stored.
+[[nodiscard]] std::u16string withoutLoneSurrogates(std::u16string text);
 
 } // namespace fernhop::text

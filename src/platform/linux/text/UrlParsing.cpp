@@ -1,7 +1,5 @@
 #include "platform/Url.h"
-
-#include "platform/Ascii.h"
-#include "platform/linux/text/UrlEncoding.h"
+#include "platform/UrlEncoding.h"
 
 #include <uriparser/Uri.h>
 
@@ -30,21 +28,6 @@ std::optional<Url> Url::parse(std::string_view text) {
     if (!isValidReference(encoded))
         return std::nullopt;
     return Url(std::move(encoded));
-}
-
-Url Url::fileUrl(std::string_view absolutePath) {
-    return Url("file://" + percentEncodedPath(absolutePath));
-}
-
-std::string Url::path() const {
-    std::string result = percentDecoded(urlComponents(text).path);
-    while (result.size() > 1 && result.ends_with('/'))
-        result.pop_back();
-    return result;
-}
-
-bool Url::isFileUrl() const {
-    return ascii::lowercased(urlComponents(text).scheme) == "file";
 }
 
 } // namespace fernhop

@@ -1,0 +1,49 @@
+// What the sanitizers must know in every program that stands on the double. Leaks of ours are found; what
+// GNUstep and its runtime take once and keep until the process ends is not one of them.
+
+#import <Foundation/Foundation.h>
+#include <objc/message.h>
+#include <sanitizer/lsan_interface.h>
+
+#include <initializer_list>
+
+extern "C" const char *__asan_default_options();
+extern "C" const char *__lsan_default_suppressions();
+
+const char *__asan_default_options() {
+    // Without this no frame of GNUstep, which is built without frame pointers, would be known.
+    return "fast_unwind_on_malloc=0";
+}
+
+const char *__lsan_default_suppressions() {
+    return "leak:__objc_exec_class\n"
+           "leak:class_addMethod\n"
+           "leak:class_copyMethodList\n";
+}
+
+namespace {
+
+/// Sends a message without arguments. The messages that are written in this file cannot be sent while the
+/// program is being loaded.
+id send(id receiver, const char *message) {
+    const SEL selector = sel_registerName(message);
+    return objc_msg_lookup(receiver, selector)(receiver, selector);
+}
+
+id classNamed(const char *name) {
+    return reinterpret_cast<id>(objc_getClass(name));
+}
+
+/// Has classes make what they keep, while nobody counts.
+[[maybe_unused]] const bool startedUp = [] {
+    const __lsan::ScopedDisabler notCounted;
+    const id pool = send(classNamed("NSAutoreleasePool"), "new");
+    for (const char *name :
+         {"NSArray", "NSMutableArray", "NSDictionary", "NSMutableDictionary", "NSSet", "NSData", "NSDate",
+          "NSNull", "NSNumber", "NSString", "NSMutableString", "NSURL"})
+        send(classNamed(name), "class");
+    send(pool, "release");
+    return true;
+}();
+
+} // namespace
