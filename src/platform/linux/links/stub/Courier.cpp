@@ -68,20 +68,20 @@ int appendProcess(sd_bus_message *message, const char *key, pid_t process) {
     return process <= 0 ? 0 : sd_bus_message_append(message, "{sv}", key, "i", process);
 }
 
-int appendEvidence(sd_bus_message *message, const SenderEvidence &evidence) {
+int appendOrigin(sd_bus_message *message, const LinkOrigin &origin) {
     int result = sd_bus_message_open_container(message, 'a', "{sv}");
     if (result >= 0)
-        result = appendBytes(message, "activation-token", evidence.activationToken);
+        result = appendBytes(message, "activation-token", origin.activationToken);
     if (result >= 0)
-        result = appendBytes(message, "desktop-startup-id", evidence.startupID);
+        result = appendBytes(message, "desktop-startup-id", origin.startupID);
     if (result >= 0)
-        result = appendBytes(message, "control-group", evidence.controlGroup);
+        result = appendBytes(message, "control-group", origin.controlGroup);
     if (result >= 0)
-        result = appendBytes(message, "desktop-file", evidence.desktopFile);
+        result = appendBytes(message, "desktop-file", origin.desktopFile);
     if (result >= 0)
-        result = appendProcess(message, "launched-pid", evidence.launchedPid);
+        result = appendProcess(message, "launched-pid", origin.launchedPid);
     if (result >= 0)
-        result = appendProcess(message, "parent-pid", evidence.parentPid);
+        result = appendProcess(message, "parent-pid", origin.parentPid);
     return result < 0 ? result : sd_bus_message_close_container(message);
 }
 
@@ -95,8 +95,8 @@ int appendLinks(sd_bus_message *message, const std::vector<std::string> &links) 
 /// One delivery, with what happens when it does not get through at once.
 class Courier {
   public:
-    Courier(const std::vector<std::string> &linksToDeliver, const SenderEvidence &senderEvidence)
-        : links(linksToDeliver), evidence(senderEvidence) {}
+    Courier(const std::vector<std::string> &linksToDeliver, const LinkOrigin &linkOrigin)
+        : links(linksToDeliver), origin(linkOrigin) {}
 
     DeliveryResult run() {
         DeliveryResult last{Kind::failed, {}};
@@ -133,7 +133,7 @@ class Courier {
         if (result >= 0 && !justStart)
             result = appendLinks(message.get(), links);
         if (result >= 0)
-            result = appendEvidence(message.get(), evidence);
+            result = appendOrigin(message.get(), origin);
         // Without a limit of time: until there is an answer the links are in no safe hands but these.
         return result < 0 ? result : sd_bus_call(bus.get(), message.get(), UINT64_MAX, error.out(), nullptr);
     }
@@ -154,14 +154,14 @@ class Courier {
     }
 
     const std::vector<std::string> &links;
-    const SenderEvidence &evidence;
+    const LinkOrigin &origin;
     Bus bus;
 };
 
 } // namespace
 
-DeliveryResult deliver(const std::vector<std::string> &links, const SenderEvidence &evidence) {
-    return Courier(links, evidence).run();
+DeliveryResult deliver(const std::vector<std::string> &links, const LinkOrigin &origin) {
+    return Courier(links, origin).run();
 }
 
 } // namespace fernhop::stub

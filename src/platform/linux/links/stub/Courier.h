@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/links/stub/SenderEvidence.h"
+#include "platform/linux/links/stub/LinkOrigin.h"
 
 #include <string>
 #include <vector>
@@ -21,6 +21,6 @@ struct DeliveryResult {
 /// Hands links to the resident over the session bus, all in one call, and waits until it has dealt with them.
 /// Starts the resident when it does not run, by the bus or, where the bus does not know it, by itself;
 /// delivers anew when it dies first. Without links the resident is only started.
-[[nodiscard]] DeliveryResult deliver(const std::vector<std::string> &links, const SenderEvidence &evidence);
+[[nodiscard]] DeliveryResult deliver(const std::vector<std::string> &links, const LinkOrigin &origin);
 
 } // namespace fernhop::stub

@@ -39,8 +39,8 @@ int openWithoutBus(const std::vector<std::string> &links) {
     return 1;
 }
 
-int run(const std::vector<std::string> &links, const SenderEvidence &evidence) {
-    const auto result = deliver(links, evidence);
+int run(const std::vector<std::string> &links, const LinkOrigin &origin) {
+    const auto result = deliver(links, origin);
     if (result.kind == DeliveryResult::Kind::delivered)
         return 0;
     if (result.kind == DeliveryResult::Kind::noBus && !links.empty())
@@ -52,10 +52,10 @@ int run(const std::vector<std::string> &links, const SenderEvidence &evidence) {
 } // namespace
 
 int main(int count, char **arguments) {
-    const auto evidence = readSenderEvidence();
+    const auto origin = readLinkOrigin();
     if (count == 2 && strcmp(arguments[1], "--help") == 0)
         return fputs(help, stdout) < 0;
     if (count == 2 && strcmp(arguments[1], "--version") == 0)
         return puts("fernhop-open " FERNHOP_VERSION) < 0;
-    return run(linksOf(count, arguments), evidence);
+    return run(linksOf(count, arguments), origin);
 }

@@ -1,4 +1,4 @@
-#include "platform/linux/links/stub/SenderEvidence.h"
+#include "platform/linux/links/stub/LinkOrigin.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -62,16 +62,16 @@ std::string desktopIDOfPath(const std::string &path) {
     return id;
 }
 
-SenderEvidence readSenderEvidence() {
-    SenderEvidence evidence;
-    evidence.activationToken = variable("XDG_ACTIVATION_TOKEN");
-    evidence.startupID = variable("DESKTOP_STARTUP_ID");
-    evidence.controlGroup = unifiedControlGroup(contents("/proc/self/cgroup"));
-    evidence.launchedPid =
+LinkOrigin readLinkOrigin() {
+    LinkOrigin origin;
+    origin.activationToken = variable("XDG_ACTIVATION_TOKEN");
+    origin.startupID = variable("DESKTOP_STARTUP_ID");
+    origin.controlGroup = unifiedControlGroup(contents("/proc/self/cgroup"));
+    origin.launchedPid =
         static_cast<pid_t>(strtol(variable("GIO_LAUNCHED_DESKTOP_FILE_PID").c_str(), nullptr, 10));
-    evidence.desktopFile = inheritedDesktopFile(evidence.launchedPid);
-    evidence.parentPid = getppid();
-    return evidence;
+    origin.desktopFile = inheritedDesktopFile(origin.launchedPid);
+    origin.parentPid = getppid();
+    return origin;
 }
 
 } // namespace fernhop::stub

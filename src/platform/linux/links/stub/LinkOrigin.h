@@ -8,7 +8,7 @@ namespace fernhop::stub {
 
 /// What this process's surroundings tell about who opened the link, and how the browser may come to the
 /// front. Empty texts and zero: nothing told.
-struct SenderEvidence {
+struct LinkOrigin {
     std::string activationToken;
     std::string startupID;
     std::string controlGroup; ///< path of the unified control group
@@ -18,7 +18,7 @@ struct SenderEvidence {
 };
 
 /// Reads the environment and /proc as they are now: to be called before anything else runs.
-[[nodiscard]] SenderEvidence readSenderEvidence();
+[[nodiscard]] LinkOrigin readLinkOrigin();
 
 /// The path after "0::" in the text of /proc/PID/cgroup; empty when there is none.
 [[nodiscard]] std::string unifiedControlGroup(const std::string &text);

@@ -1,4 +1,4 @@
-#include "platform/linux/links/stub/SenderEvidence.h"
+#include "platform/linux/links/stub/LinkOrigin.h"
 
 #include "support/Environment.h"
 
@@ -8,40 +8,40 @@
 namespace fernhop::stub {
 namespace {
 
-TEST(SenderEvidence, ReadsTheEnvironment) {
+TEST(LinkOrigin, ReadsTheEnvironment) {
     const support::ScopedEnvironment environment(
         {{"XDG_ACTIVATION_TOKEN", "token"},
          {"DESKTOP_STARTUP_ID", "id"},
          {"GIO_LAUNCHED_DESKTOP_FILE_PID", "77"},
          {"GIO_LAUNCHED_DESKTOP_FILE", "/usr/share/applications/chat.desktop"},
          {"BAMF_DESKTOP_FILE_HINT", std::nullopt}});
-    const auto evidence = readSenderEvidence();
-    EXPECT_EQ(evidence.activationToken, "token");
-    EXPECT_EQ(evidence.startupID, "id");
-    EXPECT_EQ(evidence.launchedPid, 77);
-    EXPECT_EQ(evidence.parentPid, getppid());
-    EXPECT_EQ(evidence.desktopFile, "chat") << "another process was launched for it, and started us";
+    const auto origin = readLinkOrigin();
+    EXPECT_EQ(origin.activationToken, "token");
+    EXPECT_EQ(origin.startupID, "id");
+    EXPECT_EQ(origin.launchedPid, 77);
+    EXPECT_EQ(origin.parentPid, getppid());
+    EXPECT_EQ(origin.desktopFile, "chat") << "another process was launched for it, and started us";
 }
 
-TEST(SenderEvidence, TheFileOfOurOwnLaunchIsNotTheSenders) {
+TEST(LinkOrigin, TheFileOfOurOwnLaunchIsNotTheSenders) {
     const support::ScopedEnvironment environment(
         {{"GIO_LAUNCHED_DESKTOP_FILE_PID", std::to_string(getpid())},
          {"GIO_LAUNCHED_DESKTOP_FILE", "/usr/share/applications/org.fernhop.Fernhop.desktop"},
          {"BAMF_DESKTOP_FILE_HINT", std::nullopt}});
-    const auto evidence = readSenderEvidence();
-    EXPECT_EQ(evidence.launchedPid, getpid());
-    EXPECT_EQ(evidence.desktopFile, "");
+    const auto origin = readLinkOrigin();
+    EXPECT_EQ(origin.launchedPid, getpid());
+    EXPECT_EQ(origin.desktopFile, "");
 }
 
-TEST(SenderEvidence, ANumberThatIsNoneIsNotTold) {
+TEST(LinkOrigin, ANumberThatIsNoneIsNotTold) {
     for (const char *text : {"", "x", "0"}) {
         const support::Environment changes = {{"GIO_LAUNCHED_DESKTOP_FILE_PID", text}};
         const support::ScopedEnvironment environment(changes);
-        EXPECT_EQ(readSenderEvidence().launchedPid, 0) << text;
+        EXPECT_EQ(readLinkOrigin().launchedPid, 0) << text;
     }
 }
 
-TEST(SenderEvidence, FindsTheUnifiedControlGroup) {
+TEST(LinkOrigin, FindsTheUnifiedControlGroup) {
     EXPECT_EQ(unifiedControlGroup("12:pids:/x\n0::/user.slice/app-chat-1.scope\n"),
               "/user.slice/app-chat-1.scope");
     EXPECT_EQ(unifiedControlGroup("0::/"), "/");
@@ -49,7 +49,7 @@ TEST(SenderEvidence, FindsTheUnifiedControlGroup) {
     EXPECT_EQ(unifiedControlGroup(""), "");
 }
 
-TEST(SenderEvidence, NamesDesktopFilesByTheirId) {
+TEST(LinkOrigin, NamesDesktopFilesByTheirId) {
     EXPECT_EQ(desktopIDOfPath("/usr/share/applications/org.example.Chat.desktop"), "org.example.Chat");
     EXPECT_EQ(desktopIDOfPath("/home/u/.local/share/applications/kde/web.desktop"), "kde-web");
     EXPECT_EQ(desktopIDOfPath("/elsewhere/chat.desktop"), "chat");
