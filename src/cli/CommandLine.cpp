@@ -87,8 +87,9 @@ int Client::operator()(const command::Open &open) const {
     if (links.empty())
         return show(result);
     const auto resident = process.connect();
-    const auto obstacle = resident ? resident->open(links) : "There is no session bus to reach Fernhop by.";
-    if (obstacle)
+    if (!resident)
+        process.openHere(links);
+    else if (const auto obstacle = resident->open(links))
         result = {exitStatus::failure, "", result.errors + failed(*obstacle).errors};
     return show(result);
 }

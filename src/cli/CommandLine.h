@@ -2,6 +2,7 @@
 
 #include "platform/CommandResult.h"
 #include "platform/ResidentConnection.h"
+#include "platform/Url.h"
 
 #include <functional>
 #include <iosfwd>
@@ -13,7 +14,7 @@
 
 namespace fernhop::cli {
 
-/// What the client process lends its command line. The two functions are called only by commands that need
+/// What the client process lends its command line. The functions are called only by commands that need
 /// them, so that the others start quickly.
 struct Process {
     std::istream &input;
@@ -24,6 +25,8 @@ struct Process {
     /// Performs a command within this process, for when no Fernhop runs.
     std::function<CommandResult(const std::vector<std::string> &arguments, std::string_view input)>
         performHere;
+    /// Routes links within this process, in their order, for where there is no session.
+    std::function<void(const std::vector<Url> &links)> openHere;
 };
 
 /// Runs the command line of `fernhop`. `arguments` are the words after the program's name. The result is the

@@ -45,13 +45,25 @@ CommandResult performHere(const Environment &environment, const std::vector<std:
     return cli::perform(arguments, input, session.context());
 }
 
+std::vector<std::string> textsOf(const std::vector<Url> &links) {
+    std::vector<std::string> texts;
+    for (const Url &link : links)
+        texts.push_back(link.absoluteString());
+    return texts;
+}
+
 int run(const Environment &environment, const std::vector<std::string> &arguments) {
-    if (arguments.size() > 1 && arguments[0] == withoutBus)
-        return openWithoutBus(environment,
-                              {arguments.begin() + (arguments[1] == "--" ? 2 : 1), arguments.end()});
+    if (arguments.size() > 1 && arguments[0] == withoutBus) {
+        openWithoutBus(environment, {arguments.begin() + (arguments[1] == "--" ? 2 : 1), arguments.end()});
+        return exitStatus::success;
+    }
     const cli::Process process{
-        std::cin, std::cout, std::cerr, [&] { return connect(environment); },
-        [&](const auto &words, std::string_view input) { return performHere(environment, words, input); }};
+        std::cin,
+        std::cout,
+        std::cerr,
+        [&] { return connect(environment); },
+        [&](const auto &words, std::string_view input) { return performHere(environment, words, input); },
+        [&](const std::vector<Url> &links) { openWithoutBus(environment, textsOf(links)); }};
     if (const auto status = cli::runCommandLine(arguments, process))
         return *status;
     return runResident(environment);

@@ -122,12 +122,11 @@ int runResident(const Environment &environment) {
     return exitStatus::success;
 }
 
-int openWithoutBus(const Environment &environment, const std::vector<std::string> &links) {
+void openWithoutBus(const Environment &environment, const std::vector<std::string> &links) {
     LinuxDesktop desktop(environment, nullptr);
     AppDelegate delegate(desktop.platform());
     delegate.applicationDidFinishLaunching();
     desktop.links.deliver({links, senderOf(environment, desktop.processes)}, nullptr);
-    return exitStatus::success;
 }
 
 } // namespace fernhop::freedesktop

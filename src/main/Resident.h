@@ -11,7 +11,7 @@ namespace fernhop::freedesktop {
 /// once, with status 0. `environment` is the process's, as it was at its start.
 [[nodiscard]] int runResident(const Environment &environment);
 
-/// Routes links within this process, once, for a session without a bus; the exit status.
-[[nodiscard]] int openWithoutBus(const Environment &environment, const std::vector<std::string> &links);
+/// Routes links within this process, once, for a session without a bus.
+void openWithoutBus(const Environment &environment, const std::vector<std::string> &links);
 
 } // namespace fernhop::freedesktop

@@ -23,10 +23,13 @@ class CommandLine : public testing::Test {
     int connections = 0;
     CommandResult localAnswer{0, "local\n", ""};
     std::vector<fakes::FakeResident::Call> localCalls;
+    std::vector<std::string> openedHere;
     std::istringstream input;
     std::ostringstream output;
     std::ostringstream errors;
-    Process process{input, output, errors,
+    Process process{input,
+                    output,
+                    errors,
                     [this]() -> std::unique_ptr<ResidentConnection> {
                         ++connections;
                         return hasBus ? std::make_unique<fakes::FakeResidentConnection>(resident) : nullptr;
@@ -34,6 +37,10 @@ class CommandLine : public testing::Test {
                     [this](const std::vector<std::string> &words, std::string_view read) {
                         localCalls.push_back({words, std::string(read)});
                         return localAnswer;
+                    },
+                    [this](const std::vector<Url> &links) {
+                        for (const Url &link : links)
+                            openedHere.push_back(link.absoluteString());
                     }};
 };
 
@@ -104,9 +111,14 @@ TEST_F(CommandLine, TellsWhyLinksWereNotDelivered) {
     resident.obstacle = "Nobody is there.";
     EXPECT_EQ(run({"open", "https://a.example/"}), 1);
     EXPECT_EQ(errors.str(), "fernhop: Nobody is there.\n");
+    EXPECT_TRUE(openedHere.empty());
+}
+
+TEST_F(CommandLine, RoutesLinksByItselfWithoutABus) {
     hasBus = false;
-    EXPECT_EQ(run({"open", "https://a.example/"}), 1);
-    EXPECT_NE(errors.str().find("session bus"), std::string::npos);
+    EXPECT_EQ(run({"open", "https://a.example/", "", "https://b.example/a b"}), 1);
+    EXPECT_EQ(openedHere, (std::vector<std::string>{"https://a.example/", "https://b.example/a%20b"}));
+    EXPECT_EQ(errors.str(), "fernhop: \"\" is not a URL.\n");
 }
 
 TEST_F(CommandLine, ExplainsAnyBytes) {
@@ -167,7 +179,7 @@ class Dialogue : public std::stringbuf {
 TEST_F(CommandLine, MatchAnswersEachLineBeforeItWaitsForTheNext) {
     Dialogue dialogue({"x:a.pdf\n", "x:b\n"}, output);
     std::istream spoken(&dialogue);
-    const Process talking{spoken, output, errors, process.connect, process.performHere};
+    const Process talking{spoken, output, errors, process.connect, process.performHere, process.openHere};
     EXPECT_EQ(runCommandLine({"match", "*.pdf"}, talking), 1);
     EXPECT_EQ(dialogue.seen, (std::vector<std::string>{"", "yes\n", "yes\nno\n"}));
 }
@@ -199,7 +211,7 @@ class FailingOutput : public std::streambuf {
 TEST_F(CommandLine, EndsQuietlyWhenNobodyReads) {
     FailingOutput closed(EPIPE);
     std::ostream pipe(&closed);
-    const Process piped{input, pipe, errors, process.connect, process.performHere};
+    const Process piped{input, pipe, errors, process.connect, process.performHere, process.openHere};
     EXPECT_EQ(runCommandLine({"status"}, piped), 0);
     pipe.clear();
     EXPECT_EQ(runCommandLine({"--help"}, piped), 0);
@@ -210,7 +222,7 @@ TEST_F(CommandLine, MatchStopsWhenNobodyReads) {
     FailingOutput closed(EPIPE);
     std::ostream pipe(&closed);
     input.str("x:a\nx:b\nx:c\n");
-    const Process piped{input, pipe, errors, process.connect, process.performHere};
+    const Process piped{input, pipe, errors, process.connect, process.performHere, process.openHere};
     EXPECT_EQ(runCommandLine({"match", "x"}, piped), 0);
     EXPECT_EQ(closed.attempts, 1);
     EXPECT_EQ(errors.str(), "");
@@ -219,7 +231,7 @@ TEST_F(CommandLine, MatchStopsWhenNobodyReads) {
 TEST_F(CommandLine, ComplainsWhenTheOutputCannotBeWritten) {
     FailingOutput full(ENOSPC);
     std::ostream disk(&full);
-    const Process filled{input, disk, errors, process.connect, process.performHere};
+    const Process filled{input, disk, errors, process.connect, process.performHere, process.openHere};
     EXPECT_EQ(runCommandLine({"status"}, filled), 1);
     EXPECT_NE(errors.str(), "");
 }

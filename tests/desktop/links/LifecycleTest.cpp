@@ -101,6 +101,11 @@ TEST_F(Lifecycle, WithoutABusItSaysSoAndTheStubOpensTheLinkItself) {
     EXPECT_EQ(session.browser.starts()[0].environment.at("XDG_ACTIVATION_TOKEN"), "token");
 }
 
+TEST_F(Lifecycle, WithoutABusTheCommandOpensLinksItself) {
+    EXPECT_EQ(session.fernhop({"open", "https://1/%F0", "https://2/"}), 0) << session.output();
+    EXPECT_EQ(session.opened(2), (Links{"https://1/%F0", "https://2/"}));
+}
+
 TEST_F(Lifecycle, ABusThatIsGoneIsNoBus) {
     session.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + session.home.runtime() + "/nobody";
     EXPECT_EQ(session.fernhop({}), 1);
