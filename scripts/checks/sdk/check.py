@@ -1,0 +1,138 @@
+#!/usr/bin/env python3
+"""Checks every class, selector, function, constant and value that the macOS backend uses against the declarations of the SDK.
+
+    check.py BUILD SOURCE
+
+BUILD is the folder of a build of the backend (its compile_commands.json says how each source is compiled), SOURCE the folder
+whose src/ is checked."""
+
+import argparse
+import sys
+from dataclasses import replace
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
+
+import compilation
+import explained
+import fetch
+import headers
+import scopes
+import sdkindex
+import syntaxtree
+import values
+from declarations import Unreadable
+from doubles import DoubleChecks
+from messages import MessageChecks
+from responders import Responders
+from sources import Fault
+from symbols import SymbolChecks
+
+DOUBLE = Path("tests/macos/double/include")
+# What the double needs for itself.
+HELPERS = DOUBLE / "double"
+# Fewer than these, and something was not looked at.
+LEAST = {"messages": 1, "classes": 1, "functions": 1, "constants": 0}
+
+
+def backendSources(source):
+    """The backend's own files, as text."""
+    return sorted(path for folder in ("platform/macos", "main") for path in (source / "src" / folder).rglob("*")
+                  if path.suffix == ".mm" or (path.suffix == ".h" and "#import" in path.read_text(encoding="utf-8")))
+
+
+class Check:
+    """One run over the backend below `source`, as the build in `build` compiles it, against `index`."""
+
+    def __init__(self, build, source, index, known):
+        self.source = source
+        self.index = index
+        self.known = known
+        self.commands = compilation.commands(build, self.ours)
+        self.texts = backendSources(source)
+
+    def ours(self, path):
+        return path.is_relative_to(self.source / "src")
+
+    def double(self, path):
+        return path.is_relative_to(self.source / DOUBLE) and not path.is_relative_to(self.source / HELPERS)
+
+    def unseen(self):
+        """What the compiler does not show: sources that no build compiles, and code in nobody's namespace."""
+        seen = {command.file for command in self.commands}
+        for path in self.texts:
+            if path.suffix == ".mm" and path not in seen:
+                yield Fault(path, 1, "this build does not compile it, so it is not checked")
+            for line in scopes.outside(path.read_text(encoding="utf-8")):
+                yield Fault(path, line, "code outside of namespace fernhop and of classes is not checked")
+
+    def uses(self):
+        gathered = syntaxtree.Uses()
+        for found in compilation.each(self._usesOf, self.commands):
+            gathered.add(found)
+        return gathered
+
+    def _usesOf(self, command):
+        walker = syntaxtree.Walker(command.folder, self.ours)
+        for tree in compilation.trees(command):
+            walker.walk(tree)
+        return walker.uses
+
+    def run(self):
+        """The faults, and how much was checked."""
+        uses = self.uses()
+        imports = headers.imports([*self.texts, *(self.source / DOUBLE).rglob("*.h")])
+        command = self.commands[0]
+        declared = headers.read(command, imports)
+        responders = Responders(self.index)
+        folders = command.systemFolders()
+        symbols = SymbolChecks(uses, declared, values.Values(self.index, self.known.forms()), self.known,
+                               lambda path: any(path.is_relative_to(folder) for folder in folders))
+        double = DoubleChecks(declared, responders, symbols, self.double)
+        wanted = {constant.name for constant in symbols.constants() if constant.value} | double.values()
+        measured = values.measured(command, imports, wanted) if wanted else {}
+        faults = {*MessageChecks(uses, responders, self.known).faults(), *symbols.functionFaults(), *symbols.constantFaults(measured),
+                  *symbols.nameFaults(self.texts), *double.faults(measured)}
+        return faults, self.counts(uses, symbols)
+
+    def counts(self, uses, symbols):
+        classes = {message.receiver for message in uses.messages if message.receiver in self.index.classes}
+        return {"messages": len(uses.messages), "selectors": len({message.selector for message in uses.messages}),
+                "classes": len(classes), "methods of ours": len(uses.methods),
+                "functions": len({call.name for call in symbols.functions()}),
+                "constants": len({constant.name for constant in symbols.constants()})}
+
+
+def report(check, least):
+    """Prints what is wrong and what was checked; the result is the exit status. `least` is how much there must be of each kind."""
+    found, counts = check.run() if check.commands else (set(), dict.fromkeys(least, 0))
+    faults = sorted({*found, *check.unseen()}, key=lambda fault: (str(fault.path), fault.line, fault.message))
+    for fault in faults:
+        inside = fault.path.is_relative_to(check.source)
+        print(replace(fault, path=fault.path.relative_to(check.source)) if inside else fault)
+    said = ", ".join(f"{count} {name}" for name, count in counts.items())
+    print(f"{len(check.commands)} sources: {said} checked against {fetch.PACKAGE} {fetch.VERSION}; {len(faults)} faults")
+    few = [f"{counts[name]} {name}" for name, least in least.items() if counts[name] < least]
+    if few:
+        print(f"only {', '.join(few)}: this cannot be the whole backend")
+    return 1 if faults or few else 0
+
+
+def main():
+    words = argparse.ArgumentParser(description="checks the macOS backend against the SDK's declarations")
+    words.add_argument("build", type=Path)
+    words.add_argument("source", type=Path)
+    words.add_argument("--cache", type=Path, default=fetch.cacheFolder(), help="where the declarations are kept")
+    given = words.parse_args()
+    try:
+        index = sdkindex.load(fetch.declarations(given.cache), given.cache)
+        return report(Check(given.build.resolve(), given.source.resolve(), index, explained.load()), LEAST)
+    except fetch.Missing as problem:
+        print(f"sdk: the declarations of the macOS SDK are missing, so nothing was checked: {problem}", file=sys.stderr)
+    except (Unreadable, compilation.CompilerFailed) as problem:
+        print(f"sdk: {problem}", file=sys.stderr)
+    return 2
+
+
+if __name__ == "__main__":
+    sys.exit(main())
