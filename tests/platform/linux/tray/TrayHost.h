@@ -67,6 +67,9 @@ class Host {
     Host(const Host &) = delete;
     Host &operator=(const Host &) = delete;
 
+    /// The name that the bus gave this host.
+    [[nodiscard]] std::string name() const { return g_dbus_connection_get_unique_name(connection.get()); }
+
     struct Reply {
         GVariantPointer value;
         GErrorPointer error;
