@@ -12,7 +12,7 @@ hasDisplay() {
 
 demonstrate() {
     scripts/install-packages.sh demo
-    exec env PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 scripts/demo/demo.py build/release build/demo/screenshot.png
+    exec env PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 scripts/demo/demo.py build/release build/demo
 }
 
 startInSession() {

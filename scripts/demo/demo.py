@@ -1,8 +1,9 @@
 #!/usr/bin/python3
 """The demonstration: Fernhop at work on a private desktop. Real applications open links, through the desktop's own openers,
-and each link is looked for in the browser where its rule says. Prints what went where and why, and saves a screenshot.
+and each link is looked for in the browser where its rule says. Prints what went where and why, and saves screenshots: of all
+windows, of the menu, and of a dialog.
 
-    demo.py BUILD_FOLDER SCREENSHOT
+    demo.py BUILD_FOLDER FOLDER_FOR_SCREENSHOTS
 """
 
 import json
@@ -18,12 +19,15 @@ import scenario
 from desktop import Desktop
 from pages import Pages
 from table import table
+from tray import Tray
 
 HERE = Path(__file__).resolve().parent
 PYTHON = "/usr/bin/python3"  # the one that the distribution's GTK belongs to
 
 WINDOW_GAP = 10
 SETTLING = 0.5  # seconds for windows to draw themselves, which nothing tells
+
+NEW_PATTERN = "https://docs.example.org/*"
 
 REASONS = {"urlRule": "URL rule", "appRule": "app rule", "fallback": "fallback", "firstBrowser": "first browser", "none": "nothing"}
 
@@ -81,7 +85,7 @@ class Demonstration:
     def writeEntry(self, program, execLine, more=""):
         path = self.desktop.data / "applications" / f"{program.identifier}.desktop"
         path.write_text(f"[Desktop Entry]\nType=Application\nName={program.title}\nExec={execLine}\n"
-                        f"StartupWMClass={program.identifier}\n{more}", encoding="utf-8")
+                        f"Icon={program.icon}\nStartupWMClass={program.identifier}\n{more}", encoding="utf-8")
 
     def startFernhop(self):
         for scheme in ("http", "https"):
@@ -170,7 +174,17 @@ class Demonstration:
             left, top, width, height = program.place
             for index, window in enumerate(self.desktop.windows(program.identifier)):
                 self.desktop.place(window, left + index * (width + WINDOW_GAP), top, width, height)
-        time.sleep(SETTLING)
+
+    def picture(self, folder):
+        """Saves the screenshots; their files."""
+        pictures = [folder / f"{name}.png" for name in ("screenshot", "menu", "dialog")]
+        tray = Tray(self.desktop, len(json.loads(self.fernhop("browsers", "--json"))))
+        for path, show in zip(pictures, (lambda: None, tray.showRule, lambda: tray.addRule(NEW_PATTERN))):
+            show()
+            time.sleep(SETTLING)
+            self.desktop.screenshot(path)
+            tray.close()
+        return pictures
 
     # The command line
 
@@ -196,20 +210,20 @@ def interrupted(number, _):
     raise KeyboardInterrupt(number)
 
 
-def demonstrate(buildFolder, screenshot):
+def demonstrate(buildFolder, folder):
     pages = Pages()
     try:
         with Desktop() as desktop:
             demonstration = Demonstration(desktop, pages)
             try:
                 demonstration.run(buildFolder)
-                desktop.screenshot(screenshot)
+                pictures = demonstration.picture(folder)
             finally:
-                keepLog(desktop, screenshot.with_name("log.txt"))
+                keepLog(desktop, folder / "log.txt")
     finally:
         pages.close()
     print(table(demonstration.rows))
-    print(f"\nScreenshot: {screenshot}")
+    print("\nScreenshots:", *pictures, sep="\n  ")
     return 0 if demonstration.succeeded() else 1
 
 
@@ -222,11 +236,11 @@ def keepLog(desktop, path):
 def main(arguments):
     for number in ENDINGS:
         signal.signal(number, interrupted)
-    buildFolder, screenshot = (Path(argument).resolve() for argument in arguments[1:])
+    buildFolder, folder = (Path(argument).resolve() for argument in arguments[1:])
     try:
-        return demonstrate(buildFolder, screenshot)
+        return demonstrate(buildFolder, folder)
     except RuntimeError as error:
-        print(f"demonstration: {error}; see {screenshot.with_name('log.txt')}", file=sys.stderr)
+        print(f"demonstration: {error}; see {folder / 'log.txt'}", file=sys.stderr)
         return 1
     except KeyboardInterrupt:
         print("demonstration: interrupted", file=sys.stderr)

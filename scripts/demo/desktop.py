@@ -142,8 +142,17 @@ class Desktop:
         self.processes.output("xdotool", "windowactivate", "--sync", window)
         return window
 
-    def press(self, key):
-        self.processes.output("xdotool", "key", "--clearmodifiers", key)
+    def press(self, *keys):
+        self.processes.output("xdotool", "key", "--clearmodifiers", *keys)
+
+    def click(self, left, top):
+        self.processes.output("xdotool", "mousemove", str(left), str(top), "click", "1")
+
+    def geometry(self, window):
+        """Left, top, width and height on the screen; nothing when the window is gone."""
+        shown = self.processes.output("xdotool", "getwindowgeometry", "--shell", window, check=False)
+        values = dict(line.split("=") for line in shown.splitlines())
+        return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")) if values else None
 
     def screenshot(self, path):
         path.parent.mkdir(parents=True, exist_ok=True)

@@ -12,6 +12,7 @@ class Program:
     identifier: str
     title: str
     place: tuple
+    icon: str = ""  # its name in the icon theme
 
 
 @dataclass(frozen=True)
@@ -27,12 +28,12 @@ class Link:
 DILLO = Program("dillo", "Dillo", (590, 60, 330, 230))
 NETSURF = Program("netsurf-gtk", "NetSurf", (590, 330, 670, 190)) if shutil.which("netsurf-gtk") else DILLO
 # Small ones of our own.
-READER = Program("org.example.Reader", "Reader", (590, 680, 330, 80))
-WORK = Program("org.example.Work", "Work browser", (590, 560, 330, 80))
+READER = Program("org.example.Reader", "Reader", (590, 680, 330, 80), "web-browser")
+WORK = Program("org.example.Work", "Work browser", (590, 560, 330, 80), "applications-office")
 
-MAIL = Program("org.example.Mail", "Mail", (10, 60, 550, 130))
-CHAT = Program("org.example.Chat", "Chat", (10, 300, 550, 170))
-NOTES = Program("org.example.Notes", "Notes", (10, 560, 550, 130))
+MAIL = Program("org.example.Mail", "Mail", (10, 60, 550, 130), "mail-read")
+CHAT = Program("org.example.Chat", "Chat", (10, 300, 550, 170), "user-available")
+NOTES = Program("org.example.Notes", "Notes", (10, 560, 550, 130), "accessories-text-editor")
 
 REAL_BROWSERS = tuple(dict.fromkeys((DILLO, NETSURF)))
 SMALL_BROWSERS = (READER, WORK)
