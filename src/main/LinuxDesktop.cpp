@@ -60,6 +60,7 @@ std::unique_ptr<TrayStatusBar> LinuxDesktop::makeTray(GDBusConnection *bus) {
         return nullptr;
     return std::make_unique<TrayStatusBar>(bus, entries, [this] {
         distributedNotifications.post({std::string(themeChangedNotification), std::nullopt});
+        alerts.appearanceChanged();
     });
 }
 

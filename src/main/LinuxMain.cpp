@@ -30,7 +30,8 @@ std::unique_ptr<ResidentConnection> connect(const Environment &environment) {
     auto *connection = std::get_if<GObjectPointer<GDBusConnection>>(&bus);
     if (connection == nullptr)
         return nullptr;
-    return std::make_unique<BusResidentConnection>(std::move(*connection), linkProgram());
+    return std::make_unique<BusResidentConnection>(std::move(*connection), linkProgram(),
+                                                   environment.value("XDG_ACTIVATION_TOKEN").value_or(""));
 }
 
 CommandResult performHere(const Environment &environment, const std::vector<std::string> &arguments,

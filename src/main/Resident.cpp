@@ -5,6 +5,7 @@
 #include "cli/ResidentSession.h"
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
+#include "platform/linux/applications/IconName.h"
 #include "platform/linux/links/LinkService.h"
 #include "platform/linux/links/SessionBus.h"
 #include "platform/linux/tray/Symbols.h"
@@ -43,12 +44,13 @@ class Resident {
 
     void run(GDBusConnection *bus) {
         desktop.application.setShouldTerminate([this] { return shouldTerminate(); });
-        desktop.alerts.setHost(
-            {[this](ui::Selector action, const Object &sender) {
-                 (void)delegate.perform(action, {.sender = &sender});
-             },
-             [this](const std::string &path) { return iconOfEntry(path); },
-             [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); }});
+        desktop.alerts.setHost({[this](ui::Selector action, const Object &sender) {
+                                    (void)delegate.perform(action, {.sender = &sender});
+                                },
+                                [this](const std::string &path) { return iconOfEntry(path); },
+                                [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); },
+                                [this] { return desktop.tray->statedAppearance(); },
+                                [this] { return std::exchange(activationToken, {}); }});
         desktop.application.endWithSignals();
         desktop.application.endWithBus(bus);
         desktop.tray->setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
@@ -62,6 +64,9 @@ class Resident {
         return cli::perform(arguments, input, session.context());
     }
 
+    /// Takes the desktop's token by which the next dialog may come to the front.
+    void setActivationToken(const std::string &token) { activationToken = token; }
+
     void reopen() { (void)delegate.perform("applicationShouldHandleReopen:hasVisibleWindows:"); }
 
   private:
@@ -74,7 +79,7 @@ class Resident {
 
     std::string iconOfEntry(const std::string &path) const {
         const auto entry = desktop.entries.entryAtPath(path);
-        return entry ? entry->icon : "";
+        return entry ? iconName(entry->icon) : "";
     }
 
     LinuxDesktop &desktop;
@@ -82,6 +87,7 @@ class Resident {
     AppDelegate delegate;
     const LinuxSessionReport report;
     cli::ResidentSession session;
+    std::string activationToken; ///< empty: none came
 };
 
 /// This process took the place of the one that was given the links, so its surroundings are the sender's.
@@ -107,7 +113,7 @@ int runResident(const Environment &environment) {
     LinkService service(
         bus, desktop.links,
         {[&](const auto &arguments, const auto &input) { return resident->perform(arguments, input); },
-         [&] { resident->reopen(); }});
+         [&](const auto &token) { resident->setActivationToken(token); }, [&] { resident->reopen(); }});
     if (!service.exportObject())
         return fail("the bus does not take Fernhop's object");
     const auto name = requestName(bus, serviceName);

@@ -1,57 +1,76 @@
 #include "platform/linux/dialogs-qt/AlertDialog.h"
 
+#include "platform/linux/dialogs-qt/ApplicationIcons.h"
+#include "platform/linux/dialogs-qt/OwnIcon.h"
+#include "platform/linux/dialogs-qt/PaintedIcon.h"
+#include "platform/linux/dialogs-qt/TextLabel.h"
 #include "platform/linux/dialogs-qt/ViewText.h"
 
 #include <QDialogButtonBox>
-#include <QIcon>
-#include <QLabel>
 #include <QPushButton>
-#include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace fernhop::freedesktop {
 
+namespace {
+
+QIcon ownIcon() {
+    return QIcon::fromTheme(QStringLiteral("org.fernhop.Fernhop"), paintedIcon(paintOwnIcon));
+}
+
+QWidget *makeOwnPicture(QWidget *parent) {
+    constexpr int iconSide = 48;
+    auto *picture = new PictureWidget(
+        [icon = ownIcon()](QPainter &painter, const QRectF &area) { paintIcon(painter, icon, area); },
+        parent);
+    picture->setFixedSize(iconSide, iconSide);
+    return picture;
+}
+
+} // namespace
+
 AlertDialog::AlertDialog(const ui::Alert &alert, const DialogHost &host)
     : answer(ui::alertFirstButtonReturn + static_cast<int>(alert.buttons.size()) - 1) {
     setWindowTitle(toText(alert.messageText));
-    setWindowIcon(QIcon::fromTheme(QStringLiteral("org.fernhop.Fernhop")));
+    setWindowIcon(ownIcon());
     auto *layout = new QVBoxLayout(this);
     constexpr int betweenParts = 12;
     layout->setSpacing(betweenParts);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addWidget(makeTexts(alert));
+    auto *texts = makeTexts(alert);
+    layout->addWidget(texts);
     if (alert.accessoryView) {
         views = new ViewWidgets(alert.accessoryView, host, this);
+        texts->setMaximumWidth(views->width());
         layout->addWidget(views, 0, Qt::AlignHCenter);
     }
     layout->addWidget(makeButtons(alert));
-    if (views)
-        views->focusFirstField();
+    if (!views || !views->focusFirstInput())
+        focusConfirmingButton();
+}
+
+void AlertDialog::paintEvent(QPaintEvent *event) {
+    QDialog::paintEvent(event);
+    // What is painted first goes to the screen when this returns.
+    if (auto tell = std::exchange(shown, nullptr))
+        QTimer::singleShot(0, this, std::move(tell));
 }
 
 QWidget *AlertDialog::makeTexts(const ui::Alert &alert) {
     auto *box = new QWidget(this);
     auto *row = new QHBoxLayout(box);
     row->setContentsMargins(0, 0, 0, 0);
-    constexpr int iconSide = 48;
-    const QIcon icon = windowIcon().isNull()
-                           ? style()->standardIcon(QStyle::SP_MessageBoxInformation, nullptr, this)
-                           : windowIcon();
-    auto *picture = new QLabel(box);
-    picture->setPixmap(icon.pixmap(QSize(iconSide, iconSide), devicePixelRatioF()));
-    row->addWidget(picture, 0, Qt::AlignTop);
+    row->addWidget(makeOwnPicture(box), 0, Qt::AlignTop);
 
+    constexpr int mostLines = 4; // of a text with a name in it that somebody else chose
     auto *texts = new QVBoxLayout;
-    auto *message = new QLabel(toText(alert.messageText), box);
-    QFont bold = message->font();
+    QFont bold = font();
     bold.setBold(true);
-    message->setFont(bold);
-    auto *details = new QLabel(toText(alert.informativeText), box);
-    for (QLabel *label : {message, details}) {
-        label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(true);
-        texts->addWidget(label);
-    }
+    auto *message = new TextLabel(toText(alert.messageText), {bold, ui::Color{}, mostLines}, box);
+    auto *details = new TextLabel(toText(alert.informativeText), {font(), ui::Color{}, mostLines}, box);
+    texts->addWidget(message);
+    texts->addWidget(details);
     row->addLayout(texts, 1);
     setAccessibleName(message->text());
     setAccessibleDescription(details->text());
@@ -71,6 +90,12 @@ QWidget *AlertDialog::makeButtons(const ui::Alert &alert) {
         });
     }
     return box;
+}
+
+void AlertDialog::focusConfirmingButton() {
+    for (auto *button : findChildren<QPushButton *>())
+        if (button->isDefault())
+            button->setFocus();
 }
 
 } // namespace fernhop::freedesktop

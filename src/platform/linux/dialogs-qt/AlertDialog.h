@@ -4,6 +4,8 @@
 #include "platform/linux/dialogs-qt/ViewWidgets.h"
 
 #include <QDialog>
+#include <functional>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
@@ -20,11 +22,19 @@ class AlertDialog : public QDialog {
     /// The accessory view's widgets, or null.
     [[nodiscard]] ViewWidgets *accessory() const { return views; }
 
+    /// Calls `tell` once, when the dialog is on the screen.
+    void whenShown(std::function<void()> tell) { shown = std::move(tell); }
+
+  protected:
+    void paintEvent(QPaintEvent *event) override;
+
   private:
     [[nodiscard]] QWidget *makeTexts(const ui::Alert &alert);
     [[nodiscard]] QWidget *makeButtons(const ui::Alert &alert);
+    void focusConfirmingButton();
 
     int answer;
+    std::function<void()> shown;
     ViewWidgets *views = nullptr;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ui/Alert.h"
+#include "platform/ui/Appearance.h"
 #include "platform/ui/Drawing.h"
 #include "platform/ui/Selector.h"
 
@@ -19,6 +20,11 @@ struct DialogHost {
     std::function<std::string(const std::string &entryPath)> iconOfEntry;
     /// The drawing of a symbol, for a square of 16 points; nothing for one that is not known.
     std::function<std::optional<ui::Drawing>(const std::string &name, ui::Color ink)> drawingOfSymbol;
+    /// The appearance that the user asked all applications to have; nothing: the toolkit's theme decides.
+    std::function<std::optional<ui::AppearanceName>()> statedAppearance;
+    /// Takes the desktop's token by which a window may come before the others, good for one; empty: there is
+    /// none.
+    std::function<std::string()> takeActivationToken;
 };
 
 /// Shows alerts, and can take the open one away.
@@ -26,6 +32,9 @@ class DialogPresenter : public ui::AlertPresenter {
   public:
     /// Closes the open alert as its last button does; without one nothing happens.
     virtual void dismiss() = 0;
+
+    /// Has the open alert look as the user has asked meanwhile.
+    virtual void appearanceChanged() = 0;
 };
 
 /// The one function of the dialogs' module, by its name: a presenter, or null where the toolkit finds no

@@ -1,8 +1,11 @@
 #include "platform/linux/dialogs-qt/DialogImages.h"
 
+#include "platform/linux/dialogs-qt/ApplicationIcons.h"
+#include "platform/linux/dialogs-qt/PaintedIcon.h"
+
+#include <QApplication>
 #include <QFile>
 #include <QPainterPath>
-#include <cmath>
 
 namespace fernhop::freedesktop {
 
@@ -35,23 +38,26 @@ void paintPath(QPainter &painter, const ui::Path &path, const QColor &ink) {
         painter.fillPath(outline, ink);
 }
 
-/// Paints the picture of each kind of source into a square.
+/// Paints the picture of each kind of source into an area.
 struct PaintSource {
     QPainter &painter;
-    const QRectF &square;
+    const QRectF &area;
     const QColor &tint;
     const DialogHost &host;
 
-    void operator()(const ui::ImageFile &file) const { paint(QIcon(QFile::decodeName(file.path.c_str()))); }
-    void operator()(const ui::ApplicationIcon &icon) const { paint(iconNamed(host.iconOfEntry(icon.path))); }
+    void operator()(const ui::ImageFile &file) const {
+        paintIcon(painter, QIcon(QFile::decodeName(file.path.c_str())), area);
+    }
+    void operator()(const ui::ApplicationIcon &icon) const {
+        paintApplicationIcon(painter, host.iconOfEntry(icon.path), area, tint);
+    }
     void operator()(const ui::SystemSymbol &symbol) const {
         if (const auto drawing = host.drawingOfSymbol(symbol.name, {}))
-            paintDrawing(painter, *drawing, symbolSide, square, tint);
+            paintDrawing(painter, *drawing, symbolSide, area, tint);
     }
     void operator()(const ui::Drawing &drawing) const {
-        paintDrawing(painter, drawing, square.width(), square, tint);
+        paintDrawing(painter, drawing, area.width(), area, tint);
     }
-    void paint(const QIcon &icon) const { icon.paint(&painter, square.toRect()); }
 };
 
 } // namespace
@@ -67,24 +73,18 @@ void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, co
     painter.restore();
 }
 
-QPixmap pixmapOf(const ui::ImageReference &image, double side, double pixelRatio, const QColor &tint,
-                 const DialogHost &host) {
-    if (!image)
-        return {};
-    const int pixels = static_cast<int>(std::lround(side * pixelRatio));
-    QPixmap pixmap(pixels, pixels);
-    pixmap.setDevicePixelRatio(pixelRatio);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    const QRectF square(0, 0, side, side);
-    std::visit(PaintSource{painter, square, tint, host}, image->source);
-    return pixmap;
+void paintImage(QPainter &painter, const ui::ImageReference &image, const QRectF &area, const QColor &tint,
+                const DialogHost &host) {
+    if (image)
+        std::visit(PaintSource{painter, area, tint, host}, image->source);
 }
 
-QIcon iconNamed(const std::string &name) {
-    const QString text = QFile::decodeName(name.c_str());
-    QIcon icon = text.startsWith(QLatin1Char('/')) ? QIcon(text) : QIcon::fromTheme(text);
-    return icon.isNull() ? QIcon::fromTheme(QStringLiteral("application-x-executable")) : icon;
+QIcon controlIcon(const ui::ImageReference &image, const DialogHost &host) {
+    if (!image)
+        return {};
+    return paintedIcon([image, &host](QPainter &painter, const QRectF &area) {
+        paintImage(painter, image, area, QApplication::palette().color(QPalette::ButtonText), host);
+    });
 }
 
 } // namespace fernhop::freedesktop

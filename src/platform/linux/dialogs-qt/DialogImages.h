@@ -5,7 +5,6 @@
 
 #include <QIcon>
 #include <QPainter>
-#include <QPixmap>
 
 namespace fernhop::freedesktop {
 
@@ -13,12 +12,12 @@ namespace fernhop::freedesktop {
 void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, const QRectF &target,
                   const QColor &ink);
 
-/// `image` (null: nothing) as `side` by `side` points for a screen of this pixel ratio. What may be tinted is
-/// drawn in `tint`.
-[[nodiscard]] QPixmap pixmapOf(const ui::ImageReference &image, double side, double pixelRatio,
-                               const QColor &tint, const DialogHost &host);
+/// Paints `image` (null: nothing) into `area`, scaled up or down in proportion. What may be tinted is drawn
+/// in `tint`.
+void paintImage(QPainter &painter, const ui::ImageReference &image, const QRectF &area, const QColor &tint,
+                const DialogHost &host);
 
-/// The icon of an `Icon` value of a desktop entry, or the icon theme's for any application.
-[[nodiscard]] QIcon iconNamed(const std::string &name);
+/// `image` (null: an icon that is null) for a button or an item; `host` outlives it.
+[[nodiscard]] QIcon controlIcon(const ui::ImageReference &image, const DialogHost &host);
 
 } // namespace fernhop::freedesktop

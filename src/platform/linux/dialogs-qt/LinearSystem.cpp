@@ -64,16 +64,18 @@ void LinearSystem::add(std::vector<Term> terms, ui::LayoutRelation relation, dou
 std::vector<double> LinearSystem::solve() const {
     auto ordered = statements;
     std::ranges::stable_sort(ordered, std::ranges::greater{}, &Statement::priority);
-    // Inequalities that do not hold by themselves are put to their limits, the most important first. None is
-    // taken back: in dialogs a limit once reached stays reached.
+    // Inequalities that do not hold by themselves are put to their limits, the least important first: what it
+    // moves may be all that a more important one needs. None is taken back; a limit that a stronger one
+    // contradicts is given up by its priority.
     for (std::size_t round = 0; round <= ordered.size(); ++round) {
         const auto values = solveEquations(ordered);
         Statement *worst = nullptr;
         for (Statement &statement : ordered) {
             if (statement.holdsExactly || violation(statement, values) < noticeable)
                 continue;
-            if (!worst || (statement.priority == worst->priority &&
-                           violation(statement, values) > violation(*worst, values)))
+            if (!worst || statement.priority < worst->priority ||
+                (statement.priority == worst->priority &&
+                 violation(statement, values) > violation(*worst, values)))
                 worst = &statement;
         }
         if (!worst)

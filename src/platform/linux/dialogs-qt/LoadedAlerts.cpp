@@ -19,6 +19,11 @@ void LoadedAlerts::dismiss() {
         presenter->dismiss();
 }
 
+void LoadedAlerts::appearanceChanged() {
+    if (presenter)
+        presenter->appearanceChanged();
+}
+
 void LoadedAlerts::load() {
     // Never closed again: the toolkit leaves threads and exit handlers behind.
     void *module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -22,6 +22,7 @@ class LoadedAlerts : public DialogPresenter {
     [[nodiscard]] bool bringToFront() override { return presenter && presenter->bringToFront(); }
     [[nodiscard]] int runModal(const ui::Alert &alert) override;
     void dismiss() override;
+    void appearanceChanged() override;
 
   private:
     void load();

@@ -1,8 +1,17 @@
 #include "platform/linux/dialogs-qt/QtAlerts.h"
 
+#include "platform/linux/dialogs-qt/ApplicationIcons.h"
+#include "platform/linux/dialogs-qt/DialogPalette.h"
+
 #include <utility>
 
 namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN";
+
+} // namespace
 
 QtAlerts::QtAlerts(DialogHost asks, std::string platformPlugin)
     : host(std::move(asks)), words{"fernhop", "-platform", std::move(platformPlugin)} {
@@ -13,20 +22,30 @@ QtAlerts::QtAlerts(DialogHost asks, std::string platformPlugin)
     QApplication::setDesktopFileName(QStringLiteral("org.fernhop.Fernhop"));
     application = std::make_unique<QApplication>(argumentCount, arguments.data());
     QApplication::setQuitOnLastWindowClosed(false);
+    useAllIconPlaces();
 }
 
 bool QtAlerts::bringToFront() {
     if (!open)
         return false;
     open->setWindowState(open->windowState() & ~Qt::WindowMinimized);
-    open->raise();
-    open->activateWindow();
+    bringForward(*open);
     return true;
 }
 
+void QtAlerts::bringForward(AlertDialog &dialog) const {
+    // The toolkit takes the token from here, and from nowhere else.
+    if (const std::string token = host.takeActivationToken(); !token.empty())
+        qputenv(tokenVariable, QByteArray::fromStdString(token));
+    dialog.raise();
+    dialog.activateWindow();
+}
+
 int QtAlerts::runModal(const ui::Alert &alert) {
+    appearanceChanged();
     AlertDialog dialog(alert, host);
     open = &dialog;
+    dialog.whenShown([&] { bringForward(dialog); }); // compositors turn down what they do not show yet
     dialog.exec();
     return dialog.response();
 }
@@ -34,6 +53,10 @@ int QtAlerts::runModal(const ui::Alert &alert) {
 void QtAlerts::dismiss() {
     if (open)
         open->reject();
+}
+
+void QtAlerts::appearanceChanged() {
+    adoptAppearance(host.statedAppearance());
 }
 
 } // namespace fernhop::freedesktop

@@ -21,8 +21,11 @@ class QtAlerts : public DialogPresenter {
     [[nodiscard]] bool bringToFront() override;
     [[nodiscard]] int runModal(const ui::Alert &alert) override;
     void dismiss() override;
+    void appearanceChanged() override;
 
   private:
+    void bringForward(AlertDialog &dialog) const;
+
     DialogHost host;
     std::vector<std::string> words; ///< the toolkit's command line, which it refers to
     std::vector<char *> arguments;

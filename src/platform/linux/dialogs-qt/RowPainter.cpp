@@ -20,7 +20,7 @@ const ContentMeasures &rowMeasures() {
             const auto *label = dynamic_cast<const ui::TextField *>(&view);
             return label ? std::optional(labelWidth(*label)) : std::nullopt;
         },
-        [](const ui::View &view, double) -> std::optional<double> {
+        [](const ui::View &view, double) -> std::optional<ContentHeight> {
             constexpr double oneLine = 1e6; // the height of a row has no place for more
             const auto *label = dynamic_cast<const ui::TextField *>(&view);
             return label ? std::optional(labelHeight(*label, oneLine)) : std::nullopt;
@@ -45,7 +45,7 @@ class TreePainter {
         if (const auto *label = dynamic_cast<const ui::TextField *>(&view))
             paintLabel(*label, area);
         else if (const auto *image = dynamic_cast<const ui::ImageView *>(&view))
-            paintImage(*image, area);
+            paintPicture(*image, area);
         for (const auto &child : view.subviews)
             paint(*child, frames);
     }
@@ -59,11 +59,9 @@ class TreePainter {
         painter.drawText(area, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine, shown);
     }
 
-    void paintImage(const ui::ImageView &image, const QRectF &area) {
-        const double side = std::min(area.width(), area.height());
+    void paintPicture(const ui::ImageView &image, const QRectF &area) {
         const QColor tint = colorIn(palette, image.contentTintColor.value_or(ui::Color{}));
-        painter.drawPixmap(area.topLeft(),
-                           pixmapOf(image.image, side, painter.device()->devicePixelRatioF(), tint, host));
+        paintImage(painter, image.image, area, tint, host);
     }
 
     QPainter &painter;

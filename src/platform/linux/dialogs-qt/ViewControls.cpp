@@ -1,7 +1,9 @@
 #include "platform/linux/dialogs-qt/DialogColors.h"
 #include "platform/linux/dialogs-qt/DialogImages.h"
 #include "platform/linux/dialogs-qt/LayerWidget.h"
+#include "platform/linux/dialogs-qt/PaintedIcon.h"
 #include "platform/linux/dialogs-qt/RowList.h"
+#include "platform/linux/dialogs-qt/TextLabel.h"
 #include "platform/linux/dialogs-qt/ViewText.h"
 #include "platform/linux/dialogs-qt/ViewWidgets.h"
 #include "platform/ui/Button.h"
@@ -10,29 +12,22 @@
 #include "platform/ui/TableView.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <limits>
 
 namespace fernhop::freedesktop {
 
 namespace {
 
-void colorLabel(QLabel &label, const ui::Color &color) {
-    QPalette palette = label.palette();
-    palette.setColor(QPalette::WindowText, colorIn(label.parentWidget()->palette(), color));
-    label.setPalette(palette);
-}
-
 void showItems(QComboBox &box, const ui::PopUpButton &popUp, const DialogHost &host) {
     const QSignalBlocker quiet(box);
     box.clear();
     for (const ui::MenuItem &item : popUp.items()) {
-        const double side = item.image ? item.image->side : 0;
-        box.addItem(QIcon(pixmapOf(item.image, side, box.devicePixelRatioF(),
-                                   box.palette().color(QPalette::ButtonText), host)),
-                    toText(item.title));
+        box.addItem(controlIcon(item.image, host), toText(item.title));
+        if (const int side = item.image ? static_cast<int>(item.image->side) : 0; side > 0)
+            box.setIconSize({side, side});
     }
     const auto selected = popUp.selectedIndex();
     box.setCurrentIndex(selected ? static_cast<int>(*selected) : -1);
@@ -48,12 +43,9 @@ QString buttonText(const std::string &title) {
 
 QWidget *ViewWidgets::makeLabel(ui::View &view) {
     auto &field = static_cast<ui::TextField &>(view);
-    auto *label = new QLabel(toText(field.stringValue()), this);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(field.wrapsByWord);
-    label->setAlignment(Qt::AlignLeading | Qt::AlignTop);
-    label->setFont(toFont(field.font));
-    colorLabel(*label, field.textColor);
+    auto *label = new TextLabel(toText(field.stringValue()),
+                                {toFont(field.font), field.textColor, field.maximumLines}, this);
+    lastLabel = toText(field.stringValue());
     follow(view, [this, &field, label] {
         label->setText(toText(field.stringValue()));
         place();
@@ -63,9 +55,11 @@ QWidget *ViewWidgets::makeLabel(ui::View &view) {
 
 QWidget *ViewWidgets::makeField(ui::View &view) {
     auto &field = static_cast<ui::TextField &>(view);
-    auto *edit = new QLineEdit(toText(field.stringValue()), this);
+    auto *edit = new QLineEdit(this);
     edit->setPlaceholderText(toText(field.placeholder));
-    edit->setAccessibleName(toText(field.placeholder));
+    edit->setMaxLength(std::numeric_limits<int>::max());
+    edit->setText(toText(field.stringValue()));
+    edit->setAccessibleName(nameFor(view));
     const auto *search = dynamic_cast<const ui::SearchField *>(&view);
     const bool firesWhileTyping = search && search->sendsSearchStringImmediately;
     edit->setClearButtonEnabled(search != nullptr);
@@ -78,18 +72,20 @@ QWidget *ViewWidgets::makeField(ui::View &view) {
         if (const QString text = toText(field.stringValue()); edit->text() != text)
             edit->setText(text);
     });
-    fields.push_back(&view);
+    inputs.push_back(edit);
     return edit;
 }
 
 QWidget *ViewWidgets::makePopUp(ui::View &view) {
     auto &popUp = static_cast<ui::PopUpButton &>(view);
     auto *box = new QComboBox(this);
+    box->setAccessibleName(nameFor(view));
     showItems(*box, popUp, host);
     connect(box, &QComboBox::activated, this, [this, &popUp](int index) {
         popUp.selectItem(static_cast<std::size_t>(index));
         host.perform(popUp.action, popUp);
     });
+    inputs.push_back(box);
     follow(view, [this, &popUp, box] { showItems(*box, popUp, host); });
     return box;
 }
@@ -101,11 +97,9 @@ QWidget *ViewWidgets::makeButton(ui::View &view) {
         push->setStyleSheet(QStringLiteral("text-align: left; padding-left: 8px;"));
     if (button.image) {
         const int side = static_cast<int>(button.image->side);
-        push->setIcon(QIcon(
-            pixmapOf(button.image, side, devicePixelRatioF(), palette().color(QPalette::ButtonText), host)));
+        push->setIcon(controlIcon(button.image, host));
         push->setIconSize({side, side});
     }
-    push->setAutoDefault(false); // Return closes the dialog, as its own button says
     push->setAccessibleName(toText(button.title));
     connect(push, &QPushButton::clicked, this, [this, &button] { host.perform(button.action, button); });
     return push;
@@ -113,12 +107,12 @@ QWidget *ViewWidgets::makeButton(ui::View &view) {
 
 QWidget *ViewWidgets::makeImage(ui::View &view) {
     auto &image = static_cast<ui::ImageView &>(view);
-    auto *label = new QLabel(this);
-    label->setScaledContents(true);
-    constexpr double drawnSide = 32; // sharp at every size at which it shows
-    label->setPixmap(pixmapOf(image.image, drawnSide, devicePixelRatioF(),
-                              colorIn(palette(), image.contentTintColor.value_or(ui::Color{})), host));
-    return label;
+    return new PictureWidget(
+        [this, &image](QPainter &painter, const QRectF &area) {
+            const QColor tint = colorIn(palette(), image.contentTintColor.value_or(ui::Color{}));
+            paintImage(painter, image.image, area, tint, host);
+        },
+        this);
 }
 
 QWidget *ViewWidgets::makeScroll(ui::View &view) {
@@ -129,6 +123,7 @@ QWidget *ViewWidgets::makeScroll(ui::View &view) {
     if (!table)
         return frame;
     auto *list = new RowList(*table, host, frame);
+    list->setAccessibleName(nameFor(*table));
     list->setFrameShape(scroll.hasBorder ? QFrame::StyledPanel : QFrame::NoFrame);
     list->setVerticalScrollBarPolicy(scroll.hasVerticalScroller ? Qt::ScrollBarAsNeeded
                                                                 : Qt::ScrollBarAlwaysOff);

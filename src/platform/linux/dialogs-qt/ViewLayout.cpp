@@ -46,20 +46,25 @@ class AxisLayout {
         system.emplace(2 * views.size());
         add({{start(root), 1}}, LayoutRelation::equal, 0, required);
         add({{lengthOf(root), 1}}, LayoutRelation::equal, length, required);
-        for (const View *view : views)
+        for (const View *view : views) {
+            add({{lengthOf(*view), 1}}, LayoutRelation::greaterThanOrEqual, 0, required);
             addStatements(*view);
+        }
     }
 
-    /// The content of `view` needs `length`.
-    void addContent(const View &view, double length) {
-        const bool isAcross = axis == Axis::across;
-        // A text that gives way across needs its height the more.
-        const double resistsDown = view.horizontalCompressionResistance ? resistance + 1 : resistance;
-        const double resists =
-            isAcross ? view.horizontalCompressionResistance.value_or(resistance) : resistsDown;
-        const double hugs = isAcross ? view.horizontalContentHugging.value_or(hugging) : hugging;
-        add({{lengthOf(view), 1}}, LayoutRelation::greaterThanOrEqual, length, resists);
-        add({{lengthOf(view), 1}}, LayoutRelation::equal, length, hugs);
+    /// The content of `view` is as wide as this.
+    void addWidth(const View &view, double width) {
+        add({{lengthOf(view), 1}}, LayoutRelation::greaterThanOrEqual, width,
+            view.horizontalCompressionResistance.value_or(resistance));
+        add({{lengthOf(view), 1}}, LayoutRelation::equal, width,
+            view.horizontalContentHugging.value_or(hugging));
+    }
+
+    /// The content of `view` is as high as this, and of no use when it is lower than its least.
+    void addHeight(const View &view, const ContentHeight &height) {
+        add({{lengthOf(view), 1}}, LayoutRelation::greaterThanOrEqual, height.least, resistance);
+        add({{lengthOf(view), 1}}, LayoutRelation::greaterThanOrEqual, height.whole, resistance - 1);
+        add({{lengthOf(view), 1}}, LayoutRelation::equal, height.whole, hugging);
     }
 
     /// Solves, and tells each view's start and length.
@@ -182,7 +187,7 @@ Frames layOut(const View &root, Size size, const ContentMeasures &measures) {
     AxisLayout across(Axis::across, root, size.width);
     for (const View *view : across.allViews())
         if (const auto width = measures.width(*view))
-            across.addContent(*view, *width);
+            across.addWidth(*view, *width);
     across.solve([&](const View &view, double x, double width) {
         frames[&view].x = x;
         frames[&view].width = width;
@@ -190,7 +195,7 @@ Frames layOut(const View &root, Size size, const ContentMeasures &measures) {
     AxisLayout down(Axis::down, root, size.height);
     for (const View *view : down.allViews())
         if (const auto height = measures.height(*view, frames[view].width))
-            down.addContent(*view, *height);
+            down.addHeight(*view, *height);
     down.solve([&](const View &view, double y, double height) {
         frames[&view].y = y;
         frames[&view].height = height;

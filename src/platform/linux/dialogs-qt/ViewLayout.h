@@ -20,10 +20,16 @@ struct Frame {
 
 using Frames = std::unordered_map<const ui::View *, Frame>;
 
+/// How high a content is, and how high it must be at the least: a text may lose lines, but not the first one.
+struct ContentHeight {
+    double whole;
+    double least;
+};
+
 /// What a view's content needs; nothing where any measure suits it.
 struct ContentMeasures {
     std::function<std::optional<double>(const ui::View &)> width;
-    std::function<std::optional<double>(const ui::View &, double width)> height;
+    std::function<std::optional<ContentHeight>(const ui::View &, double width)> height;
 };
 
 /// The frame of every view in the tree of `root`, which is `size` large: from the tree's constraints, its

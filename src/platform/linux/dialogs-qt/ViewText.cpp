@@ -2,10 +2,20 @@
 
 #include <QApplication>
 #include <QFontMetricsF>
+#include <QTextOption>
 #include <algorithm>
 #include <cmath>
 
 namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr double endless = 1e6;
+
+/// Longer texts show no more of themselves, and laying them out would take long.
+constexpr qsizetype longestShown = 4096;
+
+} // namespace
 
 QString toText(const std::string &text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -29,21 +39,59 @@ QFont toFont(const ui::Font &font) {
 }
 
 double labelWidth(const ui::TextField &label) {
-    return std::ceil(QFontMetricsF(toFont(label.font)).horizontalAdvance(toText(label.stringValue()))) + 1;
+    const QString text = toText(label.stringValue()).left(longestShown);
+    return std::ceil(QFontMetricsF(toFont(label.font)).horizontalAdvance(text)) + 1;
 }
 
-double labelHeight(const ui::TextField &label, double width) {
-    constexpr double endless = 1e6;
-    const QFontMetricsF metrics(toFont(label.font));
-    const auto heightAt = [&](double across) {
-        return metrics
-            .boundingRect(QRectF(0, 0, across, endless), Qt::TextWordWrap, toText(label.stringValue()))
-            .height();
+ContentHeight labelHeight(const ui::TextField &label, double width) {
+    const QFont font = toFont(label.font);
+    const QString text = toText(label.stringValue());
+    const auto heightOf = [&](int mostLines) {
+        const TextLines lines(text, font, {width, endless, mostLines});
+        return std::ceil(std::max(lines.height(), QFontMetricsF(font).height()));
     };
-    // Of the text itself, for what the font lacks comes from fonts with higher lines.
-    const double oneLine = std::max(heightAt(endless), metrics.height());
-    const double limit = label.maximumLines > 0 ? label.maximumLines * oneLine : endless;
-    return std::ceil(std::clamp(heightAt(std::max(width, 1.0)), oneLine, limit));
+    return {heightOf(label.maximumLines), heightOf(1)};
+}
+
+TextLines::TextLines(const QString &text, const QFont &font, const TextSpace &space)
+    : lines(text.left(longestShown).replace(QLatin1Char('\n'), QChar::LineSeparator), font) {
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    lines.setTextOption(option);
+    const QString whole = lines.text();
+    cut = breakLines(space) < whole.size();
+    if (!cut)
+        return;
+    const qsizetype last = lines.lineAt(shown - 1).textStart();
+    QString end = whole.mid(last);
+    end.replace(QChar::LineSeparator, QLatin1Char(' '));
+    lines.setText(whole.left(last) + QFontMetricsF(font).elidedText(end, Qt::ElideRight, space.width));
+    (void)breakLines(space);
+}
+
+void TextLines::draw(QPainter &painter, QPointF topLeft) const {
+    for (int line = 0; line < shown; ++line)
+        lines.lineAt(line).draw(&painter, topLeft);
+}
+
+qsizetype TextLines::breakLines(const TextSpace &space) {
+    constexpr double rounding = 0.5;
+    qsizetype fitting = 0;
+    reached = 0;
+    shown = 0;
+    lines.beginLayout();
+    for (QTextLine line = lines.createLine(); line.isValid(); line = lines.createLine()) {
+        line.setLineWidth(std::max(space.width, 1.0));
+        const bool isBelow = reached + line.height() > space.height + rounding;
+        if (shown > 0 && (isBelow || shown == space.maximumLines))
+            break;
+        line.setPosition({0, reached});
+        reached += line.height();
+        fitting = line.textStart() + line.textLength();
+        ++shown;
+    }
+    lines.endLayout();
+    return fitting;
 }
 
 } // namespace fernhop::freedesktop

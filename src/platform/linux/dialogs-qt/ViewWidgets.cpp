@@ -55,11 +55,16 @@ QWidget *ViewWidgets::widgetOf(const ui::View &view) const {
     return found == widgets.end() ? nullptr : found->second;
 }
 
-bool ViewWidgets::focusFirstField() {
-    if (fields.empty())
+bool ViewWidgets::focusFirstInput() {
+    if (inputs.empty())
         return false;
-    widgetOf(*fields.front())->setFocus();
+    inputs.front()->setFocus();
     return true;
+}
+
+QString ViewWidgets::nameFor(const ui::View &control) const {
+    const auto *search = dynamic_cast<const ui::SearchField *>(&control);
+    return search ? toText(search->placeholder) : lastLabel;
 }
 
 void ViewWidgets::build(ui::View &view) {
@@ -116,13 +121,14 @@ std::optional<double> ViewWidgets::contentWidth(const ui::View &view) const {
     return std::nullopt; // a field is as wide as it is made
 }
 
-std::optional<double> ViewWidgets::contentHeight(const ui::View &view, double width) const {
+std::optional<ContentHeight> ViewWidgets::contentHeight(const ui::View &view, double width) const {
     if (isLabel(view))
         return labelHeight(static_cast<const ui::TextField &>(view), width);
     if (!isControl(view))
         return std::nullopt;
     const double natural = widgetOf(view)->sizeHint().height();
-    return isLarge(view) ? std::max(natural, largeControlHeight) : natural;
+    const double height = isLarge(view) ? std::max(natural, largeControlHeight) : natural;
+    return ContentHeight{height, height};
 }
 
 } // namespace fernhop::freedesktop

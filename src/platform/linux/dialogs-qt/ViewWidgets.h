@@ -24,17 +24,18 @@ class ViewWidgets : public QWidget {
     /// Where a view stands in this widget.
     [[nodiscard]] Frame frameOf(const ui::View &view) const { return frames.at(&view); }
 
-    /// Gives the keyboard to the first field that one types in; false when there is none.
-    bool focusFirstField();
+    /// Gives the keyboard to the first field or pop-up; false when there is none.
+    bool focusFirstInput();
 
   private:
     void build(ui::View &view);
     [[nodiscard]] QWidget *makeWidget(ui::View &view);
     void place();
     void follow(ui::View &view, std::function<void()> show);
+    [[nodiscard]] QString nameFor(const ui::View &control) const;
     [[nodiscard]] ContentMeasures measures() const;
     [[nodiscard]] std::optional<double> contentWidth(const ui::View &view) const;
-    [[nodiscard]] std::optional<double> contentHeight(const ui::View &view, double width) const;
+    [[nodiscard]] std::optional<ContentHeight> contentHeight(const ui::View &view, double width) const;
 
     [[nodiscard]] QWidget *makeLabel(ui::View &view);
     [[nodiscard]] QWidget *makeField(ui::View &view);
@@ -47,7 +48,8 @@ class ViewWidgets : public QWidget {
     const DialogHost &host;
     std::unordered_map<const ui::View *, QWidget *> widgets;
     std::vector<ui::View *> followed;
-    std::vector<ui::View *> fields; ///< to type in, in their order
+    std::vector<QWidget *> inputs; ///< fields and pop-ups, in their order
+    QString lastLabel;             ///< what was read last, and so names the control after it
     Frames frames;
 };
 

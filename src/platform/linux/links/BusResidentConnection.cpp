@@ -1,5 +1,7 @@
 #include "platform/linux/links/BusResidentConnection.h"
 
+#include "platform/Utf8.h"
+#include "platform/linux/links/BusArguments.h"
 #include "platform/linux/links/LinkService.h"
 
 #include <utility>
@@ -7,13 +9,23 @@
 namespace fernhop::freedesktop {
 namespace {
 
-GVariant *performBody(const std::vector<std::string> &arguments, std::string_view input) {
+GVariant *platformData(const std::string &activationToken) {
+    GVariantDict data;
+    g_variant_dict_init(&data, nullptr);
+    if (!activationToken.empty() && isValidUtf8(activationToken))
+        g_variant_dict_insert(&data, platformdata::activationToken, "s", activationToken.c_str());
+    return g_variant_dict_end(&data);
+}
+
+GVariant *performBody(const std::vector<std::string> &arguments, std::string_view input,
+                      const std::string &activationToken) {
     GVariantBuilder list;
     g_variant_builder_init(&list, G_VARIANT_TYPE_STRING_ARRAY);
     for (const auto &argument : arguments)
         g_variant_builder_add(&list, "s", argument.c_str());
-    return g_variant_new("(as@ay)", &list,
-                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, input.data(), input.size(), 1));
+    return g_variant_new("(as@ay@a{sv})", &list,
+                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, input.data(), input.size(), 1),
+                         platformData(activationToken));
 }
 
 bool saysNobodyIsThere(const GError *error) {
@@ -39,15 +51,17 @@ std::string withoutLineEnd(std::string text) {
 
 } // namespace
 
-BusResidentConnection::BusResidentConnection(GObjectPointer<GDBusConnection> connection, std::string program)
-    : bus(std::move(connection)), linkProgram(std::move(program)) {}
+BusResidentConnection::BusResidentConnection(GObjectPointer<GDBusConnection> connection, std::string program,
+                                             std::string token)
+    : bus(std::move(connection)), linkProgram(std::move(program)), activationToken(std::move(token)) {}
 
 std::optional<CommandResult> BusResidentConnection::perform(const std::vector<std::string> &arguments,
                                                             std::string_view input) {
     GError *error = nullptr;
-    const GVariantPointer reply(g_dbus_connection_call_sync(
-        bus.get(), serviceName, serviceObjectPath, serviceInterface, "Perform", performBody(arguments, input),
-        G_VARIANT_TYPE("(iss)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr, &error));
+    const GVariantPointer reply(
+        g_dbus_connection_call_sync(bus.get(), serviceName, serviceObjectPath, serviceInterface, "Perform",
+                                    performBody(arguments, input, activationToken), G_VARIANT_TYPE("(iss)"),
+                                    G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr, &error));
     if (reply)
         return resultOf(reply.get());
     const GErrorPointer failure(error);

@@ -11,7 +11,9 @@ namespace fernhop::freedesktop {
 class BusResidentConnection : public ResidentConnection {
   public:
     /// `linkProgram` is `fernhop-open`, which knows how to deliver links so that none is lost.
-    BusResidentConnection(GObjectPointer<GDBusConnection> bus, std::string linkProgram);
+    /// `activationToken` is the desktop's for what this process does; empty: none.
+    BusResidentConnection(GObjectPointer<GDBusConnection> bus, std::string linkProgram,
+                          std::string activationToken);
 
     [[nodiscard]] std::optional<CommandResult> perform(const std::vector<std::string> &arguments,
                                                        std::string_view input) override;
@@ -20,6 +22,7 @@ class BusResidentConnection : public ResidentConnection {
   private:
     GObjectPointer<GDBusConnection> bus;
     std::string linkProgram;
+    std::string activationToken;
 };
 
 } // namespace fernhop::freedesktop

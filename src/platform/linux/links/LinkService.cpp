@@ -22,6 +22,7 @@ constexpr const char *introspection = R"(
     <method name="Perform">
       <arg type="as" name="arguments" direction="in"/>
       <arg type="ay" name="input" direction="in"/>
+      <arg type="a{sv}" name="platform_data" direction="in"/>
       <arg type="i" name="status" direction="out"/>
       <arg type="s" name="output" direction="out"/>
       <arg type="s" name="errors" direction="out"/>
@@ -60,6 +61,12 @@ std::string inputOf(GVariant *body) {
     gsize length = 0;
     const auto *data = static_cast<const char *>(g_variant_get_fixed_array(bytes.get(), &length, 1));
     return length == 0 ? std::string() : std::string(data, length);
+}
+
+std::string activationTokenOf(GVariant *body) {
+    const GVariantPointer data(g_variant_get_child_value(body, 2));
+    const char *token = nullptr;
+    return g_variant_lookup(data.get(), platformdata::activationToken, "&s", &token) ? token : "";
 }
 
 /// The process behind a connection to the bus. It is waited for, so that links stay in order.
@@ -135,6 +142,8 @@ void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation 
 }
 
 void LinkService::perform(GVariant *body, GDBusMethodInvocation *invocation) const {
+    if (const std::string token = activationTokenOf(body); !token.empty())
+        handlers.activationToken(token);
     const auto result = handlers.perform(argumentsOf(body), inputOf(body));
     g_dbus_method_invocation_return_value(
         invocation,

@@ -29,6 +29,9 @@ class LinkService {
     /// What happens on calls that bring no link.
     struct Handlers {
         CommandHandler perform;
+        /// A command came with a token by which a window of ours may come to the front; called before
+        /// `perform`.
+        std::function<void(const std::string &token)> activationToken;
         std::function<void()> activate; ///< Fernhop was opened while it runs
     };
 

@@ -1,10 +1,9 @@
 #include "platform/linux/tray/MenuIcons.h"
 
 #include "platform/Utf8.h"
+#include "platform/linux/applications/IconName.h"
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/PngFile.h"
-
-#include <string_view>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -16,14 +15,6 @@ MenuIcon iconData(const ui::Image &image) {
     const auto pixels = render(image, menuIconPixels);
     auto png = pixels ? pngBytes(pixels.get()) : std::string();
     return png.empty() ? MenuIcon() : MenuIcon(IconData{std::move(png)});
-}
-
-// Names with the ending of a file are against the rules of desktop entries, and common.
-std::string themeName(std::string name) {
-    for (const std::string_view ending : {".png", ".svg", ".xpm"})
-        if (name.size() > ending.size() && name.ends_with(ending))
-            name.resize(name.size() - ending.size());
-    return name;
 }
 
 } // namespace
@@ -51,7 +42,7 @@ MenuIcon MenuIcons::iconOfApplication(const std::string &path) const {
         return {};
     if (entry->icon.starts_with('/'))
         return iconData(ui::Image(ui::ImageFile{entry->icon}, menuIconPixels, false));
-    return IconName{themeName(entry->icon)};
+    return IconName{iconName(entry->icon)};
 }
 
 } // namespace fernhop::freedesktop

@@ -12,7 +12,16 @@ constexpr const char *portalPath = "/org/freedesktop/portal/desktop";
 constexpr const char *settingsInterface = "org.freedesktop.portal.Settings";
 constexpr const char *appearanceNamespace = "org.freedesktop.appearance";
 constexpr const char *colorScheme = "color-scheme";
-constexpr guint32 preferDark = 1;
+
+std::optional<ui::AppearanceName> appearanceOf(GVariant *scheme) {
+    constexpr guint32 preferDark = 1, preferLight = 2;
+    if (!g_variant_is_of_type(scheme, G_VARIANT_TYPE_UINT32))
+        return std::nullopt;
+    const guint32 preference = g_variant_get_uint32(scheme);
+    if (preference == preferDark)
+        return ui::AppearanceName::darkAqua;
+    return preference == preferLight ? std::optional(ui::AppearanceName::aqua) : std::nullopt;
+}
 
 } // namespace
 
@@ -33,7 +42,7 @@ PortalAppearance::~PortalAppearance() {
 
 std::optional<ui::AppearanceName>
 PortalAppearance::bestMatchFromAppearancesWithNames(const std::vector<ui::AppearanceName> &names) const {
-    const auto own = isDark ? ui::AppearanceName::darkAqua : ui::AppearanceName::aqua;
+    const auto own = asked.value_or(ui::AppearanceName::aqua);
     return std::ranges::find(names, own) != names.end() ? std::optional(own) : std::nullopt;
 }
 
@@ -42,9 +51,8 @@ void PortalAppearance::take(GVariant *value) {
     // Read answers with a value within a value.
     while (g_variant_is_of_type(scheme.get(), G_VARIANT_TYPE_VARIANT))
         scheme.reset(g_variant_get_variant(scheme.get()));
-    const bool dark = g_variant_is_of_type(scheme.get(), G_VARIANT_TYPE_UINT32) &&
-                      g_variant_get_uint32(scheme.get()) == preferDark;
-    if (dark != std::exchange(isDark, dark))
+    const auto now = appearanceOf(scheme.get());
+    if (now != std::exchange(asked, now))
         changed();
 }
 
@@ -52,7 +60,7 @@ void PortalAppearance::answered(GObject *bus, GAsyncResult *result, gpointer sel
     GError *error = nullptr;
     const GVariantPointer reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error));
     const GErrorPointer failure(error);
-    // Cancelled, there is no appearance any more; without a portal it stays light.
+    // Cancelled, there is no appearance any more; without a portal nothing is asked for.
     if (!reply)
         return;
     const GVariantPointer value(g_variant_get_child_value(reply.get(), 0));

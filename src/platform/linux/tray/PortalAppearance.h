@@ -4,15 +4,16 @@
 #include "platform/ui/Appearance.h"
 
 #include <functional>
+#include <optional>
 
 namespace fernhop::freedesktop {
 
-/// Light or dark, by the settings portal's color-scheme: dark where the user prefers that, light where the
-/// user does not say or there is no portal. Main thread only.
+/// Light or dark, by the settings portal's color-scheme. Where the user does not say, or there is no portal,
+/// it is light. Main thread only.
 class PortalAppearance : public ui::Appearance {
   public:
-    /// Asks the portal, whose answer comes later; `changed` is called whenever the appearance has become
-    /// another. `bus` outlives the object.
+    /// Asks the portal, whose answer comes later; `changed` is called whenever what the user
+    /// asks for has become another. `bus` outlives the object.
     PortalAppearance(GDBusConnection *bus, std::function<void()> changed);
     ~PortalAppearance() override;
     PortalAppearance(const PortalAppearance &) = delete;
@@ -20,6 +21,9 @@ class PortalAppearance : public ui::Appearance {
 
     [[nodiscard]] std::optional<ui::AppearanceName>
     bestMatchFromAppearancesWithNames(const std::vector<ui::AppearanceName> &names) const override;
+
+    /// What the user asks all applications to look like; nothing where the user does not say.
+    [[nodiscard]] std::optional<ui::AppearanceName> stated() const { return asked; }
 
   private:
     void take(GVariant *value);
@@ -31,7 +35,7 @@ class PortalAppearance : public ui::Appearance {
     std::function<void()> changed;
     GObjectPointer<GCancellable> question;
     guint subscription = 0;
-    bool isDark = false;
+    std::optional<ui::AppearanceName> asked;
 };
 
 } // namespace fernhop::freedesktop

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace fernhop::freedesktop {
 
@@ -13,9 +14,12 @@ namespace fernhop::freedesktop {
 class TrayStatusBar : public ui::StatusBar {
   public:
     /// `bus` and `entries`, which tells the icons of applications, outlive the bar, and the bar its items.
-    /// `appearanceChanged` is called when the desktop went from light to dark or back.
+    /// `appearanceChanged` is called when the user asks for another appearance.
     TrayStatusBar(GDBusConnection *bus, const DesktopEntries &entries,
                   std::function<void()> appearanceChanged);
+
+    /// What the user asks all applications to look like; nothing where the user does not say.
+    [[nodiscard]] std::optional<ui::AppearanceName> statedAppearance() const { return appearance.stated(); }
 
     /// Whom clicks go to from now on; without anyone they do nothing.
     void setPerform(PerformAction action) { perform = std::move(action); }

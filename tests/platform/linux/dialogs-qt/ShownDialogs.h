@@ -3,12 +3,14 @@
 #include "app/Controller.h"
 #include "app/ExpectViews.h"
 #include "platform/linux/dialogs-qt/QtAlerts.h"
+#include "platform/linux/tray/Symbols.h"
 
 #include <QPushButton>
 #include <QTimer>
 #include <cstdlib>
 #include <exception>
 #include <functional>
+#include <map>
 #include <memory>
 
 namespace fernhop::freedesktop {
@@ -16,10 +18,10 @@ namespace fernhop::freedesktop {
 /// A controller whose dialogs are shown by the toolkit on a screen that nobody sees.
 class ShownDialogs : public ControllerTest {
   protected:
-    static QtAlerts &presenter(const DialogHost &host) {
+    static QtAlerts &presenter() {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
         if (!alerts) // a process has one application at a time
-            alerts = std::make_unique<QtAlerts>(host, "offscreen");
+            alerts = std::make_unique<QtAlerts>(host(), "offscreen");
         return *alerts;
     }
 
@@ -50,6 +52,10 @@ class ShownDialogs : public ControllerTest {
         controller->perform(selector, {.sender = &sender});
     }
 
+    std::map<std::string, std::string> iconsOfEntries; ///< by the paths of the entries
+    std::optional<ui::AppearanceName> stated;
+    std::string token;
+
     static QPushButton *buttonNamed(AlertDialog &dialog, const QString &text) {
         for (auto *button : dialog.findChildren<QPushButton *>())
             if (button->text() == text)
@@ -60,14 +66,18 @@ class ShownDialogs : public ControllerTest {
     static void press(AlertDialog &dialog, const QString &text) { buttonNamed(dialog, text)->click(); }
 
   private:
+    static DialogHost host() {
+        return {[](ui::Selector action, const Object &sender) {
+                    if (!action.empty())
+                        current->controller->perform(action, {.sender = &sender});
+                },
+                [](const std::string &entry) { return current->iconsOfEntries[entry]; },
+                [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); },
+                [] { return current->stated; }, [] { return std::exchange(current->token, {}); }};
+    }
+
     static int run(const ui::Alert &alert, const std::function<void(AlertDialog &, const ui::View &)> &user) {
-        static const DialogHost host{[](ui::Selector action, const Object &sender) {
-                                         if (!action.empty())
-                                             current->controller->perform(action, {.sender = &sender});
-                                     },
-                                     [](const std::string &) { return std::string(); },
-                                     [](const std::string &, ui::Color) { return std::nullopt; }};
-        QtAlerts &dialogs = presenter(host);
+        QtAlerts &dialogs = presenter();
         QTimer::singleShot(0, [&] {
             auto *dialog = dynamic_cast<AlertDialog *>(QApplication::activeModalWidget());
             if (!dialog) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <map>
 
 namespace fernhop::freedesktop {
@@ -41,11 +43,12 @@ class ViewLayoutTest : public testing::Test {
         return found == contents.end() ? std::nullopt : std::optional(found->second.width);
     }
 
-    std::optional<double> heightOf(const View &view, double width) const {
+    std::optional<ContentHeight> heightOf(const View &view, double width) const {
         const auto found = contents.find(&view);
         if (found == contents.end())
             return std::nullopt;
-        return width < found->second.width ? 2 * found->second.height : found->second.height;
+        const double line = found->second.height;
+        return ContentHeight{std::max(std::ceil(found->second.width / width), 1.0) * line, line};
     }
 };
 
@@ -127,6 +130,34 @@ TEST_F(ViewLayoutTest, BoxFollowsItsContentWithInsets) {
     const Frames frames = solve(*root, {500, 468});
     EXPECT_EQ(frames.at(box.get()), (Frame{0, 7, 500, 35}));
     EXPECT_EQ(frames.at(label.get()), (Frame{12, 17, 476, 15}));
+}
+
+TEST_F(ViewLayoutTest, WhereThereIsNoRoomTextsLoseLinesAndControlsNothing) {
+    const auto name = content(1000, 16), popup = content(100, 28), note = content(100, 16);
+    name->horizontalCompressionResistance = lowPriority;
+    note->horizontalCompressionResistance = lowPriority;
+    const auto stack = std::make_shared<StackView>(Orientation::vertical, StackAlignment::leading, 12,
+                                                   std::vector{name, popup, note});
+    const auto root = container({stack});
+    root->constraints = {aligned(*stack, *root, leading), aligned(*stack, *root, trailing),
+                         aligned(*stack, *root, top), atMost(*stack, *root, bottom)};
+    const Frames frames = solve(*root, {100, 92});
+    EXPECT_EQ(frames.at(name.get()), (Frame{0, 0, 100, 24}));
+    EXPECT_EQ(frames.at(popup.get()), (Frame{0, 36, 100, 28}));
+    EXPECT_EQ(frames.at(note.get()), (Frame{0, 76, 100, 16}));
+}
+
+TEST_F(ViewLayoutTest, WhereThereIsNoRoomNothingBecomesNegative) {
+    const auto label = content(1000, 10), spacer = std::make_shared<View>();
+    label->horizontalCompressionResistance = lowPriority;
+    spacer->horizontalContentHugging = lowPriority;
+    const auto stack = std::make_shared<StackView>(Orientation::horizontal, StackAlignment::centerY, 10,
+                                                   std::vector<std::shared_ptr<View>>{label, spacer});
+    const auto root = container({stack});
+    root->constraints = {aligned(*stack, *root, leading), aligned(*stack, *root, trailing)};
+    const Frames frames = solve(*root, {100, 40});
+    EXPECT_EQ(frames.at(label.get()).width, 90);
+    EXPECT_EQ(frames.at(spacer.get()).width, 0);
 }
 
 TEST_F(ViewLayoutTest, ConstraintsOfOtherTreesAreLeftAside) {

@@ -43,6 +43,7 @@ class LinkServiceTest : public testing::Test {
     std::vector<std::shared_ptr<LinkDelivery>> held;
     int activations = 0;
     Texts performed;
+    std::string token;
     LinkService service{connection.get(),
                         dispatcher,
                         {[this](const auto &arguments, const std::string &input) {
@@ -50,7 +51,7 @@ class LinkServiceTest : public testing::Test {
                              performed.push_back(input);
                              return CommandResult{7, "out\xff", "err"};
                          },
-                         [this] { ++activations; }}};
+                         [this](const std::string &came) { token = came; }, [this] { ++activations; }}};
 };
 
 TEST_F(LinkServiceTest, TakesLinksOfAnyBytes) {
@@ -88,7 +89,7 @@ TEST_F(LinkServiceTest, AnswersOnlyWhenTheLinksAreDealtWith) {
     listen();
     const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})");
     ASSERT_TRUE(support::runUntil([&] { return !held.empty(); }));
-    const auto later = call(serviceInterface, "Perform", "(@as [], @ay [])");
+    const auto later = call(serviceInterface, "Perform", "(@as [], @ay [], @a{sv} {})");
     ASSERT_TRUE(later.wait());
     EXPECT_FALSE(opened.isDone());
     held.clear();
@@ -97,7 +98,7 @@ TEST_F(LinkServiceTest, AnswersOnlyWhenTheLinksAreDealtWith) {
 
 TEST_F(LinkServiceTest, LinksThatComeBeforeThereIsAHandlerWait) {
     const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})");
-    const auto later = call(serviceInterface, "Perform", "(@as [], @ay [])");
+    const auto later = call(serviceInterface, "Perform", "(@as [], @ay [], @a{sv} {})");
     ASSERT_TRUE(later.wait());
     EXPECT_FALSE(opened.isDone());
     listen();
@@ -106,10 +107,21 @@ TEST_F(LinkServiceTest, LinksThatComeBeforeThereIsAHandlerWait) {
 }
 
 TEST_F(LinkServiceTest, PerformsCommands) {
-    const auto done = call(serviceInterface, "Perform", "(['match', 'a*'], b'https://a')");
+    const auto done = call(serviceInterface, "Perform", "(['match', 'a*'], b'https://a', @a{sv} {})");
     ASSERT_TRUE(done.wait());
     EXPECT_EQ(performed, (Texts{"match", "a*", std::string("https://a\0", 10)})) << "input is taken whole";
     EXPECT_EQ(done.result(), "(7, 'out\uFFFD', 'err')");
+}
+
+TEST_F(LinkServiceTest, CommandsMayBringAnActivationToken) {
+    for (const char *none : {"@a{sv} {}", "{'activation-token': <''>}", "{'activation-token': <7>}"}) {
+        const auto body = std::string("(['x'], @ay [], ") + none + ")";
+        ASSERT_TRUE(call(serviceInterface, "Perform", body.c_str()).wait());
+        EXPECT_EQ(token, "") << none;
+    }
+    ASSERT_TRUE(
+        call(serviceInterface, "Perform", "(['x'], @ay [], {'activation-token': <'token-1'>})").wait());
+    EXPECT_EQ(token, "token-1");
 }
 
 TEST_F(LinkServiceTest, OpeningItAgainIsToldToTheController) {

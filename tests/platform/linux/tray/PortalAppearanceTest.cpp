@@ -92,11 +92,25 @@ TEST_F(PortalAppearanceTest, FollowsThePortal) {
     EXPECT_EQ(best(appearance), AppearanceName::aqua);
 }
 
+TEST_F(PortalAppearanceTest, TellsWhatTheUserAsksFor) {
+    const Portal portal(bus.address(), "uint32 2");
+    const PortalAppearance appearance(connection.get(), [&] { ++changes; });
+    EXPECT_EQ(appearance.stated(), std::nullopt);
+    ASSERT_TRUE(support::runUntil([&] { return changes == 1; }));
+    EXPECT_EQ(appearance.stated(), AppearanceName::aqua);
+    portal.change("org.freedesktop.appearance", "color-scheme", "uint32 1");
+    ASSERT_TRUE(support::runUntil([&] { return changes == 2; }));
+    EXPECT_EQ(appearance.stated(), AppearanceName::darkAqua);
+    portal.change("org.freedesktop.appearance", "color-scheme", "uint32 0");
+    ASSERT_TRUE(support::runUntil([&] { return changes == 3; }));
+    EXPECT_EQ(appearance.stated(), std::nullopt);
+    EXPECT_EQ(best(appearance), AppearanceName::aqua);
+}
+
 TEST_F(PortalAppearanceTest, TellsOnlyOfChangesThatShow) {
     const Portal portal(bus.address(), "uint32 0");
     const PortalAppearance appearance(connection.get(), [&] { ++changes; });
     ASSERT_TRUE(support::runUntil([&] { return portal.reads == 1; }));
-    portal.change("org.freedesktop.appearance", "color-scheme", "uint32 2");
     portal.change("org.freedesktop.appearance", "color-scheme", "'dark'");
     portal.change("org.freedesktop.appearance", "color-scheme", "uint32 77");
     portal.change("org.freedesktop.appearance", "accent-color", "uint32 1");

@@ -1,0 +1,86 @@
+#include "platform/linux/dialogs-qt/ApplicationIcons.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPainterPath>
+#include <QStandardPaths>
+#include <QStringList>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+const QString basicTheme = QStringLiteral("hicolor"); // the one that is always there, with few icons
+
+/// A theme that has icons for the common names, where one is installed.
+QString completeTheme() {
+    for (const auto &name : {QStringLiteral("Adwaita"), QStringLiteral("breeze"), QStringLiteral("Papirus")})
+        for (const QString &folder : QIcon::themeSearchPaths())
+            if (QFileInfo::exists(folder + QLatin1Char('/') + name + QStringLiteral("/index.theme")))
+                return name;
+    return basicTheme;
+}
+
+QStringList extended(QStringList folders, const QString &subfolder) {
+    for (const QString &data : QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation))
+        folders << data + subfolder;
+    folders.removeDuplicates();
+    return folders;
+}
+
+QIcon iconNamed(const std::string &name) {
+    const QString text = QFile::decodeName(name.c_str());
+    if (!text.startsWith(QLatin1Char('/')))
+        return QIcon::fromTheme(text);
+    return QFileInfo(text).isFile() ? QIcon(text) : QIcon(); // what is no file may never end
+}
+
+void paintWindow(QPainter &painter, const QRectF &area, const QColor &ink) {
+    const double side = std::min(area.width(), area.height()), line = side / 14;
+    QRectF frame(0, 0, 0.8 * side, 0.7 * side);
+    frame.moveCenter(area.center());
+    const double titleBar = frame.top() + 0.2 * side;
+    QColor faint = ink; // it stands beside pictures, which are what one looks for
+    faint.setAlphaF(0.6F * ink.alphaF());
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(faint, line));
+    painter.drawRoundedRect(frame, 2 * line, 2 * line);
+    painter.drawLine(QPointF(frame.left(), titleBar), QPointF(frame.right(), titleBar));
+    painter.restore();
+}
+
+} // namespace
+
+void useAllIconPlaces() {
+    QIcon::setThemeSearchPaths(
+        extended(QStringList{QDir::homePath() + QStringLiteral("/.icons")} + QIcon::themeSearchPaths(),
+                 QStringLiteral("/icons")));
+    QIcon::setFallbackSearchPaths(extended(QIcon::fallbackSearchPaths(), QStringLiteral("/pixmaps")));
+    if (QIcon::themeName().isEmpty())
+        QIcon::setThemeName(basicTheme);
+    if (QIcon::themeName() == basicTheme)
+        QIcon::setFallbackThemeName(completeTheme());
+}
+
+bool paintIcon(QPainter &painter, const QIcon &icon, const QRectF &area) {
+    const QPixmap pixels = icon.pixmap(area.size().toSize(), painter.device()->devicePixelRatioF());
+    if (pixels.isNull())
+        return false;
+    QRectF target({}, QSizeF(pixels.size()).scaled(area.size(), Qt::KeepAspectRatio));
+    target.moveCenter(area.center());
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(target, pixels, pixels.rect());
+    painter.restore();
+    return true;
+}
+
+void paintApplicationIcon(QPainter &painter, const std::string &icon, const QRectF &area, const QColor &ink) {
+    if (!paintIcon(painter, iconNamed(icon), area) &&
+        !paintIcon(painter, QIcon::fromTheme(QStringLiteral("application-x-executable")), area))
+        paintWindow(painter, area, ink);
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,42 @@
+#include "platform/linux/dialogs-qt/PaintedIcon.h"
+
+#include <QIconEngine>
+#include <QPixmap>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+class Engine : public QIconEngine {
+  public:
+    explicit Engine(PaintPicture paints) : picture(std::move(paints)) {}
+
+    void paint(QPainter *painter, const QRect &area, QIcon::Mode, QIcon::State) override {
+        picture(*painter, area);
+    }
+    [[nodiscard]] QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixels(size);
+        pixels.fill(Qt::transparent);
+        QPainter painter(&pixels);
+        paint(&painter, pixels.rect(), mode, state);
+        return pixels;
+    }
+    [[nodiscard]] QIconEngine *clone() const override { return new Engine(picture); }
+    [[nodiscard]] bool isNull() override { return false; }
+
+  private:
+    PaintPicture picture;
+};
+
+} // namespace
+
+QIcon paintedIcon(PaintPicture paint) {
+    return QIcon(new Engine(std::move(paint)));
+}
+
+void PictureWidget::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    picture(painter, rect());
+}
+
+} // namespace fernhop::freedesktop
