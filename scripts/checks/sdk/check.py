@@ -66,33 +66,39 @@ class Check:
             for line in scopes.outside(path.read_text(encoding="utf-8")):
                 yield Fault(path, line, "code outside of namespace fernhop and of classes is not checked")
 
-    def uses(self):
+    def uses(self, renamed):
+        """What the sources hold together; `renamed` as a command has it."""
         gathered = syntaxtree.Uses()
-        for found in compilation.each(self._usesOf, self.commands):
+        protocols = headers.protocols(self.commands[0], self.texts)
+        for protocol in protocols:
+            gathered.classes[protocol.name] = syntaxtree.OwnClass(instance={method.selector for method in protocol.methods})
+        names = [protocol.name for protocol in protocols]
+        for found in compilation.each(lambda command: self._usesOf(replace(command, renamed=renamed), names), self.commands):
             gathered.add(found)
         return gathered
 
-    def _usesOf(self, command):
+    def _usesOf(self, command, protocols):
         walker = syntaxtree.Walker(command.folder, self.ours)
-        for tree in compilation.trees(command):
+        for tree in compilation.trees(command, protocols):
             walker.walk(tree)
         return walker.uses
 
     def run(self):
         """The faults, and how much was checked."""
-        uses = self.uses()
-        imports = headers.imports([*self.texts, *(self.source / DOUBLE).rglob("*.h")])
         command = self.commands[0]
-        declared = headers.read(command, imports)
+        imports = headers.imports([*self.texts, *(self.source / DOUBLE).rglob("*.h")])
+        declared = headers.read(command, imports, self.index.classes)
+        uses = self.uses(declared.renamed())
         responders = Responders(self.index)
         folders = command.systemFolders()
         symbols = SymbolChecks(uses, declared, values.Values(self.index, self.known.forms()), self.known,
                                lambda path: any(path.is_relative_to(folder) for folder in folders))
+        messages = MessageChecks(uses, responders, self.known, symbols.ofSdk("class"))
         double = DoubleChecks(declared, responders, symbols, self.double)
         wanted = {constant.name for constant in symbols.constants() if constant.value} | double.values()
         measured = values.measured(command, imports, wanted) if wanted else {}
-        faults = {*MessageChecks(uses, responders, self.known).faults(), *symbols.functionFaults(), *symbols.constantFaults(measured),
-                  *symbols.nameFaults(self.texts), *double.faults(measured)}
+        faults = {*messages.faults(), *symbols.functionFaults(), *symbols.constantFaults(measured), *symbols.nameFaults(self.texts),
+                  *double.faults(measured)}
         return faults, self.counts(uses, symbols)
 
     def counts(self, uses, symbols):

@@ -6,7 +6,7 @@ import re
 import shlex
 import subprocess
 from concurrent.futures import ThreadPoolExecutor
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from pathlib import Path
 
 # All of ours is in namespace fernhop or in a class whose name has it; a program's main is renamed so that it has it too.
@@ -23,11 +23,13 @@ class CompilerFailed(Exception):
 
 @dataclass(frozen=True)
 class Command:
-    """How the build compiles one source: the folder it does so in, the compiler with its options, the file."""
+    """How the build compiles one source: the folder it does so in, the compiler with its options, the file. `renamed` are pairs
+    of a name in what the compiler prints and the name that it stands for."""
 
     folder: Path
     words: tuple
     file: Path
+    renamed: tuple = ()
 
     def systemFolders(self):
         """The folders of headers that stand for the SDK's."""
@@ -40,7 +42,15 @@ class Command:
                               env={**os.environ, "CCACHE_DISABLE": "1", "LC_ALL": "C"})
         if done.returncode != 0:
             raise CompilerFailed(f"{file or self.file}: {done.stderr.strip()[:2000]}")
-        return done.stdout
+        return self._named(done.stdout)
+
+    def _named(self, text):
+        names = dict(self.renamed)
+        return re.sub(rf"\b(?:{'|'.join(names)})\b", lambda found: names[found[0]], text) if names else text
+
+    def dump(self, part, **given):
+        """The compiler's readable dump of the declarations whose names hold `part`."""
+        return self.run("-fsyntax-only", "-Xclang", "-ast-dump", "-Xclang", f"-ast-dump-filter={part}", **given)
 
 
 def commands(build, wanted):
@@ -65,12 +75,19 @@ def _options(command):
     return kept if "ccache" not in kept[0] else kept[1:]
 
 
-def trees(command):
-    """The syntax trees of what is ours in one source, as the compiler's JSON has them."""
-    others = {name for name in CLASS.findall(command.file.read_text(encoding="utf-8", errors="replace")) if OURS not in name}
-    for part in [OURS, *sorted(others)]:
-        yield from _documents(command.run("-fsyntax-only", "-Dmain=fernhop_main", "-Xclang", "-ast-dump=json", "-Xclang",
-                                          f"-ast-dump-filter={part}"))
+def hidden(name):
+    """A name of ours that the dump leaves out, for what the compiler cannot dump."""
+    return name.replace(OURS, "rnhop")
+
+
+def trees(command, protocols):
+    """The syntax trees of what is ours in one source, as the compiler's JSON has them; without our `protocols`, at which clang 14
+    would crash."""
+    text = command.file.read_text(encoding="utf-8", errors="replace")
+    command = replace(command, renamed=(*command.renamed, *((hidden(name), name) for name in protocols)))
+    renames = ["-Dmain=fernhop_main", *(f"-D{name}={hidden(name)}" for name in protocols)]
+    for part in [OURS, *sorted({name for name in CLASS.findall(text) if OURS not in name})]:
+        yield from _documents(command.run("-fsyntax-only", *renames, "-Xclang", "-ast-dump=json", "-Xclang", f"-ast-dump-filter={part}"))
 
 
 def _documents(text):

@@ -24,8 +24,7 @@ class Unreadable(Exception):
 def pieces(text, separator=","):
     """`text` cut at each separator that stands outside of all brackets; "=>" closes none."""
     depth, start, found = 0, 0, []
-    text = text.replace("=>", "  ")
-    for place, letter in enumerate(text):
+    for place, letter in enumerate(text.replace("=>", "  ")):
         if letter in CLOSING:
             depth += 1
         elif letter in CLOSING.values():
@@ -38,14 +37,23 @@ def pieces(text, separator=","):
 
 
 def arguments(text):
-    """The arguments of a parenthesised list that `text` begins with; TypeScript's own `this` is none."""
+    """The arguments of a parenthesised list; TypeScript's own `this` is none."""
+    return [piece for piece in pieces(text[1:-1]) if not piece.startswith("this:")]
+
+
+def signature(text):
+    """The types of a result and the arguments, from "(name: type): result"."""
     depth = 0
-    plain = text.replace("=>", "  ")
-    for place, letter in enumerate(plain):
+    for place, letter in enumerate(text):
         depth += (letter == "(") - (letter == ")")
         if depth == 0:
-            return [piece for piece in pieces(plain[1:place]) if not piece.startswith("this:")]
+            return [text[place + 1:].lstrip(": "), *(typeOf(argument) for argument in arguments(text[:place + 1]))]
     raise Unreadable(text)
+
+
+def typeOf(argument):
+    """The type of an argument that is written as "name: type"."""
+    return argument.partition(":")[2].strip()
 
 
 def names(text):
@@ -54,7 +62,8 @@ def names(text):
 
 
 def empty():
-    """An index that knows nothing. `classes` and `protocols` have the members of each by name; `enums` the values of each
+    """An index that knows nothing. `classes` and `protocols` have the members of each by name, a
+    signature is a list of types, the result's first; `enums` the values of each
     enumeration, whose names lack what they have in common; `aliases` the former names of such values."""
     return {"classes": {}, "protocols": {}, "functions": {}, "constants": [], "enums": {}, "aliases": {}, "types": []}
 
@@ -77,7 +86,7 @@ def _statement(line, number, index):
     if found := VALUES.match(line):
         return _values(index["enums"].setdefault(found[1], {}))
     if found := FUNCTION.match(line):
-        index["functions"][found[1]] = len(arguments(found[2]))
+        index["functions"][found[1]] = [found[3], *(typeOf(argument) for argument in arguments(found[2]))]
     elif found := CONSTANT.match(line):
         if alias := ALIAS.match(found[2]):
             index["aliases"][found[1]] = alias[1]
@@ -121,12 +130,12 @@ def _members(entry):
         if not found:
             raise Unreadable(f"line {number}: {line}")
         static, readonly, accessor, name, mark, rest = found.groups()
-        member = entry["static" if static else "instance"].setdefault(name, {"arguments": [], "property": None})
+        member = entry["static" if static else "instance"].setdefault(name, {"signatures": [], "property": None, "type": None})
         if accessor or mark == ":":
             writable = accessor == "set " or (not accessor and not readonly)
             member["property"] = "readwrite" if writable or member["property"] == "readwrite" else "readonly"
+            member["type"] = rest.strip() if mark == ":" else member["type"]
         else:
-            count = len(arguments(mark + rest))
-            member["arguments"] += [] if count in member["arguments"] else [count]
+            member["signatures"].append(signature(mark + rest))
 
     return take

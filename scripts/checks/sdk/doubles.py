@@ -1,10 +1,11 @@
-"""Checks that the double of the frameworks is like them: classes and what they inherit from, protocols, functions, values.
+"""Checks that the double of the frameworks is like them: classes and what they inherit from, protocols, types, functions, values.
 
 A method that only the double's classes have does no harm: tests look at them by such ones, and the backend, whose messages
 are checked against the SDK, cannot use it."""
 
 from sources import Fault
 from syntaxtree import Place
+from typewords import Type, agrees
 
 
 class DoubleChecks:
@@ -49,6 +50,7 @@ class DoubleChecks:
             yield Fault(container.file, container.line, f"{name} is a {real} in the SDK, and a {parent} here")
         if container.kind == "ObjCProtocolDecl":
             yield from self._protocol(container)
+        yield from self._types(name, container)
 
     def _parent(self, container):
         """What the class inherits from, not counting classes that are the double's own."""
@@ -58,15 +60,33 @@ class DoubleChecks:
         return parent
 
     def _protocol(self, container):
-        for selector, static, line in container.methods:
-            if why := self.responders.fault([container.name], selector, static):
-                yield Fault(container.file, line, f"protocol {container.name} has no {selector} in the SDK ({why})")
+        for method in container.methods:
+            if why := self.responders.fault([container.name], method.selector, method.static):
+                yield Fault(container.file, method.line, f"protocol {container.name} has no {method.selector} in the SDK ({why})")
+
+    def _types(self, name, container):
+        for method in container.methods:
+            forms = self.responders.signatures(name, method.selector, method.static)
+            if forms and not self.explained.has("types", f"{name}.{method.selector}"):
+                yield from self._compare(container.file, method.line, f"[{name} {method.selector}]", method.types, forms)
+
+    def _compare(self, path, line, name, here, forms):
+        """A fault if the types `here` are those of none of the `forms` that the SDK has."""
+        kinds = [Type(text, self.headers.typedefs) for text in here]
+        wrong = [[place for place, (word, kind) in enumerate(zip(form, kinds)) if not agrees(word, kind, self.index)] for form in forms]
+        if all(wrong):
+            place = wrong[0][0]
+            what = f"argument {place}" if place else "result"
+            yield Fault(path, line, f"{name}: its {what} is {forms[0][place]} in the SDK, and {kinds[place].written} here")
 
     def _function(self, name):
         path, line = self.headers.origins[name][1], self.headers.lines[name]
         if self.explained.has("function", name):
             return
-        if name not in self.index.functions:
+        here, real = self.headers.functions[name], self.index.functions.get(name)
+        if real is None:
             yield Fault(path, line, f"the SDK has no function {name}")
-        elif self.headers.arguments[name] != self.index.functions[name]:
-            yield Fault(path, line, f"{name} takes {self.index.functions[name]} arguments in the SDK, {self.headers.arguments[name]} here")
+        elif len(here) != len(real):
+            yield Fault(path, line, f"{name} takes {len(real) - 1} arguments in the SDK, {len(here) - 1} here")
+        else:
+            yield from self._compare(path, line, name, here, [real])

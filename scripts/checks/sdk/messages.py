@@ -4,10 +4,12 @@ from sources import Fault
 
 
 class MessageChecks:
-    """`uses` is what all the sources hold together; the faults come in no order."""
+    """`uses` is what all the sources hold together, `classes` the names of the headers' classes; the faults come in no order."""
 
-    def __init__(self, uses, responders, explained):
+    def __init__(self, uses, responders, explained, classes):
         self.uses = uses
+        # What a template is over is written like a class, and stands for any.
+        self.known = {*classes, *uses.classes}
         self.responders = responders
         self.index = responders.index
         self.explained = explained
@@ -26,18 +28,18 @@ class MessageChecks:
         if self.explained.has("selector", message.selector):
             return
         sign = "+" if message.static else "-"
-        if message.receiver is None and not message.protocols:
+        if not message.protocols and message.receiver not in self.known:
             why = None if self._ownAnywhere(message.selector) else self.responders.faultAnywhere(message.selector, message.static)
             if why:
                 yield Fault(*self._at(message), f"{sign}{message.selector}: no class of the SDK answers to it ({why})")
             return
-        own, holders = self._standsOn(message.receiver)
+        own, holders = self._standsOn(message.receiver, *message.protocols)
         if any(message.selector in (known.static if message.static else known.instance) for known in own):
             return
         unknown = [name for name in holders if name not in self.index.classes and not self.index.protocol(name)]
         if unknown:
             yield from self._unknown(message.place, unknown[0])
-        elif why := self.responders.fault([*holders, *message.protocols], message.selector, message.static):
+        elif why := self.responders.fault(holders or ["NSObject"], message.selector, message.static):
             holder = message.receiver or f"id<{', '.join(message.protocols)}>"
             yield Fault(*self._at(message), f"{sign}[{holder} {message.selector}]: it does not answer to that ({why})")
 
@@ -50,16 +52,20 @@ class MessageChecks:
     def _at(use):
         return use.place.path, use.place.line
 
-    def _standsOn(self, name):
-        """Our own classes that `name` is or inherits from, and the SDK's class and protocols that they stand on."""
-        own, holders = [], []
-        while name in self.uses.classes:
-            own.append(self.uses.classes[name])
-            holders += sorted(self.uses.classes[name].protocols)
-            if name in self.index.classes:
-                break
-            name = self.uses.classes[name].parent
-        return own, [*([name] if name else []), *holders]
+    def _standsOn(self, *names):
+        """Our own classes and protocols that these are or stand on, and the SDK's that they stand on."""
+        own, holders, pending = [], [], [name for name in names if name]
+        while pending:
+            name = pending.pop(0)
+            known = self.uses.classes.get(name)
+            if known:
+                own.append(known)
+                pending += [part for part in (known.parent, *sorted(known.protocols)) if part]
+            if not known or name in self.index.classes:
+                holders.append(name)
+            # The SDK's classes may have categories of ours.
+            own += [self.uses.classes[above] for above in self.index.superclasses(name) if above != name and above in self.uses.classes]
+        return own, holders
 
     def _ownAnywhere(self, selector):
         return any(selector in own.instance or selector in own.static for own in self.uses.classes.values())

@@ -3,11 +3,16 @@
 import names
 
 
+def counts(member):
+    """How many arguments a member takes as a method: one number for each of its forms, none for a mere property."""
+    return {len(signature) - 1 for signature in member["signatures"]}
+
+
 def matches(members, selector):
     """Whether one class's or protocol's `members` (of instances, or of the class itself) have the selector."""
     name, arguments = names.declared(selector), names.count(selector)
     member = members.get(name)
-    if member and arguments in member["arguments"]:
+    if member and arguments in counts(member):
         return True
     for candidate in names.getterOf(selector):
         found = members.get(candidate)
@@ -17,13 +22,23 @@ def matches(members, selector):
     return any(members.get(candidate, {}).get("property") == "readwrite" for candidate in names.setterOf(selector))
 
 
+def _signatures(members, selector):
+    member = members.get(names.declared(selector), {"signatures": []})
+    found = [form for form in member["signatures"] if len(form) - 1 == names.count(selector)]
+    for name in () if found else names.getterOf(selector):
+        found += [[members[name]["type"]]] if members.get(name, {}).get("type") else []
+    for name in () if found else names.setterOf(selector):
+        found += [["void", members[name]["type"]]] if members.get(name, {}).get("type") else []
+    return found
+
+
 def _trouble(members, selector):
     """What stands in the way although the name is there."""
     name, arguments = names.declared(selector), names.count(selector)
     member = members.get(name)
-    if member and member["arguments"]:
-        counts = " or ".join(str(count) for count in sorted(member["arguments"]))
-        return f"its {name} takes {counts} argument{'' if counts == '1' else 's'}, not {arguments}"
+    if member and member["signatures"]:
+        wanted = " or ".join(str(count) for count in sorted(counts(member)))
+        return f"its {name} takes {wanted} argument{'' if wanted == '1' else 's'}, not {arguments}"
     if member and not arguments:
         return f"the getter is is{name[:1].upper()}{name[1:]}"
     if any(members.get(candidate, {}).get("property") == "readonly" for candidate in names.setterOf(selector)):
@@ -43,8 +58,8 @@ class Responders:
         found = {}
         for entry in self.index.everything():
             for name, member in entry[side].items():
-                known = found.setdefault(name, {"arguments": set(), "property": None})
-                known["arguments"].update(member["arguments"])
+                known = found.setdefault(name, {"signatures": [], "property": None})
+                known["signatures"] += member["signatures"]
                 known["property"] = "readwrite" if "readwrite" in (known["property"], member["property"]) else \
                     known["property"] or member["property"]
         return found
@@ -75,6 +90,13 @@ class Responders:
         if matches(members, selector):
             return None
         return _trouble(members, selector) or self._nearest(selector, members)
+
+    def signatures(self, name, selector, static):
+        """The types of the result and the arguments that the nearest method or property of that name has, in all its forms."""
+        for members in self.members(name, static):
+            if matches(members, selector):
+                return _signatures(members, selector)
+        return []
 
     def _answers(self, holders, selector, static):
         return any(matches(entry["static" if static else "instance"], selector)

@@ -50,7 +50,7 @@ class SymbolChecks:
             if call.name not in self.index.functions:
                 yield self._missing(call.place.path, call.place.line, "function", call.name, self.index.functions)
                 continue
-            wanted = self.index.functions[call.name]
+            wanted = len(self.index.functions[call.name]) - 1
             variadic = call.name in self.headers.variadic
             if call.arguments is not None and call.arguments != wanted and not (variadic and call.arguments > wanted):
                 yield Fault(call.place.path, call.place.line, f"{call.name} takes {wanted} arguments, not {call.arguments}")

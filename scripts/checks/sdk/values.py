@@ -12,7 +12,7 @@ def measured(command, imports, wanted):
     lines = [f"#import <{name}>" for name in imports]
     lines += [f"constexpr long long {PREFIX}{name} = static_cast<long long>({name});" for name in sorted(wanted)]
     # The dump of a constant holds what it was worked out to.
-    dump = command.run("-fsyntax-only", "-Xclang", "-ast-dump", "-Xclang", f"-ast-dump-filter={PREFIX}", file="-", feed="\n".join(lines))
+    dump = command.dump(PREFIX, file="-", feed="\n".join(lines))
     found = {}
     for part in re.split(rf"^Dumping {PREFIX}", dump, flags=re.M)[1:]:
         name = re.match(r"\w+", part)[0]

@@ -27,7 +27,7 @@ class Messages(toy.Tree):
         self.assertFault(self.source, "initWithTitleAction", "takes 2 arguments, not 1")
 
     def testClassMethodSentToAnInstance(self):
-        self.edit(self.source, "toy.title = [[NSToy sharedToy] URL]", "toy.title = [[toy sharedToy] URL]")
+        self.edit(self.source, "[[NSToy sharedToy] URL]", "[[toy sharedToy] URL]")
         self.assertFault(self.source, "[toy sharedToy]", "class method, sent to an instance")
 
     def testInstanceMethodSentToAClass(self):
@@ -46,8 +46,8 @@ class Messages(toy.Tree):
         self.assertIn(f"{self.header}:{self.line(self.header, 'NSQuickToy')}: the SDK has no NSQuickToy", found)
 
     def testReadOnlyProperty(self):
-        self.edit(self.header, "@property(readonly) NSObject *URL", "@property(retain) NSObject *URL")
-        self.edit(self.source, "toy.title = ", "toy.URL = ")
+        self.edit(self.header, "@property(readonly) NSURL *URL", "@property(retain) NSURL *URL")
+        self.edit(self.source, "toy.title = (id)", "toy.URL = ")
         self.assertFault(self.source, "toy.URL", "setURL:", "read-only")
 
     def testGetterByItsOwnName(self):
@@ -80,6 +80,29 @@ class Messages(toy.Tree):
         self.edit(self.source, "FernhopMover", "Mover")
         self.edit(self.source, "[sender setTitle:nullptr]", "[sender setTitel:nullptr]")
         self.assertFault(self.source, "setTitel", "setTitel:")
+
+    def testProtocolOfOurs(self):
+        self.write("src/platform/macos/Linked.h", "#pragma once\n#import <Toy/Toy.h>\n\n@protocol FernhopLinked <NSObject>\n"
+                                                  "@property(readonly) long link;\n@end\n")
+        self.edit(self.source, "#import <Toy/Toy.h>", '#import "Linked.h"')
+        self.edit(self.source, "long use() {", "long use(id<FernhopLinked> linked, NSObject<FernhopLinked> *other) {\n"
+                                               "    [other retain];\n    return linked.link + [other link];\n}\n\nlong use() {")
+        self.assertEqual(self.faults(), [])
+        self.edit(self.source, "[other link]", "(long)[other lynk]")
+        self.assertFault(self.source, "lynk", "-[NSObject lynk]")
+
+    def testCategoryOfOurs(self):
+        self.edit(self.source, "namespace fernhop {", "@interface NSToy (Fernhop)\n- (void)wind;\n@end\n@implementation NSToy (Fernhop)\n"
+                                                      "- (void)wind {\n}\n@end\n\nnamespace fernhop {")
+        self.edit(self.source, "long use() {", "long use() {\n    [[NSFastToy alloc] wind];")
+        self.assertEqual(self.faults(), [])
+
+    def testTemplates(self):
+        self.edit(self.source, "long use() {", "template <typename Type> struct Kept {\n    Type *kept;\n    ~Kept() { [kept release]; }\n};\n\n"
+                                               "long use() {\n    Kept<NSToy> kept{nullptr};\n")
+        self.assertEqual(self.faults(), [])
+        self.edit(self.source, "[kept release]", "[kept releese]")
+        self.assertIn("no class of the SDK answers to it (nearest: release)", "\n".join(self.faults()))
 
     def testProgram(self):
         main = self.write("src/main/ToyMain.mm", "#import <Toy/Toy.h>\n\nint main() {\n    NSToyBeep();\n    return [NSToy shardToy] != nil;\n}\n"
@@ -136,6 +159,23 @@ class Symbols(toy.Tree):
         self.edit(self.header, "@interface NSFastToy : NSToy", "@interface NSFastToy : NSObject")
         self.edit(self.source, "[NSFastToy alloc]", "[NSToy alloc]")
         self.assertFault(self.header, "NSFastToy", "NSFastToy is a NSToy in the SDK, and a NSObject here")
+
+    def testTypesInTheDouble(self):
+        for before, after, words in (("BOOL moving", "long moving", "setMoving:]: its argument 1 is boolean in the SDK, and long here"),
+                                     ("NSString *title;", "NSURL *title;", "title]: its result is string in the SDK, and NSURL * here"),
+                                     ("BOOL NSToyMove", "long NSToyMove", "NSToyMove: its result is boolean in the SDK, and long here"),
+                                     ("NSURL *URL", "NSString *URL", "URL]: its result is NSURL in the SDK, and NSString * here")):
+            with self.subTest(after):
+                self.write("tests/macos/double/include/Toy/Toy.h", toy.HEADER)
+                self.edit(self.header, before, after)
+                found = self.faults()
+                self.assertTrue(any(words in fault for fault in found), found)
+
+    def testClassThatTheDoubleHasUnderAnotherName(self):
+        self.edit(self.header, "@interface NSToy :", "#define NSToy FNToy\n@interface NSToy :")
+        self.assertEqual(self.faults(), [])
+        self.edit(self.source, "sharedToy", "shardToy")
+        self.assertFault(self.source, "shardToy", "+[NSToy shardToy]", "nearest: sharedToy")
 
     def testProtocolInTheDouble(self):
         self.edit(self.header, "- (void)toyDidMove:", "- (void)toyWillMove:(id)toy;\n- (void)toyDidMove:")

@@ -21,14 +21,16 @@ class Declarations(unittest.TestCase):
 
     def testMembers(self):
         toyClass = self.index.classes["NSToy"]
-        self.assertEqual(toyClass["instance"]["initWithTitleAction"]["arguments"], [2])
-        self.assertEqual(toyClass["static"]["toyWithTitleSpeed"]["arguments"], [2])
+        self.assertEqual(toyClass["instance"]["initWithTitleAction"]["signatures"], [["this", "string", "string | null"]])
+        self.assertEqual(toyClass["static"]["toyWithTitleSpeed"]["signatures"],
+                         [["InstanceType<This>", "string", "interop.Enum<typeof NSToySpeed>"]])
         self.assertEqual(toyClass["static"]["sharedToy"]["property"], "readonly")
         self.assertEqual(toyClass["instance"]["title"]["property"], "readwrite")
         self.assertEqual(toyClass["instance"]["arguments"]["property"], "readonly")
 
-    def testFunctionsCountTheirArgumentsNotThoseOfBlocks(self):
-        self.assertEqual(self.index.functions, {"NSToyBeep": 0, "NSToyLog": 1, "NSToyMove": 2})
+    def testFunctionsWithTheirTypes(self):
+        self.assertEqual(self.index.functions, {"NSToyBeep": ["void"], "NSToyLog": ["void", "string"],
+                                                "NSToyMove": ["boolean", "NSToy", "(p1: NSToy, p2: number) => void | null"]})
 
     def testValuesAndFormerNames(self):
         self.assertEqual(self.index.enums["NSToyOrder"], {"Ascending": -1, "Same": 0})

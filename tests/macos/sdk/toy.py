@@ -86,15 +86,23 @@ declare class NSToy<ObjectType = interop.Object> extends NSObject implements NSC
   setTitle(title: string): void;
 }
 
+declare class NSString extends NSObject {
+}
+
+declare class NSURL extends NSObject {
+}
+
 declare class NSFastToy extends NSToy {
 }
 """
 
 HEADER = """\
 #pragma once
-#define YES ((signed char)1)
+#define YES ((BOOL)1)
 #define NSToyMacro 7
 typedef double NSToySeconds;
+typedef signed char BOOL;
+@class NSString, NSURL;
 enum NSToySpeed : long { NSToySpeedSlow, NSToySpeedFast = 2 };
 enum NSToyOrder : long { NSOrderedAscending = -1, NSOrderedSame };
 @protocol NSObject
@@ -106,21 +114,21 @@ enum NSToyOrder : long { NSOrderedAscending = -1, NSOrderedSame };
 + (instancetype)alloc;
 @end
 @protocol NSToyDelegate <NSObject>
-- (void)toyDidMove:(id)notification;
+- (void)toyDidMove:(NSObject *)notification;
 @end
 @interface NSToy : NSObject
-@property(retain) NSObject *title;
-@property(getter=isMoving) signed char moving;
-@property(readonly) NSObject *URL;
+@property(retain) NSString *title;
+@property(getter=isMoving) BOOL moving;
+@property(readonly) NSURL *URL;
 + (NSToy *)sharedToy;
-- (instancetype)initWithTitle:(id)title action:(SEL)action;
+- (instancetype)initWithTitle:(NSString *)title action:(SEL)action;
 @end
 @interface NSFastToy : NSToy
 @end
-extern NSObject *const NSToyDidMoveNotification;
+extern NSString *const NSToyDidMoveNotification;
 extern "C" void NSToyBeep(void);
 extern "C" void NSToyLog(const char *format, ...);
-extern "C" signed char NSToyMove(NSToy *toy, void (^handler)(NSToy *, long));
+extern "C" BOOL NSToyMove(NSToy *toy, void (^handler)(NSToy *, long));
 """
 
 SOURCE = """\
@@ -143,7 +151,7 @@ namespace fernhop {
 
 long use() {
     NSToy *toy = [[NSFastToy alloc] initWithTitle:NSToyDidMoveNotification action:@selector(press:)];
-    toy.title = [[NSToy sharedToy] URL];
+    toy.title = (id)[[NSToy sharedToy] URL];
     if (toy.moving)
         NSToyBeep();
     NSToyMove(toy, ^(NSToy *moved, long) { [moved release]; });
@@ -153,7 +161,7 @@ long use() {
 } // namespace fernhop
 """
 
-EXPLAINED = "form NSToyOrder NSOrdered*\nmacro YES the language's true\n"
+EXPLAINED = "form NSToyOrder NSOrdered*\nmacro YES the language's true\ntype BOOL a truth\n"
 
 
 def index(text=DECLARATIONS):
