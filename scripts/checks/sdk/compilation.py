@@ -12,7 +12,7 @@ from pathlib import Path
 # All of ours is in namespace fernhop or in a class whose name has it; a program's main is renamed so that it has it too.
 # The compiler's dump is for names that hold this text: dumping everything would take a hundred times as long.
 OURS = "ernhop"
-CLASS = re.compile(r"^\s*@(?:implementation|interface)\s+(\w+)", re.M)
+CLASS = re.compile(r"^\s*@(?:implementation|interface)\s+(\w+)(?:\s*\(\s*(\w*)\s*\))?", re.M)
 WITH_VALUE = {"-o", "-c", "-MF", "-MT", "-MQ"}
 DROPPED = re.compile(r"-O.|-g\d?|-fsanitize.*|-fno-sanitize.*|-M.*|-W.*")
 
@@ -86,7 +86,8 @@ def trees(command, protocols):
     text = command.file.read_text(encoding="utf-8", errors="replace")
     command = replace(command, renamed=(*command.renamed, *((hidden(name), name) for name in protocols)))
     renames = ["-Dmain=fernhop_main", *(f"-D{name}={hidden(name)}" for name in protocols)]
-    for part in [OURS, *sorted({name for name in CLASS.findall(text) if OURS not in name})]:
+    others = {category or name for name, category in CLASS.findall(text)}
+    for part in [OURS, *sorted(name for name in others if OURS not in name)]:
         yield from _documents(command.run("-fsyntax-only", *renames, "-Xclang", "-ast-dump=json", "-Xclang", f"-ast-dump-filter={part}"))
 
 
