@@ -1,0 +1,6 @@
+#pragma once
+#import <AppKit/NSCell.h>
+
+typedef NS_ENUM(NSUInteger, NSBezelStyle) {
+    NSBezelStyleRounded = 1,
+};

@@ -1,0 +1,5 @@
+#pragma once
+#import <double/CountedObject.h>
+
+@interface NSResponder : FNCountedObject
+@end

@@ -1,0 +1,5 @@
+#pragma once
+#import <AppKit/NSButton.h>
+
+@interface NSStatusBarButton : NSButton
+@end

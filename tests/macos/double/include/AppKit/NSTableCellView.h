@@ -1,0 +1,5 @@
+#pragma once
+#import <AppKit/NSView.h>
+
+@interface NSTableCellView : NSView
+@end

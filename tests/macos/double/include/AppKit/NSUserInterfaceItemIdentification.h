@@ -1,0 +1,4 @@
+#pragma once
+#import <Foundation/Foundation.h>
+
+typedef NSString *NSUserInterfaceItemIdentifier;

@@ -1,0 +1,2 @@
+#pragma once
+#import <QuartzCore/CALayer.h>

@@ -1,0 +1,51 @@
+#import <AppKit/NSResponder.h>
+
+#include "macos/double/Delivery.h"
+#include "macos/double/Inspection.h"
+
+namespace fernhop::macos_double {
+
+namespace {
+
+std::map<std::string, long> &ledger() {
+    static std::map<std::string, long> counts;
+    return counts;
+}
+
+void enter(Class type, long change) {
+    const std::string name = [NSStringFromClass(type) UTF8String];
+    if ((ledger()[name] += change) == 0)
+        ledger().erase(name);
+}
+
+} // namespace
+
+const std::map<std::string, long> &liveObjects() {
+    return ledger();
+}
+
+bool sendAction(SEL action, id target, id sender) {
+    if (!action || ![target respondsToSelector:action])
+        return false;
+    [target performSelector:action withObject:sender];
+    return true;
+}
+
+} // namespace fernhop::macos_double
+
+@implementation FNCountedObject
+
++ (id)allocWithZone:(NSZone *)zone {
+    fernhop::macos_double::enter(self, 1);
+    return [super allocWithZone:zone];
+}
+
+- (void)dealloc {
+    fernhop::macos_double::enter([self class], -1);
+    [super dealloc];
+}
+
+@end
+
+@implementation NSResponder
+@end
