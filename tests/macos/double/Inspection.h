@@ -30,6 +30,8 @@ namespace fernhop::macos_double {
 [[nodiscard]] std::string describe(NSFont *font);
 /// What an image is made of: "symbol NAME", "file PATH", "icon PATH" or "drawing"; "nil" for nil.
 [[nodiscard]] std::string originOf(NSImage *image);
+/// An image of this origin; autoreleased.
+[[nodiscard]] NSImage *imageOfOrigin(NSString *origin);
 
 /// What an image's drawing handler did.
 struct Drawn {

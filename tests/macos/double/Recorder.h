@@ -5,6 +5,8 @@ namespace fernhop::macos_double {
 /// What the double was asked to do, open to tests; everything begins anew with `reset`.
 struct Recorder {
     int beeps = 0;
+    int activations = 0; ///< of the application over the others
+    int iconsAsked = 0;  ///< of the workspace
 };
 
 /// The one recorder of this process.

@@ -1,6 +1,6 @@
-#import <AppKit/NSAlert.h>
-
 #include "macos/double/ui/System.h"
+
+#import <AppKit/NSAlert.h>
 
 @implementation NSWindow
 

@@ -1,6 +1,6 @@
-#import <AppKit/NSAppearance.h>
-
 #include "macos/double/ui/System.h"
+
+#import <AppKit/NSAppearance.h>
 
 NSAppearanceName const NSAppearanceNameAqua = @"NSAppearanceNameAqua";
 NSAppearanceName const NSAppearanceNameDarkAqua = @"NSAppearanceNameDarkAqua";

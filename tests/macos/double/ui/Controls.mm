@@ -1,9 +1,9 @@
+#include "macos/double/UserActions.h"
+
+#import <AppKit/NSApplication.h>
 #import <AppKit/NSButton.h>
 #import <AppKit/NSImageView.h>
 #import <AppKit/NSSearchField.h>
-
-#include "macos/double/Delivery.h"
-#include "macos/double/UserActions.h"
 
 @implementation NSCell
 @end
@@ -38,7 +38,7 @@
 }
 
 - (BOOL)sendAction:(SEL)action to:(id)target {
-    return fernhop::macos_double::sendAction(action, target, self);
+    return [[NSApplication sharedApplication] sendAction:action to:target from:self];
 }
 
 - (void)dealloc {
@@ -98,8 +98,9 @@
 - (BOOL)userTypes:(NSString *)text {
     [self setStringValue:text];
     if ([_delegate respondsToSelector:@selector(controlTextDidChange:)])
-        [_delegate controlTextDidChange:[NSNotification notificationWithName:@"NSControlTextDidChangeNotification"
-                                                                      object:self]];
+        [_delegate
+            controlTextDidChange:[NSNotification notificationWithName:@"NSControlTextDidChangeNotification"
+                                                               object:self]];
     NSCell *cell = [self cell];
     return [cell isKindOfClass:[NSSearchFieldCell class]] &&
            [static_cast<NSSearchFieldCell *>(cell) sendsSearchStringImmediately] && [self userClicks];

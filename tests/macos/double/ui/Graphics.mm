@@ -1,10 +1,10 @@
+#include "macos/double/Inspection.h"
+
 #import <AppKit/NSBezierPath.h>
 #import <AppKit/NSColor.h>
 #import <AppKit/NSFont.h>
 #import <AppKit/NSImage.h>
 #import <QuartzCore/CALayer.h>
-
-#include "macos/double/Inspection.h"
 
 #include <sstream>
 
@@ -241,9 +241,14 @@ std::string originOf(NSImage *image) {
     ] retain];
     if (![known containsObject:symbolName])
         return nil;
-    NSImage *image = [[self new] autorelease];
-    image->_origin = [[@"symbol " stringByAppendingString:symbolName] copy];
+    NSImage *image = [self imageOfOrigin:[@"symbol " stringByAppendingString:symbolName]];
     image->_isTemplate = YES;
+    return image;
+}
+
++ (NSImage *)imageOfOrigin:(NSString *)origin {
+    NSImage *image = [[self new] autorelease];
+    image->_origin = [origin copy];
     return image;
 }
 
@@ -266,7 +271,7 @@ std::string originOf(NSImage *image) {
 - (instancetype)initWithContentsOfURL:(NSURL *)url {
     if (!(self = [super init]))
         return nil;
-    NSData *contents = [NSData dataWithContentsOfURL:url];
+    NSData *contents = [NSData dataWithContentsOfFile:[url path]];
     constexpr unsigned char signature[] = {0x89, 'P', 'N', 'G'};
     if ([contents length] < sizeof signature || memcmp([contents bytes], signature, sizeof signature) != 0) {
         [self release];
@@ -286,8 +291,7 @@ std::string originOf(NSImage *image) {
 
 - (fernhop::macos_double::Drawn)draw {
     drawingLog.clear();
-    const BOOL answer =
-        _drawingHandler && _drawingHandler(NSMakeRect(0, 0, _size.width, _size.height));
+    const BOOL answer = _drawingHandler && _drawingHandler(NSMakeRect(0, 0, _size.width, _size.height));
     return {answer == YES, drawingLog};
 }
 
@@ -305,6 +309,10 @@ std::string originOf(NSImage *image) {
 @end
 
 namespace fernhop::macos_double {
+
+NSImage *imageOfOrigin(NSString *origin) {
+    return [NSImage imageOfOrigin:origin];
+}
 
 Drawn draw(NSImage *image) {
     return [image draw];

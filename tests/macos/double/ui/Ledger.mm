@@ -1,7 +1,6 @@
-#import <AppKit/NSResponder.h>
-
-#include "macos/double/Delivery.h"
 #include "macos/double/Inspection.h"
+
+#import <AppKit/NSResponder.h>
 
 namespace fernhop::macos_double {
 
@@ -22,13 +21,6 @@ void enter(Class type, long change) {
 
 const std::map<std::string, long> &liveObjects() {
     return ledger();
-}
-
-bool sendAction(SEL action, id target, id sender) {
-    if (!action || ![target respondsToSelector:action])
-        return false;
-    [target performSelector:action withObject:sender];
-    return true;
 }
 
 } // namespace fernhop::macos_double

@@ -1,8 +1,8 @@
+#include "macos/double/UserActions.h"
+
+#import <AppKit/NSApplication.h>
 #import <AppKit/NSMenu.h>
 #import <AppKit/NSPopUpButton.h>
-
-#include "macos/double/Delivery.h"
-#include "macos/double/UserActions.h"
 
 @implementation NSMenu
 
@@ -56,7 +56,8 @@
 - (void)update {
     if (_autoenablesItems)
         for (NSMenuItem *item in _items)
-            item.enabled = [item submenu] || ([item action] && [[item target] respondsToSelector:[item action]]);
+            item.enabled =
+                [item submenu] || ([item action] && [[item target] respondsToSelector:[item action]]);
 }
 
 - (void)dealloc {
@@ -120,7 +121,7 @@
 
 - (BOOL)userChooses {
     [_menu update];
-    return _enabled && fernhop::macos_double::sendAction(_action, _target, self);
+    return _enabled && [[NSApplication sharedApplication] sendAction:_action to:_target from:self];
 }
 
 @end

@@ -1,6 +1,6 @@
-#import <AppKit/NSStatusBar.h>
-
 #include "macos/double/ui/System.h"
+
+#import <AppKit/NSStatusBar.h>
 
 @implementation NSStatusBarButton
 @end

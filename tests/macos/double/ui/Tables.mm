@@ -1,6 +1,6 @@
-#import <AppKit/NSTableView.h>
-
 #include "macos/double/UserActions.h"
+
+#import <AppKit/NSTableView.h>
 
 @implementation NSTableColumn
 
@@ -89,6 +89,10 @@
 
 - (NSIndexSet *)selectedRowIndexes {
     return [[_selection copy] autorelease];
+}
+
+- (void)deselectAll:(id)sender {
+    [self select:[NSIndexSet indexSet]];
 }
 
 - (void)selectRowIndexes:(NSIndexSet *)indexes byExtendingSelection:(BOOL)extend {

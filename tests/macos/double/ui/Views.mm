@@ -1,10 +1,10 @@
+#include "macos/double/ui/System.h"
+
 #import <AppKit/NSScrollView.h>
 #import <AppKit/NSStackView.h>
 #import <AppKit/NSTableCellView.h>
 #import <AppKit/NSTableHeaderView.h>
 #import <AppKit/NSView.h>
-
-#include "macos/double/ui/System.h"
 
 @interface NSView (Double)
 - (void)hold:(NSLayoutConstraint *)constraint;
@@ -57,7 +57,8 @@
 - (void)removeFromSuperview {
     NSView *parent = _superview;
     _superview = nil;
-    [parent->_subviews removeObjectIdenticalTo:self];
+    if (parent)
+        [parent->_subviews removeObjectIdenticalTo:self];
 }
 
 - (BOOL)wantsLayer {

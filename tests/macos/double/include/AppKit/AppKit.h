@@ -1,6 +1,7 @@
 #pragma once
 #import <AppKit/NSAlert.h>
 #import <AppKit/NSAppearance.h>
+#import <AppKit/NSApplication.h>
 #import <AppKit/NSBezierPath.h>
 #import <AppKit/NSButton.h>
 #import <AppKit/NSColor.h>
@@ -21,4 +22,5 @@
 #import <AppKit/NSTextField.h>
 #import <AppKit/NSView.h>
 #import <AppKit/NSWindow.h>
+#import <AppKit/NSWorkspace.h>
 #import <Foundation/Foundation.h>

@@ -50,5 +50,6 @@ typedef NS_ENUM(NSInteger, NSTableViewSelectionHighlightStyle) {
 - (void)reloadData;
 - (NSView *)viewAtColumn:(NSInteger)column row:(NSInteger)row makeIfNecessary:(BOOL)makeIfNecessary;
 @property(readonly, copy) NSIndexSet *selectedRowIndexes;
+- (void)deselectAll:(id)sender;
 - (void)selectRowIndexes:(NSIndexSet *)indexes byExtendingSelection:(BOOL)extend;
 @end

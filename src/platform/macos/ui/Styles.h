@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/ui/Color.h"
+#include "platform/ui/Font.h"
+#include "platform/ui/View.h"
+
+#import <AppKit/NSColor.h>
+#import <AppKit/NSFont.h>
+#import <AppKit/NSView.h>
+
+namespace fernhop::macos {
+
+/// The system's colour of this role, which follows the appearance in which it is drawn; autoreleased.
+[[nodiscard]] NSColor *toNSColor(const ui::Color &color);
+
+/// The system's font; autoreleased.
+[[nodiscard]] NSFont *toNSFont(const ui::Font &font);
+
+/// Gives `view` a layer that is painted so, in the colours of the view's appearance at this moment.
+void paintLayer(NSView *view, const ui::Layer &layer);
+
+} // namespace fernhop::macos

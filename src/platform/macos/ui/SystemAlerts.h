@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/macos/Reference.h"
+#include "platform/macos/ui/ActionTarget.h"
+#include "platform/ui/Alert.h"
+
+@class NSAlert;
+
+namespace fernhop::macos {
+
+/// The system's own alerts. While one is open everything else goes on in its modal loop.
+class SystemAlerts : public ui::AlertPresenter {
+  public:
+    /// `actionTarget` receives the actions of the alerts' controls and outlives this object.
+    explicit SystemAlerts(const ActionTarget &actionTarget) : target(actionTarget) {}
+
+    [[nodiscard]] bool bringToFront() override;
+    [[nodiscard]] int runModal(const ui::Alert &alert) override;
+
+  private:
+    [[nodiscard]] NSInteger show(NSAlert *alert);
+
+    const ActionTarget &target;
+    Reference<NSAlert> open;
+};
+
+} // namespace fernhop::macos
