@@ -8,6 +8,10 @@ NSApplication *NSApp = nil;
 
 @implementation NSApplication
 
++ (id)allocWithZone:(NSZone *)zone {
+    return NSAllocateObject(self, 0, zone); // it stays, and is in no ledger
+}
+
 + (NSApplication *)sharedApplication {
     if (!NSApp)
         NSApp = [self new];

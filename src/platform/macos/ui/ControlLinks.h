@@ -22,6 +22,6 @@ struct LinkedView {
 [[nodiscard]] LinkedView linkButton(const std::shared_ptr<ui::View> &view, const ActionTarget &target);
 [[nodiscard]] LinkedView linkTable(const std::shared_ptr<ui::View> &view, const ActionTarget &target);
 /// `painted` paints the layer of `view` again in the colours of each appearance that comes.
-[[nodiscard]] LinkedView linkLayer(const std::shared_ptr<ui::View> &view, NSView<FernhopLinked> *painted);
+[[nodiscard]] LinkedView linkLayer(const std::shared_ptr<ui::View> &view, NSView *painted);
 
 } // namespace fernhop::macos

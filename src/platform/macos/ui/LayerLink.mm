@@ -1,5 +1,6 @@
 #include "platform/macos/Reference.h"
 #include "platform/macos/ui/ControlLinks.h"
+#include "platform/macos/ui/LinkedControls.h"
 #include "platform/macos/ui/Styles.h"
 
 namespace fernhop::macos {
@@ -8,7 +9,7 @@ namespace {
 
 class LayerLink : public ViewLink {
   public:
-    LayerLink(std::shared_ptr<ui::View> view, const ui::Layer &description, NSView<FernhopLinked> *painted)
+    LayerLink(std::shared_ptr<ui::View> view, const ui::Layer &description, NSView *painted)
         : ViewLink(std::move(view)), layer(description), shown(painted) {
         [painted setFernhopLink:this];
     }
@@ -19,12 +20,12 @@ class LayerLink : public ViewLink {
 
   private:
     const ui::Layer layer;
-    const Reference<NSView<FernhopLinked>> shown;
+    const Reference<NSView> shown;
 };
 
 } // namespace
 
-LinkedView linkLayer(const std::shared_ptr<ui::View> &view, NSView<FernhopLinked> *painted) {
+LinkedView linkLayer(const std::shared_ptr<ui::View> &view, NSView *painted) {
     return {std::make_unique<LayerLink>(view, view->layer.value(), painted), painted};
 }
 

@@ -8,40 +8,55 @@
 #import <AppKit/NSSearchField.h>
 #import <AppKit/NSTableView.h>
 #import <AppKit/NSTextField.h>
+#import <AppKit/NSView.h>
 
-@interface FernhopTextField : NSTextField <FernhopLinked> {
-    fernhop::macos::ViewLink *fernhopLink;
-}
+/// What is linked knows its link, so that the core's view is found when it sends an action.
+@interface NSView (FernhopLinked)
+/// Not owned; null before the link is made, once it is gone, and for everything but the classes below.
+- (fernhop::macos::ViewLink *)fernhopLink;
+- (void)setFernhopLink:(fernhop::macos::ViewLink *)link;
 @end
 
-@interface FernhopSearchField : NSSearchField <FernhopLinked> {
+@interface FernhopTextField : NSTextField {
     fernhop::macos::ViewLink *fernhopLink;
 }
+@property fernhop::macos::ViewLink *fernhopLink;
 @end
 
-@interface FernhopPopUpButton : NSPopUpButton <FernhopLinked> {
+@interface FernhopSearchField : NSSearchField {
     fernhop::macos::ViewLink *fernhopLink;
 }
+@property fernhop::macos::ViewLink *fernhopLink;
 @end
 
-@interface FernhopButton : NSButton <FernhopLinked> {
+@interface FernhopPopUpButton : NSPopUpButton {
     fernhop::macos::ViewLink *fernhopLink;
 }
+@property fernhop::macos::ViewLink *fernhopLink;
 @end
 
-@interface FernhopTableView : NSTableView <FernhopLinked> {
+@interface FernhopButton : NSButton {
     fernhop::macos::ViewLink *fernhopLink;
 }
+@property fernhop::macos::ViewLink *fernhopLink;
+@end
+
+@interface FernhopTableView : NSTableView {
+    fernhop::macos::ViewLink *fernhopLink;
+}
+@property fernhop::macos::ViewLink *fernhopLink;
 @end
 
 /// Has its link show its layer again when the appearance changes.
-@interface FernhopLayerView : NSView <FernhopLinked> {
+@interface FernhopLayerView : NSView {
     fernhop::macos::ViewLink *fernhopLink;
 }
+@property fernhop::macos::ViewLink *fernhopLink;
 @end
 
 /// Has its link show its layer again when the appearance changes.
-@interface FernhopScrollView : NSScrollView <FernhopLinked> {
+@interface FernhopScrollView : NSScrollView {
     fernhop::macos::ViewLink *fernhopLink;
 }
+@property fernhop::macos::ViewLink *fernhopLink;
 @end

@@ -1,5 +1,17 @@
 #include "platform/macos/ui/LinkedControls.h"
 
+@implementation NSView (FernhopLinked)
+
+- (fernhop::macos::ViewLink *)fernhopLink {
+    return nullptr;
+}
+
+- (void)setFernhopLink:(fernhop::macos::ViewLink *)link {
+    static_cast<void>(link);
+}
+
+@end
+
 @implementation FernhopTextField
 @synthesize fernhopLink;
 @end

@@ -1,6 +1,6 @@
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ui/ActionTarget.h"
-#include "platform/macos/ui/ViewLink.h"
+#include "platform/macos/ui/LinkedControls.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/MenuItem.h"
 #include "platform/ui/PopUpButton.h"
@@ -60,8 +60,8 @@ std::shared_ptr<const Object> copyOf(NSTextField *field) {
 } // namespace
 
 std::shared_ptr<const Object> objectForSender(id sender, const ActionTarget &target) {
-    if ([sender conformsToProtocol:@protocol(FernhopLinked)])
-        if (ViewLink *link = [static_cast<id<FernhopLinked>>(sender) fernhopLink]) {
+    if ([sender isKindOfClass:[NSView class]])
+        if (ViewLink *link = [static_cast<NSView *>(sender) fernhopLink]) {
             link->take();
             return link->object();
         }

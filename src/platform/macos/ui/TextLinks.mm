@@ -53,16 +53,18 @@ class LabelLink : public ViewLink {
 
 class FieldLink : public ViewLink {
   public:
-    FieldLink(std::shared_ptr<ui::View> view, ui::TextField &edited, NSTextField<FernhopLinked> *control)
+    FieldLink(std::shared_ptr<ui::View> view, ui::TextField &edited, NSTextField *control)
         : ViewLink(std::move(view)), field(edited), shown(control),
           observer(
               Reference<FernhopTextObserver>::adopting([[FernhopTextObserver alloc] initWithLink:this])) {
-        [control setFernhopLink:this];
+        NSView *linked = control;
+        [linked setFernhopLink:this];
         [control setDelegate:observer.get()];
         FieldLink::show();
     }
     ~FieldLink() override {
-        [shown.get() setFernhopLink:nullptr];
+        NSView *linked = shown.get();
+        [linked setFernhopLink:nullptr];
         [shown.get() setDelegate:nil];
         [shown.get() setTarget:nil];
     }
@@ -77,11 +79,11 @@ class FieldLink : public ViewLink {
 
   private:
     ui::TextField &field;
-    const Reference<NSTextField<FernhopLinked>> shown;
+    const Reference<NSTextField> shown;
     const Reference<FernhopTextObserver> observer;
 };
 
-NSTextField<FernhopLinked> *makeField(const ui::TextField &field) {
+NSTextField *makeField(const ui::TextField &field) {
     const auto *search = dynamic_cast<const ui::SearchField *>(&field);
     if (!search)
         return [[[FernhopTextField alloc] initWithFrame:NSZeroRect] autorelease];
@@ -111,7 +113,7 @@ LinkedView linkLabel(const std::shared_ptr<ui::View> &view) {
 
 LinkedView linkField(const std::shared_ptr<ui::View> &view, const ActionTarget &target) {
     auto &field = dynamic_cast<ui::TextField &>(*view);
-    NSTextField<FernhopLinked> *shown = makeField(field);
+    NSTextField *shown = makeField(field);
     [shown setPlaceholderString:toNSString(field.placeholder)];
     [shown setControlSize:static_cast<NSControlSize>(field.controlSize)];
     if (!field.action.empty()) {

@@ -2,8 +2,6 @@
 
 #include "platform/ui/View.h"
 
-#import <Foundation/Foundation.h>
-
 #include <memory>
 #include <utility>
 
@@ -33,9 +31,3 @@ class ViewLink {
 };
 
 } // namespace fernhop::macos
-
-/// Something on the screen that knows its link, so that the core's view is found when it sends an action.
-@protocol FernhopLinked <NSObject>
-/// Not owned; null before the link is made and once it is gone.
-@property fernhop::macos::ViewLink *fernhopLink;
-@end

@@ -8,6 +8,12 @@
 @implementation NSCell
 @end
 
+@implementation NSActionCell
+@end
+
+@implementation NSTextFieldCell
+@end
+
 @implementation NSSearchFieldCell
 
 @synthesize sendsWholeSearchString = _sendsWholeSearchString;

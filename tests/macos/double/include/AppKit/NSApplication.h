@@ -1,7 +1,7 @@
 #pragma once
 #import <AppKit/NSResponder.h>
 
-@interface NSApplication : NSObject
+@interface NSApplication : NSResponder
 @property(class, readonly, strong) NSApplication *sharedApplication;
 - (void)activateIgnoringOtherApps:(BOOL)flag;
 - (BOOL)sendAction:(SEL)action to:(id)target from:(id)sender;

@@ -1,7 +1,7 @@
 #pragma once
-#import <AppKit/NSCell.h>
+#import <AppKit/NSTextFieldCell.h>
 
-@interface NSSearchFieldCell : NSCell {
+@interface NSSearchFieldCell : NSTextFieldCell {
     BOOL _sendsWholeSearchString;
     BOOL _sendsSearchStringImmediately;
 }

@@ -1,0 +1,5 @@
+#pragma once
+#import <AppKit/NSCell.h>
+
+@interface NSActionCell : NSCell
+@end

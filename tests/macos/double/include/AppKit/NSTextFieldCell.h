@@ -1,0 +1,5 @@
+#pragma once
+#import <AppKit/NSActionCell.h>
+
+@interface NSTextFieldCell : NSActionCell
+@end
