@@ -13,6 +13,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 
+import availability
 import compilation
 import explained
 import fetch
@@ -42,12 +43,14 @@ def backendSources(source):
 
 
 class Check:
-    """One run over the backend below `source`, as the build in `build` compiles it, against `index`."""
+    """One run over the backend below `source`, as the build in `build` compiles it, against `index`; `known` is what is explained, `dates`
+    what is too new or too old."""
 
-    def __init__(self, build, source, index, known):
+    def __init__(self, build, source, index, known, dates):
         self.source = source
         self.index = index
         self.known = known
+        self.dates = dates
         self.commands = compilation.commands(build, self.ours)
         self.texts = backendSources(source)
 
@@ -95,10 +98,11 @@ class Check:
                                lambda path: any(path.is_relative_to(folder) for folder in folders))
         messages = MessageChecks(uses, responders, self.known, symbols.ofSdk("class"))
         double = DoubleChecks(declared, responders, symbols, self.double)
+        dates = availability.AvailabilityChecks(uses, self.dates, self.known, messages.ancestors)
         wanted = {constant.name for constant in symbols.constants() if constant.value} | double.values()
         measured = values.measured(command, imports, wanted) if wanted else {}
         faults = {*messages.faults(), *symbols.functionFaults(), *symbols.constantFaults(measured), *symbols.nameFaults(self.texts),
-                  *double.faults(measured)}
+                  *double.faults(measured), *dates.faults()}
         return faults, self.counts(uses, symbols)
 
     def counts(self, uses, symbols):
@@ -132,7 +136,7 @@ def main():
     given = words.parse_args()
     try:
         index = sdkindex.load(fetch.declarations(given.cache), given.cache)
-        return report(Check(given.build.resolve(), given.source.resolve(), index, explained.load()), LEAST)
+        return report(Check(given.build.resolve(), given.source.resolve(), index, explained.load(), availability.load()), LEAST)
     except fetch.Missing as problem:
         print(f"sdk: the declarations of the macOS SDK are missing, so nothing was checked: {problem}", file=sys.stderr)
     except (Unreadable, compilation.CompilerFailed) as problem:

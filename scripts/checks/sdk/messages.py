@@ -67,6 +67,10 @@ class MessageChecks:
             own += [self.uses.classes[above] for above in self.index.superclasses(name) if above != name and above in self.uses.classes]
         return own, holders
 
+    def ancestors(self, name):
+        """The SDK's classes that a class, of ours perhaps, is or inherits from."""
+        return [above for holder in self._standsOn(name)[1] for above in self.index.superclasses(holder)]
+
     def _ownAnywhere(self, selector):
         return any(selector in own.instance or selector in own.static for own in self.uses.classes.values())
 

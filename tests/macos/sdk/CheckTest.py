@@ -182,6 +182,24 @@ class Symbols(toy.Tree):
         self.assertFault(self.header, "toyWillMove", "protocol NSToyDelegate has no toyWillMove:")
 
 
+class Dates(toy.Tree):
+    def testTooNew(self):
+        found = self.faults(dates="new NSToy.setTitle: 14.0\nnew NSFastToy 15.0\nnew NSToySpeedFast 16.0\n")
+        self.assertEqual(sorted(fault.split(": ", 1)[1] for fault in found),
+                         ["NSFastToy: there is none before macOS 15.0", "NSToy.setTitle:: there is none before macOS 14.0",
+                          "NSToySpeedFast: there is none before macOS 16.0"])
+
+    def testDeprecatedUnlessExplained(self):
+        old = "old NSToyBeep use a toy that is silent\n"
+        self.assertIn("NSToyBeep: it is deprecated: use a toy that is silent", "\n".join(self.faults(dates=old)))
+        self.assertEqual(self.faults(dates=old, explained=toy.EXPLAINED + "old NSToyBeep it must be heard\n"), [])
+
+    def testEntriesThatSayTooLittle(self):
+        for text in ("new NSToy\n", "maybe NSToy 14.0\n"):
+            with self.subTest(text), self.assertRaises(ValueError):
+                self.faults(dates=text)
+
+
 class Whole(toy.Tree):
     def said(self):
         """The exit status, and what was printed."""

@@ -10,6 +10,7 @@ from pathlib import Path
 sys.path[:0] = [str(Path(__file__).resolve().parents[3] / "scripts/checks" / part) for part in ("sdk", "")]
 
 import declarations
+import availability
 from check import Check
 from explained import Explained
 from sdkindex import SdkIndex
@@ -201,8 +202,8 @@ class Tree(unittest.TestCase):
     def line(self, path, words):
         return next(number for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1) if words in line)
 
-    def check(self, explained=EXPLAINED, declared=DECLARATIONS):
-        return Check(self.build, self.root, index(declared), Explained(explained))
+    def check(self, explained=EXPLAINED, dates=""):
+        return Check(self.build, self.root, index(), Explained(explained), availability.read(dates))
 
     def faults(self, **given):
         found, _ = self.check(**given).run()
