@@ -2,6 +2,8 @@
 
 #include "platform/linux/glib/GPointer.h"
 
+#include <algorithm>
+
 namespace fernhop::freedesktop {
 
 namespace {
@@ -20,8 +22,19 @@ bool isBlankOrComment(std::string_view line) {
     return text.empty() || text.front() == '#';
 }
 
+/// What GLib does not see at the end of a group's line: what follows a zero byte, and stray continuation
+/// bytes, as it goes from character to character.
+std::string_view withoutUnseen(std::string_view text) {
+    text = withoutBlanks(text.substr(0, text.find('\0')));
+    const auto close = text.find(']');
+    const auto isUnseen = [](char byte) { return (byte & 0xC0) == 0x80 || byte == ' ' || byte == '\t'; };
+    if (close != std::string_view::npos && std::ranges::all_of(text.substr(close + 1), isUnseen))
+        text = text.substr(0, close + 1);
+    return text;
+}
+
 std::optional<std::string_view> groupName(std::string_view line) {
-    const auto text = withoutBlanks(line);
+    const auto text = withoutUnseen(line);
     if (text.size() < 2 || text.front() != '[' || text.back() != ']')
         return std::nullopt;
     return text.substr(1, text.size() - 2);

@@ -56,6 +56,14 @@ TEST(KeyFileText, KnowsKeysAboveTheFirstGroup) {
     EXPECT_EQ(changed("[h]\nk=2\n", "", "k"), "k=new\n[h]\nk=2\n");
 }
 
+TEST(KeyFileText, KnowsTheGroupsThatGLibKnows) {
+    for (const std::string line : {"[h]\x8d", "[h] \xbf ", " [h]", "[h]\t"})
+        EXPECT_EQ(changed("[g]\na=1\n" + line + "\nb=2\n", "g", "k"), "[g]\na=1\nk=new\n" + line + "\nb=2\n");
+    const std::string withZero("[h]\0junk\n", 9);
+    EXPECT_EQ(changed("[g]\n" + withZero, "g", "k"), "[g]\nk=new\n" + withZero);
+    EXPECT_EQ(changed("[g][$i]\n", "g][$i", "k"), "[g][$i]\nk=new\n");
+}
+
 TEST(KeyFileText, RemovesAKey) {
     KeyFileText text("[g]\nk=1\na=2\nk=3\n[h]\nk=4\n");
     text.remove("g", "k");
