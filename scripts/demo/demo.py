@@ -217,12 +217,12 @@ def demonstrate(buildFolder, folder):
             demonstration = Demonstration(desktop, pages)
             try:
                 demonstration.run(buildFolder)
+                print(table(demonstration.rows))
                 pictures = demonstration.picture(folder)
             finally:
                 keepLog(desktop, folder / "log.txt")
     finally:
         pages.close()
-    print(table(demonstration.rows))
     print("\nScreenshots:", *pictures, sep="\n  ")
     return 0 if demonstration.succeeded() else 1
 
