@@ -53,12 +53,12 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
       sourceNotifications(*focus, senderEvidence, workspaceNotifications),
       links(currentDelivery, [this](const LinkSender &sender) { sourceNotifications.linkArrives(sender); }),
       launcher({environment, bus, focus.get()}), workspace(entries, *focus, launcher, currentDelivery),
-      tray(makeTray(bus)), alerts(dialogsModule(), sound) {}
+      icons(entries, iconFolders(places)), tray(makeTray(bus)), alerts(dialogsModule(), sound) {}
 
 std::unique_ptr<TrayStatusBar> LinuxDesktop::makeTray(GDBusConnection *bus) {
     if (bus == nullptr)
         return nullptr;
-    return std::make_unique<TrayStatusBar>(bus, entries, [this] {
+    return std::make_unique<TrayStatusBar>(bus, icons, [this] {
         distributedNotifications.post({std::string(themeChangedNotification), std::nullopt});
         alerts.appearanceChanged();
     });

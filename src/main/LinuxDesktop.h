@@ -22,6 +22,7 @@
 #include "platform/linux/log/SystemLog.h"
 #include "platform/linux/settings/PropertyListDefaults.h"
 #include "platform/linux/sound/CanberraSound.h"
+#include "platform/linux/tray/IconFinder.h"
 #include "platform/linux/tray/LinuxImages.h"
 #include "platform/linux/tray/NoScreen.h"
 #include "platform/linux/tray/TrayStatusBar.h"
@@ -66,6 +67,7 @@ struct LinuxDesktop {
     Launcher launcher;
     FreedesktopWorkspace workspace;
     SessionApplication application;
+    const IconFinder icons;
     const std::unique_ptr<TrayStatusBar> tray; ///< null without a bus
     NoStatusBar noStatusBar;
     LinuxImages images;

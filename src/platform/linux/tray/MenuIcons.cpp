@@ -1,21 +1,37 @@
 #include "platform/linux/tray/MenuIcons.h"
 
-#include "platform/Utf8.h"
-#include "platform/linux/applications/IconName.h"
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/PngFile.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace fernhop::freedesktop {
 namespace {
 
-// What hosts show beside a title.
-constexpr int menuIconPixels = 16;
+constexpr int usualPixels = 16; // what hosts show beside a title
+constexpr int mostPixels = 64;  // some hosts drop larger pictures
 
-MenuIcon iconData(const ui::Image &image) {
-    const auto pixels = render(image, menuIconPixels);
+int pixelsOf(const ui::Image &image) {
+    return image.side > 0 ? std::clamp(static_cast<int>(std::lround(image.side)), 1, mostPixels)
+                          : usualPixels;
+}
+
+MenuIcon iconData(const ui::Image &image, int side) {
+    const auto pixels = render(image, side);
     auto png = pixels ? pngBytes(pixels.get()) : std::string();
     return png.empty() ? MenuIcon() : MenuIcon(IconData{std::move(png)});
 }
+
+struct MakeIcon {
+    int side;
+
+    MenuIcon operator()(std::monostate) const { return {}; }
+    MenuIcon operator()(const IconName &icon) const { return icon; }
+    MenuIcon operator()(const IconFile &icon) const {
+        return iconData(ui::Image(ui::ImageFile{icon.path}, side, false), side);
+    }
+};
 
 } // namespace
 
@@ -33,16 +49,9 @@ void MenuIcons::forgetUnused() {
 
 MenuIcon MenuIcons::make(const ui::Image &image) const {
     const auto *application = std::get_if<ui::ApplicationIcon>(&image.source);
-    return application ? iconOfApplication(application->path) : iconData(image);
-}
-
-MenuIcon MenuIcons::iconOfApplication(const std::string &path) const {
-    const auto entry = entries.entryAtPath(path);
-    if (!entry || entry->icon.empty() || !isValidUtf8(entry->icon))
-        return {};
-    if (entry->icon.starts_with('/'))
-        return iconData(ui::Image(ui::ImageFile{entry->icon}, menuIconPixels, false));
-    return IconName{iconName(entry->icon)};
+    if (application == nullptr)
+        return iconData(image, pixelsOf(image));
+    return std::visit(MakeIcon{pixelsOf(image)}, finder.iconOfEntry(application->path));
 }
 
 } // namespace fernhop::freedesktop

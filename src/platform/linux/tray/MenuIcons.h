@@ -1,21 +1,13 @@
 #pragma once
 
-#include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/tray/IconFinder.h"
 #include "platform/ui/Image.h"
 
-#include <optional>
 #include <string>
 #include <unordered_map>
 #include <variant>
 
 namespace fernhop::freedesktop {
-
-/// A name in the icon theme, which the host looks up in its own theme and at its own size.
-struct IconName {
-    std::string name;
-
-    bool operator==(const IconName &) const = default;
-};
 
 /// The bytes of a PNG file.
 struct IconData {
@@ -30,8 +22,8 @@ using MenuIcon = std::variant<std::monostate, IconName, IconData>;
 /// Turns the images of menu items into what hosts of menus take, once for each. Main thread only.
 class MenuIcons {
   public:
-    /// `entries` outlives this object.
-    explicit MenuIcons(const DesktopEntries &desktopEntries) : entries(desktopEntries) {}
+    /// `iconFinder`, which tells the icons of applications, outlives this object.
+    explicit MenuIcons(const IconFinder &iconFinder) : finder(iconFinder) {}
 
     /// The icon of an image, which may be null; it lives until `forgetUnused`.
     [[nodiscard]] const MenuIcon &icon(const ui::ImageReference &image);
@@ -41,9 +33,8 @@ class MenuIcons {
 
   private:
     [[nodiscard]] MenuIcon make(const ui::Image &image) const;
-    [[nodiscard]] MenuIcon iconOfApplication(const std::string &path) const;
 
-    const DesktopEntries &entries;
+    const IconFinder &finder;
     std::unordered_map<ui::ImageReference, MenuIcon> known;
 };
 

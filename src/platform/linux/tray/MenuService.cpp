@@ -104,8 +104,8 @@ ItemEvent eventIn(GVariant *event) {
 
 } // namespace
 
-MenuService::MenuService(GDBusConnection *bus, const DesktopEntries &entries, PerformAction performAction)
-    : perform(std::move(performAction)), icons(entries),
+MenuService::MenuService(GDBusConnection *bus, const IconFinder &iconFinder, PerformAction performAction)
+    : perform(std::move(performAction)), icons(iconFinder),
       object(bus, path, introspection,
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               property}) {}

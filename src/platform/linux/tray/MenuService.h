@@ -21,8 +21,8 @@ class MenuService {
   public:
     static constexpr const char *path = "/MenuBar";
 
-    /// `bus` and `entries`, which tells the icons of applications, outlive the object.
-    MenuService(GDBusConnection *bus, const DesktopEntries &entries, PerformAction perform);
+    /// `bus` and `iconFinder`, which tells the icons of applications, outlive the object.
+    MenuService(GDBusConnection *bus, const IconFinder &iconFinder, PerformAction perform);
     ~MenuService();
     MenuService(const MenuService &) = delete;
     MenuService &operator=(const MenuService &) = delete;

@@ -31,7 +31,10 @@ SurfacePointer fitted(cairo_surface_t *image, int pixels) {
     cairo_scale(context.get(), scale, scale);
     cairo_set_source_surface(context.get(), image, 0, 0);
     cairo_pattern_set_filter(cairo_get_source(context.get()), CAIRO_FILTER_BEST);
-    cairo_paint(context.get());
+    // What lies beyond the edges is not to make them pale.
+    cairo_pattern_set_extend(cairo_get_source(context.get()), CAIRO_EXTEND_PAD);
+    cairo_rectangle(context.get(), 0, 0, width, height);
+    cairo_fill(context.get());
     cairo_surface_flush(surface.get());
     return surface;
 }

@@ -9,9 +9,9 @@ namespace {
 
 class TrayStatusItem : public ui::StatusItem {
   public:
-    TrayStatusItem(GDBusConnection *bus, const DesktopEntries &entries, const ui::Appearance &barAppearance,
+    TrayStatusItem(GDBusConnection *bus, const IconFinder &icons, const ui::Appearance &barAppearance,
                    PerformAction perform)
-        : appearance(barAppearance), menu(bus, entries, std::move(perform)), item(bus, MenuService::path) {}
+        : appearance(barAppearance), menu(bus, icons, std::move(perform)), item(bus, MenuService::path) {}
 
     // Whether a tray shows it can change at any time; what it is dressed with is kept for the next one.
     [[nodiscard]] bool hasButton() const override { return true; }
@@ -31,12 +31,12 @@ class TrayStatusItem : public ui::StatusItem {
 
 } // namespace
 
-TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const DesktopEntries &desktopEntries,
+TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const IconFinder &iconFinder,
                              std::function<void()> appearanceChanged)
-    : bus(connection), entries(desktopEntries), appearance(bus, std::move(appearanceChanged)) {}
+    : bus(connection), icons(iconFinder), appearance(bus, std::move(appearanceChanged)) {}
 
 std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
-    return std::make_unique<TrayStatusItem>(bus, entries, appearance,
+    return std::make_unique<TrayStatusItem>(bus, icons, appearance,
                                             [this](ui::Selector selector, const ui::MenuItem &sender) {
                                                 if (perform)
                                                     perform(selector, sender);

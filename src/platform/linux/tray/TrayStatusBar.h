@@ -13,10 +13,9 @@ namespace fernhop::freedesktop {
 /// The tray of a session with a bus. Main thread only.
 class TrayStatusBar : public ui::StatusBar {
   public:
-    /// `bus` and `entries`, which tells the icons of applications, outlive the bar, and the bar its items.
+    /// `bus` and `icons`, which tells the icons of applications, outlive the bar, and the bar its items.
     /// `appearanceChanged` is called when the user asks for another appearance.
-    TrayStatusBar(GDBusConnection *bus, const DesktopEntries &entries,
-                  std::function<void()> appearanceChanged);
+    TrayStatusBar(GDBusConnection *bus, const IconFinder &icons, std::function<void()> appearanceChanged);
 
     /// What the user asks all applications to look like; nothing where the user does not say.
     [[nodiscard]] std::optional<ui::AppearanceName> statedAppearance() const { return appearance.stated(); }
@@ -29,7 +28,7 @@ class TrayStatusBar : public ui::StatusBar {
 
   private:
     GDBusConnection *bus;
-    const DesktopEntries &entries;
+    const IconFinder &icons;
     const PortalAppearance appearance;
     PerformAction perform;
 };

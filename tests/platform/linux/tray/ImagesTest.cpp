@@ -1,4 +1,5 @@
 #include "TrayHost.h"
+#include "platform/linux/tray/IconFinder.h"
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/LinuxImages.h"
 #include "platform/linux/tray/MenuIcons.h"
@@ -75,6 +76,7 @@ TEST(PixelsTest, FitsInProportion) {
     EXPECT_EQ(pixelAt(image.get(), 8, 8), black);
     EXPECT_EQ(pixelAt(image.get(), 8, 1), clear);
     EXPECT_EQ(pixelAt(image.get(), 8, 14), clear);
+    EXPECT_EQ(pixelAt(image.get(), 0, 4), black) << "the edge is pale";
 }
 
 class ImageFilesTest : public testing::Test {
@@ -146,21 +148,57 @@ TEST(SymbolsTest, EachSymbolThatIsUsedIsDrawnWithinItsSquare) {
     EXPECT_FALSE(LinuxImages().imageWithSystemSymbolName("", 0));
 }
 
-TEST_F(ImageFilesTest, ApplicationsShowTheIconOfTheirEntry) {
+class MenuIconsTest : public ImageFilesTest {
+  protected:
+    /// The icon of an application whose entry has this `Icon` value, at a size in points.
+    [[nodiscard]] MenuIcon icon(const std::string &value, double side = 16) {
+        entries.icons["/app.desktop"] = value;
+        return MenuIcons(finder).icon(
+            std::make_shared<const Image>(ApplicationIcon{"/app.desktop"}, side, false));
+    }
+    /// The picture of an icon that came as data; null when it did not.
+    [[nodiscard]] SurfacePointer pictureOf(const MenuIcon &shown) const {
+        const auto *data = std::get_if<IconData>(&shown);
+        home.write(home.root() + "/shown.png", data ? data->png : "");
+        return readPng(home.root() + "/shown.png");
+    }
+
     ListedEntries entries;
-    const auto file = put(pngOf(48, ColorRole::black));
-    entries.icons = {{"/a", "org.example.App"}, {"/b", "old.xpm"}, {"/c", file}, {"/d", ""}, {"/e", "\xff"},
-                     {"/f", "/missing.png"}};
-    MenuIcons icons(entries);
-    const auto icon = [&](const char *path) {
-        return icons.icon(std::make_shared<const Image>(ApplicationIcon{path}, 16, false));
-    };
-    EXPECT_EQ(icon("/a"), MenuIcon(IconName{"org.example.App"}));
-    EXPECT_EQ(icon("/b"), MenuIcon(IconName{"old"}));
-    EXPECT_TRUE(std::holds_alternative<IconData>(icon("/c")));
-    for (const char *path : {"/d", "/e", "/f", "/not there"})
-        EXPECT_EQ(icon(path), MenuIcon()) << path;
-    EXPECT_EQ(icons.icon(nullptr), MenuIcon());
+    const IconFinder finder{entries, {{}, {home.root() + "/pixmaps"}}};
+};
+
+TEST_F(MenuIconsTest, NamesAreSentAndFilesAreDrawn) {
+    EXPECT_EQ(icon("org.example.App"), MenuIcon(IconName{"org.example.App"}));
+    home.write(home.root() + "/pixmaps/alone.png", pngOf(48, ColorRole::black));
+    for (const std::string &value : {put(pngOf(48, ColorRole::black)), std::string("alone")}) {
+        const auto picture = pictureOf(icon(value));
+        ASSERT_TRUE(picture) << value;
+        EXPECT_EQ(cairo_image_surface_get_width(picture.get()), 16);
+        EXPECT_EQ(cairo_image_surface_get_height(picture.get()), 16);
+        EXPECT_EQ(pixelAt(picture.get(), 8, 8), black);
+    }
+}
+
+TEST_F(MenuIconsTest, FilesAreDrawnAtTheSizeOfTheImage) {
+    const auto path = put(pngOf(8, ColorRole::white));
+    for (const auto &[side, pixels] : {std::pair{0.0, 16}, {22.0, 22}, {0.1, 1}, {1e9, 64}}) {
+        const auto picture = pictureOf(icon(path, side));
+        ASSERT_TRUE(picture) << side;
+        EXPECT_EQ(cairo_image_surface_get_width(picture.get()), pixels);
+        EXPECT_EQ(pixelAt(picture.get(), pixels / 2, pixels / 2), white);
+    }
+}
+
+TEST_F(MenuIconsTest, WhatCannotBeDrawnShowsNothing) {
+    auto huge = pngOf(8, ColorRole::black);
+    huge[16] = 0x7f; // the first byte of the width
+    for (const std::string &contents :
+         {std::string(), std::string("no image"), huge, pngOf(72, ColorRole::black).substr(0, 100)})
+        EXPECT_EQ(icon(put(contents)), MenuIcon());
+    EXPECT_EQ(icon("/missing.png"), MenuIcon());
+    EXPECT_EQ(icon(home.root()), MenuIcon()) << "a folder";
+    EXPECT_EQ(icon("../image.png"), MenuIcon());
+    EXPECT_EQ(MenuIcons(finder).icon(nullptr), MenuIcon());
 }
 
 } // namespace

@@ -148,7 +148,8 @@ TEST(RandomMenuTest, LayoutEqualsTheModelAfterEachOfAThousandChanges) {
     support::PrivateBus bus{home};
     const auto connection = connectTo(bus.address());
     ListedEntries entries;
-    MenuService service(connection.get(), entries, [](auto, const auto &) {});
+    const IconFinder icons{entries, {}};
+    MenuService service(connection.get(), icons, [](auto, const auto &) {});
     Host host(bus.address(), g_dbus_connection_get_unique_name(connection.get()));
     RandomMenu random;
     Menu before;

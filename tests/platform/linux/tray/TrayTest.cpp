@@ -35,9 +35,10 @@ class TrayTest : public testing::Test {
     support::PrivateBus bus{home};
     BusConnection connection = connectTo(bus.address());
     ListedEntries entries;
+    IconFinder icons{entries, {}};
     int appearanceChanges = 0;
     std::vector<std::string> performed;
-    TrayStatusBar bar{connection.get(), entries, [this] { ++appearanceChanges; }};
+    TrayStatusBar bar{connection.get(), icons, [this] { ++appearanceChanges; }};
     std::unique_ptr<StatusItem> item = bar.statusItemWithLength(squareStatusItemLength);
     Host host{bus.address(), ownName()};
 };
