@@ -1,14 +1,18 @@
 #include "main/LinuxDesktop.h"
 
 #include "platform/linux/applications/FernhopDesktopID.h"
-#include "platform/linux/focus/FocusProviders.h"
 #include "settings/ReadableSetting.h"
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
+
+// Long enough for a panel that starts with the session, short enough for someone who waits for the icon.
+constexpr std::chrono::milliseconds hostPatience{2000};
 
 std::string ownID() {
     return std::string(fernhopDesktopID);
@@ -53,12 +57,16 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
       sourceNotifications(*focus, senderEvidence, workspaceNotifications),
       links(currentDelivery, [this](const LinkSender &sender) { sourceNotifications.linkArrives(sender); }),
       launcher({environment, bus, focus.get()}), workspace(entries, *focus, launcher, currentDelivery),
-      icons(entries, iconFolders(places)), tray(makeTray(bus)), alerts(dialogsModule(), sound) {}
+      icons(entries, iconFolders(places)), tray(makeTray(displaysOf(environment), bus)),
+      alerts(dialogsModule(), sound) {}
 
-std::unique_ptr<TrayStatusBar> LinuxDesktop::makeTray(GDBusConnection *bus) {
+std::unique_ptr<TrayStatusBar> LinuxDesktop::makeTray(const SessionDisplays &displays, GDBusConnection *bus) {
     if (bus == nullptr)
         return nullptr;
-    return std::make_unique<TrayStatusBar>(bus, icons, [this] {
+    EmbeddedTrayPlace embedding{
+        isXSession(displays) ? displays.xDisplay : "",
+        [this](PerformAction perform) { return alerts.makeEmbeddedIcon(std::move(perform)); }, hostPatience};
+    return std::make_unique<TrayStatusBar>(bus, icons, std::move(embedding), [this] {
         distributedNotifications.post({std::string(themeChangedNotification), std::nullopt});
         alerts.appearanceChanged();
     });

@@ -10,6 +10,7 @@
 #include "platform/linux/dialogs-qt/LoadedAlerts.h"
 #include "platform/linux/focus/ApplicationMatcher.h"
 #include "platform/linux/focus/FocusProvider.h"
+#include "platform/linux/focus/FocusProviders.h"
 #include "platform/linux/focus/LaunchSignals.h"
 #include "platform/linux/focus/PostingNotificationCenter.h"
 #include "platform/linux/focus/Processes.h"
@@ -74,7 +75,8 @@ struct LinuxDesktop {
     LoadedAlerts alerts;
 
   private:
-    [[nodiscard]] std::unique_ptr<TrayStatusBar> makeTray(GDBusConnection *bus);
+    [[nodiscard]] std::unique_ptr<TrayStatusBar> makeTray(const SessionDisplays &displays,
+                                                          GDBusConnection *bus);
 };
 
 } // namespace fernhop::freedesktop

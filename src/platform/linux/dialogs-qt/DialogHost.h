@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/tray/EmbeddedIcon.h"
 #include "platform/ui/Alert.h"
 #include "platform/ui/Appearance.h"
 #include "platform/ui/Drawing.h"
@@ -27,9 +28,11 @@ struct DialogHost {
     std::function<std::string()> takeActivationToken;
 };
 
-/// Shows alerts, and can take the open one away.
+/// Shows alerts, and can take the open one away; and whatever else takes a toolkit.
 class DialogPresenter : public ui::AlertPresenter {
   public:
+    /// A new icon in an X11 tray, which sends clicks to `perform`; null where the windows are none of X11.
+    [[nodiscard]] virtual std::unique_ptr<EmbeddedIcon> makeEmbeddedIcon(PerformAction perform) = 0;
     /// Closes the open alert as its last button does; without one nothing happens.
     virtual void dismiss() = 0;
 

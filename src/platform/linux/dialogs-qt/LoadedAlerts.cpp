@@ -2,7 +2,15 @@
 
 #include <dlfcn.h>
 
+#include <utility>
+
 namespace fernhop::freedesktop {
+
+std::unique_ptr<EmbeddedIcon> LoadedAlerts::makeEmbeddedIcon(PerformAction perform) {
+    if (!presenter)
+        load();
+    return presenter ? presenter->makeEmbeddedIcon(std::move(perform)) : nullptr;
+}
 
 int LoadedAlerts::runModal(const ui::Alert &alert) {
     // Tried at each alert, for a screen may be there by now.

@@ -8,9 +8,9 @@
 
 namespace fernhop::freedesktop {
 
-/// Shows alerts with the dialogs' module, which is loaded when the first one opens: until then no toolkit is
-/// in the process. Where the module is missing or finds no screen, an alert beeps and is cancelled. Main
-/// thread only.
+/// Shows alerts with the dialogs' module, which is loaded when the first one opens or a tray is there that
+/// takes only windows: until then no toolkit is in the process. Where the module is missing or finds no
+/// screen, an alert beeps and is cancelled. Main thread only.
 class LoadedAlerts : public DialogPresenter {
   public:
     /// `modulePath` is the module's file; `beeper` outlives this object.
@@ -20,6 +20,7 @@ class LoadedAlerts : public DialogPresenter {
     void setHost(DialogHost asked) { host = std::move(asked); }
 
     [[nodiscard]] bool bringToFront() override { return presenter && presenter->bringToFront(); }
+    [[nodiscard]] std::unique_ptr<EmbeddedIcon> makeEmbeddedIcon(PerformAction perform) override;
     [[nodiscard]] int runModal(const ui::Alert &alert) override;
     void dismiss() override;
     void appearanceChanged() override;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/dialogs-qt/ApplicationIcons.h"
 #include "platform/linux/dialogs-qt/DialogPalette.h"
+#include "platform/linux/dialogs-qt/QtTrayIcon.h"
 
 #include <utility>
 
@@ -39,6 +40,12 @@ void QtAlerts::bringForward(AlertDialog &dialog) const {
         qputenv(tokenVariable, QByteArray::fromStdString(token));
     dialog.raise();
     dialog.activateWindow();
+}
+
+std::unique_ptr<EmbeddedIcon> QtAlerts::makeEmbeddedIcon(PerformAction perform) {
+    if (QGuiApplication::platformName() != QStringLiteral("xcb"))
+        return nullptr;
+    return std::make_unique<QtTrayIcon>(host, std::move(perform));
 }
 
 int QtAlerts::runModal(const ui::Alert &alert) {

@@ -19,6 +19,7 @@ class QtAlerts : public DialogPresenter {
     QtAlerts(DialogHost asks, std::string platformPlugin);
 
     [[nodiscard]] bool bringToFront() override;
+    [[nodiscard]] std::unique_ptr<EmbeddedIcon> makeEmbeddedIcon(PerformAction perform) override;
     [[nodiscard]] int runModal(const ui::Alert &alert) override;
     void dismiss() override;
     void appearanceChanged() override;

@@ -6,16 +6,18 @@
 
 namespace fernhop::freedesktop {
 
-std::unique_ptr<FocusProvider> makeFocusProvider(const SessionDisplays &displays,
-                                                 ApplicationMatcher &matcher) {
+bool isXSession(const SessionDisplays &displays) {
     const bool hasX = !displays.xDisplay.empty();
     const bool hasWayland = !displays.waylandDisplay.empty();
-    const bool isX =
-        hasX && displays.sessionType != "wayland" && (displays.sessionType == "x11" || !hasWayland);
-    if (isX) {
+    return hasX && displays.sessionType != "wayland" && (displays.sessionType == "x11" || !hasWayland);
+}
+
+std::unique_ptr<FocusProvider> makeFocusProvider(const SessionDisplays &displays,
+                                                 ApplicationMatcher &matcher) {
+    if (isXSession(displays)) {
         if (auto provider = X11FocusProvider::connect(displays.xDisplay, matcher))
             return provider;
-    } else if (hasWayland) {
+    } else if (!displays.waylandDisplay.empty()) {
         if (auto provider = WaylandFocusProvider::connect(displays.waylandDisplay, matcher))
             return provider;
     }

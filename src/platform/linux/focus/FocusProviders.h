@@ -15,6 +15,9 @@ struct SessionDisplays {
     std::string xDisplay;       ///< DISPLAY
 };
 
+/// Whether the session is one of X11, where all windows are the X display's.
+[[nodiscard]] bool isXSession(const SessionDisplays &displays);
+
 /// The provider for a session; never null. In a Wayland session the X display is not asked: it knows only the
 /// windows of old programs, and would call one of them the source while the user is elsewhere. The matcher
 /// outlives the provider.

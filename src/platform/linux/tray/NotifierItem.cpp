@@ -2,6 +2,7 @@
 
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/MenuText.h"
+#include "platform/linux/tray/NotifierWatcher.h"
 #include "platform/linux/tray/Pixels.h"
 
 #include <array>
@@ -12,8 +13,6 @@ namespace fernhop::freedesktop {
 namespace {
 
 constexpr const char *itemPath = "/StatusNotifierItem";
-constexpr const char *watcherName = "org.kde.StatusNotifierWatcher";
-constexpr const char *watcherPath = "/StatusNotifierWatcher";
 constexpr const char *applicationName = "Fernhop";
 
 // Activate, SecondaryActivate and ContextMenu are left out: hosts whose call of them fails open the menu
@@ -75,8 +74,8 @@ NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath)
       object(bus, itemPath, introspection,
              {[](auto, auto *, auto *call) { g_dbus_method_invocation_return_value(call, nullptr); },
               [this](auto name) { return property(name); }}),
-      watch(g_bus_watch_name_on_connection(bus, watcherName, G_BUS_NAME_WATCHER_FLAGS_NONE, watcherAppeared,
-                                           nullptr, this, nullptr)) {}
+      watch(g_bus_watch_name_on_connection(bus, notifierWatcher::name, G_BUS_NAME_WATCHER_FLAGS_NONE,
+                                           watcherAppeared, nullptr, this, nullptr)) {}
 
 NotifierItem::~NotifierItem() {
     g_bus_unwatch_name(watch);
@@ -139,7 +138,8 @@ GVariant *NotifierItem::iconProperty() const {
 
 void NotifierItem::registerItem() const {
     // By the connection's own name: that leads every host to the path that the interface prescribes.
-    g_dbus_connection_call(bus, watcherName, watcherPath, watcherName, "RegisterStatusNotifierItem",
+    g_dbus_connection_call(bus, notifierWatcher::name, notifierWatcher::path, notifierWatcher::name,
+                           "RegisterStatusNotifierItem",
                            g_variant_new("(s)", g_dbus_connection_get_unique_name(bus)), nullptr,
                            G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
 }

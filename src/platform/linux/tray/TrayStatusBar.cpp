@@ -9,34 +9,46 @@ namespace {
 
 class TrayStatusItem : public ui::StatusItem {
   public:
-    TrayStatusItem(GDBusConnection *bus, const IconFinder &icons, const ui::Appearance &barAppearance,
-                   PerformAction perform)
-        : appearance(barAppearance), menu(bus, icons, std::move(perform)), item(bus, MenuService::path) {}
+    TrayStatusItem(GDBusConnection *bus, const IconFinder &icons, const EmbeddedTrayPlace &embedding,
+                   const ui::Appearance &barAppearance, const PerformAction &perform)
+        : appearance(barAppearance), menu(bus, icons, perform), item(bus, MenuService::path),
+          embedded(bus, embedding, perform) {}
 
     // Whether a tray shows it can change at any time; what it is dressed with is kept for the next one.
     [[nodiscard]] bool hasButton() const override { return true; }
     [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return appearance; }
-    void setToolTip(const std::string &text) override { item.setToolTip(text); }
+    void setToolTip(const std::string &text) override {
+        item.setToolTip(text);
+        embedded.setToolTip(text);
+    }
     void setTitle(const std::string &title) override { item.setTitle(title); }
     // A tray shows nothing but the image.
     void setImagePosition(ui::ImagePosition) override {}
-    void setImage(ui::ImageReference image) override { item.setImage(std::move(image)); }
-    void setMenu(std::shared_ptr<const ui::Menu> newMenu) override { menu.setMenu(std::move(newMenu)); }
+    void setImage(ui::ImageReference image) override {
+        item.setImage(image);
+        embedded.setImage(std::move(image));
+    }
+    void setMenu(std::shared_ptr<const ui::Menu> newMenu) override {
+        menu.setMenu(newMenu);
+        embedded.setMenu(std::move(newMenu));
+    }
 
   private:
     const ui::Appearance &appearance;
     MenuService menu;
     NotifierItem item;
+    EmbeddedTray embedded;
 };
 
 } // namespace
 
 TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const IconFinder &iconFinder,
-                             std::function<void()> appearanceChanged)
-    : bus(connection), icons(iconFinder), appearance(bus, std::move(appearanceChanged)) {}
+                             EmbeddedTrayPlace embeddedPlace, std::function<void()> appearanceChanged)
+    : bus(connection), icons(iconFinder), embedding(std::move(embeddedPlace)),
+      appearance(bus, std::move(appearanceChanged)) {}
 
 std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
-    return std::make_unique<TrayStatusItem>(bus, icons, appearance,
+    return std::make_unique<TrayStatusItem>(bus, icons, embedding, appearance,
                                             [this](ui::Selector selector, const ui::MenuItem &sender) {
                                                 if (perform)
                                                     perform(selector, sender);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/tray/EmbeddedTray.h"
 #include "platform/linux/tray/MenuService.h"
 #include "platform/linux/tray/PortalAppearance.h"
 #include "platform/ui/StatusItem.h"
@@ -14,8 +15,10 @@ namespace fernhop::freedesktop {
 class TrayStatusBar : public ui::StatusBar {
   public:
     /// `bus` and `icons`, which tells the icons of applications, outlive the bar, and the bar its items.
-    /// `appearanceChanged` is called when the user asks for another appearance.
-    TrayStatusBar(GDBusConnection *bus, const IconFinder &icons, std::function<void()> appearanceChanged);
+    /// `embedding` says how an item shows where there is only a tray that takes windows. `appearanceChanged`
+    /// is called when the user asks for another appearance.
+    TrayStatusBar(GDBusConnection *bus, const IconFinder &icons, EmbeddedTrayPlace embedding,
+                  std::function<void()> appearanceChanged);
 
     /// What the user asks all applications to look like; nothing where the user does not say.
     [[nodiscard]] std::optional<ui::AppearanceName> statedAppearance() const { return appearance.stated(); }
@@ -29,6 +32,7 @@ class TrayStatusBar : public ui::StatusBar {
   private:
     GDBusConnection *bus;
     const IconFinder &icons;
+    const EmbeddedTrayPlace embedding;
     const PortalAppearance appearance;
     PerformAction perform;
 };

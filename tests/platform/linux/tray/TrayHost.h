@@ -15,10 +15,11 @@ namespace fernhop::freedesktop {
 /// The watcher of a tray: takes the name and remembers who registers, from construction to destruction.
 class Watcher {
   public:
-    explicit Watcher(const std::string &address)
-        : connection(connectTo(address)), object(connection.get(), "/StatusNotifierWatcher", introspection,
-                                                 {[this](auto, auto *body, auto *call) { add(body, call); },
-                                                  [](auto) { return g_variant_new_boolean(TRUE); }}),
+    explicit Watcher(const std::string &address, bool thereIsAHost = true)
+        : hasHost(thereIsAHost), connection(connectTo(address)),
+          object(connection.get(), "/StatusNotifierWatcher", introspection,
+                 {[this](auto, auto *body, auto *call) { add(body, call); },
+                  [this](auto) { return g_variant_new_boolean(hasHost); }}),
           name(g_bus_own_name_on_connection(connection.get(), "org.kde.StatusNotifierWatcher",
                                             G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr,
                                             nullptr)) {}
@@ -29,6 +30,12 @@ class Watcher {
     Watcher(const Watcher &) = delete;
     Watcher &operator=(const Watcher &) = delete;
 
+    /// Lets a host come or go.
+    void setHost(bool isThere) {
+        hasHost = isThere;
+        object.emit(isThere ? "StatusNotifierHostRegistered" : "StatusNotifierHostUnregistered");
+    }
+
     std::vector<std::string> items;
 
   private:
@@ -37,6 +44,8 @@ class Watcher {
   <interface name="org.kde.StatusNotifierWatcher">
     <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
     <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+    <signal name="StatusNotifierHostRegistered"/>
+    <signal name="StatusNotifierHostUnregistered"/>
   </interface>
 </node>)XML";
 
@@ -47,6 +56,7 @@ class Watcher {
         g_dbus_method_invocation_return_value(call, nullptr);
     }
 
+    bool hasHost;
     BusConnection connection;
     BusObject object;
     guint name;

@@ -38,7 +38,7 @@ class TrayTest : public testing::Test {
     IconFinder icons{entries, {}};
     int appearanceChanges = 0;
     std::vector<std::string> performed;
-    TrayStatusBar bar{connection.get(), icons, [this] { ++appearanceChanges; }};
+    TrayStatusBar bar{connection.get(), icons, {}, [this] { ++appearanceChanges; }};
     std::unique_ptr<StatusItem> item = bar.statusItemWithLength(squareStatusItemLength);
     Host host{bus.address(), ownName()};
 };

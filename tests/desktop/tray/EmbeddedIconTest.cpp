@@ -1,0 +1,72 @@
+// Fernhop's icon in a tray that takes nothing but windows.
+
+#include "LxqtPanel.h"
+#include "ShownIcon.h"
+#include "support/Waiting.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace fernhop::desktoptest {
+namespace {
+
+constexpr ScreenArea icon{0, 0, 24, 24};
+
+class EmbeddedIconTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (const auto missing = missingFor({"trayer"}); !missing.empty())
+            GTEST_SKIP() << "needs " << missing;
+        session.emplace();
+    }
+
+    [[nodiscard]] std::unique_ptr<support::ChildProcess> startTray() {
+        return session->start({"trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
+                               "--height", "24", "--SetDockType", "true"});
+    }
+    [[nodiscard]] bool shows(bool expected) {
+        return support::waitUntil([&] { return iconShows(*session, icon) == expected; });
+    }
+
+    std::optional<PanelSession> session;
+};
+
+TEST_F(EmbeddedIconTest, ShowsInATrayThatWasThereFirstAndItsMenuWorks) {
+    const auto tray = startTray();
+    session->startFernhop();
+    ASSERT_TRUE(shows(true)) << session->log();
+    EXPECT_TRUE(routingCanBeTurnedOnAt(*session, icon)) << session->log();
+    EXPECT_EQ(session->fernhop({"quit"}), 0);
+    EXPECT_EQ(session->resident->wait(), 0) << session->log();
+}
+
+TEST_F(EmbeddedIconTest, ShowsInATrayThatComesLateAndInTheNextOne) {
+    session->startFernhop();
+    EXPECT_FALSE(hasToolkit(session->resident->pid()));
+    auto tray = startTray();
+    ASSERT_TRUE(shows(true)) << session->log();
+    tray->terminate();
+    EXPECT_TRUE(shows(false));
+    tray = startTray();
+    EXPECT_TRUE(shows(true)) << session->log();
+    EXPECT_TRUE(session->resident->isRunning());
+}
+
+TEST_F(EmbeddedIconTest, GivesWayToAPanelThatShowsNotifierItemsAndComesBack) {
+    if (const auto missing = missingFor({"lxqt-panel"}); !missing.empty())
+        GTEST_SKIP() << "needs " << missing;
+    const auto tray = startTray();
+    session->startFernhop();
+    ASSERT_TRUE(shows(true)) << session->log();
+    const auto panel = startLxqtPanel(*session, "Bottom");
+    EXPECT_TRUE(shows(false)) << "there are two icons";
+    constexpr ScreenArea panelIcon{0, 770, 30, 30};
+    EXPECT_TRUE(support::waitUntil([&] { return iconShows(*session, panelIcon); })) << session->log();
+    panel->terminate();
+    EXPECT_TRUE(shows(true)) << session->log();
+    EXPECT_TRUE(session->resident->isRunning());
+}
+
+} // namespace
+} // namespace fernhop::desktoptest

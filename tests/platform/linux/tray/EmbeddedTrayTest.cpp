@@ -1,0 +1,194 @@
+#include "platform/linux/tray/EmbeddedTray.h"
+
+#include "TrayHost.h"
+#include "support/PrivateBus.h"
+#include "support/PrivateDisplay.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop::freedesktop {
+namespace {
+
+/// A tray of an X display, from construction to destruction.
+class TrayWindow {
+  public:
+    explicit TrayWindow(const std::string &display) : server(display) {
+        const xcb_window_t window = xcb_generate_id(server.get());
+        xcb_create_window(server.get(), XCB_COPY_FROM_PARENT, window, server.root(), 0, 0, 1, 1, 0,
+                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        const xcb_atom_t selection = server.atom("_NET_SYSTEM_TRAY_S0");
+        xcb_set_selection_owner(server.get(), window, selection, XCB_CURRENT_TIME);
+        xcb_client_message_event_t announcement{};
+        announcement.response_type = XCB_CLIENT_MESSAGE;
+        announcement.format = 32;
+        announcement.window = server.root();
+        announcement.type = server.atom("MANAGER");
+        announcement.data.data32[1] = selection;
+        announcement.data.data32[2] = window;
+        xcb_send_event(server.get(), 0, server.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                       reinterpret_cast<const char *>(&announcement));
+        server.flush();
+        // Once this is answered, the server has done the rest.
+        (void)server.atom("done");
+    }
+
+  private:
+    XConnection server;
+};
+
+/// What an icon was given.
+struct Given {
+    int icons = 0; ///< that are there
+    int made = 0;
+    ui::ImageReference image;
+    std::string toolTip;
+    std::shared_ptr<const ui::Menu> menu;
+    int images = 0;
+    PerformAction perform;
+};
+
+class RecordingIcon : public EmbeddedIcon {
+  public:
+    explicit RecordingIcon(Given &record) : given(record) {
+        ++given.icons;
+        ++given.made;
+    }
+    ~RecordingIcon() override { --given.icons; }
+    RecordingIcon(const RecordingIcon &) = delete;
+    RecordingIcon &operator=(const RecordingIcon &) = delete;
+
+    void setImage(const ui::ImageReference &image) override {
+        given.image = image;
+        ++given.images;
+    }
+    void setToolTip(const std::string &text) override { given.toolTip = text; }
+    void setMenu(std::shared_ptr<const ui::Menu> menu) override { given.menu = std::move(menu); }
+
+  private:
+    Given &given;
+};
+
+ui::ImageReference symbol(const char *name) {
+    return std::make_shared<const ui::Image>(ui::SystemSymbol{name}, 18, false);
+}
+
+class EmbeddedTrayTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!support::PrivateDisplay::isAvailable())
+            GTEST_SKIP() << "no private display";
+        display = std::make_unique<support::PrivateDisplay>(home);
+        tray = makeTray(display->name());
+    }
+
+    [[nodiscard]] std::unique_ptr<EmbeddedTray> makeTray(const std::string &displayName) {
+        return std::make_unique<EmbeddedTray>(connection.get(),
+                                              EmbeddedTrayPlace{displayName,
+                                                                [this](PerformAction perform) {
+                                                                    given.perform = std::move(perform);
+                                                                    return std::make_unique<RecordingIcon>(
+                                                                        given);
+                                                                },
+                                                                std::chrono::milliseconds(1)},
+                                              [](auto, const auto &) {});
+    }
+    [[nodiscard]] bool icons(int number) {
+        return support::runUntil([&] { return given.icons == number; });
+    }
+    /// Everything that is on its way from the bus has arrived.
+    void settle() { Host(bus.address(), "org.example").settle(); }
+
+    support::TemporaryHome home;
+    support::PrivateBus bus{home};
+    BusConnection connection = connectTo(bus.address());
+    std::unique_ptr<support::PrivateDisplay> display;
+    Given given;
+    std::unique_ptr<EmbeddedTray> tray;
+};
+
+TEST_F(EmbeddedTrayTest, ShowsInATrayThatWasThereFirst) {
+    const TrayWindow window(display->name());
+    EXPECT_TRUE(icons(1));
+}
+
+TEST_F(EmbeddedTrayTest, ShowsInATrayThatComesLateOrAgain) {
+    settle();
+    EXPECT_EQ(given.made, 0);
+    for (int time = 1; time <= 3; ++time) {
+        {
+            const TrayWindow window(display->name());
+            EXPECT_TRUE(icons(1)) << time;
+        }
+        EXPECT_TRUE(icons(0)) << time;
+    }
+    EXPECT_EQ(given.made, 3);
+}
+
+TEST_F(EmbeddedTrayTest, IsDressedAsWasSaidLast) {
+    tray->setImage(symbol("envelope"));
+    tray->setToolTip("Fernhop");
+    const auto menu = std::make_shared<const ui::Menu>();
+    tray->setMenu(menu);
+    const TrayWindow window(display->name());
+    ASSERT_TRUE(icons(1));
+    EXPECT_EQ(*given.image, *symbol("envelope"));
+    EXPECT_EQ(given.toolTip, "Fernhop");
+    EXPECT_EQ(given.menu, menu);
+
+    tray->setImage(symbol("envelope"));
+    EXPECT_EQ(given.images, 1) << "drawn again although it looks the same";
+    tray->setImage(symbol("paperplane"));
+    tray->setToolTip("Fernhop - App Routing On");
+    tray->setMenu(std::make_shared<const ui::Menu>());
+    EXPECT_EQ(*given.image, *symbol("paperplane"));
+    EXPECT_EQ(given.toolTip, "Fernhop - App Routing On");
+    EXPECT_NE(given.menu, menu);
+}
+
+TEST_F(EmbeddedTrayTest, GivesWayToAHostAndComesBackWhenThatGoes) {
+    const TrayWindow window(display->name());
+    ASSERT_TRUE(icons(1));
+    {
+        const Watcher watcher(bus.address());
+        EXPECT_TRUE(icons(0));
+    }
+    EXPECT_TRUE(icons(1));
+}
+
+TEST_F(EmbeddedTrayTest, AWatcherWithoutAHostShowsNothing) {
+    const TrayWindow window(display->name());
+    Watcher watcher(bus.address(), false);
+    ASSERT_TRUE(icons(1));
+    watcher.setHost(true);
+    EXPECT_TRUE(icons(0));
+    watcher.setHost(false);
+    EXPECT_TRUE(icons(1));
+}
+
+TEST_F(EmbeddedTrayTest, IsNotThereBesideAHost) {
+    tray.reset();
+    const Watcher watcher(bus.address());
+    settle();
+    tray = makeTray(display->name());
+    const TrayWindow window(display->name());
+    settle();
+    settle();
+    EXPECT_EQ(given.made, 0);
+}
+
+TEST_F(EmbeddedTrayTest, WithoutADisplayNothingIsAsked) {
+    tray = makeTray("");
+    const TrayWindow window(display->name());
+    settle();
+    EXPECT_EQ(given.made, 0);
+}
+
+TEST_F(EmbeddedTrayTest, GoesWithTheDisplay) {
+    const TrayWindow window(display->name());
+    ASSERT_TRUE(icons(1));
+    display->kill();
+    EXPECT_TRUE(icons(0));
+}
+
+} // namespace
+} // namespace fernhop::freedesktop
