@@ -26,7 +26,7 @@ class EmbeddedIconTest : public testing::Test {
                                "--height", "24", "--SetDockType", "true"});
     }
     [[nodiscard]] bool shows(bool expected) {
-        return support::waitUntil([&] { return iconShows(*session, icon) == expected; });
+        return support::waitUntil([&] { return inkShows(*session, icon) == expected; });
     }
 
     std::optional<PanelSession> session;
@@ -36,7 +36,10 @@ TEST_F(EmbeddedIconTest, ShowsInATrayThatWasThereFirstAndItsMenuWorks) {
     const auto tray = startTray();
     session->startFernhop();
     ASSERT_TRUE(shows(true)) << session->log();
-    EXPECT_TRUE(routingCanBeTurnedOnAt(*session, icon)) << session->log();
+    EXPECT_EQ(session->click(12, 12), 0);
+    constexpr ScreenArea menu{40, 30, 120, 100};
+    ASSERT_TRUE(support::waitUntil([&] { return inkShows(*session, menu); }));
+    EXPECT_TRUE(firstItemTurnsRoutingOn(*session)) << session->log();
     EXPECT_EQ(session->fernhop({"quit"}), 0);
     EXPECT_EQ(session->resident->wait(), 0) << session->log();
 }
@@ -62,7 +65,7 @@ TEST_F(EmbeddedIconTest, GivesWayToAPanelThatShowsNotifierItemsAndComesBack) {
     const auto panel = startLxqtPanel(*session, "Bottom");
     EXPECT_TRUE(shows(false)) << "there are two icons";
     constexpr ScreenArea panelIcon{0, 770, 30, 30};
-    EXPECT_TRUE(support::waitUntil([&] { return iconShows(*session, panelIcon); })) << session->log();
+    EXPECT_TRUE(support::waitUntil([&] { return inkShows(*session, panelIcon); })) << session->log();
     panel->terminate();
     EXPECT_TRUE(shows(true)) << session->log();
     EXPECT_TRUE(session->resident->isRunning());

@@ -8,8 +8,8 @@
 
 namespace fernhop::desktoptest {
 
-/// Where a window is on the screen, in pixels.
-struct WindowPlace {
+/// A part of the screen, in pixels.
+struct ScreenArea {
     int left = 0;
     int top = 0;
     int width = 0;
@@ -26,8 +26,8 @@ class OpenMenus {
     }
 
     /// All that show now, those on top last.
-    [[nodiscard]] std::vector<WindowPlace> places() const {
-        std::vector<WindowPlace> found;
+    [[nodiscard]] std::vector<ScreenArea> places() const {
+        std::vector<ScreenArea> found;
         auto *server = connection.get();
         const freedesktop::XPointer<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(server, xcb_query_tree(server, connection.root()), nullptr));

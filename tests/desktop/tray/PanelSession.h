@@ -21,9 +21,6 @@ class PanelSession : public LinkSession {
 
     void startPanel();
 
-    /// The middle of the first icon in the tray.
-    static constexpr int iconLeft = 12, iconTop = 15;
-
     /// Sends pointer and keys as `xdotool` takes them; the exit status.
     int input(std::vector<std::string> words);
 

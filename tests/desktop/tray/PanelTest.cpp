@@ -9,9 +9,6 @@
 namespace fernhop::desktoptest {
 namespace {
 
-// Where the first icon of a panel is.
-constexpr ScreenArea icon{0, 0, 30, 30};
-
 TEST(XfcePanelTest, ShowsTheIconOfAFernhopThatWasThereFirst) {
     for (const auto &missing : {PanelSession::missing(), missingFor({"xfce4-panel"})})
         if (!missing.empty())
@@ -19,8 +16,8 @@ TEST(XfcePanelTest, ShowsTheIconOfAFernhopThatWasThereFirst) {
     PanelSession session;
     session.startFernhop();
     session.startPanel();
-    EXPECT_TRUE(support::waitUntil([&] { return iconShows(session, icon); }));
-    EXPECT_TRUE(routingCanBeTurnedOnAt(session, icon));
+    EXPECT_TRUE(support::waitUntil([&] { return inkShows(session, firstIcon); }));
+    EXPECT_TRUE(routingCanBeTurnedOnAt(session, firstIcon));
     EXPECT_TRUE(session.resident->isRunning());
     // This panel is a tray for windows too.
     EXPECT_FALSE(hasToolkit(session.resident->pid()));
@@ -32,10 +29,10 @@ TEST(LxqtPanelTest, ShowsTheIconAndItsMenuWorks) {
     PanelSession session;
     const auto panel = startLxqtPanel(session, "Top");
     session.startFernhop();
-    ASSERT_TRUE(support::waitUntil([&] { return iconShows(session, icon); }));
+    ASSERT_TRUE(support::waitUntil([&] { return inkShows(session, firstIcon); }));
     // With its first button this panel asks an item to be activated, though it said that it is a menu.
     constexpr int menuButton = 3;
-    EXPECT_TRUE(routingCanBeTurnedOnAt(session, icon, menuButton));
+    EXPECT_TRUE(routingCanBeTurnedOnAt(session, firstIcon, menuButton));
     EXPECT_TRUE(session.resident->isRunning());
     EXPECT_FALSE(hasToolkit(session.resident->pid()));
 }

@@ -3,6 +3,7 @@
 #include "support/Waiting.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace fernhop::desktoptest {
 namespace {
@@ -18,7 +19,7 @@ bool isHandler(PanelSession &session) {
 
 } // namespace
 
-bool isIcon(const std::string &file, const ScreenArea &area) {
+bool hasInk(const std::string &file, const ScreenArea &area) {
     const std::string gray = file + ".gray";
     if (support::ChildProcess({{"convert", file, "-depth", "8", gray}, {}}).wait() != 0)
         return false;
@@ -29,20 +30,37 @@ bool isIcon(const std::string &file, const ScreenArea &area) {
     return dark > 30 && light > area.width * area.height / 3;
 }
 
-bool iconShows(PanelSession &session, const ScreenArea &area) {
+bool inkShows(PanelSession &session, const ScreenArea &area) {
     const std::string file = session.home.root() + "/screen.png";
     return session.run({"import", "-window", "root", "-crop", geometry(area), "+repage", file}) == 0 &&
-           isIcon(file, area);
+           hasInk(file, area);
+}
+
+bool openMenuAt(PanelSession &session, const OpenMenus &menus, const ScreenArea &area, int button) {
+    const std::string x = std::to_string(area.left + area.width / 2),
+                      y = std::to_string(area.top + area.height / 2);
+    // A panel that is about to show the icon, or to take the former menu away, misses a click.
+    using Clock = std::chrono::steady_clock;
+    auto nextClick = Clock::now();
+    auto pause = std::chrono::seconds(1);
+    return support::waitUntil([&] {
+        if (menus.count() == 0 && Clock::now() >= nextClick) {
+            (void)session.input({"mousemove", x, y, "click", std::to_string(button)});
+            pause *= 2;
+            nextClick = Clock::now() + pause;
+        }
+        return menus.count() == 1;
+    });
+}
+
+bool firstItemTurnsRoutingOn(PanelSession &session) {
+    return !isHandler(session) && session.input({"key", "Down", "key", "Return"}) == 0 &&
+           support::waitUntil([&] { return isHandler(session); });
 }
 
 bool routingCanBeTurnedOnAt(PanelSession &session, const ScreenArea &area, int button) {
-    const std::string x = std::to_string(area.left + area.width / 2),
-                      y = std::to_string(area.top + area.height / 2);
-    return !isHandler(session) && support::waitUntil([&] {
-        (void)session.input({"mousemove", x, y, "click", std::to_string(button), "sleep", "1", "key", "Down",
-                             "key", "Return", "sleep", "0.5"});
-        return isHandler(session);
-    });
+    const OpenMenus menus(session.display->name());
+    return openMenuAt(session, menus, area, button) && firstItemTurnsRoutingOn(session);
 }
 
 bool hasToolkit(pid_t process) {

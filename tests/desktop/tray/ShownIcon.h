@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OpenMenus.h"
 #include "PanelSession.h"
 
 #include <sys/types.h>
@@ -8,20 +9,24 @@
 
 namespace fernhop::desktoptest {
 
-/// A part of the screen, in pixels.
-struct ScreenArea {
-    int left = 0, top = 0, width = 0, height = 0;
-};
+/// The first icon in the tray of a panel of 30 pixels at the top of the screen.
+inline constexpr ScreenArea firstIcon{0, 0, 30, 30};
 
 /// Whether the picture in a file, which is of an area of the screen, has dark ink on a light ground, as the
-/// status icon has on a light panel.
-[[nodiscard]] bool isIcon(const std::string &file, const ScreenArea &area);
+/// status icon has on a light panel and a menu by itself.
+[[nodiscard]] bool hasInk(const std::string &file, const ScreenArea &area);
 
-/// Whether the status icon shows there. Needs `import` and `convert`.
-[[nodiscard]] bool iconShows(PanelSession &session, const ScreenArea &area);
+/// Whether that shows there now. Needs `import` and `convert`.
+[[nodiscard]] bool inkShows(PanelSession &session, const ScreenArea &area);
 
-/// Opens the menu with a button of the pointer in the middle of an area and chooses its first item that can
-/// be chosen, which turns routing on; tried until that took effect, as nothing tells when a menu is open.
+/// Opens the menu of an icon with a button of the pointer.
+[[nodiscard]] bool openMenuAt(PanelSession &session, const OpenMenus &menus, const ScreenArea &area,
+                              int button = 1);
+
+/// Chooses the first item of the open menu that can be chosen, which turns routing on.
+[[nodiscard]] bool firstItemTurnsRoutingOn(PanelSession &session);
+
+/// Opens the menu and does that.
 [[nodiscard]] bool routingCanBeTurnedOnAt(PanelSession &session, const ScreenArea &area, int button = 1);
 
 /// Whether a process has the widget toolkit in it.

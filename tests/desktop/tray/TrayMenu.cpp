@@ -1,5 +1,6 @@
 #include "TrayMenu.h"
 
+#include "ShownIcon.h"
 #include "support/Waiting.h"
 
 #include <algorithm>
@@ -88,18 +89,7 @@ TrayMenu::Titles TrayMenu::seen(const Titles &path) {
 bool TrayMenu::open() {
     if (!support::waitUntil([this] { return traffic.knows(host.layout().second); }))
         return false;
-    // A panel that is about to show the icon, or to take the former menu away, misses a click.
-    using Clock = std::chrono::steady_clock;
-    auto nextClick = Clock::now();
-    auto pause = std::chrono::seconds(1);
-    return support::waitUntil([&] {
-        if (menus.count() == 0 && Clock::now() >= nextClick) {
-            (void)session.click(PanelSession::iconLeft, PanelSession::iconTop);
-            pause *= 2;
-            nextClick = Clock::now() + pause;
-        }
-        return menus.count() == 1;
-    });
+    return openMenuAt(session, menus, firstIcon);
 }
 
 bool TrayMenu::close() {

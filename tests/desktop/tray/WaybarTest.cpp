@@ -23,8 +23,9 @@ class WaybarTest : public testing::Test {
         sway = std::make_unique<support::HeadlessSway>();
         const auto &home = sway->home();
         bus = std::make_unique<support::PrivateBus>(home);
-        environment = bus->environment() +
-                      support::Environment{{"LC_ALL", "C.UTF-8"}, {"NO_AT_BRIDGE", "1"}, {"GTK_A11Y", "none"}};
+        environment =
+            bus->environment() +
+            support::Environment{{"LC_ALL", "C.UTF-8"}, {"NO_AT_BRIDGE", "1"}, {"GTK_A11Y", "none"}};
         home.write(home.config() + "/waybar/config", settings);
         home.write(home.config() + "/waybar/style.css", style);
     }
@@ -36,7 +37,7 @@ class WaybarTest : public testing::Test {
     [[nodiscard]] bool iconShows() const {
         const std::string file = sway->home().home() + "/screen.ppm";
         return sway->start({"grim", "-t", "ppm", "-g", "0,0 24x30", file})->wait() == 0 &&
-               isIcon(file, {0, 0, 24, 30});
+               hasInk(file, {0, 0, 24, 30});
     }
 
     std::unique_ptr<support::HeadlessSway> sway;
