@@ -1,6 +1,7 @@
 #include "platform/linux/dialogs-qt/QtTrayIcon.h"
 
 #include "platform/linux/dialogs-qt/DialogImages.h"
+#include "platform/linux/dialogs-qt/DialogPalette.h"
 #include "platform/linux/dialogs-qt/ViewText.h"
 #include "platform/linux/tray/MenuText.h"
 
@@ -8,13 +9,6 @@
 #include <utility>
 
 namespace fernhop::freedesktop {
-
-namespace {
-
-// What trays ask for, at each usual scale: a picture of its own for each is crisper than a scaled one.
-constexpr int iconSides[] = {16, 18, 22, 24, 32, 36, 44, 48, 64};
-
-} // namespace
 
 QtTrayIcon::QtTrayIcon(const DialogHost &host, PerformAction perform)
     : source{std::make_shared<const ui::Menu>(), host, std::move(perform)} {
@@ -24,10 +18,7 @@ QtTrayIcon::QtTrayIcon(const DialogHost &host, PerformAction perform)
 }
 
 void QtTrayIcon::setImage(const ui::ImageReference &image) {
-    QIcon sizes;
-    for (const int side : iconSides)
-        sizes.addPixmap(pixmapOf(image, side, 1, menu.palette().color(QPalette::WindowText), source.host));
-    icon.setIcon(sizes);
+    icon.setIcon(controlIcon(image, source.host));
     icon.show();
 }
 
@@ -36,6 +27,7 @@ void QtTrayIcon::setToolTip(const std::string &text) {
 }
 
 void QtTrayIcon::refill() {
+    adoptAppearance(source.host.statedAppearance());
     menu.clear();
     qDeleteAll(menu.findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly));
     fillMenu(menu, source);

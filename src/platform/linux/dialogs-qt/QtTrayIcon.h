@@ -11,6 +11,7 @@ namespace fernhop::freedesktop {
 /// opens.
 class QtTrayIcon : public EmbeddedIcon {
   public:
+    /// `host` outlives the icon.
     QtTrayIcon(const DialogHost &host, PerformAction perform);
 
     void setImage(const ui::ImageReference &image) override;

@@ -10,21 +10,9 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-constexpr int iconSide = 16; // points
-
 // A single '&' would mark an access key and not show.
 QString titleOf(const ui::MenuItem &item) {
     return toText(shownText(item.title)).replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
-
-QIcon iconOf(const ui::MenuItem &item, const QMenu &menu, const DialogHost &host) {
-    if (!item.image)
-        return {};
-    // Drawn when its row comes into sight, as hundreds may not.
-    if (const auto *application = std::get_if<ui::ApplicationIcon>(&item.image->source))
-        return iconNamed(host.iconOfEntry(application->path));
-    return pixmapOf(item.image, iconSide, menu.devicePixelRatioF(), menu.palette().color(QPalette::Text),
-                    host);
 }
 
 void addItems(QMenu &target, const ui::Menu &menu, const TrayMenuSource &source);
@@ -53,7 +41,7 @@ void addItem(QMenu &target, const ui::MenuItem &item, const TrayMenuSource &sour
     }
     QAction &action = *target.addAction(titleOf(item));
     action.setEnabled(item.enabled);
-    action.setIcon(iconOf(item, target, source.host));
+    action.setIcon(controlIcon(item.image, source.host));
     action.setCheckable(item.state == ui::ControlState::on);
     action.setChecked(item.state == ui::ControlState::on);
     // The command modifier of this desktop is Control.

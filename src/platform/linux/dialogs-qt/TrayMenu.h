@@ -9,8 +9,8 @@ namespace fernhop::freedesktop {
 /// What a menu is shown with. Kept by the menu and all that it opens.
 struct TrayMenuSource {
     std::shared_ptr<const ui::Menu> menu; ///< not null
-    DialogHost host;
-    PerformAction perform; ///< called from the main loop, once the menu is closed
+    const DialogHost &host;               ///< outlives all that is shown
+    PerformAction perform;                ///< called from the main loop, once the menu is closed
 };
 
 /// Fills `target`, which is empty, with the items of a menu. Submenus are filled when they open.

@@ -17,20 +17,19 @@ class TrayMenuTest : public testing::Test {
   protected:
     static void SetUpTestSuite() {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        toolkit = std::make_unique<QtAlerts>(asked(), "offscreen");
+        toolkit = std::make_unique<QtAlerts>(asked, "offscreen");
     }
     static void TearDownTestSuite() { toolkit.reset(); }
 
-    static DialogHost asked() {
-        return {[](ui::Selector, const Object &) {},
-                [](const std::string &) { return std::string("web-browser"); },
-                [](const std::string &, ui::Color ink) -> std::optional<ui::Drawing> {
-                    return ui::Drawing{ink, {{{ui::Oval{{0, 0}, 16, 16}}}}};
-                }};
-    }
+    static inline const DialogHost asked{
+        [](ui::Selector, const Object &) {}, [](const std::string &) { return std::string("web-browser"); },
+        [](const std::string &, ui::Color ink) -> std::optional<ui::Drawing> {
+            return ui::Drawing{ink, {{{ui::Oval{{0, 0}, 16, 16}}}}};
+        },
+        [] { return std::nullopt; }, [] { return std::string(); }};
 
     void fill(std::vector<MenuItem> items) {
-        fillMenu(menu, {std::make_shared<const Menu>(Menu{std::move(items)}), asked(),
+        fillMenu(menu, {std::make_shared<const Menu>(Menu{std::move(items)}), asked,
                         [this](ui::Selector selector, const MenuItem &sender) {
                             performed.push_back(std::string(selector) + " " + sender.title);
                         }});
