@@ -176,7 +176,7 @@ class Session {
   public:
     Session(fuzz::TwoPartyBus &line, Maker &from)
         : bus(line), maker(from),
-          menu(bus.offering(), entries, [this](auto, const auto &sender) { performed(sender); }),
+          menu(bus.offering(), icons, [this](auto, const auto &sender) { performed(sender); }),
           item(bus.offering(), MenuService::path) {
         show();
     }
@@ -241,6 +241,7 @@ class Session {
     fuzz::TwoPartyBus &bus;
     Maker &maker;
     ListedEntries entries;
+    const IconFinder icons{entries, {}};
     std::shared_ptr<const ui::Menu> shown;
     MenuService menu;
     NotifierItem item;
