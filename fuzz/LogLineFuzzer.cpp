@@ -1,7 +1,7 @@
 // Log lines made of any bytes, whole and shortened.
 
+#include "platform/LogLine.h"
 #include "platform/Utf8.h"
-#include "platform/linux/log/LogLine.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace {
 
-using namespace fernhop::freedesktop;
+using namespace fernhop;
 
 void require(bool holds) {
     if (!holds)

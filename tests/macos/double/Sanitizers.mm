@@ -7,17 +7,10 @@
 
 #include <initializer_list>
 
-extern "C" const char *__asan_default_options();
 extern "C" const char *__lsan_default_suppressions();
 
-const char *__asan_default_options() {
-    // Without this no frame of GNUstep, which is built without frame pointers, would be known.
-    return "fast_unwind_on_malloc=0";
-}
-
 const char *__lsan_default_suppressions() {
-    return "leak:__objc_exec_class\n"
-           "leak:class_addMethod\n"
+    return "leak:objc_malloc\n" // the runtime's own tables: objects come from elsewhere
            "leak:class_copyMethodList\n";
 }
 

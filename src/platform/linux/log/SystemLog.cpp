@@ -1,6 +1,6 @@
 #include "platform/linux/log/SystemLog.h"
 
-#include "platform/linux/log/LogLine.h"
+#include "platform/LogLine.h"
 
 #include <glib.h>
 #include <poll.h>

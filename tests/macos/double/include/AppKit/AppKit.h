@@ -11,6 +11,7 @@
 #import <AppKit/NSMenu.h>
 #import <AppKit/NSMenuItem.h>
 #import <AppKit/NSPopUpButton.h>
+#import <AppKit/NSRunningApplication.h>
 #import <AppKit/NSScrollView.h>
 #import <AppKit/NSSearchField.h>
 #import <AppKit/NSSound.h>

@@ -1,10 +1,38 @@
 #pragma once
 #import <AppKit/NSResponder.h>
+#import <AppKit/NSRunningApplication.h>
 
-@interface NSApplication : NSResponder
+@class NSApplication;
+
+typedef enum NSApplicationTerminateReply : NSUInteger {
+    NSTerminateCancel = 0,
+    NSTerminateNow = 1,
+    NSTerminateLater = 2,
+} NSApplicationTerminateReply;
+
+extern NSString *const NSApplicationDidFinishLaunchingNotification;
+
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (void)applicationDidFinishLaunching:(NSNotification *)notification;
+- (BOOL)applicationShouldHandleReopen:(NSApplication *)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)sender;
+- (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication *)sender;
+@end
+
+@interface NSApplication : NSResponder {
+    id<NSApplicationDelegate> _delegate;
+    NSApplicationActivationPolicy _activationPolicy;
+    BOOL _ended;
+}
 @property(class, readonly, strong) NSApplication *sharedApplication;
-- (void)activateIgnoringOtherApps:(BOOL)flag;
+@property(nonatomic, assign) id<NSApplicationDelegate> delegate;
+- (NSApplicationActivationPolicy)activationPolicy;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+- (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 - (BOOL)sendAction:(SEL)action to:(id)target from:(id)sender;
+- (void)run;
+- (void)terminate:(id)sender;
 @end
 
 extern "C" NSApplication *NSApp;

@@ -1,28 +1,19 @@
-#include "fakes/FakeUserDefaults.h"
-#include "platform/linux/settings/PropertyListDefaults.h"
-#include "support/TemporaryHome.h"
+#pragma once
+
+#include "platform/UserDefaults.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <cstdint>
+#include <string>
+#include <utility>
 
-namespace fernhop {
-namespace {
+namespace fernhop::contract {
 
-/// Settings in memory.
-struct FakeBackend {
-    fakes::FakeUserDefaults defaults;
-};
-
-/// Settings in a file.
-struct FileBackend {
-    support::TemporaryHome home;
-    freedesktop::PropertyListDefaults defaults{home.config() + "/fernhop/org.fernhop.Fernhop.plist"};
-};
-
-/// What all settings do, whatever keeps them.
+/// What the core relies on, whatever keeps the settings. Included once in each executable, which names the
+/// backends.
 template <typename Backend>
-class UserDefaultsContractTest : public testing::Test {
+class UserDefaultsContract : public testing::Test {
   protected:
     Backend backend;
     UserDefaults &defaults = backend.defaults;
@@ -30,17 +21,16 @@ class UserDefaultsContractTest : public testing::Test {
     void set(PropertyValue value) { defaults.setObject(std::move(value), "key"); }
 };
 
-using Backends = testing::Types<FakeBackend, FileBackend>;
-TYPED_TEST_SUITE(UserDefaultsContractTest, Backends);
+TYPED_TEST_SUITE_P(UserDefaultsContract);
 
-TYPED_TEST(UserDefaultsContractTest, AbsentKeysReadAsNothing) {
+TYPED_TEST_P(UserDefaultsContract, AbsentKeysReadAsNothing) {
     EXPECT_EQ(this->defaults.dictionaryForKey("key"), std::nullopt);
     EXPECT_EQ(this->defaults.dataForKey("key"), std::nullopt);
     EXPECT_EQ(this->defaults.stringForKey("key"), std::nullopt);
     EXPECT_FALSE(this->defaults.boolForKey("key"));
 }
 
-TYPED_TEST(UserDefaultsContractTest, EachTypeReadsAsWritten) {
+TYPED_TEST_P(UserDefaultsContract, EachTypeReadsAsWritten) {
     const PropertyDictionary rules{
         {"org.mail", PropertyValue{"firefox"}},
         {"größe.链接", PropertyValue{"a<&>\"' b"}},
@@ -77,7 +67,7 @@ TYPED_TEST(UserDefaultsContractTest, EachTypeReadsAsWritten) {
     }
 }
 
-TYPED_TEST(UserDefaultsContractTest, OtherTypesReadAsNothing) {
+TYPED_TEST_P(UserDefaultsContract, OtherTypesReadAsNothing) {
     const PropertyValue text{"text"};
     const PropertyValue data{PropertyData{"data"}};
     const PropertyValue dictionary{PropertyDictionary{}};
@@ -99,7 +89,7 @@ TYPED_TEST(UserDefaultsContractTest, OtherTypesReadAsNothing) {
     }
 }
 
-TYPED_TEST(UserDefaultsContractTest, NumbersReadAsTheirDecimalText) {
+TYPED_TEST_P(UserDefaultsContract, NumbersReadAsTheirDecimalText) {
     for (const auto &[value, text] :
          {std::pair{PropertyValue{std::int64_t{0}}, "0"}, std::pair{PropertyValue{std::int64_t{-42}}, "-42"},
           std::pair{PropertyValue{INT64_MAX}, "9223372036854775807"},
@@ -111,7 +101,7 @@ TYPED_TEST(UserDefaultsContractTest, NumbersReadAsTheirDecimalText) {
     }
 }
 
-TYPED_TEST(UserDefaultsContractTest, NumbersAndTextsReadAsBooleans) {
+TYPED_TEST_P(UserDefaultsContract, NumbersAndTextsReadAsBooleans) {
     for (const PropertyValue &value :
          {PropertyValue{std::int64_t{1}}, PropertyValue{std::int64_t{-1}}, PropertyValue{0.5},
           PropertyValue{"YES"}, PropertyValue{"yes"}, PropertyValue{"true"}, PropertyValue{"T"},
@@ -126,7 +116,7 @@ TYPED_TEST(UserDefaultsContractTest, NumbersAndTextsReadAsBooleans) {
     }
 }
 
-TYPED_TEST(UserDefaultsContractTest, NoValueRemovesTheKey) {
+TYPED_TEST_P(UserDefaultsContract, NoValueRemovesTheKey) {
     this->defaults.setObject(PropertyValue{"kept"}, "other");
     this->set(PropertyValue{"text"});
     this->defaults.setObject(std::nullopt, "key");
@@ -135,7 +125,7 @@ TYPED_TEST(UserDefaultsContractTest, NoValueRemovesTheKey) {
     EXPECT_EQ(this->defaults.stringForKey("other"), "kept");
 }
 
-TYPED_TEST(UserDefaultsContractTest, KeysDoNotTouchEachOther) {
+TYPED_TEST_P(UserDefaultsContract, KeysDoNotTouchEachOther) {
     this->defaults.setObject(PropertyValue{"1"}, "one");
     this->defaults.setObject(PropertyValue{"2"}, "ONE");
     this->defaults.setBool(true, "two");
@@ -144,7 +134,7 @@ TYPED_TEST(UserDefaultsContractTest, KeysDoNotTouchEachOther) {
     EXPECT_TRUE(this->defaults.boolForKey("two"));
 }
 
-TYPED_TEST(UserDefaultsContractTest, UpdatesReadWhatTheyWroteAndNest) {
+TYPED_TEST_P(UserDefaultsContract, UpdatesReadWhatTheyWroteAndNest) {
     this->set(PropertyValue{"0"});
     this->defaults.update([&] {
         this->set(PropertyValue{*this->defaults.stringForKey("key") + "1"});
@@ -155,7 +145,7 @@ TYPED_TEST(UserDefaultsContractTest, UpdatesReadWhatTheyWroteAndNest) {
     EXPECT_EQ(this->defaults.stringForKey("key"), "0123");
 }
 
-TYPED_TEST(UserDefaultsContractTest, ManyKeysAreKept) {
+TYPED_TEST_P(UserDefaultsContract, ManyKeysAreKept) {
     this->defaults.update([&] {
         for (int number = 0; number < 2000; ++number)
             this->defaults.setObject(PropertyValue{std::int64_t{number}}, "key " + std::to_string(number));
@@ -171,5 +161,9 @@ TYPED_TEST(UserDefaultsContractTest, ManyKeysAreKept) {
         EXPECT_EQ(this->defaults.stringForKey("key " + std::to_string(number)).has_value(), number % 2 == 1);
 }
 
-} // namespace
-} // namespace fernhop
+REGISTER_TYPED_TEST_SUITE_P(UserDefaultsContract, AbsentKeysReadAsNothing, EachTypeReadsAsWritten,
+                            OtherTypesReadAsNothing, NumbersReadAsTheirDecimalText,
+                            NumbersAndTextsReadAsBooleans, NoValueRemovesTheKey, KeysDoNotTouchEachOther,
+                            UpdatesReadWhatTheyWroteAndNest, ManyKeysAreKept);
+
+} // namespace fernhop::contract

@@ -1,8 +1,8 @@
-#include "platform/linux/log/LogLine.h"
+#include "platform/LogLine.h"
 
 #include "platform/Utf8.h"
 
-namespace fernhop::freedesktop {
+namespace fernhop {
 
 namespace {
 
@@ -66,4 +66,4 @@ std::string shortenedLogLine(std::string_view line, std::size_t most) {
     return shortened.append(line.substr(tailStart));
 }
 
-} // namespace fernhop::freedesktop
+} // namespace fernhop

@@ -1,10 +1,10 @@
-#include "platform/linux/log/LogLine.h"
+#include "platform/LogLine.h"
 
 #include "platform/Utf8.h"
 
 #include <gtest/gtest.h>
 
-namespace fernhop::freedesktop {
+namespace fernhop {
 namespace {
 
 struct Example {
@@ -110,4 +110,4 @@ TEST(ShortenedLogLineTest, CutsNoCharacter) {
 }
 
 } // namespace
-} // namespace fernhop::freedesktop
+} // namespace fernhop

@@ -1,10 +1,9 @@
-#include "platform/Ascii.h"
 #include "platform/Text.h"
-#include "platform/linux/text/ComparisonForm.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
+#include <optional>
+#include <utility>
 
 namespace fernhop::text {
 
@@ -190,47 +189,6 @@ TEST(CaseInsensitiveEqual, FollowsNoLocale) {
     EXPECT_FALSE(caseInsensitiveEqual("@", "`"));
     EXPECT_FALSE(caseInsensitiveEqual("\xFF", "\xFE"));
     EXPECT_TRUE(caseInsensitiveEqual("A\xFF", "a\xFF"));
-}
-
-TEST(SearchFastPath, AnswersAsTheGeneralOneDoes) {
-    std::mt19937 random(7);
-    const auto word = [&random](std::size_t longest) {
-        constexpr std::string_view letters = "aAbBiI*/";
-        std::string result;
-        for (auto length = random() % (longest + 1); length > 0; --length)
-            result += letters[random() % letters.size()];
-        return result;
-    };
-    for (int round = 0; round < 20000; ++round) {
-        const std::string text = word(10);
-        const std::string piece = word(3);
-        const std::size_t from = random() % 12;
-        const auto general = ComparisonForm::plain(text).find(ComparisonForm::plain(piece), from);
-        EXPECT_EQ(found(text, piece, from), general ? at(general->start, general->end) : nowhere);
-        EXPECT_EQ(endsWith(text, piece), ComparisonForm::plain(text).endsWith(ComparisonForm::plain(piece)));
-        for (const Locale &locale : {english, turkish, lithuanian}) {
-            const CaseRules rules = caseRules(locale);
-            const auto folded =
-                ComparisonForm::caseless(text, rules).find(ComparisonForm::caseless(piece, rules), 0);
-            EXPECT_EQ(contains(text, piece, locale), folded.has_value())
-                << text << ' ' << piece << locale.name;
-        }
-        EXPECT_EQ(caseInsensitiveEqual(text, piece), ComparisonForm::caseless(text, CaseRules::usual) ==
-                                                         ComparisonForm::caseless(piece, CaseRules::usual));
-    }
-}
-
-TEST(SearchFastPath, KnowsEveryAsciiPair) {
-    for (int left = 0; left < 0x80; ++left)
-        for (int right = 0; right < 0x80; ++right) {
-            const std::string a(1, static_cast<char>(left));
-            const std::string b(1, static_cast<char>(right));
-            for (const Locale &locale : {english, turkish, azeri, lithuanian}) {
-                const CaseRules rules = caseRules(locale);
-                EXPECT_EQ(contains(a, b, locale),
-                          ComparisonForm::caseless(a, rules) == ComparisonForm::caseless(b, rules));
-            }
-        }
 }
 
 } // namespace fernhop::text

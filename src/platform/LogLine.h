@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace fernhop::freedesktop {
+namespace fernhop {
 
 /// The line that a format string without arguments stands for: "%%" is one percent sign, read from left to
 /// right, and any other percent sign stands as written, with what follows it. Control characters, and those
@@ -16,4 +16,4 @@ namespace fernhop::freedesktop {
 /// since the end of a line says as much as its beginning, and "[... 123 bytes ...]" stands in its place.
 [[nodiscard]] std::string shortenedLogLine(std::string_view line, std::size_t most);
 
-} // namespace fernhop::freedesktop
+} // namespace fernhop

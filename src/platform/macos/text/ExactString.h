@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/macos/Reference.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fernhop::text {
+
+/// A text as a string that keeps every byte: one that is not valid UTF-8 becomes a character of the private
+/// use area, which equals only itself, and characters of the text that lie there are taken byte by byte too.
+class ExactString {
+  public:
+    explicit ExactString(std::string_view text);
+
+    /// The string; it lives as long as this object.
+    [[nodiscard]] NSString *get() const { return string.get(); }
+    /// The index of the character at or after a byte of the text.
+    [[nodiscard]] NSUInteger indexOfByte(std::size_t byte) const;
+    /// The byte of the text at which the character of this index begins.
+    [[nodiscard]] std::size_t byteOfIndex(NSUInteger index) const { return bytes[index]; }
+    [[nodiscard]] NSUInteger length() const { return bytes.size() - 1; }
+
+  private:
+    macos::Reference<NSString> string;
+    std::vector<std::size_t> bytes; ///< of each character of the string, and the end
+};
+
+/// The text of a string that an `ExactString` became.
+[[nodiscard]] std::string exactText(NSString *string);
+
+} // namespace fernhop::text
