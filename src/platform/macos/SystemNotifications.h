@@ -7,8 +7,6 @@
 
 #include <vector>
 
-@class FernhopObserver;
-
 namespace fernhop::macos {
 
 /// The notification with what it tells of applications, as the core knows it.
@@ -17,10 +15,11 @@ namespace fernhop::macos {
 /// A notification centre of the system.
 class SystemNotifications : public NotificationCenter {
   public:
-    /// Observers are called through `observerSelector`: `activeApplicationDidChange:` or
-    /// `systemAppearanceDidChange`.
-    SystemNotifications(NSNotificationCenter *notificationCenter, SEL observerSelector)
-        : center(notificationCenter), selector(observerSelector) {}
+    /// The shared workspace's, whose observers are called through `activeApplicationDidChange:`.
+    [[nodiscard]] static SystemNotifications ofWorkspace();
+    /// The distributed one, whose observers are called through `systemAppearanceDidChange`.
+    [[nodiscard]] static SystemNotifications distributed();
+
     /// The centre forgets the observers.
     ~SystemNotifications() override;
     SystemNotifications(const SystemNotifications &) = delete;
@@ -29,9 +28,11 @@ class SystemNotifications : public NotificationCenter {
     void addObserver(std::string_view name, std::function<void(const Notification &)> observer) override;
 
   private:
+    SystemNotifications(NSNotificationCenter *notificationCenter, SEL observerSelector);
+
     Reference<NSNotificationCenter> center;
     SEL selector;
-    std::vector<Reference<FernhopObserver>> observers;
+    std::vector<Reference<NSObject>> observers;
 };
 
 } // namespace fernhop::macos

@@ -48,6 +48,21 @@ Notification fromNSNotification(NSNotification *notification) {
     return result;
 }
 
+SystemNotifications::SystemNotifications(NSNotificationCenter *notificationCenter, SEL observerSelector)
+    : center(notificationCenter), selector(observerSelector) {}
+
+SystemNotifications SystemNotifications::ofWorkspace() {
+    return {
+        [[NSWorkspace sharedWorkspace] notificationCenter], @selector(activeApplicationDidChange:)
+    };
+}
+
+SystemNotifications SystemNotifications::distributed() {
+    return {
+        [NSDistributedNotificationCenter defaultCenter], @selector(systemAppearanceDidChange)
+    };
+}
+
 SystemNotifications::~SystemNotifications() {
     for (const auto &observer : observers)
         [center.get() removeObserver:observer.get()];
@@ -56,8 +71,8 @@ SystemNotifications::~SystemNotifications() {
 void SystemNotifications::addObserver(std::string_view name,
                                       std::function<void(const Notification &)> observer) {
     @autoreleasepool {
-        const auto &added = observers.emplace_back(Reference<FernhopObserver>::adopting(
-            [[FernhopObserver alloc] initWithObserver:std::move(observer)]));
+        const auto &added = observers.emplace_back(
+            Reference<NSObject>::adopting([[FernhopObserver alloc] initWithObserver:std::move(observer)]));
         [center.get() addObserver:added.get() selector:selector name:toNSString(name) object:nil];
     }
 }
