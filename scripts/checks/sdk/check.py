@@ -33,7 +33,7 @@ DOUBLE = Path("tests/macos/double/include")
 # What the double needs for itself.
 HELPERS = DOUBLE / "double"
 # Fewer than these, and something was not looked at.
-LEAST = {"messages": 1, "classes": 1, "functions": 1, "constants": 0}
+LEAST = {"messages": 300, "classes": 30, "functions": 2, "constants": 30}
 
 
 def backendSources(source):
