@@ -1,6 +1,8 @@
 #include "TrayHost.h"
+#include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/MenuService.h"
 #include "platform/linux/tray/MenuText.h"
+#include "platform/linux/tray/PngFile.h"
 #include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -58,14 +60,13 @@ class RandomMenu {
             item.state = item.state == ControlState::on ? ControlState::off : ControlState::on;
             break;
         case 3:
-            item.image =
-                chance(2) ? nullptr : std::make_shared<const Image>(SystemSymbol{"envelope"}, 0, true);
+            item.image = image();
             break;
         case 4:
             item.representedObject = title();
             break;
         default:
-            item.keyEquivalent = chance(2) ? "" : "q";
+            item.keyEquivalent = std::vector{"", "q", "w"}[upTo(3)];
         }
     }
 
@@ -76,6 +77,17 @@ class RandomMenu {
         if (chance(3))
             item.submenu.emplace();
         return item;
+    }
+
+    ImageReference image() {
+        // Each made once: an application's icon that was made anew counts as another.
+        static const std::vector<ImageReference> images = {
+            nullptr, makeImage(SystemSymbol{"envelope"}), makeImage(SystemSymbol{"paperplane"}),
+            makeImage(ApplicationIcon{"/web.desktop"}), makeImage(ApplicationIcon{"/mail.desktop"})};
+        return images[upTo(images.size())];
+    }
+    static ImageReference makeImage(Image::Source source) {
+        return std::make_shared<const Image>(std::move(source), 16, false);
     }
 
     std::string title() {
@@ -91,15 +103,29 @@ class RandomMenu {
     std::mt19937 random{2026};
 };
 
+/// What a host is told of an image, as GVariant text of its name or its bytes.
+std::string tell(const ImageReference &image) {
+    if (!image)
+        return "";
+    if (const auto *application = std::get_if<ApplicationIcon>(&image->source))
+        return application->path == "/web.desktop" ? "'web-browser'" : "'mail-client'";
+    const std::string png = pngBytes(render(*image, 16).get());
+    const GVariantPointer bytes(
+        g_variant_ref_sink(g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, png.data(), png.size(), 1)));
+    return GCharPointer(g_variant_print(bytes.get(), FALSE)).get();
+}
+
 void tell(const Menu &menu, const std::string &indent, std::string &text) {
     for (const MenuItem &item : menu.items) {
         if (item.isSeparator) {
             text += indent + "---\n";
             continue;
         }
-        text += indent + shownText(item.title) + (item.enabled ? "" : " off") +
-                (item.state == ControlState::on ? " checked" : "") + (item.image ? " image" : "") +
-                (item.keyEquivalent.empty() ? "" : " key") + (item.submenu ? " >" : "") + "\n";
+        text +=
+            indent + shownText(item.title) + (item.enabled ? "" : " off") +
+            (item.state == ControlState::on ? " checked" : "") + " " + tell(item.image) +
+            (item.keyEquivalent.empty() ? "" : " [['Control', '" + std::string(item.keyEquivalent) + "']]") +
+            (item.submenu ? " >" : "") + "\n";
         if (item.submenu)
             tell(*item.submenu, indent + "  ", text);
     }
@@ -125,11 +151,30 @@ void tell(const LayoutItem &layout, const std::string &indent, std::string &text
         }
         const bool isChecked =
             item.property("toggle-type") == "'checkmark'" && item.property("toggle-state") == "1";
-        text += indent + shownLabel(item.label()) + (item.property("enabled") == "false" ? " off" : "") +
-                (isChecked ? " checked" : "") + (item.property("icon-data").empty() ? "" : " image") +
-                (item.property("shortcut").empty() ? "" : " key") +
-                (item.property("children-display").empty() ? "" : " >") + "\n";
+        const std::string shortcut = item.property("shortcut");
+        text += indent + shownLabel(item.label()) + (item.property("enabled") == "true" ? "" : " off") +
+                (isChecked ? " checked" : "") + " " + item.property("icon-name") +
+                item.property("icon-data") + (shortcut.empty() ? "" : " " + shortcut) +
+                (item.property("children-display") == "'submenu'" ? " >" : "") + "\n";
         tell(item, indent + "  ", text);
+    }
+}
+
+/// Reads the items one by one, as some hosts do, into the same words as their layout.
+void expectSameProperties(Host &host, const LayoutItem &layout) {
+    for (const LayoutItem &item : layout.children) {
+        const auto reply = host.menuCall("GetGroupProperties", "([" + std::to_string(item.id) + "], @as [])");
+        GVariant *list = nullptr;
+        g_variant_get(reply.value.get(), "(@a(ia{sv}))", &list);
+        const GVariantPointer owned(list);
+        ASSERT_EQ(g_variant_n_children(list), 1U);
+        gint32 id = 0;
+        GVariant *properties = nullptr;
+        g_variant_get_child(list, 0, "(i@a{sv})", &id, &properties);
+        const GVariantPointer ownedProperties(properties);
+        EXPECT_EQ(id, item.id);
+        EXPECT_TRUE(g_variant_equal(properties, item.properties.get()));
+        expectSameProperties(host, item);
     }
 }
 
@@ -148,6 +193,7 @@ TEST(RandomMenuTest, LayoutEqualsTheModelAfterEachOfAThousandChanges) {
     support::PrivateBus bus{home};
     const auto connection = connectTo(bus.address());
     ListedEntries entries;
+    entries.icons = {{"/web.desktop", "web-browser"}, {"/mail.desktop", "mail-client"}};
     const IconFinder icons{entries, {}};
     MenuService service(connection.get(), icons, [](auto, const auto &) {});
     Host host(bus.address(), g_dbus_connection_get_unique_name(connection.get()));
@@ -169,6 +215,8 @@ TEST(RandomMenuTest, LayoutEqualsTheModelAfterEachOfAThousandChanges) {
         tell(random.menu, "", model);
         tell(root, "", shown);
         ASSERT_EQ(shown, model) << change;
+        if (change % 50 == 0)
+            expectSameProperties(host, root);
         std::set<gint32> present;
         collect(root, seen, present);
     }
