@@ -6,9 +6,13 @@
 #include "platform/linux/tray/PngFile.h"
 #include "platform/linux/tray/Symbols.h"
 
+#include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <numbers>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -27,8 +31,42 @@ bool save(const std::string &path, const SurfacePointer &image) {
     return static_cast<bool>(file);
 }
 
-bool saveGlyph(const std::string &path, ui::ColorRole ink) {
-    return save(path, paint(makeFallbackGlyph({ink, 1}), statusImageSide, pixels));
+ui::Point onCircle(double radius, double angle) {
+    constexpr double centre = statusImageSide / 2;
+    return {centre + radius * std::cos(angle), centre + radius * std::sin(angle)};
+}
+
+/// An arrow that runs clockwise about the middle, a third of the circle to the angle `end` and on with its head.
+std::vector<ui::Path> curvedArrow(double end) {
+    using namespace ui;
+    // In whole points, so that the upper and the lower edge lie between pixels.
+    constexpr double radius = 6, width = 2;
+    constexpr double sweep = std::numbers::pi * 2 / 3, half = sweep / 2;
+    constexpr double headWidth = 5.4, headAngle = 0.72;
+    // The handles of a cubic curve lie on the tangents of its arc, here of half the sweep.
+    const double turn = std::atan(4.0 / 3 * std::tan(half / 4)), reach = radius / std::cos(turn);
+    std::vector<PathElement> shaft{MoveTo{onCircle(radius, end + sweep)}};
+    for (const double to : {end + half, end})
+        shaft.emplace_back(CurveTo{onCircle(radius, to), onCircle(reach, to + half - turn),
+                                   onCircle(reach, to + turn)});
+    return {{std::move(shaft), width},
+            {{MoveTo{onCircle(radius + headWidth / 2, end)}, LineTo{onCircle(radius, end - headAngle)},
+              LineTo{onCircle(radius - headWidth / 2, end)}, ClosePath{}}}};
+}
+
+/// Two arrows circling a dot, as the glyph that is drawn where there is no file, with heads that stand out at
+/// the size of a panel.
+ui::Drawing statusIcon(ui::ColorRole ink) {
+    constexpr double firstEnd = 0.66, dotRadius = 2, centre = statusImageSide / 2;
+    auto paths = curvedArrow(firstEnd);
+    for (ui::Path &path : curvedArrow(firstEnd + std::numbers::pi))
+        paths.push_back(std::move(path));
+    paths.push_back({{ui::Oval{{centre - dotRadius, centre - dotRadius}, 2 * dotRadius, 2 * dotRadius}}});
+    return {{ink, 1}, std::move(paths)};
+}
+
+bool saveStatusIcon(const std::string &path, ui::ColorRole ink) {
+    return save(path, paint(statusIcon(ink), statusImageSide, pixels));
 }
 
 bool saveSymbol(const std::string &path, const char *name) {
@@ -45,8 +83,8 @@ int main(int count, char **arguments) {
     }
     const std::string folder = std::string(arguments[1]) + "/";
     const bool saved =
-        saveGlyph(folder + "MenuBarIconLight.png", ui::ColorRole::black) &&
-        saveGlyph(folder + "MenuBarIconDark.png", ui::ColorRole::white) &&
+        saveStatusIcon(folder + "MenuBarIconLight.png", ui::ColorRole::black) &&
+        saveStatusIcon(folder + "MenuBarIconDark.png", ui::ColorRole::white) &&
         saveSymbol(folder + "ContactEmail.png", "envelope") && saveSymbol(folder + "X.png", "bubble.left") &&
         saveSymbol(folder + "discord.png", "person.2") && saveSymbol(folder + "redbook.png", "book.closed");
     return saved ? 0 : 1;

@@ -30,7 +30,8 @@ SurfacePointer fitted(cairo_surface_t *image, int pixels) {
     cairo_translate(context.get(), (pixels - width * scale) / 2, (pixels - height * scale) / 2);
     cairo_scale(context.get(), scale, scale);
     cairo_set_source_surface(context.get(), image, 0, 0);
-    cairo_pattern_set_filter(cairo_get_source(context.get()), CAIRO_FILTER_BEST);
+    // Each pixel is the mean of those that it stands for; what cairo calls its best leaves a halo.
+    cairo_pattern_set_filter(cairo_get_source(context.get()), CAIRO_FILTER_GOOD);
     // What lies beyond the edges is not to make them pale.
     cairo_pattern_set_extend(cairo_get_source(context.get()), CAIRO_EXTEND_PAD);
     cairo_rectangle(context.get(), 0, 0, width, height);
