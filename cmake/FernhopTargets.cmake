@@ -39,11 +39,11 @@ function(fernhop_library name)
     set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
 
-# fernhop_test(NAME SOURCES file... LINK target... [LABELS label...] [TIMEOUT seconds] [SERIAL])
+# fernhop_test(NAME SOURCES file... LINK target... [LABELS label...] [TIMEOUT seconds] [SERIAL] [WITHOUT case...])
 # One GoogleTest executable; each of its cases becomes a test of its own unless WHOLE is given, for suites whose
-# cases share a costly set-up (a display, a bus).
+# cases share a costly set-up (a display, a bus). Cases after WITHOUT are left out.
 function(fernhop_test name)
-    cmake_parse_arguments(ARG "SERIAL;WHOLE" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "SERIAL;WHOLE" "TIMEOUT" "SOURCES;LINK;LABELS;WITHOUT" ${ARGN})
     if(NOT FERNHOP_TESTS)
         return()
     endif()
@@ -70,7 +70,8 @@ function(fernhop_test name)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES ${properties})
     else()
-        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}." PROPERTIES ${properties})
+        list(JOIN ARG_WITHOUT ":" filter)
+        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}." TEST_FILTER "-${filter}" PROPERTIES ${properties})
     endif()
 endfunction()
 

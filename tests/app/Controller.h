@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "fakes/FakeDesktop.h"
+#include "app/TestDesktop.h"
 #include "routing/URLRuleCoding.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ class ControllerTest : public testing::Test {
   protected:
     static constexpr const char *own = "org.fernhop.Fernhop";
 
-    fakes::FakeDesktop desktop;
+    TestDesktop desktop;
     std::unique_ptr<AppDelegate> controller;
 
     ControllerTest() {

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "fakes/FakeUserDefaults.h"
+#include "platform/macos/StandardDefaults.h"
+
+namespace fernhop::macos {
+
+/// The user defaults filled from memory before each use, and read back after each change. What is in memory
+/// outlives the bridge.
+class DefaultsBridge : public UserDefaults {
+  public:
+    explicit DefaultsBridge(fakes::FakeUserDefaults &inMemory) : memory(inMemory) {}
+
+    std::optional<PropertyDictionary> dictionaryForKey(std::string_view key) const override;
+    std::optional<std::string> dataForKey(std::string_view key) const override;
+    std::optional<std::string> stringForKey(std::string_view key) const override;
+    bool boolForKey(std::string_view key) const override;
+    void setObject(std::optional<PropertyValue> value, std::string_view key) override;
+    void setBool(bool value, std::string_view key) override;
+    void update(const std::function<void()> &change) override;
+
+  private:
+    [[nodiscard]] const StandardDefaults &filled() const;
+    void readBack(std::string_view key);
+
+    fakes::FakeUserDefaults &memory;
+    StandardDefaults system;
+};
+
+} // namespace fernhop::macos
