@@ -45,7 +45,7 @@ QWidget *ViewWidgets::makeLabel(ui::View &view) {
     auto &field = static_cast<ui::TextField &>(view);
     auto *label = new TextLabel(toText(field.stringValue()),
                                 {toFont(field.font), field.textColor, field.maximumLines}, this);
-    lastLabel = toText(field.stringValue());
+    lastLabel = label;
     follow(view, [this, &field, label] {
         label->setText(toText(field.stringValue()));
         place();
@@ -59,7 +59,7 @@ QWidget *ViewWidgets::makeField(ui::View &view) {
     edit->setPlaceholderText(toText(field.placeholder));
     edit->setMaxLength(std::numeric_limits<int>::max());
     edit->setText(toText(field.stringValue()));
-    edit->setAccessibleName(nameFor(view));
+    nameControl(*edit, view);
     const auto *search = dynamic_cast<const ui::SearchField *>(&view);
     const bool firesWhileTyping = search && search->sendsSearchStringImmediately;
     edit->setClearButtonEnabled(search != nullptr);
@@ -79,7 +79,7 @@ QWidget *ViewWidgets::makeField(ui::View &view) {
 QWidget *ViewWidgets::makePopUp(ui::View &view) {
     auto &popUp = static_cast<ui::PopUpButton &>(view);
     auto *box = new QComboBox(this);
-    box->setAccessibleName(nameFor(view));
+    nameControl(*box, view);
     showItems(*box, popUp, host);
     connect(box, &QComboBox::activated, this, [this, &popUp](int index) {
         popUp.selectItem(static_cast<std::size_t>(index));
@@ -123,7 +123,7 @@ QWidget *ViewWidgets::makeScroll(ui::View &view) {
     if (!table)
         return frame;
     auto *list = new RowList(*table, host, frame);
-    list->setAccessibleName(nameFor(*table));
+    nameControl(*list, *table);
     list->setFrameShape(scroll.hasBorder ? QFrame::StyledPanel : QFrame::NoFrame);
     list->setVerticalScrollBarPolicy(scroll.hasVerticalScroller ? Qt::ScrollBarAsNeeded
                                                                 : Qt::ScrollBarAlwaysOff);

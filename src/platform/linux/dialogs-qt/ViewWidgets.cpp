@@ -62,9 +62,13 @@ bool ViewWidgets::focusFirstInput() {
     return true;
 }
 
-QString ViewWidgets::nameFor(const ui::View &control) const {
-    const auto *search = dynamic_cast<const ui::SearchField *>(&control);
-    return search ? toText(search->placeholder) : lastLabel;
+void ViewWidgets::nameControl(QWidget &widget, const ui::View &control) {
+    if (const auto *search = dynamic_cast<const ui::SearchField *>(&control)) {
+        widget.setAccessibleName(toText(search->placeholder));
+    } else if (lastLabel) {
+        widget.setAccessibleName(lastLabel->text());
+        lastLabel->setBuddy(&widget); // pop-ups take no other name
+    }
 }
 
 void ViewWidgets::build(ui::View &view) {

@@ -4,6 +4,7 @@
 #include "platform/linux/dialogs-qt/ViewLayout.h"
 #include "platform/ui/View.h"
 
+#include <QLabel>
 #include <QWidget>
 #include <memory>
 #include <unordered_map>
@@ -32,7 +33,7 @@ class ViewWidgets : public QWidget {
     [[nodiscard]] QWidget *makeWidget(ui::View &view);
     void place();
     void follow(ui::View &view, std::function<void()> show);
-    [[nodiscard]] QString nameFor(const ui::View &control) const;
+    void nameControl(QWidget &widget, const ui::View &control);
     [[nodiscard]] ContentMeasures measures() const;
     [[nodiscard]] std::optional<double> contentWidth(const ui::View &view) const;
     [[nodiscard]] std::optional<ContentHeight> contentHeight(const ui::View &view, double width) const;
@@ -49,7 +50,7 @@ class ViewWidgets : public QWidget {
     std::unordered_map<const ui::View *, QWidget *> widgets;
     std::vector<ui::View *> followed;
     std::vector<QWidget *> inputs; ///< fields and pop-ups, in their order
-    QString lastLabel;             ///< what was read last, and so names the control after it
+    QLabel *lastLabel = nullptr;   ///< what is read last before a control, and so names it
     Frames frames;
 };
 

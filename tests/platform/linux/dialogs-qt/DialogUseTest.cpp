@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -135,6 +137,146 @@ TEST_F(DialogUseTest, ContactButtonOpensAndLeavesTheDialogOpen) {
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_TRUE(buttonNamed(dialog, "关闭")->isDefault());
     });
+}
+
+TEST_F(DialogUseTest, ControlsHaveNamesForScreenReaders) {
+    const auto nameOf = [](const QWidget *widget) {
+        auto *spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(widget));
+        return spoken ? spoken->text(QAccessible::Name).toStdString() : "nothing is spoken";
+    };
+    // Its name is its value; beside that, its label is told.
+    const auto labelOf = [](QComboBox *popup) {
+        const auto related = QAccessible::queryAccessibleInterface(popup)->relations(QAccessible::Label);
+        return related.isEmpty() ? "" : related[0].first->text(QAccessible::Name).toStdString();
+    };
+    open("showAddRuleDialog", [&](AlertDialog &dialog, const ui::View &) {
+        EXPECT_EQ(nameOf(dialog.findChild<QLineEdit *>()), "搜索 App 名称或 Bundle ID");
+        EXPECT_EQ(nameOf(dialog.findChild<QListView *>()),
+                  "浏览器 App 已自动排除，可按住 Command 选择多个。");
+        EXPECT_EQ(labelOf(dialog.findChild<QComboBox *>()), "目标浏览器");
+        EXPECT_EQ(nameOf(buttonNamed(dialog, "取消")), "取消");
+    });
+    open("showAddURLRuleDialog", [&](AlertDialog &dialog, const ui::View &) {
+        EXPECT_EQ(nameOf(dialog.findChild<QLineEdit *>()), "URL 匹配规则");
+        EXPECT_EQ(labelOf(dialog.findChild<QComboBox *>()), "目标浏览器");
+    });
+    open(
+        "editRuleFromWindow:",
+        [&](AlertDialog &dialog, const ui::View &) {
+            EXPECT_EQ(labelOf(dialog.findChild<QComboBox *>()), "Alpha");
+        },
+        "com.example.a");
+    open("showFeedbackDialog", [&](AlertDialog &dialog, const ui::View &) {
+        for (const auto *button : dialog.accessory()->findChildren<QPushButton *>())
+            EXPECT_NE(nameOf(button).find("  "), std::string::npos) << nameOf(button);
+    });
+}
+
+TEST_F(DialogUseTest, KeyboardWalksThroughTheDialogFromTopToBottom) {
+    open("showAddRuleDialog", [](AlertDialog &dialog, const ui::View &) {
+        std::vector<QWidget *> walked{dialog.focusWidget()};
+        while (walked.size() < 6) {
+            QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+            QApplication::sendEvent(dialog.focusWidget(), &tab);
+            walked.push_back(dialog.focusWidget());
+        }
+        EXPECT_EQ(walked,
+                  (std::vector<QWidget *>{dialog.findChild<QLineEdit *>(), dialog.findChild<QListView *>(),
+                                          dialog.findChild<QComboBox *>(), buttonNamed(dialog, "添加"),
+                                          buttonNamed(dialog, "取消"), dialog.findChild<QLineEdit *>()}));
+    });
+}
+
+TEST_F(DialogUseTest, PopUpHasTheKeyboardWhereThereIsNoField) {
+    open(
+        "editRuleFromWindow:",
+        [](AlertDialog &dialog, const ui::View &) {
+            EXPECT_EQ(dialog.focusWidget(), dialog.findChild<QComboBox *>());
+            pressKey(*dialog.findChild<QComboBox *>(), Qt::Key_Return);
+        },
+        "com.example.a");
+    EXPECT_EQ(controller->settings().appRules(), (AppRules{{"com.example.a", "browser.b"}}));
+    open("showFeedbackDialog", [](AlertDialog &dialog, const ui::View &) {
+        EXPECT_EQ(dialog.focusWidget(), buttonNamed(dialog, "关闭"));
+    });
+}
+
+TEST_F(DialogUseTest, ReturnInTheListAdds) {
+    open("showAddRuleDialog", [](AlertDialog &dialog, const ui::View &) {
+        auto *list = dialog.findChild<QListView *>();
+        select(*list, {2});
+        pressKey(*list, Qt::Key_Return);
+    });
+    EXPECT_EQ(controller->settings().appRules(), (AppRules{{"com.example.c", "browser.b"}}));
+}
+
+TEST_F(DialogUseTest, ClearingTheSearchShowsEverythingAgain) {
+    open("showAddRuleDialog", [](AlertDialog &dialog, const ui::View &) {
+        auto *search = dialog.findChild<QLineEdit *>();
+        auto *list = dialog.findChild<QListView *>();
+        type(*search, "no such application");
+        EXPECT_EQ(list->model()->rowCount(), 0);
+        auto *clear = search->findChild<QAbstractButton *>();
+        ASSERT_TRUE(clear);
+        clear->click();
+        EXPECT_EQ(list->model()->rowCount(), 4);
+    });
+}
+
+TEST_F(DialogUseTest, ListLooksAsItIsMeantTo) {
+    open("showAddRuleDialog", [](AlertDialog &dialog, const ui::View &) {
+        const auto *list = dialog.findChild<QListView *>();
+        EXPECT_FALSE(list->alternatingRowColors());
+        EXPECT_EQ(list->frameShape(), QFrame::NoFrame);
+        EXPECT_EQ(list->selectionMode(), QAbstractItemView::ExtendedSelection);
+        EXPECT_EQ(list->sizeHintForRow(0), 40);
+    });
+}
+
+TEST_F(DialogUseTest, ButtonsAreInTheDesktopsOrder) {
+    open("showAddRuleDialog", [](AlertDialog &dialog, const ui::View &) {
+        const auto *box = dialog.findChild<QDialogButtonBox *>();
+        EXPECT_EQ(box->buttonRole(buttonNamed(dialog, "添加")), QDialogButtonBox::AcceptRole);
+        EXPECT_EQ(box->buttonRole(buttonNamed(dialog, "取消")), QDialogButtonBox::RejectRole);
+    });
+}
+
+TEST_F(DialogUseTest, LongPatternsStayWhole) {
+    const std::string pattern(200'000, 'x');
+    storeURLRules({{"1", pattern, "browser.a"}});
+    open(
+        "editURLRuleFromWindow:",
+        [&](AlertDialog &dialog, const ui::View &) {
+            auto *field = dialog.findChild<QLineEdit *>();
+            EXPECT_EQ(static_cast<std::size_t>(field->text().size()), pattern.size());
+            pressKey(*field, Qt::Key_End);
+            type(*field, "y");
+            press(dialog, "保存");
+        },
+        "1");
+    EXPECT_EQ(controller->settings().urlRules().at(0).pattern, pattern + "y");
+}
+
+TEST_F(DialogUseTest, PatternThatIsNotTouchedKeepsItsBytes) {
+    storeURLRules({{"1", "a\nb\x01 \xF0\x9F\x98\x80", "browser.a"}});
+    const auto before = controller->settings().urlRules();
+    open(
+        "editURLRuleFromWindow:", [](AlertDialog &dialog, const ui::View &) { press(dialog, "保存"); }, "1");
+    EXPECT_EQ(controller->settings().urlRules(), before);
+}
+
+TEST_F(DialogUseTest, TokenIsUsedOnceByTheDialogThatComesToTheFront) {
+    token = "first";
+    open("showFeedbackDialog", [this](AlertDialog &dialog, const ui::View &) {
+        dialog.grab(); // it is on the screen
+        QApplication::processEvents();
+        EXPECT_EQ(token, "");
+        EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "first");
+        qunsetenv("XDG_ACTIVATION_TOKEN"); // as the toolkit does that uses it
+        EXPECT_TRUE(presenter().bringToFront());
+        EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+    });
+    EXPECT_FALSE(presenter().bringToFront());
 }
 
 TEST_F(DialogUseTest, TreeMayOutliveItsWidgets) {
