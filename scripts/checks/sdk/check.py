@@ -7,6 +7,7 @@ BUILD is the folder of a build of the backend (its compile_commands.json says ho
 whose src/ is checked."""
 
 import argparse
+import re
 import sys
 from dataclasses import replace
 from pathlib import Path
@@ -32,6 +33,7 @@ from symbols import SymbolChecks
 DOUBLE = Path("tests/macos/double/include")
 # What the double needs for itself.
 HELPERS = DOUBLE / "double"
+SELECTOR = re.compile(r'"([a-zA-Z]\w*(?::(?:\w+:)*)?)"')
 # Fewer than these, and something was not looked at.
 LEAST = {"messages": 300, "classes": 30, "functions": 2, "constants": 30}
 
@@ -69,6 +71,11 @@ class Check:
             for line in scopes.outside(path.read_text(encoding="utf-8")):
                 yield Fault(path, line, "code outside of namespace fernhop and of classes is not checked")
 
+    def named(self):
+        """The selectors that the product's texts name: menus and controls have their actions by name."""
+        return {name for path in (self.source / "src").rglob("*") if path.suffix in (".h", ".cpp", ".mm")
+                for name in SELECTOR.findall(path.read_text(encoding="utf-8", errors="replace"))}
+
     def uses(self, renamed):
         """What the sources hold together; `renamed` as a command has it."""
         gathered = syntaxtree.Uses()
@@ -96,12 +103,12 @@ class Check:
         folders = command.systemFolders()
         symbols = SymbolChecks(uses, declared, values.Values(self.index, self.known.forms()), self.known,
                                lambda path: any(path.is_relative_to(folder) for folder in folders))
-        messages = MessageChecks(uses, responders, self.known, symbols.ofSdk("class"))
+        messages = MessageChecks(uses, responders, self.known, declared, symbols.ofSdk("class"), self.named())
         double = DoubleChecks(declared, responders, symbols, self.double)
         dates = availability.AvailabilityChecks(uses, self.dates, self.known, messages.ancestors)
         wanted = {constant.name for constant in symbols.constants() if constant.value} | double.values()
         measured = values.measured(command, imports, wanted) if wanted else {}
-        faults = {*messages.faults(), *symbols.functionFaults(), *symbols.constantFaults(measured), *symbols.nameFaults(self.texts),
+        faults = {*messages.faults(), *symbols.functionFaults(), *symbols.constantFaults(measured), *symbols.nameFaults(self.texts), *symbols.headerFaults(self.texts),
                   *double.faults(measured), *dates.faults()}
         return faults, self.counts(uses, symbols)
 

@@ -9,6 +9,8 @@ from concurrent.futures import ThreadPoolExecutor
 from dataclasses import dataclass, replace
 from pathlib import Path
 
+import scopes
+
 # All of ours is in namespace fernhop or in a class whose name has it; a program's main is renamed so that it has it too.
 # The compiler's dump is for names that hold this text: dumping everything would take a hundred times as long.
 OURS = "ernhop"
@@ -87,7 +89,8 @@ def trees(command, protocols):
     command = replace(command, renamed=(*command.renamed, *((hidden(name), name) for name in protocols)))
     renames = ["-Dmain=fernhop_main", *(f"-D{name}={hidden(name)}" for name in protocols)]
     others = {category or name for name, category in CLASS.findall(text)}
-    for part in [OURS, *sorted(name for name in others if OURS not in name)]:
+    unnamed = ["(anonymous namespace)"] if scopes.hasUnnamed(text) else []
+    for part in [OURS, *unnamed, *sorted(name for name in others if OURS not in name)]:
         yield from _documents(command.run("-fsyntax-only", *renames, "-Xclang", "-ast-dump=json", "-Xclang", f"-ast-dump-filter={part}"))
 
 

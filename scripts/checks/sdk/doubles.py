@@ -5,7 +5,7 @@ are checked against the SDK, cannot use it."""
 
 from sources import Fault
 from syntaxtree import Place
-from typewords import Type, agrees
+from typewords import difference
 
 
 class DoubleChecks:
@@ -67,17 +67,11 @@ class DoubleChecks:
     def _types(self, name, container):
         for method in container.methods:
             forms = self.responders.signatures(name, method.selector, method.static)
-            if forms and not self.explained.has("types", f"{name}.{method.selector}"):
-                yield from self._compare(container.file, method.line, f"[{name} {method.selector}]", method.types, forms)
+            yield from self._compare(container.file, method.line, f"[{name} {method.selector}]", method.types, forms)
 
     def _compare(self, path, line, name, here, forms):
-        """A fault if the types `here` are those of none of the `forms` that the SDK has."""
-        kinds = [Type(text, self.headers.typedefs) for text in here]
-        wrong = [[place for place, (word, kind) in enumerate(zip(form, kinds)) if not agrees(word, kind, self.index)] for form in forms]
-        if all(wrong):
-            place = wrong[0][0]
-            what = f"argument {place}" if place else "result"
-            yield Fault(path, line, f"{name}: its {what} is {forms[0][place]} in the SDK, and {kinds[place].written} here")
+        if said := difference(name, here, forms, self.headers.typedefs, self.index):
+            yield Fault(path, line, said)
 
     def _function(self, name):
         path, line = self.headers.origins[name][1], self.headers.lines[name]

@@ -3,7 +3,7 @@
 import fnmatch
 from pathlib import Path
 
-KINDS = {"function", "constant", "macro", "type", "selector", "method", "value", "form", "old", "types"}
+KINDS = {"function", "constant", "macro", "type", "selector", "method", "value", "form", "old", "header"}
 
 
 class Explained:

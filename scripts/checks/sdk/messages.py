@@ -1,19 +1,22 @@
 """Checks what is sent, and what our classes implement, against the SDK."""
 
 from sources import Fault
+from typewords import difference
 
 
 class MessageChecks:
-    """`uses` is what all the sources hold together, `classes` the names of the headers' classes; the faults come in no order."""
+    """`uses` is what all the sources hold together, `classes` the names of the headers' classes, `named` the
+    selectors that are used by name; the faults come in no order."""
 
-    def __init__(self, uses, responders, explained, classes):
+    def __init__(self, uses, responders, explained, headers, classes, named):
         self.uses = uses
+        self.typedefs = headers.typedefs
         # What a template is over is written like a class, and stands for any.
         self.known = {*classes, *uses.classes}
         self.responders = responders
         self.index = responders.index
         self.explained = explained
-        self.sent = {message.selector for message in uses.messages} | {selector for _, selector in uses.selectors}
+        self.sent = set(named) | {message.selector for message in uses.messages} | {selector for _, selector in uses.selectors}
 
     def faults(self):
         for message in self.uses.messages:
@@ -84,3 +87,6 @@ class MessageChecks:
         if why and method.selector not in self.sent and not self.explained.has("method", method.selector):
             yield Fault(*self._at(method), f"[{method.owner} {method.selector}]: nobody calls it, neither we nor "
                                            f"{' or '.join(holders)} ({why})")
+        forms = [form for name in ([] if why else holders) for form in self.responders.signatures(name, method.selector, method.static)]
+        if said := difference(f"[{method.owner} {method.selector}]", method.types, forms, self.typedefs, self.index):
+            yield Fault(*self._at(method), said)

@@ -4,20 +4,19 @@ import re
 from pathlib import Path
 
 import names
+from scopes import SILENT, blank
 from sources import Fault
 from values import same
 
-# Comments, strings and characters, which hold no names of the code.
-SILENT = re.compile(r"//[^\n]*|/\*.*?\*/|@?\"(?:\\.|[^\"\\\n])*\"|'(?:\\.|[^'\\\n])*'", re.S)
 INCLUDE = re.compile(r"^[ \t]*#[ \t]*(?:include|import).*$", re.M)
+IMPORT = re.compile(r"^[ \t]*#[ \t]*import[ \t]*<(\w+)/([\w/]+)\.h>")
 WORD = re.compile(r"\b[A-Za-z_]\w*\b")
 
 
 def words(text):
     """The names that a source uses, each with the lines it stands in."""
-    blank = SILENT.sub(lambda found: re.sub(r"[^\n]", " ", found[0]), text)
     found = {}
-    for number, line in enumerate(INCLUDE.sub("", blank).split("\n"), 1):
+    for number, line in enumerate(INCLUDE.sub("", blank(SILENT, text)).split("\n"), 1):
         for word in WORD.findall(line):
             found.setdefault(word, set()).add(number)
     return found
@@ -87,6 +86,14 @@ class SymbolChecks:
                 kind = "macro" if word in macros else types.get(word)
                 if kind and not self._known(word) and not self.explained.has("macro" if kind == "macro" else "type", word):
                     yield self._missing(path, min(lines), kind, word, self.names)
+
+    def headerFaults(self, sources):
+        """Headers of frameworks are named after the framework, or after a class or protocol that they declare."""
+        for path in sources:
+            for number, line in enumerate(path.read_text(encoding="utf-8", errors="replace").splitlines(), 1):
+                found = IMPORT.match(line)
+                if found and found[1] != found[2] and not self._known(found[2]) and not self.explained.has("header", f"{found[1]}/{found[2]}.h"):
+                    yield self._missing(path, number, "header", f"<{found[1]}/{found[2]}.h>", [])
 
     def _known(self, name):
         index = self.index

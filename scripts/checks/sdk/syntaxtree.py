@@ -47,12 +47,13 @@ class Constant:
 
 @dataclass(frozen=True)
 class Method:
-    """A method that a class of ours implements."""
+    """A method that a class of ours implements; `types` are the result's and the arguments', as the compiler writes them."""
 
     place: Place
     owner: str
     selector: str
     static: bool
+    types: tuple
 
 
 @dataclass
@@ -95,6 +96,12 @@ def typeName(written):
     inside = found[2] or ""
     protocols = tuple(part.strip() for part in inside.split(",")) if PROTOCOLS.match(inside) else ()
     return (None if found[1] in UNTYPED else found[1]), protocols
+
+
+def _written(kind):
+    """A type as the compiler's readable dump has it: its name and, where that is another, what it plainly is."""
+    written, plain = kind["qualType"], kind.get("desugaredQualType", "")
+    return f"'{written}':'{plain}'" if plain and plain != written else f"'{written}'"
 
 
 class Walker:
@@ -211,4 +218,6 @@ class Walker:
         own = self._own(owner.lstrip("@"))
         (own.instance if node.get("instance") else own.static).add(node["name"])
         if owner.startswith("@"):
-            self.uses.methods.add(Method(place, owner[1:], node["name"], not node.get("instance")))
+            parameters = [child["type"] for child in node.get("inner", ()) if child["kind"] == "ParmVarDecl"]
+            types = tuple(_written(kind) for kind in (node["returnType"], *parameters))
+            self.uses.methods.add(Method(place, owner[1:], node["name"], not node.get("instance"), types))

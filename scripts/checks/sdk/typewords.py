@@ -68,3 +68,14 @@ def _named(name, kind, index):
         return bool(STRUCTURES[name] & {kind.written, kind.plain})
     # What a collection is generic over is any object; what else has no name in the SDK is told by nothing.
     return name not in index.classes and not index.protocol(name) and kind.isObject()
+
+
+def difference(name, here, forms, typedefs, index):
+    """What differs, in words, between the types `here` and each of the `forms` that the SDK has for them; nothing if one agrees."""
+    kinds = [Type(text, typedefs) for text in here]
+    wrong = [[place for place, (word, kind) in enumerate(zip(form, kinds)) if not agrees(word, kind, index)] for form in forms]
+    if not forms or not all(wrong):
+        return None
+    place = wrong[0][0]
+    what = f"argument {place}" if place else "result"
+    return f"{name}: its {what} is {forms[0][place]} in the SDK, and {kinds[place].written} here"

@@ -68,9 +68,26 @@ class Messages(toy.Tree):
         self.edit(self.source, "toyDidMove:", "toyDidMoved:")
         self.assertFault(self.source, "toyDidMoved", "[FernhopMover toyDidMoved:]", "nobody calls it", "nearest: toyDidMove")
 
+    def testTypesOfACallback(self):
+        self.edit(self.source, "- (void)toyDidMove:(NSObject *)notification {", "- (BOOL)toyShouldMove:(NSToy *)toy toPlace:(long)place {\n    return YES;\n}\n"
+                                                                        "- (void)toyDidMove:(NSObject *)notification {")
+        self.assertEqual(self.faults(), [])
+        self.edit(self.source, "- (BOOL)toyShouldMove", "- (long)toyShouldMove")
+        self.assertFault(self.source, "toyShouldMove", "[FernhopMover toyShouldMove:toPlace:]: its result is boolean in the SDK, and long here")
+
     def testCallbackOfAProtocolThatIsNotAdopted(self):
         self.edit(self.source, "NSObject <NSToyDelegate>", "NSObject")
         self.assertFault(self.source, "toyDidMove:", "neither we nor NSObject")
+
+    def testActionThatIsUsedByName(self):
+        self.edit(self.source, "@selector(press:)", "nullptr")
+        self.assertFault(self.source, "- (void)press:(id)sender {", "nobody calls it")
+        self.write("src/app/Actions.h", 'constexpr auto pressing = "press:";\n')
+        self.assertEqual(self.faults(), [])
+
+    def testUnnamedNamespace(self):
+        self.edit(self.source, "namespace fernhop {", "namespace {\n\nvoid beside() {\n    [NSToy shardToy];\n}\n\n}\n\nnamespace fernhop {")
+        self.assertFault(self.source, "shardToy", "nearest: sharedToy")
 
     def testExplainedSelector(self):
         self.edit(self.source, "[sender setTitle:nullptr]", "[sender setTitel:nullptr]")
@@ -154,6 +171,12 @@ class Symbols(toy.Tree):
         found = self.faults()
         self.assertEqual(sorted(fault.split(": ", 1)[1].split(" (")[0] for fault in found),
                          ["the SDK has no macro NSToyMacro", "the SDK has no type NSToySeconds"])
+
+    def testHeaders(self):
+        self.write("tests/macos/double/include/Toy/NSToyBox.h", "#import <Toy/Toy.h>\n")
+        self.write("tests/macos/double/include/Toy/NSFastToy.h", "#import <Toy/Toy.h>\n")
+        self.edit(self.source, "#import <Toy/Toy.h>", "#import <Toy/NSFastToy.h>\n#import <Toy/NSToyBox.h>")
+        self.assertFault(self.source, "NSToyBox.h", "the SDK has no header <Toy/NSToyBox.h>")
 
     def testSuperclassInTheDouble(self):
         self.edit(self.header, "@interface NSFastToy : NSToy", "@interface NSFastToy : NSObject")

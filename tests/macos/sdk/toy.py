@@ -143,7 +143,7 @@ SOURCE = """\
 - (void)press:(id)sender {
     [sender setTitle:nullptr];
 }
-- (void)toyDidMove:(id)notification {
+- (void)toyDidMove:(NSObject *)notification {
     NSToyLog("%p %d", notification, 1);
 }
 @end
