@@ -38,6 +38,8 @@ struct Services {
     std::vector<std::string> logLines;   ///< as they came out
 
     std::vector<std::string> lifecycle; ///< what the application object was told, in order
+    /// Runs when the main loop begins, before launching has finished.
+    std::function<void()> beforeLaunch;
     /// Runs as the main loop, between the end of launching and the application's end.
     std::function<void()> mainLoop;
 };

@@ -59,6 +59,8 @@ void note(std::string step) {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     _ended = NO;
     note("run");
+    if (const auto arrive = fernhop::macos_double::recorder().services.beforeLaunch)
+        arrive();
     [_delegate
         applicationDidFinishLaunching:[NSNotification
                                           notificationWithName:NSApplicationDidFinishLaunchingNotification

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace fernhop::macos {
+
+/// Runs Fernhop until it is ended; the exit status of the process. Main thread only.
+[[nodiscard]] int runApplication();
+
+} // namespace fernhop::macos

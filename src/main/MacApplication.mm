@@ -1,0 +1,36 @@
+#include "main/MacApplication.h"
+
+#include "main/MacDelegate.h"
+#include "platform/macos/Reference.h"
+
+namespace fernhop::macos {
+
+namespace {
+
+/// The two that live as long as the process; nothing takes them apart while it ends.
+struct Process {
+    Reference<NSApplication> application;
+    Reference<FernhopAppDelegate> delegate;
+};
+
+Process &process() {
+    static auto &instance = *new Process;
+    return instance;
+}
+
+} // namespace
+
+int runApplication() {
+    @autoreleasepool {
+        // The former delegate goes before there is another: each takes the events of the process.
+        process() = {};
+        auto &[application, delegate] = process();
+        application = Reference<NSApplication>([NSApplication sharedApplication]);
+        delegate = Reference<FernhopAppDelegate>::adopting([[FernhopAppDelegate alloc] init]);
+        [application.get() setDelegate:delegate.get()];
+        [application.get() run];
+    }
+    return 0;
+}
+
+} // namespace fernhop::macos

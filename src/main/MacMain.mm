@@ -1,0 +1,5 @@
+#include "main/MacApplication.h"
+
+int main() {
+    return fernhop::macos::runApplication();
+}

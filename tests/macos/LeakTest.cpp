@@ -1,0 +1,38 @@
+#include "support/ChildProcess.h"
+#include "support/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+namespace fernhop {
+namespace {
+
+constexpr int exitStatusOfLeaks = 1;
+
+/// The exit status of a program that makes an object of ours, and what it said.
+std::pair<int, std::string> run(const std::vector<std::string> &arguments) {
+    const support::TemporaryHome home;
+    const std::string output = home.root() + "/output";
+    std::vector<std::string> words{FERNHOP_LEAK};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    support::ChildProcess child({.arguments = words, .environment = {}, .output = output});
+    const int status = child.wait();
+    std::ifstream file(output);
+    return {status, {std::istreambuf_iterator<char>(file), {}}};
+}
+
+TEST(Leaks, OfOurObjectsAreSeen) {
+    const auto [status, said] = run({"forget"});
+    EXPECT_EQ(status, exitStatusOfLeaks) << said;
+    EXPECT_NE(said.find("LeakSanitizer: detected memory leaks"), std::string::npos) << said;
+}
+
+TEST(Leaks, WhatTheSystemKeepsIsNone) {
+    const auto [status, said] = run({});
+    EXPECT_EQ(status, 0) << said;
+}
+
+} // namespace
+} // namespace fernhop
