@@ -3,16 +3,13 @@
 #include "platform/linux/glib/GPointer.h"
 #include "platform/linux/links/BusArguments.h"
 
-#include <memory>
-#include <string_view>
+#include <algorithm>
 #include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
 
-constexpr const char *applicationInterface = "org.freedesktop.Application";
-
-constexpr const char *introspection = R"(
+constexpr const char *ownInterface = R"(
 <node>
   <interface name="org.fernhop.Fernhop">
     <method name="OpenLinks">
@@ -28,6 +25,10 @@ constexpr const char *introspection = R"(
       <arg type="s" name="errors" direction="out"/>
     </method>
   </interface>
+</node>)";
+
+constexpr const char *applicationInterface = R"(
+<node>
   <interface name="org.freedesktop.Application">
     <method name="Activate">
       <arg type="a{sv}" name="platform_data" direction="in"/>
@@ -43,18 +44,6 @@ constexpr const char *introspection = R"(
     </method>
   </interface>
 </node>)";
-
-using NodeInfoPointer = std::unique_ptr<GDBusNodeInfo, GDelete<g_dbus_node_info_unref>>;
-
-std::vector<std::string> argumentsOf(GVariant *body) {
-    const GVariantPointer list(g_variant_get_child_value(body, 0));
-    std::vector<std::string> arguments;
-    for (gsize index = 0; index < g_variant_n_children(list.get()); ++index) {
-        const GVariantPointer text(g_variant_get_child_value(list.get(), index));
-        arguments.emplace_back(g_variant_get_string(text.get(), nullptr));
-    }
-    return arguments;
-}
 
 std::string inputOf(GVariant *body) {
     const GVariantPointer bytes(g_variant_get_child_value(body, 1));
@@ -90,42 +79,25 @@ GCharPointer busText(const std::string &text) {
 LinkService::LinkService(GDBusConnection *connection, LinkDispatcher &linkDispatcher, Handlers callHandlers)
     : bus(connection), dispatcher(linkDispatcher), handlers(std::move(callHandlers)) {}
 
-LinkService::~LinkService() {
-    for (const guint registration : registrations)
-        g_dbus_connection_unregister_object(bus, registration);
-}
-
 bool LinkService::exportObject() {
-    return exportInterface(serviceInterface) && exportInterface(applicationInterface);
+    const BusObject::Behaviour behaviour{
+        [this](auto method, auto *body, auto *invocation) { call(method, body, invocation); }, {}};
+    for (const char *introspection : {ownInterface, applicationInterface})
+        interfaces.push_back(std::make_unique<BusObject>(bus, serviceObjectPath, introspection, behaviour));
+    return std::ranges::all_of(
+        interfaces, &BusObject::isThere, [](const auto &each) -> auto & { return *each; });
 }
 
-bool LinkService::exportInterface(const char *name) {
-    static constexpr GDBusInterfaceVTable calls = {methodCalled, nullptr, nullptr, {}};
-    const NodeInfoPointer node(g_dbus_node_info_new_for_xml(introspection, nullptr));
-    const guint registration = g_dbus_connection_register_object(
-        bus, serviceObjectPath, g_dbus_node_info_lookup_interface(node.get(), name), &calls, this, nullptr,
-        nullptr);
-    if (registration != 0)
-        registrations.push_back(registration);
-    return registration != 0;
-}
-
-// GDBus has checked that the body is of the declared types.
-void LinkService::methodCalled(GDBusConnection *, const gchar *, const gchar *, const gchar *,
-                               const gchar *method, GVariant *body, GDBusMethodInvocation *invocation,
-                               gpointer self) {
-    auto &service = *static_cast<LinkService *>(self);
-    const std::string_view name = method;
-    if (name == "OpenLinks")
-        return service.openLinks(deliveredLinks(body), invocation);
-    if (name == "Open")
-        return service.openLinksOfCaller(deliveredLinks(body), invocation);
-    if (name == "Perform")
-        return service.perform(body, invocation);
-    if (name != "Activate")
-        return g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS,
-                                                     "There is no such action");
-    service.handlers.activate();
+void LinkService::call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) {
+    if (method == "OpenLinks")
+        return openLinks(deliveredLinks(body), invocation);
+    if (method == "Open")
+        return openLinksOfCaller(deliveredLinks(body), invocation);
+    if (method == "Perform")
+        return perform(body, invocation);
+    if (method != "Activate")
+        return refuse(invocation, "There is no such action");
+    handlers.activate();
     g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
@@ -144,7 +116,7 @@ void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation 
 void LinkService::perform(GVariant *body, GDBusMethodInvocation *invocation) const {
     if (const std::string token = activationTokenOf(body); !token.empty())
         handlers.activationToken(token);
-    const auto result = handlers.perform(argumentsOf(body), inputOf(body));
+    const auto result = handlers.perform(textsIn(body, 0), inputOf(body));
     g_dbus_method_invocation_return_value(
         invocation,
         g_variant_new("(iss)", result.status, busText(result.output).get(), busText(result.errors).get()));

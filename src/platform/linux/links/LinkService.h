@@ -1,12 +1,13 @@
 #pragma once
 
 #include "platform/CommandResult.h"
+#include "platform/linux/glib/BusObject.h"
 #include "platform/linux/links/LinkDispatcher.h"
 
-#include <gio/gio.h>
-
 #include <functional>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -37,7 +38,6 @@ class LinkService {
 
     /// `bus` and `dispatcher` outlive this object.
     LinkService(GDBusConnection *bus, LinkDispatcher &dispatcher, Handlers handlers);
-    ~LinkService();
     LinkService(const LinkService &) = delete;
     LinkService &operator=(const LinkService &) = delete;
 
@@ -46,11 +46,7 @@ class LinkService {
     [[nodiscard]] bool exportObject();
 
   private:
-    static void methodCalled(GDBusConnection *bus, const gchar *sender, const gchar *path,
-                             const gchar *interface, const gchar *method, GVariant *body,
-                             GDBusMethodInvocation *invocation, gpointer self);
-
-    [[nodiscard]] bool exportInterface(const char *name);
+    void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation);
     void openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation);
     void openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation *invocation);
     void perform(GVariant *body, GDBusMethodInvocation *invocation) const;
@@ -58,7 +54,7 @@ class LinkService {
     GDBusConnection *bus;
     LinkDispatcher &dispatcher;
     Handlers handlers;
-    std::vector<guint> registrations;
+    std::vector<std::unique_ptr<BusObject>> interfaces;
 };
 
 /// How asking for a bus name ended.

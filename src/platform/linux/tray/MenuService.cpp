@@ -67,14 +67,9 @@ constexpr const char *introspection = R"XML(
 constexpr guint32 protocolVersion = 3;
 constexpr std::string_view clicked = "clicked";
 
-PropertyFilter filterIn(GVariant *body, gsize index) {
-    const GVariantPointer names(g_variant_get_child_value(body, index));
-    PropertyFilter filter;
-    for (gsize place = 0; place < g_variant_n_children(names.get()); ++place) {
-        const GVariantPointer name(g_variant_get_child_value(names.get(), place));
-        filter.emplace(g_variant_get_string(name.get(), nullptr));
-    }
-    return filter;
+PropertyFilter filterIn(GVariant *body, gsize place) {
+    const auto names = textsIn(body, place);
+    return {names.begin(), names.end()};
 }
 
 std::vector<MenuTree::Id> idsIn(GVariant *body) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/tray/BusObject.h"
+#include "platform/linux/glib/BusObject.h"
 #include "platform/ui/Image.h"
 
 #include <string>

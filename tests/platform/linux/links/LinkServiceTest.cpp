@@ -150,6 +150,17 @@ TEST_F(LinkServiceTest, CallsOfAnotherFormAreRefused) {
     EXPECT_TRUE(links.empty());
 }
 
+TEST_F(LinkServiceTest, AConnectionHasPlaceForOne) {
+    {
+        LinkService second(connection.get(), dispatcher, {});
+        EXPECT_FALSE(second.exportObject());
+    }
+    const auto opened = call("org.freedesktop.Application", "Activate", "(@a{sv} {},)");
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(opened.errorName(), "");
+    EXPECT_EQ(activations, 1) << "the second took the first away";
+}
+
 TEST_F(LinkServiceTest, TheNameIsForOne) {
     EXPECT_EQ(requestName(client.get(), serviceName), NameRequest::taken);
     EXPECT_EQ(requestName(client.get(), "no name"), NameRequest::failed);

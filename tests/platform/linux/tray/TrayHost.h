@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/glib/BusObject.h"
 #include "platform/linux/links/BusClient.h"
-#include "platform/linux/tray/BusObject.h"
 
 #include <map>
 #include <memory>

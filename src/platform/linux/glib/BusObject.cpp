@@ -1,4 +1,4 @@
-#include "platform/linux/tray/BusObject.h"
+#include "platform/linux/glib/BusObject.h"
 
 #include <utility>
 
@@ -42,6 +42,16 @@ GVariant *BusObject::propertyRead(GDBusConnection *, const gchar *, const gchar 
     if (value == nullptr)
         g_set_error(error, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, "%s has no value", property);
     return value;
+}
+
+std::vector<std::string> textsIn(GVariant *body, gsize place) {
+    const GVariantPointer list(g_variant_get_child_value(body, place));
+    std::vector<std::string> texts;
+    for (gsize index = 0; index < g_variant_n_children(list.get()); ++index) {
+        const GVariantPointer text(g_variant_get_child_value(list.get(), index));
+        texts.emplace_back(g_variant_get_string(text.get(), nullptr));
+    }
+    return texts;
 }
 
 void refuse(GDBusMethodInvocation *invocation, const char *reason) {
