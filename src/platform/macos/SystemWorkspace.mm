@@ -1,6 +1,7 @@
 #include "platform/macos/SystemWorkspace.h"
 
 #include "platform/macos/SystemRunningApplication.h"
+#include "platform/macos/ui/NativeImage.h"
 
 namespace fernhop::macos {
 
@@ -59,7 +60,7 @@ bool SystemWorkspace::openUrl(const Url &url) {
 }
 
 ui::ImageReference SystemWorkspace::iconForFile(const std::string &path, double side) const {
-    return std::make_shared<const ui::Image>(ui::ApplicationIcon{path}, side, false);
+    return iconOfFile(path, side);
 }
 
 } // namespace fernhop::macos

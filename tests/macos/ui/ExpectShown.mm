@@ -222,8 +222,9 @@ void collect(NSView *view, std::vector<Plain> &constraints) {
                                  [constraint secondItem], [constraint secondAttribute],
                                  [constraint constant]);
     }
-    for (NSView *subview in [view subviews])
-        collect(subview, constraints);
+    if (![view isKindOfClass:[NSTableView class]]) // its rows come and go by themselves
+        for (NSView *subview in [view subviews])
+            collect(subview, constraints);
 }
 
 NSInteger number(ui::LayoutAttribute attribute) {

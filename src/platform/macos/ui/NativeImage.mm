@@ -49,10 +49,12 @@ NSImage *makeImage(const ui::Image &description) {
 
 /// The description with its image; null when there is none.
 ui::ImageReference loaded(ui::Image::Source source, double side, bool isTemplate) {
-    NSImage *image = makeImage(ui::Image(source, side, isTemplate));
-    if (!image)
-        return nullptr;
-    return std::make_shared<const NativeImage>(std::move(source), side, isTemplate, Reference(image));
+    @autoreleasepool { // hundreds of icons are loaded in a row
+        NSImage *image = makeImage(ui::Image(source, side, isTemplate));
+        if (!image)
+            return nullptr;
+        return std::make_shared<const NativeImage>(std::move(source), side, isTemplate, Reference(image));
+    }
 }
 
 } // namespace
@@ -65,7 +67,7 @@ NSImage *toNSImage(const ui::ImageReference &image) {
     if (!image)
         return nil;
     const auto *native = dynamic_cast<const NativeImage *>(image.get());
-    return native ? native->image.get() : makeImage(*image);
+    return native ? [[native->image.get() retain] autorelease] : makeImage(*image);
 }
 
 ui::ImageReference SystemImages::imageWithContentsOfUrl(const Url &file, double side) const {

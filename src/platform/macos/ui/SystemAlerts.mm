@@ -49,7 +49,8 @@ int SystemAlerts::runModal(const ui::Alert &alert) {
         NSAlert *shown = makeAlert(alert);
         if (alert.accessoryView) {
             [shown setAccessoryView:tree.show(alert.accessoryView)];
-            [[shown window] setInitialFirstResponder:tree.firstField()];
+            if (NSView *field = tree.firstField())
+                [[shown window] setInitialFirstResponder:field];
         }
         response = show(shown);
         tree.take();

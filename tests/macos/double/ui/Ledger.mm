@@ -1,6 +1,7 @@
 #include "macos/double/Inspection.h"
 
 #import <AppKit/NSResponder.h>
+#include <objc/runtime.h>
 
 namespace fernhop::macos_double {
 
@@ -12,7 +13,7 @@ std::map<std::string, long> &ledger() {
 }
 
 void enter(Class type, long change) {
-    const std::string name = [NSStringFromClass(type) UTF8String];
+    const std::string name = class_getName(type); // no object is made: there may be no pool
     if ((ledger()[name] += change) == 0)
         ledger().erase(name);
 }
