@@ -7,10 +7,26 @@
 #include "macos/scenarios/ServiceBridges.h"
 #include "macos/scenarios/StatusBarBridge.h"
 #include "macos/ui/RecordingTarget.h"
+#include "main/MacSelections.h"
 
 #import <AppKit/AppKit.h>
 
 namespace fernhop::macos {
+
+namespace {
+
+/// Attaches to menu items what the application does.
+class PayloadTarget : public RecordingTarget {
+  public:
+    [[nodiscard]] id attachment(const ui::RepresentedObject &value) const override {
+        return attachmentFor(value);
+    }
+    [[nodiscard]] ui::RepresentedObject representedObject(id attachment) const override {
+        return valueOfAttachment(attachment);
+    }
+};
+
+} // namespace
 
 struct BridgedDesktop::Bridges {
     ~Bridges() { [pool drain]; }
@@ -28,7 +44,7 @@ struct BridgedDesktop::Bridges {
 
     /// What the scenario itself leaves to be released.
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
-    RecordingTarget target;
+    PayloadTarget target;
     WorkspaceBridge workspace;
     LaunchServicesBridge launchServices;
     DefaultsBridge defaults;
