@@ -6,6 +6,7 @@
 #include "platform/macos/SystemLog.h"
 #include "platform/macos/SystemNotifications.h"
 #include "platform/macos/SystemWorkspace.h"
+#include "platform/macos/ui/NativeImage.h"
 
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
@@ -148,6 +149,14 @@ TEST_F(WorkspaceCalls, AnApplicationInFrontMayHaveNoIdentifier) {
     const auto application = SystemWorkspace().frontmostApplication();
     ASSERT_TRUE(application);
     EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+}
+
+TEST_F(WorkspaceCalls, AnIconIsLoadedOnceHoweverOftenItShows) {
+    const auto icon = SystemWorkspace().iconForFile("/Applications/A.app", 16);
+    EXPECT_EQ(*icon, ui::Image(ui::ApplicationIcon{"/Applications/A.app"}, 16, false));
+    EXPECT_EQ(toNSImage(icon), toNSImage(icon));
+    EXPECT_EQ([toNSImage(icon) size].height, 16);
+    EXPECT_EQ(recorder().iconsAsked, 1);
 }
 
 using LogTest = ServicesTest;

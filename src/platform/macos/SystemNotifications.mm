@@ -33,18 +33,25 @@
 
 namespace fernhop::macos {
 
+namespace {
+
+/// The system's own constant where it has one: its text is nobody's business.
+NSString *systemName(std::string_view name) {
+    return name == didActivateApplicationNotification ? NSWorkspaceDidActivateApplicationNotification
+                                                      : toNSString(name);
+}
+
+} // namespace
+
 Notification fromNSNotification(NSNotification *notification) {
     Notification result{fromNSString([notification name]), std::nullopt};
     NSDictionary *userInfo = [notification userInfo];
     if (!userInfo)
         return result;
     auto &told = result.userInfo.emplace();
-    for (id key in userInfo) {
-        id value = [userInfo objectForKey:key];
-        const auto name = textOf(key);
-        if (name && [value isKindOfClass:[NSRunningApplication class]])
-            told.emplace(*name, std::make_shared<SystemRunningApplication>(value));
-    }
+    id application = [userInfo objectForKey:NSWorkspaceApplicationKey];
+    if ([application isKindOfClass:[NSRunningApplication class]])
+        told.emplace(workspaceApplicationKey, std::make_shared<SystemRunningApplication>(application));
     return result;
 }
 
@@ -73,7 +80,7 @@ void SystemNotifications::addObserver(std::string_view name,
     @autoreleasepool {
         const auto &added = observers.emplace_back(
             Reference<NSObject>::adopting([[FernhopObserver alloc] initWithObserver:std::move(observer)]));
-        [center.get() addObserver:added.get() selector:selector name:toNSString(name) object:nil];
+        [center.get() addObserver:added.get() selector:selector name:systemName(name) object:nil];
     }
 }
 
