@@ -1,6 +1,6 @@
 #!/bin/bash
-# Builds everything and runs every test: the header check, the portable core alone by the other compiler, all tests under
-# the sanitizers, each fuzzer for a moment, and last the whole test suite, whose summary closes the output. The first
+# Builds everything and runs every test: the header check, the macOS application against its double, all tests under the
+# sanitizers, each fuzzer for a moment, and last the whole test suite, whose summary closes the output. The first
 # thing that fails ends it.
 set -euo pipefail
 
@@ -19,10 +19,11 @@ build dev
 stage "Every header compiles by itself"
 build dev all_verify_interface_header_sets
 
-stage "The portable core alone, by clang"
-configure core -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++
-build core
-runTests core
+# It holds the portable core without GLib, by the other compiler, too.
+stage "The macOS application and the core against their double, by clang with sanitizers"
+configure macos-double
+build macos-double
+runTests macos-double
 
 stage "Sanitizers and fuzzers, by clang"
 configure sanitize

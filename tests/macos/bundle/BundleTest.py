@@ -71,6 +71,9 @@ class InfoPlist(unittest.TestCase):
         ranks = {entry["LSHandlerRank"] for entry in self.info["CFBundleDocumentTypes"]}
         self.assertEqual(ranks, {"Alternate"})
 
+    def testClaimsNoPagesHandedOffFromOtherDevices(self):
+        self.assertNotIn("NSUserActivityTypes", self.info, "nobody takes them")
+
     def testNamesTheLanguagesOfItsTexts(self):
         self.assertEqual(self.info["CFBundleLocalizations"], ["en", "zh-Hans"])
         self.assertEqual(self.info["CFBundleDevelopmentRegion"], "en")
