@@ -15,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char *systemPixmaps = "/usr/share/pixmaps";
+// The theme that all others fall back to; which one a host uses, nobody tells.
+constexpr const char *commonTheme = "hicolor";
 constexpr std::string_view applicationContext = "apps"; // the folder of application icons within a theme
 constexpr std::array<std::string_view, 3> endings = {".png", ".svg", ".xpm"};
 constexpr std::size_t longestName = 200; // bytes; with an ending it must fit a file name
@@ -49,15 +51,10 @@ bool hasIcon(const fs::path &folder, const std::string &name) {
         endings, [&](std::string_view ending) { return isFile(folder / (name + std::string(ending))); });
 }
 
-/// Themes sort their icons by size and then by context ("48x48/apps"), or the other way round ("apps/48").
+/// A theme sorts its icons by size, and then by context ("48x48/apps").
 bool themeHas(const fs::path &theme, const std::string &name) {
-    return std::ranges::any_of(entriesOf(theme), [&](const fs::path &size) {
-        if (hasIcon(size / applicationContext, name))
-            return true;
-        return size.filename() == applicationContext &&
-               std::ranges::any_of(entriesOf(size),
-                                   [&](const fs::path &folder) { return hasIcon(folder, name); });
-    });
+    return std::ranges::any_of(
+        entriesOf(theme), [&](const fs::path &size) { return hasIcon(size / applicationContext, name); });
 }
 
 } // namespace
@@ -88,16 +85,15 @@ IconSource IconFinder::iconNamed(const std::string &name) const {
     for (const std::string &folder : folders.pixmaps) {
         const std::string file = folder + "/" + name + ".png";
         // Few applications get this far, so that the many folders of the themes are searched seldom.
-        if (isFile(file) && !isInTheme(name))
+        if (isFile(file) && !isInCommonTheme(name))
             return IconFile{file};
     }
     return IconName{name};
 }
 
-bool IconFinder::isInTheme(const std::string &name) const {
+bool IconFinder::isInCommonTheme(const std::string &name) const {
     return std::ranges::any_of(folders.themes, [&](const std::string &themes) {
-        return std::ranges::any_of(entriesOf(themes),
-                                   [&](const fs::path &theme) { return themeHas(theme, name); });
+        return themeHas(fs::path(themes) / commonTheme, name);
     });
 }
 

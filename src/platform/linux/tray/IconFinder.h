@@ -43,13 +43,13 @@ class IconFinder {
     IconFinder(const DesktopEntries &desktopEntries, IconFolders iconFolders)
         : entries(desktopEntries), folders(std::move(iconFolders)) {}
 
-    /// The icon of the desktop entry at a path: a file where the entry names one, or where only a folder
-    /// outside all themes has a PNG file of the name.
+    /// The icon of the desktop entry at a path: a file where the entry names one, or where a folder outside
+    /// the themes has a PNG file of the name and the theme that every host falls back to has none.
     [[nodiscard]] IconSource iconOfEntry(const std::string &path) const;
 
   private:
     [[nodiscard]] IconSource iconNamed(const std::string &name) const;
-    [[nodiscard]] bool isInTheme(const std::string &name) const;
+    [[nodiscard]] bool isInCommonTheme(const std::string &name) const;
 
     const DesktopEntries &entries;
     const IconFolders folders;
