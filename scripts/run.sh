@@ -18,7 +18,8 @@ demonstrate() {
 startInSession() {
     local prefix="${PREFIX:-$HOME/.local}"
     cmake --install build/release --prefix "$prefix"
-    echo "Starting $prefix/bin/fernhop; \`$prefix/bin/fernhop --help\` says what it can do, Ctrl-C ends it."
+    echo "Starting $prefix/bin/fernhop: click its icon in the tray. \`$prefix/bin/fernhop --help\` says what the command line can do."
+    echo "Ctrl-C ends it."
     exec "$prefix/bin/fernhop"
 }
 
