@@ -12,7 +12,7 @@ namespace fernhop::freedesktop {
 namespace {
 
 // Long enough for a panel that starts with the session, short enough for someone who waits for the icon.
-constexpr std::chrono::milliseconds hostPatience{2000};
+constexpr std::chrono::milliseconds hostPatience{4000};
 
 std::string ownID() {
     return std::string(fernhopDesktopID);
