@@ -35,7 +35,7 @@ DOUBLE = Path("tests/macos/double/include")
 HELPERS = DOUBLE / "double"
 SELECTOR = re.compile(r'"([a-zA-Z]\w*(?::(?:\w+:)*)?)"')
 # Fewer than these, and something was not looked at.
-LEAST = {"messages": 300, "classes": 30, "functions": 2, "constants": 30}
+LEAST = {"messages": 400, "classes": 50, "methods of ours": 60, "functions": 8, "constants": 40}
 
 
 def backendSources(source):

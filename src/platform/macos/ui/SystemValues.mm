@@ -1,3 +1,4 @@
+#include "platform/Application.h"
 #include "platform/ui/Alert.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/ControlSize.h"
@@ -17,6 +18,12 @@ constexpr bool areTheSame(Core core, System system) {
 
 } // namespace
 
+static_assert(areTheSame(ActivationPolicy::regular, NSApplicationActivationPolicyRegular));
+static_assert(areTheSame(ActivationPolicy::accessory, NSApplicationActivationPolicyAccessory));
+static_assert(areTheSame(ActivationPolicy::prohibited, NSApplicationActivationPolicyProhibited));
+static_assert(areTheSame(TerminateReply::cancel, NSTerminateCancel));
+static_assert(areTheSame(TerminateReply::now, NSTerminateNow));
+static_assert(areTheSame(TerminateReply::later, NSTerminateLater));
 static_assert(areTheSame(ui::alertFirstButtonReturn, NSAlertFirstButtonReturn));
 static_assert(areTheSame(ui::ControlState::off, NSControlStateValueOff));
 static_assert(areTheSame(ui::ControlState::on, NSControlStateValueOn));
