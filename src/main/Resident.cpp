@@ -56,6 +56,7 @@ class Resident {
         desktop.tray->setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
             (void)delegate.perform(selector, {.sender = &sender});
         });
+        desktop.tray->setTakeToken([this](const std::string &token) { setActivationToken(token); });
         delegate.applicationDidFinishLaunching();
         desktop.application.run();
     }

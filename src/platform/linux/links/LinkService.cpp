@@ -114,8 +114,7 @@ void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation 
 }
 
 void LinkService::perform(GVariant *body, GDBusMethodInvocation *invocation) const {
-    if (const std::string token = activationTokenOf(body); !token.empty())
-        handlers.activationToken(token);
+    handlers.activationToken(activationTokenOf(body));
     const auto result = handlers.perform(textsIn(body, 0), inputOf(body));
     g_dbus_method_invocation_return_value(
         invocation,

@@ -30,8 +30,8 @@ class LinkService {
     /// What happens on calls that bring no link.
     struct Handlers {
         CommandHandler perform;
-        /// A command came with a token by which a window of ours may come to the front; called before
-        /// `perform`.
+        /// Takes the token by which a window that the command opens may come to the front, before `perform`;
+        /// empty: the command came without one.
         std::function<void(const std::string &token)> activationToken;
         std::function<void()> activate; ///< Fernhop was opened while it runs
     };

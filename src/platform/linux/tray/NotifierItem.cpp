@@ -40,6 +40,9 @@ constexpr const char *introspection = R"XML(
       <arg type="i" name="delta" direction="in"/>
       <arg type="s" name="orientation" direction="in"/>
     </method>
+    <method name="ProvideXdgActivationToken">
+      <arg type="s" name="token" direction="in"/>
+    </method>
     <signal name="NewTitle"/>
     <signal name="NewIcon"/>
     <signal name="NewAttentionIcon"/>
@@ -69,16 +72,26 @@ GVariant *pixmap(cairo_surface_t *pixels, int side) {
 
 } // namespace
 
-NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath)
-    : bus(connection), menu(menuPath),
+NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath,
+                           std::function<void(const std::string &token)> tokenTaker)
+    : bus(connection), menu(menuPath), takeToken(std::move(tokenTaker)),
       object(bus, itemPath, introspection,
-             {[](auto, auto *, auto *call) { g_dbus_method_invocation_return_value(call, nullptr); },
+             {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               [this](auto name) { return property(name); }}),
       watch(g_bus_watch_name_on_connection(bus, notifierWatcher::name, G_BUS_NAME_WATCHER_FLAGS_NONE,
                                            watcherAppeared, nullptr, this, nullptr)) {}
 
 NotifierItem::~NotifierItem() {
     g_bus_unwatch_name(watch);
+}
+
+void NotifierItem::call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) const {
+    if (method == "ProvideXdgActivationToken") {
+        const char *token = nullptr;
+        g_variant_get(body, "(&s)", &token);
+        takeToken(token);
+    }
+    g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
 void NotifierItem::setImage(ui::ImageReference newImage) {

@@ -3,6 +3,7 @@
 #include "platform/linux/glib/BusObject.h"
 #include "platform/ui/Image.h"
 
+#include <functional>
 #include <string>
 
 namespace fernhop::freedesktop {
@@ -11,8 +12,10 @@ namespace fernhop::freedesktop {
 /// a tray, and by each one that appears later or again. Main thread only.
 class NotifierItem {
   public:
-    /// `menuPath` is where the menu is on the same bus, which outlives the object.
-    NotifierItem(GDBusConnection *bus, const char *menuPath);
+    /// `menuPath` is where the menu is on the same bus, which outlives the object. `takeToken` is given each
+    /// token that a host sends ahead of a click, by which a window of ours may come to the front.
+    NotifierItem(GDBusConnection *bus, const char *menuPath,
+                 std::function<void(const std::string &token)> takeToken);
     ~NotifierItem();
     NotifierItem(const NotifierItem &) = delete;
     NotifierItem &operator=(const NotifierItem &) = delete;
@@ -28,10 +31,12 @@ class NotifierItem {
     [[nodiscard]] GVariant *toolTipProperty() const;
     [[nodiscard]] GVariant *iconProperty() const;
     void registerItem() const;
+    void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) const;
     static void watcherAppeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
 
     GDBusConnection *bus;
     std::string menu;
+    std::function<void(const std::string &token)> takeToken;
     ui::ImageReference image;
     std::string toolTip;
     std::string title;

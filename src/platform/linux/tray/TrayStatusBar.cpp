@@ -10,9 +10,10 @@ namespace {
 class TrayStatusItem : public ui::StatusItem {
   public:
     TrayStatusItem(GDBusConnection *bus, const IconFinder &icons, const EmbeddedTrayPlace &embedding,
-                   const ui::Appearance &barAppearance, const PerformAction &perform)
-        : appearance(barAppearance), menu(bus, icons, perform), item(bus, MenuService::path),
-          embedded(bus, embedding, perform) {}
+                   const ui::Appearance &barAppearance, const PerformAction &perform,
+                   std::function<void(const std::string &token)> takeToken)
+        : appearance(barAppearance), menu(bus, icons, perform),
+          item(bus, MenuService::path, std::move(takeToken)), embedded(bus, embedding, perform) {}
 
     // Whether a tray shows it can change at any time; what it is dressed with is kept for the next one.
     [[nodiscard]] bool hasButton() const override { return true; }
@@ -48,11 +49,16 @@ TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const IconFinder &icon
       appearance(bus, std::move(appearanceChanged)) {}
 
 std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
-    return std::make_unique<TrayStatusItem>(bus, icons, embedding, appearance,
-                                            [this](ui::Selector selector, const ui::MenuItem &sender) {
-                                                if (perform)
-                                                    perform(selector, sender);
-                                            });
+    return std::make_unique<TrayStatusItem>(
+        bus, icons, embedding, appearance,
+        [this](ui::Selector selector, const ui::MenuItem &sender) {
+            if (perform)
+                perform(selector, sender);
+        },
+        [this](const std::string &token) {
+            if (takeToken)
+                takeToken(token);
+        });
 }
 
 } // namespace fernhop::freedesktop

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace fernhop::freedesktop {
 
@@ -26,6 +27,9 @@ class TrayStatusBar : public ui::StatusBar {
     /// Whom clicks go to from now on; without anyone they do nothing.
     void setPerform(PerformAction action) { perform = std::move(action); }
 
+    /// Who gets the tokens that hosts send ahead of clicks, by which a window of ours may come to the front.
+    void setTakeToken(std::function<void(const std::string &token)> take) { takeToken = std::move(take); }
+
     /// There is one place for an item on a connection, so one item at a time.
     [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double length) override;
 
@@ -35,6 +39,7 @@ class TrayStatusBar : public ui::StatusBar {
     const EmbeddedTrayPlace embedding;
     const PortalAppearance appearance;
     PerformAction perform;
+    std::function<void(const std::string &token)> takeToken;
 };
 
 } // namespace fernhop::freedesktop

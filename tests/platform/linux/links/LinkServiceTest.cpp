@@ -116,6 +116,7 @@ TEST_F(LinkServiceTest, PerformsCommands) {
 TEST_F(LinkServiceTest, CommandsMayBringAnActivationToken) {
     for (const char *none : {"@a{sv} {}", "{'activation-token': <''>}", "{'activation-token': <7>}"}) {
         const auto body = std::string("(['x'], @ay [], ") + none + ")";
+        token = "of the former command";
         ASSERT_TRUE(call(serviceInterface, "Perform", body.c_str()).wait());
         EXPECT_EQ(token, "") << none;
     }

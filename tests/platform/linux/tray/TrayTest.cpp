@@ -119,6 +119,18 @@ TEST_F(TrayTest, LeavesActivationToTheMenu) {
                     .value);
 }
 
+TEST_F(TrayTest, PassesOnTheTokenOfAClick) {
+    const auto provide = [this](const char *token) {
+        return host.call(ownName().c_str(), "/StatusNotifierItem", "org.kde.StatusNotifierItem",
+                         "ProvideXdgActivationToken", g_variant_new("(s)", token));
+    };
+    EXPECT_TRUE(provide("nobody takes it").value);
+    std::string taken;
+    bar.setTakeToken([&](const std::string &token) { taken = token; });
+    EXPECT_TRUE(provide("token-1").value);
+    EXPECT_EQ(taken, "token-1");
+}
+
 TEST_F(TrayTest, TellsEachItemAsItIs) {
     entries.icons = {{"/web.desktop", "web-browser"}, {"/odd.desktop", "odd.png"}};
     MenuItem checked("Tom & Jerry_2", "check:");
