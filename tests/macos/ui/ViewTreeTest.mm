@@ -8,6 +8,7 @@
 #include "platform/ui/ImageView.h"
 #include "platform/ui/PopUpButton.h"
 #include "platform/ui/StackView.h"
+#include "platform/ui/TableView.h"
 #include "platform/ui/TextField.h"
 
 #import <AppKit/AppKit.h>
@@ -106,6 +107,7 @@ TEST_F(ViewTreeTest, FieldShowsItsAttributes) {
     auto *shown = show<NSTextField>(field);
     EXPECT_EQ([shown target], target.target());
     EXPECT_EQ([shown controlSize], 3u);
+    EXPECT_TRUE([[shown cell] isScrollable]);
     EXPECT_EQ(tree->firstField(), shown);
 }
 
@@ -275,6 +277,26 @@ TEST_F(ViewTreeTest, StackArrangesItsViews) {
             auto *shown = show<NSStackView>(stack);
             EXPECT_EQ([[shown arrangedSubviews] count], 2u);
         }
+}
+
+TEST_F(ViewTreeTest, ControlsAreNamedForScreenReaders) {
+    auto search = std::make_shared<SearchField>();
+    search->editable = true;
+    search->placeholder = "搜索";
+    auto field = std::make_shared<TextField>();
+    field->editable = true;
+    auto button = std::make_shared<Button>();
+    auto container = std::make_shared<View>();
+    container->subviews = {field,
+                           makeWrappingLabel("目标浏览器", {}, ColorRole::label),
+                           popUp({"a"}),
+                           search,
+                           std::make_shared<TableView>(),
+                           button};
+    std::vector<std::string> names;
+    for (NSView *view in [tree->show(container) subviews])
+        names.push_back(fromNSString([view accessibilityLabel]));
+    EXPECT_EQ(names, (std::vector<std::string>{"", "", "目标浏览器", "搜索", "目标浏览器", ""}));
 }
 
 TEST_F(ViewTreeTest, EveryKindOfConstraintBecomesActive) {

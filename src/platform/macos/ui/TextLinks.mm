@@ -85,8 +85,11 @@ class FieldLink : public ViewLink {
 
 NSTextField *makeField(const ui::TextField &field) {
     const auto *search = dynamic_cast<const ui::SearchField *>(&field);
-    if (!search)
-        return [[[FernhopTextField alloc] initWithFrame:NSZeroRect] autorelease];
+    if (!search) {
+        FernhopTextField *shown = [[[FernhopTextField alloc] initWithFrame:NSZeroRect] autorelease];
+        [[shown cell] setScrollable:YES]; // a long text would grow a second line that nobody sees
+        return shown;
+    }
     FernhopSearchField *shown = [[[FernhopSearchField alloc] initWithFrame:NSZeroRect] autorelease];
     NSCell *cell = [shown cell];
     if ([cell isKindOfClass:[NSSearchFieldCell class]]) {

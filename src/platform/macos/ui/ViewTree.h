@@ -8,6 +8,7 @@
 #import <AppKit/NSView.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace fernhop::macos {
@@ -37,12 +38,14 @@ class ViewTree {
     [[nodiscard]] NSView *makeScroll(const std::shared_ptr<ui::View> &view);
     [[nodiscard]] NSView *makeStack(const ui::View &view);
     [[nodiscard]] NSView *makePlain(const std::shared_ptr<ui::View> &view);
+    void name(NSView *control, const ui::View &view) const;
     void activateConstraints(const ui::View &view) const;
 
     const ActionTarget &target;
     std::vector<std::unique_ptr<ViewLink>> links;
     ShownViews shownViews; ///< kept alive by the tree on the screen
     NSView *field = nil;
+    std::string lastLabel; ///< what is read last before a control, and so names it
 };
 
 } // namespace fernhop::macos

@@ -72,8 +72,9 @@ void ViewTree::take() {
 }
 
 NSView *ViewTree::make(const std::shared_ptr<ui::View> &view) {
-    const auto linked = [this](LinkedView made) {
+    const auto linked = [&](LinkedView made) {
         links.push_back(std::move(made.link));
+        name(made.shown, *view);
         return made.shown;
     };
     const ui::View *kind = view.get();
@@ -95,10 +96,15 @@ NSView *ViewTree::make(const std::shared_ptr<ui::View> &view) {
 }
 
 NSView *ViewTree::makeText(const std::shared_ptr<ui::View> &view) {
-    const bool isEditable = static_cast<const ui::TextField &>(*view).editable;
-    LinkedView made = isEditable ? linkField(view, target) : linkLabel(view);
+    const auto &text = static_cast<const ui::TextField &>(*view);
+    LinkedView made = text.editable ? linkField(view, target) : linkLabel(view);
     links.push_back(std::move(made.link));
-    if (isEditable && !field)
+    if (!text.editable) {
+        lastLabel = text.stringValue();
+        return made.shown;
+    }
+    name(made.shown, text);
+    if (!field)
         field = made.shown;
     return made.shown;
 }
@@ -136,6 +142,15 @@ NSView *ViewTree::makePlain(const std::shared_ptr<ui::View> &view) {
     FernhopLayerView *shown = [[[FernhopLayerView alloc] initWithFrame:NSZeroRect] autorelease];
     links.push_back(linkLayer(view, shown).link);
     return shown;
+}
+
+void ViewTree::name(NSView *control, const ui::View &view) const {
+    if (dynamic_cast<const ui::Button *>(&view))
+        return; // it says its title
+    const auto *search = dynamic_cast<const ui::SearchField *>(&view);
+    const std::string &label = search ? search->placeholder : lastLabel;
+    if (!label.empty())
+        [control setAccessibilityLabel:toNSString(label)];
 }
 
 void ViewTree::activateConstraints(const ui::View &view) const {

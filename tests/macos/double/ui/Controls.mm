@@ -6,6 +6,7 @@
 #import <AppKit/NSSearchField.h>
 
 @implementation NSCell
+@synthesize scrollable = _scrollable;
 @end
 
 @implementation NSActionCell
@@ -80,8 +81,12 @@
 }
 
 - (instancetype)initWithFrame:(NSRect)frameRect {
-    if ((self = [super initWithFrame:frameRect]))
+    if ((self = [super initWithFrame:frameRect])) {
         _editable = YES;
+        NSCell *cell = [NSTextFieldCell new];
+        self.cell = cell;
+        [cell release];
+    }
     return self;
 }
 

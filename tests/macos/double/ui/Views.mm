@@ -17,6 +17,7 @@
 @synthesize translatesAutoresizingMaskIntoConstraints = _translatesAutoresizingMaskIntoConstraints;
 @synthesize identifier = _identifier;
 @synthesize toolTip = _toolTip;
+@synthesize accessibilityLabel = _accessibilityLabel;
 @synthesize appearance = _appearance;
 
 - (instancetype)init {
@@ -123,6 +124,7 @@
         view->_superview = nil;
     [_identifier release];
     [_toolTip release];
+    [_accessibilityLabel release];
     [_appearance release];
     [_subviews release];
     [_constraints release];

@@ -31,5 +31,8 @@ typedef NS_ENUM(NSUInteger, NSImageScaling) {
     NSImageScaleProportionallyUpOrDown = 3,
 };
 
-@interface NSCell : FNCountedObject
+@interface NSCell : FNCountedObject {
+    BOOL _scrollable;
+}
+@property(getter=isScrollable) BOOL scrollable;
 @end

@@ -17,6 +17,7 @@
     BOOL _translatesAutoresizingMaskIntoConstraints;
     NSUserInterfaceItemIdentifier _identifier;
     NSString *_toolTip;
+    NSString *_accessibilityLabel;
     NSAppearance *_appearance;
 }
 - (instancetype)initWithFrame:(NSRect)frameRect;
@@ -38,6 +39,7 @@
                                  forOrientation:(NSLayoutConstraintOrientation)orientation;
 @property(copy) NSUserInterfaceItemIdentifier identifier;
 @property(copy) NSString *toolTip;
+@property(copy) NSString *accessibilityLabel;
 @property(strong) NSAppearance *appearance;
 @property(readonly, strong) NSAppearance *effectiveAppearance;
 - (void)viewDidChangeEffectiveAppearance;
