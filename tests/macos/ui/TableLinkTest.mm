@@ -176,6 +176,8 @@ TEST_F(TableLinkTest, ReloadAsksAgainAndKeepsWhatIsLeftOfTheSelection) {
 TEST_F(TableLinkTest, RowsThatAreNotThereAreNotSelected) {
     table->selectRowIndexes({2, 7}, false);
     EXPECT_TRUE([[shown selectedRowIndexes] isEqualToIndexSet:indexes({2})]);
+    EXPECT_EQ(table->selectedRowIndexes(), (Rows{2, 7})); // what shows is not taken for the user's choice
+    EXPECT_EQ(changes, 1);
 }
 
 TEST_F(TableLinkTest, SelectionFromBeforeShows) {
