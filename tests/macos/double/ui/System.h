@@ -6,6 +6,7 @@
 #import <AppKit/NSAppearance.h>
 #import <AppKit/NSStatusItem.h>
 
+#include <string>
 #include <vector>
 
 namespace fernhop::macos_double {
@@ -16,6 +17,7 @@ struct System {
     std::vector<NSStatusItem *> statusItems; ///< retained by those who made them
     std::vector<NSAlert *> openAlerts;       ///< the last one in front
     User user;
+    std::vector<std::string> drawingLog; ///< what was drawn last, step by step
 };
 
 [[nodiscard]] System &system();
