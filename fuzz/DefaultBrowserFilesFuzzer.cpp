@@ -88,6 +88,25 @@ void checkText(const std::string &bytes) {
     require(read && std::string_view(read.get()) == "web.desktop");
 }
 
+/// Gone when the fuzzer ends. In memory where there is such a place: replacing a file waits for the disk.
+struct TemporaryFolder {
+    TemporaryFolder() {
+        const std::filesystem::path memory = "/dev/shm";
+        std::error_code ignored;
+        const bool hasMemory = std::filesystem::is_directory(memory, ignored);
+        path = (hasMemory ? memory : std::filesystem::temp_directory_path()) / "fernhop-fuzz-XXXXXX";
+        require(mkdtemp(path.data()) != nullptr);
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder &) = delete;
+    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
+
+    std::string path;
+};
+
 /// The configuration of one user, whose files all hold the same.
 class Configuration {
   public:
@@ -118,19 +137,9 @@ class Configuration {
     }
 
   private:
-    /// In memory where there is such a place: replacing a file waits for the disk.
     static const std::string &folder() {
-        static const std::string path = [] {
-            const std::filesystem::path memory = "/dev/shm";
-            std::error_code ignored;
-            const auto place = std::filesystem::is_directory(memory, ignored)
-                                   ? memory
-                                   : std::filesystem::temp_directory_path();
-            std::string made = place / "fernhop-fuzz-XXXXXX";
-            require(mkdtemp(made.data()) != nullptr);
-            return made;
-        }();
-        return path;
+        static const TemporaryFolder made;
+        return made.path;
     }
     static ConfigurationPlaces places() { return {folder(), {}, folder() + "/data", {}, {}}; }
 
