@@ -20,10 +20,12 @@ const ContentMeasures &rowMeasures() {
             const auto *label = dynamic_cast<const ui::TextField *>(&view);
             return label ? std::optional(labelWidth(*label)) : std::nullopt;
         },
-        [](const ui::View &view, double) -> std::optional<ContentHeight> {
-            constexpr double oneLine = 1e6; // the height of a row has no place for more
+        [](const ui::View &view, double width) -> std::optional<ContentHeight> {
             const auto *label = dynamic_cast<const ui::TextField *>(&view);
-            return label ? std::optional(labelHeight(*label, oneLine)) : std::nullopt;
+            if (!label)
+                return std::nullopt;
+            const double line = labelHeight(*label, width).least; // a row has no place for more
+            return ContentHeight{line, line};
         }};
     return measures;
 }
@@ -52,11 +54,9 @@ class TreePainter {
 
   private:
     void paintLabel(const ui::TextField &label, const QRectF &area) {
-        painter.setFont(toFont(label.font));
         painter.setPen(colorIn(palette, label.textColor));
-        const QString text = toText(label.stringValue()).simplified();
-        const QString shown = QFontMetricsF(painter.font()).elidedText(text, Qt::ElideRight, area.width());
-        painter.drawText(area, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+        const TextSpace oneLine{area.width(), area.height(), 1};
+        TextLines(toText(label.stringValue()), toFont(label.font), oneLine).draw(painter, area.topLeft());
     }
 
     void paintPicture(const ui::ImageView &image, const QRectF &area) {

@@ -30,8 +30,7 @@ TextLabel::TextLabel(const QString &text, Look looksLike, QWidget *parent)
 }
 
 QSize TextLabel::sizeHint() const {
-    const double width = std::ceil(QFontMetricsF(look.font).horizontalAdvance(text())) + 1;
-    const int hint = static_cast<int>(std::min(width, widestHint));
+    const int hint = static_cast<int>(std::min(textWidth(text(), look.font), widestHint));
     return {hint, heightForWidth(hint)};
 }
 

@@ -38,9 +38,12 @@ QFont toFont(const ui::Font &font) {
     return result;
 }
 
+double textWidth(const QString &text, const QFont &font) {
+    return std::ceil(QFontMetricsF(font).horizontalAdvance(text.left(longestShown))) + 1;
+}
+
 double labelWidth(const ui::TextField &label) {
-    const QString text = toText(label.stringValue()).left(longestShown);
-    return std::ceil(QFontMetricsF(toFont(label.font)).horizontalAdvance(text)) + 1;
+    return textWidth(toText(label.stringValue()), toFont(label.font));
 }
 
 ContentHeight labelHeight(const ui::TextField &label, double width) {

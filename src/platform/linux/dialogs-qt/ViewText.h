@@ -15,6 +15,9 @@ namespace fernhop::freedesktop {
 /// The user's font at the size and weight of `font`; points are the screen's own, whatever its density.
 [[nodiscard]] QFont toFont(const ui::Font &font);
 
+/// How wide a text is in one line.
+[[nodiscard]] double textWidth(const QString &text, const QFont &font);
+
 /// How wide a label is in one line, and how high in lines of this width, its limit of lines kept; of the
 /// lines it may lose all but the first.
 [[nodiscard]] double labelWidth(const ui::TextField &label);

@@ -118,6 +118,33 @@ TEST_F(DialogLooksTest, IconsAreSharpOnDenseScreens) {
                 << x << ' ' << y;
 }
 
+TEST_F(DialogLooksTest, NamesOfRowsStayBesideTheirIcons) {
+    const std::string arabic = "متصفح البريد", endless(3000, 'w');
+    for (const std::string &name : {arabic, endless, "A\n" + endless}) {
+        desktop.applications.installApplication("/Applications/Alpha.app", "com.example.a", name);
+        controller->refreshBrowsers();
+        QImage row;
+        open("showAddRuleDialog", [&](AlertDialog &dialog, const View &) {
+            auto *list = dialog.findChild<QAbstractItemView *>();
+            const auto named = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole,
+                                                    QStringLiteral("com.example.a"), 1, Qt::MatchContains);
+            ASSERT_EQ(named.size(), 1);
+            list->scrollTo(named[0]);
+            row = look(*list->viewport(), list->visualRect(named[0]));
+        });
+        constexpr double textLeft = 6 + 22 + 10, sideInset = 6;
+        const double ratio = row.devicePixelRatio();
+        const int iconEnd = static_cast<int>(30 * ratio);
+        const QRect beside(iconEnd, 0, row.width() - iconEnd, row.height());
+        const QRectF text = boxOf(row.copy(beside), [&](const QColor &color) {
+                                return distance(color, at(row, 3, 20)) > 60;
+                            }).translated(30, 0);
+        EXPECT_NEAR(text.left(), textLeft, 3) << name.substr(0, 30);
+        EXPECT_LE(text.right(), row.width() / ratio - sideInset);
+        EXPECT_LT(text.height(), 36) << name.substr(0, 30);
+    }
+}
+
 TEST_F(DialogLooksTest, RowIsNeverWithoutAnIcon) {
     home.write(home.root() + "/broken.png", "no picture");
     ASSERT_EQ(mkfifo((home.root() + "/fifo.png").c_str(), 0600), 0);
