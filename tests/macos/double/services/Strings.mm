@@ -86,7 +86,8 @@ NSComparisonResult resultOf(int order) {
 
 NSComparisonResult collate(NSString *self, NSString *other, const std::string &locale) {
     UErrorCode status = U_ZERO_ERROR;
-    const bool isRoot = locale.empty() || locale == "C" || locale == "POSIX";
+    // What GNUstep calls the locale of a process that has none; ICU has an order of its own by that name.
+    const bool isRoot = locale.empty() || locale == "en_US_POSIX";
     const std::unique_ptr<UCollator, decltype(&ucol_close)> collator(
         ucol_open(isRoot ? "" : locale.c_str(), &status), ucol_close);
     ucol_setStrength(collator.get(), UCOL_SECONDARY);
