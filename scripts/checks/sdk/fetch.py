@@ -43,7 +43,7 @@ def declarations(cache):
 def _pack(folder):
     if not shutil.which("npm"):
         raise Missing("npm is not installed")
-    command = ["npm", "pack", f"{PACKAGE}@{VERSION}", "--ignore-scripts", "--silent", "--pack-destination", str(folder)]
+    command = ["npm", "pack", f"{PACKAGE}@{VERSION}", "--ignore-scripts", "--loglevel=error", "--pack-destination", str(folder)]
     said = ""
     for _ in range(ATTEMPTS):
         done = subprocess.run(command, cwd=folder, capture_output=True, encoding="utf-8", errors="replace", check=False)

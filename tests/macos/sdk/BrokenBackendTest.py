@@ -1,6 +1,6 @@
 """Breaks copies of the backend's own sources in the ways that memory does, and sees that the check says so.
 
-    BackendTest.py BUILD SOURCE
+    BrokenBackendTest.py BUILD SOURCE
 """
 
 import json
