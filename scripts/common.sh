@@ -22,13 +22,12 @@ endStage() {
 
 # configure PRESET [cmake argument...]
 configure() {
-    local launcher=()
     if command -v ccache >/dev/null; then
         # Compilations are then shared between checkouts and presets that differ in their folder only.
         export CCACHE_BASEDIR="${CCACHE_BASEDIR:-$PWD}" CCACHE_NOHASHDIR=1
-        launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_OBJCXX_COMPILER_LAUNCHER=ccache)
+        export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache CMAKE_OBJCXX_COMPILER_LAUNCHER=ccache
     fi
-    cmake --preset "$1" "${launcher[@]}" "${@:2}"
+    cmake --preset "$@"
 }
 
 # build PRESET [target...]
