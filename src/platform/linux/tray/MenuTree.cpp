@@ -27,6 +27,21 @@ bool hasSameText(const ui::RepresentedObject &left, const ui::RepresentedObject 
     return left.index() == right.index() && (text == nullptr || *text == *other);
 }
 
+/// The first text that an item in the submenu carries: it names what the submenu is about. Null: none does.
+const std::string *subjectOf(const ui::MenuItem &item) {
+    for (const ui::MenuItem &below : itemsBelow(item))
+        if (const auto *text = std::get_if<std::string>(&below.representedObject))
+            return text;
+    return nullptr;
+}
+
+/// Two submenus may look the same and be about different rules.
+bool canHaveSameSubject(const ui::MenuItem &left, const ui::MenuItem &right) {
+    const auto *one = subjectOf(left);
+    const auto *other = subjectOf(right);
+    return !one || !other || *one == *other;
+}
+
 /// Hosts do not expect an item to change its kind, nor whether it can be checked; whether it is enabled may
 /// change, as that is always told.
 bool isSameItem(const ui::MenuItem &left, const ui::MenuItem &right) {
@@ -34,7 +49,7 @@ bool isSameItem(const ui::MenuItem &left, const ui::MenuItem &right) {
            left.action == right.action && left.state == right.state &&
            left.submenu.has_value() == right.submenu.has_value() &&
            left.keyEquivalent == right.keyEquivalent && ui::sameImage(left.image, right.image) &&
-           hasSameText(left.representedObject, right.representedObject);
+           hasSameText(left.representedObject, right.representedObject) && canHaveSameSubject(left, right);
 }
 
 /// Finds items again among those that stood beneath the same parent.

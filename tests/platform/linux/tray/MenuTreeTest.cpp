@@ -61,6 +61,32 @@ TEST(MenuTreeTest, AnItemWithAnotherMeaningIsAnother) {
     EXPECT_EQ(tree.find(before[0]), nullptr);
 }
 
+TEST(MenuTreeTest, SubmenusThatLookTheSameAreTakenForTheSameOnlyIfTheyAreAboutTheSame) {
+    const auto rule = [](const char *id) {
+        MenuItem item("*.example", "");
+        item.submenu = Menu{{MenuItem("Browser", "choose"), carrying("Remove Rule", id)}};
+        return item;
+    };
+    MenuTree tree;
+    EXPECT_TRUE(tree.show(menuOf({rule("1"), rule("2")})));
+    const auto belowFirst = tree.find(top(tree)[0])->children;
+    const auto belowSecond = tree.find(top(tree)[1])->children;
+    EXPECT_TRUE(tree.show(menuOf({rule("2")})));
+    EXPECT_EQ(tree.find(top(tree)[0])->children, belowSecond);
+    EXPECT_EQ(tree.find(belowFirst[0]), nullptr) << "a click on the first rule would change the second";
+}
+
+TEST(MenuTreeTest, ASubmenuStaysItselfWhenItGetsAnItemThatCarriesText) {
+    MenuItem app("Mail", "");
+    app.submenu = Menu{{MenuItem("Browser", "choose")}};
+    MenuTree tree;
+    EXPECT_TRUE(tree.show(menuOf({app})));
+    const auto before = top(tree);
+    app.submenu->items.push_back(carrying("Clear Rule", "mail"));
+    EXPECT_TRUE(tree.show(menuOf({app})));
+    EXPECT_EQ(top(tree), before);
+}
+
 TEST(MenuTreeTest, WhatLooksTheSameKeepsItsIdsAndGetsTheNewItems) {
     MenuTree tree;
     EXPECT_TRUE(tree.show(menuOf({carrying("Remove Rule", "1")})));
