@@ -249,6 +249,10 @@ TEST_F(ApplicationTest, AnswersEverySelectorOfTheController) {
     });
 }
 
+TEST_F(ApplicationTest, LeavesItToTheSystemWhichItemsAreEnabled) {
+    run([&] { EXPECT_FALSE([delegate() respondsToSelector:NSSelectorFromString(@"validateMenuItem:")]); });
+}
+
 TEST_F(ApplicationTest, TakesWhatTheSystemSendsToItsDelegate) {
     [defaults() setObject:[NSDictionary dictionaryWithObject:@"org.example.B" forKey:@"org.example.Mail"]
                    forKey:@"appRules"];

@@ -80,6 +80,7 @@ TEST_F(MenusTest, MenusAreEnabledInTheSystemsOwnManner) {
     header.enabled = false;
     NSMenu *menu = shown({header, MenuItem("quit", "quit"), withSubmenu});
     EXPECT_TRUE([menu autoenablesItems]);
+    EXPECT_TRUE([[[menu itemAtIndex:2] submenu] autoenablesItems]);
     EXPECT_FALSE([[menu itemAtIndex:2] isEnabled]);
     [menu update];
     EXPECT_FALSE([[menu itemAtIndex:0] isEnabled]);
