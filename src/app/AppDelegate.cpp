@@ -19,8 +19,8 @@ AppDelegate::AppDelegate(Platform desktop)
           {platform.launchServices, platform.defaults, platform.bundles, platform.sound, installedBrowsers},
           [this] { rebuildMenu(); }),
       statusItemAppearance(platform.bundles, platform.images),
-      statusMenu({platform.launchServices, catalog, preferences, defaultHandlerControl, platform.images,
-                  icons, installedApplications, installedBrowsers}),
+      statusMenu({catalog, preferences, defaultHandlerControl, platform.images, icons, installedApplications,
+                  installedBrowsers}),
       ruleDialogSources{preferences,           defaultHandlerControl, icons,
                         platform.images,       platform.sound,        platform.alerts,
                         installedApplications, installedBrowsers,     [this] { rebuildMenu(); }},
@@ -113,10 +113,10 @@ void AppDelegate::systemAppearanceDidChange() {
 }
 
 void AppDelegate::rebuildMenu() {
-    // One reading of the routing state, so that tooltip and menu agree.
-    const bool routingEnabled = defaultHandlerControl.isRoutingEnabled();
-    statusItemAppearance.update(*statusItem, routingEnabled);
-    statusItem->setMenu(std::make_shared<const ui::Menu>(statusMenu.build(routingEnabled)));
+    // One reading, so that the tooltip and every item of the menu agree.
+    const auto defaultBrowser = defaultHandlerControl.read();
+    statusItemAppearance.update(*statusItem, defaultBrowser.routingEnabled);
+    statusItem->setMenu(std::make_shared<const ui::Menu>(statusMenu.build(defaultBrowser)));
 }
 
 void AppDelegate::runDialog(const std::function<void()> &dialog) {

@@ -44,25 +44,26 @@ MenuItem itemCarrying(std::string title, Selector action, const std::string &tex
 /// What is read once for a whole menu.
 struct StatusMenu::Snapshot {
     AppRules appRules;
-    std::optional<std::string> handler;          ///< of "https"
-    std::optional<std::string> effectiveDefault; ///< browser
-    std::vector<ImageReference> browserIcons;    ///< in the order of the browsers
+    DefaultHandlerControl::Reading defaultBrowser;
+    std::vector<ImageReference> browserIcons; ///< in the order of the browsers
 };
 
 StatusMenu::Snapshot StatusMenu::read() const {
-    Snapshot now{sources.preferences.appRules(),
-                 sources.launchServices.copyDefaultHandlerForUrlScheme("https"),
-                 sources.defaultHandlers.effectiveDefaultBrowserID(),
-                 {}};
+    return read(sources.defaultHandlers.read());
+}
+
+StatusMenu::Snapshot StatusMenu::read(const DefaultHandlerControl::Reading &defaultBrowser) const {
+    Snapshot now{sources.preferences.appRules(), defaultBrowser, {}};
     for (const Browser &browser : sources.installedBrowsers)
         now.browserIcons.push_back(sources.icons.appIcon(browser.appURL, menuIconSize));
     return now;
 }
 
-Menu StatusMenu::build(bool routingEnabled) const {
-    const Snapshot now = read();
+Menu StatusMenu::build(const DefaultHandlerControl::Reading &defaultBrowser) const {
+    const bool routingEnabled = defaultBrowser.routingEnabled;
+    const Snapshot now = read(defaultBrowser);
     Menu menu;
-    addHeader(menu, routingEnabled);
+    addHeader(menu, defaultBrowser);
     addBrowsers(menu, now);
     menu.items.push_back(MenuItem::separator());
     menu.items.push_back(urlRulesMenuItem(routingEnabled, now));
@@ -75,25 +76,30 @@ Menu StatusMenu::build(bool routingEnabled) const {
     return menu;
 }
 
-void StatusMenu::addHeader(Menu &menu, bool routingEnabled) const {
-    const auto handler = sources.launchServices.copyDefaultHandlerForUrlScheme("https");
-    const std::string defaultName = handler ? nameOfBrowser(*handler) : "Unknown";
+void StatusMenu::addHeader(Menu &menu, const DefaultHandlerControl::Reading &defaultBrowser) const {
     const bool restores =
         sources.preferences.userDefaults().boolForKey(settingsKey::restoresDefaultBrowserOnQuit);
     menu.items.push_back(disabledItem("Fernhop"));
-    menu.items.push_back(
-        disabledItem(routingEnabled ? "App routing is enabled" : "System default: " + defaultName));
+    menu.items.push_back(disabledItem(headline(defaultBrowser)));
     menu.items.push_back(MenuItem::separator());
-    menu.items.push_back(checkedItem("Enable App Routing", "enableAppRouting", routingEnabled));
+    menu.items.push_back(
+        checkedItem("Enable App Routing", "enableAppRouting", defaultBrowser.routingEnabled));
     menu.items.push_back(checkedItem("退出时恢复默认浏览器", "toggleRestoreDefaultBrowserOnQuit:", restores));
     menu.items.push_back(MenuItem::separator());
+}
+
+std::string StatusMenu::headline(const DefaultHandlerControl::Reading &defaultBrowser) const {
+    if (defaultBrowser.routingEnabled)
+        return "App routing is enabled";
+    return "System default: " + (defaultBrowser.handler ? nameOfBrowser(*defaultBrowser.handler) : "Unknown");
 }
 
 void StatusMenu::addBrowsers(Menu &menu, const Snapshot &now) const {
     menu.items.push_back(disabledItem("Switch System Default"));
     for (std::size_t index = 0; index < sources.installedBrowsers.size(); ++index) {
         const std::string &bundleID = sources.installedBrowsers[index].bundleID;
-        menu.items.push_back(browserItem(index, "switchSystemDefaultBrowser:", bundleID == now.handler, now));
+        menu.items.push_back(
+            browserItem(index, "switchSystemDefaultBrowser:", bundleID == now.defaultBrowser.handler, now));
         menu.items.back().representedObject = bundleID;
     }
 }
@@ -168,7 +174,7 @@ Menu StatusMenu::browserSelectionSubmenu(const std::string &source) const {
 Menu StatusMenu::browserSelectionSubmenu(const std::string &source, const Snapshot &now) const {
     const auto rule = now.appRules.find(source);
     const bool hasRule = rule != now.appRules.end();
-    const auto checked = hasRule ? std::optional(rule->second) : now.effectiveDefault;
+    const auto checked = hasRule ? std::optional(rule->second) : now.defaultBrowser.effectiveDefault;
     Menu menu;
     menu.items.reserve(sources.installedBrowsers.size() + 2);
     for (std::size_t index = 0; index < sources.installedBrowsers.size(); ++index) {

@@ -3,7 +3,6 @@
 #include "app/AppIcons.h"
 #include "catalog/BrowserCatalog.h"
 #include "defaulthandler/DefaultHandlerControl.h"
-#include "platform/LaunchServices.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/MenuItem.h"
 #include "routing/URLRule.h"
@@ -15,13 +14,12 @@
 
 namespace fernhop {
 
-/// Builds the status menu from the present state. Keeps nothing: each call reads everything anew and makes
-/// every item anew. Main thread only.
+/// Builds the status menu from the present state. Keeps nothing: each call reads everything anew that it is
+/// not given, and makes every item anew. Main thread only.
 class StatusMenu {
   public:
     /// What the menu shows; everything must outlive this object.
     struct Sources {
-        const LaunchServices &launchServices;
         const BrowserCatalog &catalog;
         const Preferences &preferences;
         const DefaultHandlerControl &defaultHandlers;
@@ -33,8 +31,8 @@ class StatusMenu {
 
     explicit StatusMenu(Sources shown) : sources(shown) {}
 
-    /// The whole menu for a routing state.
-    [[nodiscard]] ui::Menu build(bool routingEnabled) const;
+    /// The whole menu, with the default browser as it was read.
+    [[nodiscard]] ui::Menu build(const DefaultHandlerControl::Reading &defaultBrowser) const;
 
     /// "Set Browser for Apps" with a submenu of browsers for each installed application.
     [[nodiscard]] ui::MenuItem allAppsRuleMenuItem(bool isEnabled) const;
@@ -49,7 +47,9 @@ class StatusMenu {
     struct Snapshot;
 
     [[nodiscard]] Snapshot read() const;
-    void addHeader(ui::Menu &menu, bool routingEnabled) const;
+    [[nodiscard]] Snapshot read(const DefaultHandlerControl::Reading &defaultBrowser) const;
+    void addHeader(ui::Menu &menu, const DefaultHandlerControl::Reading &defaultBrowser) const;
+    [[nodiscard]] std::string headline(const DefaultHandlerControl::Reading &defaultBrowser) const;
     void addBrowsers(ui::Menu &menu, const Snapshot &now) const;
     [[nodiscard]] ui::MenuItem urlRulesMenuItem(bool isEnabled, const Snapshot &now) const;
     [[nodiscard]] ui::MenuItem allAppsRuleMenuItem(bool isEnabled, const Snapshot &now) const;

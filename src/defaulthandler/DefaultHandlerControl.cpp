@@ -31,15 +31,18 @@ bool restoreWantedBy(const Object *sender, bool stored) {
 DefaultHandlerControl::DefaultHandlerControl(Sources worksOn, std::function<void()> rebuild)
     : sources(worksOn), rebuildMenu(std::move(rebuild)) {}
 
+DefaultHandlerControl::Reading DefaultHandlerControl::read() const {
+    const auto handler = defaultHandler();
+    const bool routingEnabled = handler == ownBundleID(sources.bundles);
+    return {handler, routingEnabled, handler && !routingEnabled ? handler : defaultBrowserFallbackChoice()};
+}
+
 bool DefaultHandlerControl::isRoutingEnabled() const {
     return fernhop::isRoutingEnabled(sources.launchServices, sources.bundles);
 }
 
 std::optional<std::string> DefaultHandlerControl::effectiveDefaultBrowserID() const {
-    const auto handler = defaultHandler();
-    if (handler && *handler != ownBundleID(sources.bundles))
-        return handler;
-    return defaultBrowserFallbackChoice();
+    return read().effectiveDefault;
 }
 
 void DefaultHandlerControl::enableAppRouting() {

@@ -28,8 +28,19 @@ class DefaultHandlerControl {
         const std::vector<Browser> &installedBrowsers;
     };
 
+    /// The default browser as one question to the system told it. Another program may change it at any time,
+    /// so what has to agree comes from the same reading.
+    struct Reading {
+        std::optional<std::string> handler;          ///< of "https"; nothing when none is set
+        bool routingEnabled;                         ///< the handler is Fernhop itself
+        std::optional<std::string> effectiveDefault; ///< as effectiveDefaultBrowserID() tells it
+    };
+
     /// `rebuildMenu` is called after each change that the menu shows.
     DefaultHandlerControl(Sources sources, std::function<void()> rebuildMenu);
+
+    /// Asks the system once.
+    [[nodiscard]] Reading read() const;
 
     [[nodiscard]] bool isRoutingEnabled() const;
 

@@ -2,6 +2,7 @@
 
 #include "platform/LaunchServices.h"
 
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
@@ -9,16 +10,20 @@
 namespace fernhop::fakes {
 
 /// The record of handlers in memory. `calls` holds every change in its order; `refuses` makes each change
-/// fail.
+/// fail; `afterRead` is called after each reading, where a test may be the other program that changes it.
 class FakeLaunchServices : public LaunchServices {
   public:
     std::map<std::string, std::string> handlers;
     std::vector<std::pair<std::string, std::string>> calls;
     bool refuses = false;
+    std::function<void()> afterRead;
 
     std::optional<std::string> copyDefaultHandlerForUrlScheme(const std::string &scheme) const override {
         const auto found = handlers.find(scheme);
-        return found == handlers.end() ? std::nullopt : std::optional(found->second);
+        auto handler = found == handlers.end() ? std::nullopt : std::optional(found->second);
+        if (afterRead)
+            afterRead();
+        return handler;
     }
 
     bool setDefaultHandlerForUrlScheme(const std::string &scheme, const std::string &bundleID) override {

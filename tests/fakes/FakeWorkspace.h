@@ -47,6 +47,7 @@ class FakeWorkspace : public Workspace {
     }
 
     std::optional<Url> urlForApplicationWithBundleIdentifier(const std::string &bundleID) const override {
+        lookups.push_back(bundleID);
         return applications.urlOf(bundleID);
     }
 
@@ -75,6 +76,7 @@ class FakeWorkspace : public Workspace {
     std::vector<Url> openedByDefault;
     bool opensByDefault = true; ///< whether something opens links that name no application
     mutable std::vector<std::pair<std::string, double>> iconRequests;
+    mutable std::vector<std::string> lookups; ///< identifiers whose application was asked for
 
   private:
     const FakeApplications &applications;

@@ -79,7 +79,9 @@ ui::ImageReference WorkspaceBridge::iconForFile(const std::string &path, double 
 std::optional<std::string>
 LaunchServicesBridge::copyDefaultHandlerForUrlScheme(const std::string &scheme) const {
     services().handlers = memory.handlers;
-    return system.copyDefaultHandlerForUrlScheme(scheme);
+    auto handler = system.copyDefaultHandlerForUrlScheme(scheme);
+    (void)memory.copyDefaultHandlerForUrlScheme(scheme);
+    return handler;
 }
 
 bool LaunchServicesBridge::setDefaultHandlerForUrlScheme(const std::string &scheme,
