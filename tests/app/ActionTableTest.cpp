@@ -134,7 +134,7 @@ TEST_F(Actions, BrowserForAnAppTurnsRoutingOnWhenItIsOff) {
     performFromItem("setBrowserForSelectedApp:", appSelection("com.example.Chat", "browser.b"));
     EXPECT_TRUE(routing());
     EXPECT_EQ(fallback(), "browser.b");
-    EXPECT_GE(desktop.statusBar.menusSet, 1);
+    EXPECT_EQ(desktop.statusBar.menusSet, 2); // for the mode, then for the rule
 }
 
 TEST_F(Actions, ClearingAnAppRuleLeavesRoutingAsItIs) {
@@ -156,6 +156,7 @@ TEST_F(Actions, BrowserForAURLRuleTurnsRoutingOnWhenItIsOff) {
     setHandlers("browser.b");
     performFromItem("setBrowserForURLRule:", urlSelection("2", "browser.a"));
     EXPECT_TRUE(routing());
+    EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
 TEST_F(Actions, BrowserForARuleThatIsGoneChangesNothing) {
@@ -169,6 +170,40 @@ TEST_F(Actions, SelectionOfTheOtherKindChangesNothing) {
     performFromItem("setBrowserForURLRule:", appSelection("1", "browser.b"));
     performFromItem("setBrowserForSelectedApp:", urlSelection("1", "browser.b"));
     EXPECT_EQ(desktop.statusBar.menusSet, 0);
+}
+
+TEST_F(Actions, ItemThatCarriesAnotherTypeDoesNothingAtAll) {
+    setHandlers("browser.b"); // so that an action which went ahead would turn routing on
+    const auto before = desktop.defaults.stored;
+    const int writes = desktop.defaults.writes;
+    for (const char *selector :
+         {"clearRule:", "editURLRule:", "clearURLRule:", "switchSystemDefaultBrowser:"})
+        for (const char *name : {"com.example.Mail", "1"}) {
+            performFromItem(selector, appSelection(name, "browser.a"));
+            performFromItem(selector, urlSelection(name, "browser.a"));
+        }
+    for (const char *selector : {"setBrowserForSelectedApp:", "setBrowserForURLRule:"})
+        for (const char *text : {"com.example.Mail", "1", "browser.a"})
+            performFromItem(selector, std::string(text));
+    EXPECT_EQ(desktop.statusBar.menusSet, 0);
+    EXPECT_EQ(desktop.defaults.writes, writes);
+    EXPECT_EQ(desktop.defaults.stored, before);
+    EXPECT_TRUE(desktop.launchServices.calls.empty());
+    EXPECT_TRUE(desktop.alerts.shown.empty());
+}
+
+TEST_F(Actions, FirstOfTwoRulesWithOneIdentifierIsMeant) {
+    storeURLRules({{"1", "first.example", "browser.a"}, {"1", "second.example", "browser.b"}});
+    performFromItem("setBrowserForURLRule:", urlSelection("1", "browser.b"));
+    const std::vector<URLRule> changed{{"1", "first.example", "browser.b"},
+                                       {"1", "second.example", "browser.b"}};
+    EXPECT_EQ(rules(), changed);
+
+    // The dialog saves what it was opened with.
+    desktop.alerts.user = [](const ui::Alert &) { return ui::alertFirstButtonReturn; };
+    performFromItem("editURLRule:", std::string("1"));
+    EXPECT_EQ(desktop.alerts.shown.size(), 1u);
+    EXPECT_EQ(rules(), changed);
 }
 
 TEST_F(Actions, EditingARuleOpensItsDialogWithoutARebuild) {

@@ -1,4 +1,5 @@
 #include "app/Controller.h"
+#include "app/MenuText.h"
 
 #include <algorithm>
 
@@ -140,6 +141,34 @@ TEST_F(Lifecycle, ActivationChangesTheSourceAndRebuildsTheMenu) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
+TEST_F(Lifecycle, EachActivationOfTheSameApplicationRebuildsTheMenu) {
+    launch();
+    rebuilds();
+    desktop.workspace.activate(running("com.example.Mail"));
+    desktop.workspace.activate(running("com.example.Mail"));
+    EXPECT_EQ(rebuilds(), 2);
+}
+
+TEST_F(Lifecycle, ActivationOfAnApplicationWithoutIdentifierIsIgnored) {
+    launch();
+    desktop.workspace.activate(running("com.example.Mail"));
+    rebuilds();
+    desktop.workspace.activate(running(std::nullopt));
+    EXPECT_EQ(rebuilds(), 0);
+    EXPECT_EQ(controller->sourceTracker().sourceBundleID(), "com.example.Mail");
+}
+
+TEST_F(Lifecycle, IdentifierThatDiffersInCaseFromFernhopsIsASource) {
+    desktop.workspace.front = running("org.fernhop.fernhop");
+    launch();
+    EXPECT_EQ(controller->sourceTracker().sourceBundleID(), "org.fernhop.fernhop");
+    desktop.workspace.activate(running("com.example.Mail"));
+    rebuilds();
+    desktop.workspace.activate(running("org.fernhop.fernhop"));
+    EXPECT_EQ(controller->sourceTracker().sourceBundleID(), "org.fernhop.fernhop");
+    EXPECT_EQ(rebuilds(), 1);
+}
+
 TEST_F(Lifecycle, ActivatingFernhopKeepsTheSource) {
     storeAppRule("com.example.Mail", "browser.b");
     launch();
@@ -235,6 +264,20 @@ TEST_F(Lifecycle, RefreshListsWhatWasInstalledSinceAndRebuildsTheMenu) {
     controller->perform("refreshApplicationList");
     EXPECT_EQ(controller->browsers().size(), 3u);
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
+    const std::string menu = asText(*desktop.statusBar.menu);
+    for (const char *line : {"\nbrowser.c <browser.c.app 16> => switchSystemDefaultBrowser: with browser.c\n",
+                             "\n    browser.c <browser.c.app 16>\n",
+                             " => setBrowserForSelectedApp: with app browser.a browser browser.c\n"})
+        EXPECT_NE(menu.find(line), std::string::npos) << line;
+}
+
+TEST_F(Lifecycle, LaunchAndRefreshScanEachFolderForApplicationsAndForBrowsers) {
+    desktop.applications.addPath("/Users/ada/Applications");
+    constexpr int folders = 3;
+    launch();
+    EXPECT_EQ(desktop.applications.scans, 2 * folders);
+    controller->perform("refreshApplicationList");
+    EXPECT_EQ(desktop.applications.scans, 4 * folders);
 }
 
 TEST_F(Lifecycle, RefreshLoadsIconsAfresh) {

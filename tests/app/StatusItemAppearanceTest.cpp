@@ -63,6 +63,25 @@ TEST_F(StatusItemAppearanceTest, UnreadableResourceIsDrawn) {
     EXPECT_EQ(shown(), glyph(ColorRole::white));
 }
 
+TEST_F(StatusItemAppearanceTest, MissingLightResourceIsDrawnInBlack) {
+    addResource("MenuBarIconDark");
+    desktop.statusBar.appearance.name = AppearanceName::aqua;
+    launch();
+    EXPECT_EQ(shown(), glyph(ColorRole::black));
+}
+
+TEST_F(StatusItemAppearanceTest, UnreadableResourceIsDrawnThoughTheOtherIsThere) {
+    addResource("MenuBarIconLight");
+    addResource("MenuBarIconDark");
+    desktop.images.unreadableFiles = {std::string(folder) + "MenuBarIconDark.png"};
+    launch();
+    EXPECT_EQ(shown(), glyph(ColorRole::white));
+    desktop.images.unreadableFiles = {std::string(folder) + "MenuBarIconLight.png"};
+    desktop.statusBar.appearance.name = AppearanceName::aqua;
+    controller->rebuildMenu();
+    EXPECT_EQ(shown(), glyph(ColorRole::black));
+}
+
 TEST_F(StatusItemAppearanceTest, WithoutResourcesTheLightBarGetsABlackGlyph) {
     desktop.statusBar.appearance.name = AppearanceName::aqua;
     launch();
@@ -104,6 +123,19 @@ TEST_F(StatusItemAppearanceTest, ThemeChangeKeepsTheToolTipAndChangesTheImage) {
     EXPECT_EQ(shown(), glyph(ColorRole::black));
     EXPECT_EQ(desktop.statusBar.toolTip, "Fernhop - App Routing On");
     EXPECT_EQ(desktop.statusBar.menusSet, menus);
+}
+
+TEST_F(StatusItemAppearanceTest, ThemeChangeAsksForTheRoutingStateAnew) {
+    setHandlers("browser.a");
+    launch();
+    rebuilds();
+    setHandlers(own);
+    desktop.distributedCenter.post({std::string(themeChangedNotification), {}});
+    EXPECT_EQ(desktop.statusBar.toolTip, "Fernhop - App Routing On");
+    setHandlers("browser.a");
+    desktop.distributedCenter.post({std::string(themeChangedNotification), {}});
+    EXPECT_EQ(desktop.statusBar.toolTip, "Fernhop");
+    EXPECT_EQ(rebuilds(), 0);
 }
 
 TEST_F(StatusItemAppearanceTest, ItemWithoutButtonIsLeftAlone) {
