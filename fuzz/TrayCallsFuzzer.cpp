@@ -177,7 +177,9 @@ class Session {
     Session(fuzz::TwoPartyBus &line, Maker &from)
         : bus(line), maker(from),
           menu(bus.offering(), icons, [this](auto, const auto &sender) { performed(sender); }),
-          item(bus.offering(), MenuService::path) {
+          item(bus.offering(), MenuService::path, [](const std::string &token) {
+              require(g_utf8_validate(token.data(), static_cast<gssize>(token.size()), nullptr));
+          }) {
         show();
     }
     ~Session() { (void)bus.settle(); }
@@ -188,6 +190,7 @@ class Session {
         static constexpr const char *methods[] = {
             "GetLayout",  "GetGroupProperties", "GetProperty",      "Event",
             "EventGroup", "AboutToShow",        "AboutToShowGroup", "Nothing"};
+        static constexpr const char *itemMethods[] = {"Scroll", "Activate", "ProvideXdgActivationToken"};
         switch (const unsigned choice = maker.upTo(11)) {
         case 8:
             return show();
@@ -196,8 +199,7 @@ class Session {
         case 10:
             return dress();
         case 11:
-            bus.post(itemPath, itemInterface, maker.upTo(1) == 0 ? "Scroll" : "Activate",
-                     maker.arguments(""));
+            bus.post(itemPath, itemInterface, itemMethods[maker.upTo(2)], maker.arguments(""));
             return;
         default:
             // Now and then with the arguments of another method.
