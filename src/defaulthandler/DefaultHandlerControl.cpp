@@ -1,7 +1,6 @@
 #include "defaulthandler/DefaultHandlerControl.h"
 
 #include "catalog/OwnBundleID.h"
-#include "defaulthandler/RoutingMode.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/MenuItem.h"
 #include "platform/ui/PopUpButton.h"
@@ -38,7 +37,7 @@ DefaultHandlerControl::Reading DefaultHandlerControl::read() const {
 }
 
 bool DefaultHandlerControl::isRoutingEnabled() const {
-    return fernhop::isRoutingEnabled(sources.launchServices, sources.bundles);
+    return defaultHandler() == ownBundleID(sources.bundles);
 }
 
 std::optional<std::string> DefaultHandlerControl::effectiveDefaultBrowserID() const {

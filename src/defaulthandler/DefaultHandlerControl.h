@@ -42,6 +42,8 @@ class DefaultHandlerControl {
     /// Asks the system once.
     [[nodiscard]] Reading read() const;
 
+    /// Whether App Routing is on: the system's handler of "https" is Fernhop itself. The mode is stored
+    /// nowhere else. The handler of "http" plays no part.
     [[nodiscard]] bool isRoutingEnabled() const;
 
     /// The browser that the user should see as the default: the system's, or with App Routing on the one that

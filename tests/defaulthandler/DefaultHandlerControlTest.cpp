@@ -1,5 +1,4 @@
 #include "app/Controller.h"
-#include "defaulthandler/RoutingMode.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/PopUpButton.h"
 
