@@ -2,7 +2,7 @@
 #include "fakes/FakeDesktop.h"
 #include "platform/Text.h"
 #include "platform/linux/settings/PropertyListDefaults.h"
-#include "routing/URLRuleCoding.h"
+#include "rules/URLRuleCoding.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 // One rule test, side by side with what the C library offers for the same question over the same bytes.
 
 #include "platform/Url.h"
-#include "routing/PatternSubject.h"
-#include "routing/URLRule.h"
+#include "rules/PatternSubject.h"
+#include "rules/URLRule.h"
 
 #include <benchmark/benchmark.h>
 #include <fnmatch.h>

@@ -2,8 +2,8 @@
 // the JSON text, which is in memory already. Beside it, what the list costs where it is kept.
 
 #include "platform/Url.h"
-#include "routing/PatternSubject.h"
-#include "routing/URLRuleCoding.h"
+#include "rules/PatternSubject.h"
+#include "rules/URLRuleCoding.h"
 
 #include <benchmark/benchmark.h>
 

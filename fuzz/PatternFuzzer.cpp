@@ -3,9 +3,9 @@
 
 #include "platform/Ascii.h"
 #include "platform/Text.h"
-#include "routing/PatternSubject.h"
-#include "routing/WildcardOracle.h"
-#include "routing/WildcardPattern.h"
+#include "rules/PatternSubject.h"
+#include "rules/WildcardOracle.h"
+#include "rules/WildcardPattern.h"
 
 #include <cstddef>
 #include <cstdint>

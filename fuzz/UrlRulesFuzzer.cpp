@@ -1,6 +1,6 @@
 // Stored rules of any bytes, against a second JSON reader.
 
-#include "routing/URLRuleCoding.h"
+#include "rules/URLRuleCoding.h"
 
 #include <nlohmann/json.hpp>
 

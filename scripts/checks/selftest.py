@@ -16,16 +16,16 @@ SOMEBODYS_HOME = "/".join(("", "home", "jdoe"))
 CHECKS = Path(__file__).resolve().parent
 SOUND_TREE = {
     "CMakeLists.txt": "add_subdirectory(src)\n",
-    "src/CMakeLists.txt": "add_library(core platform/Sound.h routing/URLRule.h routing/Router.h routing/Router.cpp settings/Preferences.h "
+    "src/CMakeLists.txt": "add_library(core platform/Sound.h rules/URLRule.h routing/Router.h routing/Router.cpp settings/Preferences.h "
                           "app/AppDelegate.h main/main.cpp platform/linux/sound/Bell.h platform/linux/sound/Bell.cpp)\n",
     "src/platform/Sound.h": "#pragma once\n\n/// Beeps.\nclass Sound {\n  public:\n    virtual ~Sound() = default;\n"
                             "    /// Once.\n    virtual void beep() = 0;\n};\n",
     "src/platform/linux/sound/Bell.h": '#pragma once\n#include "platform/Sound.h"\n',
     "src/platform/linux/sound/Bell.cpp": '#include "platform/linux/sound/Bell.h"\n#include <canberra.h>\n#ifdef __linux__\n#endif\n',
-    "src/routing/URLRule.h": "#pragma once\n#include <string>\n",
-    "src/routing/Router.h": '#pragma once\n#include "routing/URLRule.h"\n',
+    "src/rules/URLRule.h": "#pragma once\n#include <string>\n",
+    "src/routing/Router.h": '#pragma once\n#include "rules/URLRule.h"\n',
     "src/routing/Router.cpp": '#include "routing/Router.h"\n#include "settings/Preferences.h"\n',
-    "src/settings/Preferences.h": '#pragma once\n#include "routing/URLRule.h"\n',
+    "src/settings/Preferences.h": '#pragma once\n#include "rules/URLRule.h"\n',
     "src/app/AppDelegate.h": '#pragma once\n#include "routing/Router.h"\n',
     "src/main/main.cpp": '#include "app/AppDelegate.h"\n#include "platform/linux/sound/Bell.h"\n#include <gio/gio.h>\nint main() {}\n',
 }
@@ -85,14 +85,14 @@ class Includes(Tree):
                 self.assertFault(includes.check, "src/routing/Router.cpp", "operating system")
 
     def testIncludeOfAFloorAbove(self):
-        for lower, upper in (("src/platform/Sound.h", "routing/URLRule.h"), ("src/routing/URLRule.h", "settings/Preferences.h"),
+        for lower, upper in (("src/platform/Sound.h", "rules/URLRule.h"), ("src/rules/URLRule.h", "settings/Preferences.h"),
                              ("src/settings/Preferences.h", "routing/Router.h"), ("src/routing/Router.h", "app/AppDelegate.h")):
             with self.subTest(lower):
                 self.write(lower, f'#include "{upper}"\n')
                 self.assertFault(includes.check, lower, "floor above")
 
     def testFloorsOfTheUserInterface(self):
-        order = ["src/app/Names.h", "src/app/StatusMenu.h", "src/dialogs/RuleDialog.h", "src/app/AppDelegate.h", "src/main/main.h"]
+        order = ["src/catalog/Names.h", "src/routing/Router.h", "src/dialogs/RuleDialog.h", "src/app/AppDelegate.h", "src/main/main.h"]
         for name in order:
             self.write(name, "")
         for lower, upper in zip(order, order[1:]):

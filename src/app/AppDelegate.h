@@ -1,11 +1,9 @@
 #pragma once
 
 #include "app/ActionTable.h"
-#include "app/AppIcons.h"
 #include "app/Platform.h"
 #include "app/RuleActions.h"
-#include "app/StatusItemAppearance.h"
-#include "app/StatusMenu.h"
+#include "catalog/AppIcons.h"
 #include "catalog/ApplicationCatalog.h"
 #include "catalog/BrowserCatalog.h"
 #include "defaulthandler/DefaultHandlerControl.h"
@@ -18,6 +16,8 @@
 #include "routing/Router.h"
 #include "routing/SourceTracker.h"
 #include "settings/Preferences.h"
+#include "statusitem/StatusItemAppearance.h"
+#include "statusitem/StatusMenu.h"
 
 #include <functional>
 #include <memory>

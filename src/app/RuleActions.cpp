@@ -2,8 +2,8 @@
 
 #include "platform/ui/Button.h"
 #include "platform/ui/MenuItem.h"
-#include "routing/RuleSelection.h"
-#include "routing/URLRuleSelection.h"
+#include "rules/RuleSelection.h"
+#include "rules/URLRuleSelection.h"
 
 #include <algorithm>
 #include <optional>

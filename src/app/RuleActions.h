@@ -2,7 +2,7 @@
 
 #include "defaulthandler/DefaultHandlerControl.h"
 #include "platform/Object.h"
-#include "routing/URLRule.h"
+#include "rules/URLRule.h"
 #include "settings/Preferences.h"
 
 #include <functional>

@@ -3,7 +3,7 @@
 #include "catalog/ApplicationLayout.h"
 #include "platform/Bundle.h"
 #include "platform/FileManager.h"
-#include "routing/InstalledApplication.h"
+#include "rules/InstalledApplication.h"
 
 #include <optional>
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "catalog/ApplicationCatalog.h"
 #include "platform/Workspace.h"
-#include "routing/Browser.h"
+#include "rules/Browser.h"
 
 #include <optional>
 #include <string>

@@ -2,9 +2,9 @@
 
 #include "platform/Url.h"
 #include "platform/ui/Selector.h"
-#include "routing/Browser.h"
-#include "routing/InstalledApplication.h"
 #include "routing/RoutingDecision.h"
+#include "rules/Browser.h"
+#include "rules/InstalledApplication.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "routing/Browser.h"
-#include "routing/InstalledApplication.h"
-#include "routing/URLRule.h"
+#include "rules/Browser.h"
+#include "rules/InstalledApplication.h"
+#include "rules/URLRule.h"
 
 #include <nlohmann/json.hpp>
 

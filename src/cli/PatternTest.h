@@ -1,6 +1,6 @@
 #pragma once
 
-#include "routing/URLRule.h"
+#include "rules/URLRule.h"
 
 #include <string>
 #include <string_view>

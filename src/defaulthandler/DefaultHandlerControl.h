@@ -5,7 +5,7 @@
 #include "platform/Object.h"
 #include "platform/Sound.h"
 #include "platform/UserDefaults.h"
-#include "routing/Browser.h"
+#include "rules/Browser.h"
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "dialogs/AddAppRulesDialog.h"
 
-#include "app/BrowserPopup.h"
 #include "dialogs/AppRuleRow.h"
+#include "dialogs/BrowserPopup.h"
 #include "platform/Text.h"
 
 #include <algorithm>

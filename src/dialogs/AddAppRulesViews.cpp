@@ -1,6 +1,6 @@
-#include "app/BrowserPopup.h"
-#include "app/DialogViews.h"
 #include "dialogs/AddAppRulesDialog.h"
+#include "dialogs/BrowserPopup.h"
+#include "dialogs/DialogViews.h"
 
 #include <utility>
 

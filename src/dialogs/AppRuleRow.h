@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/AppIcons.h"
+#include "catalog/AppIcons.h"
 #include "platform/ui/View.h"
-#include "routing/InstalledApplication.h"
+#include "rules/InstalledApplication.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "dialogs/EditAppRuleDialog.h"
 
-#include "app/BrowserPopup.h"
-#include "app/DialogViews.h"
+#include "dialogs/BrowserPopup.h"
+#include "dialogs/DialogViews.h"
 #include "platform/ui/TextField.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "dialogs/FeedbackDialog.h"
 
-#include "app/DialogViews.h"
+#include "dialogs/DialogViews.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/StackView.h"
 

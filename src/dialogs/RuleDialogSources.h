@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/AppIcons.h"
+#include "catalog/AppIcons.h"
 #include "defaulthandler/DefaultHandlerControl.h"
 #include "platform/Sound.h"
 #include "platform/ui/Alert.h"
 #include "platform/ui/Images.h"
-#include "routing/Browser.h"
-#include "routing/InstalledApplication.h"
+#include "rules/Browser.h"
+#include "rules/InstalledApplication.h"
 #include "settings/Preferences.h"
 
 #include <functional>

@@ -3,7 +3,7 @@
 #include "dialogs/RuleDialogSources.h"
 #include "platform/ui/PopUpButton.h"
 #include "platform/ui/TextField.h"
-#include "routing/URLRule.h"
+#include "rules/URLRule.h"
 
 #include <memory>
 #include <optional>

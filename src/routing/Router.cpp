@@ -1,7 +1,7 @@
 #include "routing/Router.h"
 
 #include "catalog/OwnBundleID.h"
-#include "routing/PatternSubject.h"
+#include "rules/PatternSubject.h"
 
 #include <algorithm>
 #include <utility>

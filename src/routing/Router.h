@@ -4,8 +4,8 @@
 #include "platform/Bundle.h"
 #include "platform/FileManager.h"
 #include "platform/Workspace.h"
-#include "routing/Browser.h"
 #include "routing/RoutingDecision.h"
+#include "rules/Browser.h"
 #include "settings/Preferences.h"
 
 #include <optional>

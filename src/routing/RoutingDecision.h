@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Url.h"
-#include "routing/Browser.h"
-#include "routing/URLRule.h"
+#include "rules/Browser.h"
+#include "rules/URLRule.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "settings/Preferences.h"
 
 #include "platform/Text.h"
-#include "routing/URLRuleCoding.h"
+#include "rules/URLRuleCoding.h"
 
 #include <algorithm>
 

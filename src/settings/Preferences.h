@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/UserDefaults.h"
-#include "routing/URLRule.h"
+#include "rules/URLRule.h"
 
 #include <functional>
 #include <map>

@@ -1,6 +1,6 @@
 #include "settings/ReadableSetting.h"
 
-#include "routing/URLRuleCoding.h"
+#include "rules/URLRuleCoding.h"
 #include "settings/Preferences.h"
 
 #include <algorithm>

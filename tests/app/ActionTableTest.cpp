@@ -1,8 +1,8 @@
 #include "app/Controller.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/MenuItem.h"
-#include "routing/RuleSelection.h"
-#include "routing/URLRuleSelection.h"
+#include "rules/RuleSelection.h"
+#include "rules/URLRuleSelection.h"
 
 #include <set>
 

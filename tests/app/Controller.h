@@ -2,7 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/TestDesktop.h"
-#include "routing/URLRuleCoding.h"
+#include "rules/URLRuleCoding.h"
 
 #include <gtest/gtest.h>
 

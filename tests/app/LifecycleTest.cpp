@@ -1,5 +1,5 @@
 #include "app/Controller.h"
-#include "app/MenuText.h"
+#include "statusitem/MenuText.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Controller.h"
-#include "app/ExpectViews.h"
+#include "dialogs/ExpectViews.h"
 #include "platform/ui/PopUpButton.h"
 
 #include <functional>

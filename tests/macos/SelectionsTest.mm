@@ -1,7 +1,7 @@
 #include "main/MacSelections.h"
 #include "platform/macos/Conversions.h"
-#include "routing/RuleSelection.h"
-#include "routing/URLRuleSelection.h"
+#include "rules/RuleSelection.h"
+#include "rules/URLRuleSelection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "settings/Preferences.h"
 
 #include "fakes/FakeUserDefaults.h"
-#include "routing/URLRuleCoding.h"
+#include "rules/URLRuleCoding.h"
 
 #include <gtest/gtest.h>
 

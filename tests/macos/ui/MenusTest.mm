@@ -4,7 +4,7 @@
 #include "macos/ui/InterfaceTest.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ui/NativeImage.h"
-#include "routing/RuleSelection.h"
+#include "rules/RuleSelection.h"
 
 namespace fernhop::macos {
 namespace {

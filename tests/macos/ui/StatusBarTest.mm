@@ -1,10 +1,10 @@
-#include "app/StatusItemAppearance.h"
 #include "fakes/FakeDesktop.h"
 #include "macos/ui/InterfaceTest.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ui/NativeImage.h"
 #include "platform/macos/ui/SystemImages.h"
 #include "platform/macos/ui/SystemStatusBar.h"
+#include "statusitem/StatusItemAppearance.h"
 
 #import <AppKit/NSStatusBar.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Controller.h"
-#include "app/ExpectViews.h"
+#include "dialogs/ExpectViews.h"
 #include "platform/linux/dialogs-qt/QtAlerts.h"
 #include "platform/linux/tray/Symbols.h"
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "catalog/AppIcons.h"
+#include "platform/ui/PopUpButton.h"
+#include "rules/Browser.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fernhop {
+
+/// Fills `popup` (null: nothing happens) with the browsers and selects one: `selectedBundleID`, else the one
+/// that was selected, else the first. Without browsers it is empty and disabled.
+void updateBrowserPopup(ui::PopUpButton *popup, const std::optional<std::string> &selectedBundleID,
+                        const std::vector<Browser> &installedBrowsers, AppIcons &icons);
+
+/// The browser that `popup` has selected; nothing when it is null, has no selection or carries no text.
+[[nodiscard]] std::optional<std::string> selectedBrowserID(const ui::PopUpButton *popup);
+
+} // namespace fernhop
