@@ -6,17 +6,27 @@
 #include <plist/plist.h>
 
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
 #include <utility>
 
 namespace fernhop::freedesktop {
 
 namespace {
 
+/// What libplist writes is malloc's memory. Its own functions for this are named otherwise from version 2.3
+/// on, and only for programs with a heap of their own.
+struct Free {
+    void operator()(char *bytes) const { std::free(bytes); }
+};
+using Bytes = std::unique_ptr<char, Free>;
+
 std::string binaryForm(const PropertyListNode &tree) {
     char *bytes = nullptr;
     std::uint32_t length = 0;
     plist_to_bin(tree.get(), &bytes, &length);
-    const std::unique_ptr<char, decltype(&plist_to_bin_free)> owner(bytes, plist_to_bin_free);
+    const Bytes owner(bytes);
     return bytes ? std::string(bytes, length) : std::string();
 }
 
@@ -24,7 +34,7 @@ std::string xmlForm(const PropertyListNode &tree) {
     char *bytes = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(tree.get(), &bytes, &length);
-    const std::unique_ptr<char, decltype(&plist_to_xml_free)> owner(bytes, plist_to_xml_free);
+    const Bytes owner(bytes);
     return bytes ? std::string(bytes, length) : std::string();
 }
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <thread>
 
 namespace fernhop::freedesktop {
@@ -79,7 +80,7 @@ TEST_F(PropertyListDefaultsTest, ReadsABinaryList) {
     uint32_t length = 0;
     plist_to_bin(root.get(), &bytes, &length);
     settings.write(std::string(bytes, length));
-    plist_to_bin_free(bytes);
+    std::free(bytes);
     EXPECT_EQ(settings.open().stringForKey("routingFallbackBrowserID"), "größe");
     EXPECT_EQ(settings.open().dataForKey("urlRules"), "[]");
 }
@@ -103,7 +104,7 @@ TEST_F(PropertyListDefaultsTest, KeepsValuesThatXmlCannotHold) {
     uint32_t length = 0;
     plist_to_bin(root.get(), &bytes, &length);
     settings.write(std::string(bytes, length));
-    plist_to_bin_free(bytes);
+    std::free(bytes);
 
     settings.open().setObject(PropertyValue{"firefox"}, "routingFallbackBrowserID");
 
