@@ -164,7 +164,7 @@ class Demonstration:
         parts = urlsplit(link.url)
         path = parts.path + (f"?{parts.query}" if parts.query else "")
         agents = [agent for asked, agent in self.pages.requests if asked == path]
-        return [next((b.title for b in scenario.REAL_BROWSERS if agent.startswith(b.title)), agent) for agent in agents]
+        return [next((b.title for b in scenario.REAL_BROWSERS if b.title in agent), agent) for agent in agents]
 
     def arrange(self):
         """Puts every window where the screenshot shows it whole, once all are there."""
