@@ -88,12 +88,13 @@ class SymbolChecks:
                     yield self._missing(path, min(lines), kind, word, self.names)
 
     def headerFaults(self, sources):
-        """Headers of frameworks are named after the framework, or after a class or protocol that they declare."""
+        """A framework is imported whole: the declarations do not tell which of its headers brings which, and many of the system's only
+        announce the classes that they mention."""
         for path in sources:
             for number, line in enumerate(path.read_text(encoding="utf-8", errors="replace").splitlines(), 1):
                 found = IMPORT.match(line)
-                if found and found[1] != found[2] and not self._known(found[2]) and not self.explained.has("header", f"{found[1]}/{found[2]}.h"):
-                    yield self._missing(path, number, "header", f"<{found[1]}/{found[2]}.h>", [])
+                if found and found[1] != found[2] and not self.explained.has("header", f"{found[1]}/{found[2]}.h"):
+                    yield Fault(path, number, f"<{found[1]}/{found[2]}.h> is a part: import <{found[1]}/{found[1]}.h>")
 
     def _known(self, name):
         index = self.index

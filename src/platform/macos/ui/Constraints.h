@@ -2,8 +2,7 @@
 
 #include "platform/ui/Constraint.h"
 
-#import <AppKit/NSLayoutConstraint.h>
-#import <AppKit/NSView.h>
+#import <AppKit/AppKit.h>
 
 #include <unordered_map>
 

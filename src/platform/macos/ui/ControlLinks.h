@@ -3,7 +3,7 @@
 #include "platform/macos/ui/ActionTarget.h"
 #include "platform/macos/ui/ViewLink.h"
 
-#import <AppKit/NSView.h>
+#import <AppKit/AppKit.h>
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 
 #include "platform/ui/Drawing.h"
 
-#import <AppKit/NSImage.h>
+#import <AppKit/AppKit.h>
 
 namespace fernhop::macos {
 

@@ -2,8 +2,6 @@
 
 #include "platform/macos/ui/Styles.h"
 
-#import <AppKit/NSBezierPath.h>
-
 #include <variant>
 
 namespace fernhop::macos {

@@ -2,13 +2,7 @@
 
 #include "platform/macos/ui/ViewLink.h"
 
-#import <AppKit/NSButton.h>
-#import <AppKit/NSPopUpButton.h>
-#import <AppKit/NSScrollView.h>
-#import <AppKit/NSSearchField.h>
-#import <AppKit/NSTableView.h>
-#import <AppKit/NSTextField.h>
-#import <AppKit/NSView.h>
+#import <AppKit/AppKit.h>
 
 /// What is linked knows its link, so that the core's view is found when it sends an action.
 @interface NSView (FernhopLinked)

@@ -3,7 +3,7 @@
 #include "platform/macos/ui/ActionTarget.h"
 #include "platform/ui/MenuItem.h"
 
-#import <AppKit/NSMenu.h>
+#import <AppKit/AppKit.h>
 
 namespace fernhop::macos {
 

@@ -3,7 +3,7 @@
 #include "platform/macos/Reference.h"
 #include "platform/ui/Image.h"
 
-#import <AppKit/NSImage.h>
+#import <AppKit/AppKit.h>
 
 #include <string>
 #include <utility>

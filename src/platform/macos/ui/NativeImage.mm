@@ -4,8 +4,6 @@
 #include "platform/macos/ui/GlyphDrawing.h"
 #include "platform/macos/ui/SystemImages.h"
 
-#import <AppKit/NSWorkspace.h>
-
 #include <variant>
 
 namespace fernhop::macos {

@@ -1,6 +1,6 @@
 #include "platform/macos/ui/ViewTree.h"
 
-#import <AppKit/NSTableCellView.h>
+#import <AppKit/AppKit.h>
 
 /// The view of a table's row. It has what keeps its parts in step with the core's view for as long as it
 /// lives, which the table decides.

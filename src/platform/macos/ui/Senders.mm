@@ -6,9 +6,7 @@
 #include "platform/ui/PopUpButton.h"
 #include "platform/ui/TextField.h"
 
-#import <AppKit/NSMenuItem.h>
-#import <AppKit/NSPopUpButton.h>
-#import <AppKit/NSTextField.h>
+#import <AppKit/AppKit.h>
 
 namespace fernhop::macos {
 

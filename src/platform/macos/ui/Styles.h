@@ -4,9 +4,7 @@
 #include "platform/ui/Font.h"
 #include "platform/ui/View.h"
 
-#import <AppKit/NSColor.h>
-#import <AppKit/NSFont.h>
-#import <AppKit/NSView.h>
+#import <AppKit/AppKit.h>
 
 namespace fernhop::macos {
 

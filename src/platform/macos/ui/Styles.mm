@@ -1,6 +1,6 @@
 #include "platform/macos/ui/Styles.h"
 
-#import <QuartzCore/CALayer.h>
+#import <QuartzCore/QuartzCore.h>
 
 namespace fernhop::macos {
 

@@ -4,7 +4,7 @@
 #include "platform/macos/ui/ActionTarget.h"
 #include "platform/ui/Alert.h"
 
-@class NSAlert;
+#import <AppKit/AppKit.h>
 
 namespace fernhop::macos {
 

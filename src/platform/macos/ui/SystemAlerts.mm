@@ -3,10 +3,6 @@
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ui/ViewTree.h"
 
-#import <AppKit/NSAlert.h>
-#import <AppKit/NSApplication.h>
-#import <AppKit/NSWindow.h>
-
 #include <utility>
 
 namespace fernhop::macos {

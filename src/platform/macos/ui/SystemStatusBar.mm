@@ -5,9 +5,7 @@
 #include "platform/macos/ui/Menus.h"
 #include "platform/macos/ui/NativeImage.h"
 
-#import <AppKit/NSStatusBar.h>
-#import <AppKit/NSStatusBarButton.h>
-#import <AppKit/NSStatusItem.h>
+#import <AppKit/AppKit.h>
 
 namespace fernhop::macos {
 

@@ -5,7 +5,7 @@
 #include "platform/macos/ui/LinkedControls.h"
 #include "platform/ui/TableView.h"
 
-#import <AppKit/NSTableView.h>
+#import <AppKit/AppKit.h>
 
 @class FernhopTableObserver;
 

@@ -5,7 +5,7 @@
 #include "platform/macos/ui/ViewLink.h"
 #include "platform/ui/View.h"
 
-#import <AppKit/NSView.h>
+#import <AppKit/AppKit.h>
 
 #include <memory>
 #include <string>

@@ -13,9 +13,6 @@
 #include "platform/ui/TableView.h"
 #include "platform/ui/TextField.h"
 
-#import <AppKit/NSImageView.h>
-#import <AppKit/NSStackView.h>
-
 namespace fernhop::macos {
 
 namespace {
