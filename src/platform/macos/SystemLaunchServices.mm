@@ -5,6 +5,9 @@
 
 #import <CoreServices/CoreServices.h>
 
+// What would replace these functions knows applications by where they are, and came after the oldest system.
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
+
 namespace fernhop::macos {
 
 namespace {

@@ -3,5 +3,7 @@
 
 typedef int OSStatus;
 
-extern "C" CFStringRef LSCopyDefaultHandlerForURLScheme(CFStringRef scheme);
-extern "C" OSStatus LSSetDefaultHandlerForURLScheme(CFStringRef scheme, CFStringRef bundleIdentifier);
+// Deprecated, as in the SDK, whatever the oldest system is that is built for.
+extern "C" __attribute__((deprecated)) CFStringRef LSCopyDefaultHandlerForURLScheme(CFStringRef scheme);
+extern "C" __attribute__((deprecated)) OSStatus LSSetDefaultHandlerForURLScheme(CFStringRef scheme,
+                                                                                CFStringRef bundleIdentifier);
