@@ -4,6 +4,7 @@
     BundleTest.py BUILD_FOLDER CHECKOUT
 """
 
+import json
 import plistlib
 import re
 import struct
@@ -60,6 +61,11 @@ class InfoPlist(unittest.TestCase):
     def testRunsOnTheSystemThatItIsBuiltFor(self):
         self.assertEqual(self.info["LSMinimumSystemVersion"], "11.0")
         self.assertIn('"CMAKE_OSX_DEPLOYMENT_TARGET": "11.0"', (checkout / "CMakePresets.json").read_text(encoding="utf-8"))
+
+    def testIsBuiltByCompilersThatWarnOfMore(self):
+        presets = json.loads((checkout / "CMakePresets.json").read_text(encoding="utf-8"))["configurePresets"]
+        (settings,) = (preset["cacheVariables"] for preset in presets if preset["name"] == "macos")
+        self.assertEqual(settings["FERNHOP_WARNINGS_AS_ERRORS"], "OFF", "it is for whoever has the sources, with the Xcode of the day")
 
     def testMayBecomeTheDefaultBrowser(self):
         schemes = [scheme for kind in self.info["CFBundleURLTypes"] for scheme in kind["CFBundleURLSchemes"]]
