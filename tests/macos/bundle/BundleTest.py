@@ -43,11 +43,13 @@ class InfoPlist(unittest.TestCase):
         self.assertNotRegex(self.path.read_text(encoding="utf-8"), r"@\w+@|\$\{|\$\(")
 
     def testNamesTheApplicationAndItsProgram(self):
-        self.assertEqual(self.info["CFBundleIdentifier"], "org.fernhop.Fernhop")
         for key in ("CFBundleName", "CFBundleDisplayName", "CFBundleExecutable", "CFBundleIconFile"):
             self.assertEqual(self.info[key], "Fernhop", key)
         self.assertEqual(self.info["CFBundlePackageType"], "APPL")
         self.assertEqual(self.info["NSPrincipalClass"], "NSApplication")
+
+    def testHasAnIdentifierThatLaunchServicesKeepsAsItIs(self):
+        self.assertEqual(self.info["CFBundleIdentifier"], "org.fernhop.fernhop", "it forgets which letters were capitals")
 
     def testTellsTheVersionOfTheProject(self):
         stated = re.search(r"project\(Fernhop VERSION ([\d.]+)", (checkout / "CMakeLists.txt").read_text(encoding="utf-8"))
