@@ -34,6 +34,10 @@ PropertyValue valueOfNumber(NSNumber *number) {
     return {std::int64_t{[number longLongValue]}};
 }
 
+PropertyData dataOf(NSData *data) {
+    return {{static_cast<const char *>([data bytes]), [data length]}};
+}
+
 PropertyArray valuesOf(NSArray *array) {
     PropertyArray result;
     for (id member in array)
@@ -125,9 +129,9 @@ std::optional<PropertyValue> fromPropertyList(id object) {
     if ([object isKindOfClass:[NSNumber class]])
         return valueOfNumber(object);
     if ([object isKindOfClass:[NSData class]])
-        return PropertyValue{PropertyData{{static_cast<const char *>([object bytes]), [object length]}}};
+        return PropertyValue{dataOf(object)};
     if ([object isKindOfClass:[NSDate class]])
-        return PropertyValue{PropertyDate{[object timeIntervalSinceReferenceDate]}};
+        return PropertyValue{PropertyDate{[static_cast<NSDate *>(object) timeIntervalSinceReferenceDate]}};
     if ([object isKindOfClass:[NSArray class]])
         return PropertyValue{valuesOf(static_cast<NSArray *>(object))};
     if ([object isKindOfClass:[NSDictionary class]])
