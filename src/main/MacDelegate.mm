@@ -33,6 +33,12 @@ class Controller : public ActionTarget {
         perform(selector, {.sender = object.get()});
     }
 
+    /// Takes the file at `path` as the link that it is to a browser.
+    void open(NSString *path) {
+        const auto link = LinkEventDescriptor::getUrl(Url::fileUrl(fromNSString(path)).absoluteString());
+        perform(@selector(handleGetURLEvent:withReplyEvent:), {.event = &link});
+    }
+
     /// What the operation answers; the default value when it answers something else.
     template <typename Answer>
     [[nodiscard]] Answer answer(SEL selector, const ActionArguments &arguments = {}) {
@@ -65,6 +71,13 @@ class Controller : public ActionTarget {
 
 - (void)applicationDidFinishLaunching:(NSNotification *)notification {
     _controller->perform(_cmd);
+}
+
+// Who is the web browser is asked to open the web's documents too.
+- (void)application:(NSApplication *)sender openFiles:(NSArray<NSString *> *)filenames {
+    for (NSString *filename in filenames)
+        _controller->open(filename);
+    [sender replyToOpenOrPrint:NSApplicationDelegateReplySuccess];
 }
 
 - (BOOL)applicationShouldHandleReopen:(NSApplication *)sender hasVisibleWindows:(BOOL)hasVisibleWindows {

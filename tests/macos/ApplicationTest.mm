@@ -132,6 +132,18 @@ TEST_F(ApplicationTest, RoutesTheLinksThatCameBeforeLaunchInTheirOrder) {
     EXPECT_TRUE(services().logLines.empty());
 }
 
+TEST_F(ApplicationTest, HasABrowserOpenTheDocumentsThatItIsGiven) {
+    services().beforeLaunch = [&] {
+        [delegate() application:NSApp openFiles:[NSArray arrayWithObjects:@"/a b.html", @"/ä.xhtml", nil]];
+        EXPECT_TRUE(opened().empty());
+        EXPECT_EQ(services().lifecycle.back(), "opened 0");
+    };
+    run([&] { [delegate() application:NSApp openFiles:[NSArray arrayWithObject:@"/c.html"]]; });
+    EXPECT_EQ(opened(),
+              (Texts{"file:///a%20b.html in org.example.A.app", "file:///%C3%A4.xhtml in org.example.A.app",
+                     "file:///c.html in org.example.A.app"}));
+}
+
 TEST_F(ApplicationTest, KnowsTheApplicationThatALinkComesFrom) {
     [defaults() setObject:[NSDictionary dictionaryWithObject:@"org.example.B" forKey:@"org.example.Mail"]
                    forKey:@"appRules"];

@@ -55,6 +55,10 @@ void note(std::string step) {
     return YES;
 }
 
+- (void)replyToOpenOrPrint:(NSApplicationDelegateReply)reply {
+    note("opened " + std::to_string(reply));
+}
+
 - (void)run {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     _ended = NO;

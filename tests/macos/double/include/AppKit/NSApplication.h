@@ -10,11 +10,18 @@ typedef enum NSApplicationTerminateReply : NSUInteger {
     NSTerminateLater = 2,
 } NSApplicationTerminateReply;
 
+typedef enum NSApplicationDelegateReply : NSUInteger {
+    NSApplicationDelegateReplySuccess = 0,
+    NSApplicationDelegateReplyCancel = 1,
+    NSApplicationDelegateReplyFailure = 2,
+} NSApplicationDelegateReply;
+
 extern NSString *const NSApplicationDidFinishLaunchingNotification;
 
 @protocol NSApplicationDelegate <NSObject>
 @optional
 - (void)applicationDidFinishLaunching:(NSNotification *)notification;
+- (void)application:(NSApplication *)sender openFiles:(NSArray<NSString *> *)filenames;
 - (BOOL)applicationShouldHandleReopen:(NSApplication *)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)sender;
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication *)sender;
@@ -31,6 +38,7 @@ extern NSString *const NSApplicationDidFinishLaunchingNotification;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 - (BOOL)sendAction:(SEL)action to:(id)target from:(id)sender;
+- (void)replyToOpenOrPrint:(NSApplicationDelegateReply)reply;
 - (void)run;
 - (void)terminate:(id)sender;
 @end
