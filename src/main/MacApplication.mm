@@ -2,6 +2,7 @@
 
 #include "main/MacDelegate.h"
 #include "platform/macos/Reference.h"
+#include "platform/macos/ui/MainMenu.h"
 
 namespace fernhop::macos {
 
@@ -28,6 +29,7 @@ int runApplication() {
         application = Reference<NSApplication>([NSApplication sharedApplication]);
         delegate = Reference<FernhopAppDelegate>::adopting([[FernhopAppDelegate alloc] init]);
         [application.get() setDelegate:delegate.get()];
+        [application.get() setMainMenu:makeMainMenu()];
         [application.get() run];
     }
     return 0;

@@ -261,6 +261,18 @@ TEST_F(ApplicationTest, AnswersEverySelectorOfTheController) {
     });
 }
 
+TEST_F(ApplicationTest, GivesTheFieldsOfItsDialogsTheKeysForCopyingAndPasting) {
+    std::string keys;
+    run([&] {
+        for (NSMenuItem *command in [[[[NSApp mainMenu] itemArray] objectAtIndex:0] submenu].itemArray) {
+            EXPECT_FALSE([command target]) << "whoever has the keyboard answers";
+            keys += fromNSString(NSStringFromSelector([command action])) +
+                    fromNSString([command keyEquivalent]) + " ";
+        }
+    });
+    EXPECT_EQ(keys, "cut:x copy:c paste:v selectAll:a ");
+}
+
 TEST_F(ApplicationTest, LeavesItToTheSystemWhichItemsAreEnabled) {
     run([&] { EXPECT_FALSE([delegate() respondsToSelector:NSSelectorFromString(@"validateMenuItem:")]); });
 }

@@ -15,6 +15,7 @@ void note(std::string step) {
 
 @implementation NSApplication
 @synthesize delegate = _delegate;
+@synthesize mainMenu = _mainMenu;
 
 + (id)allocWithZone:(NSZone *)zone {
     return NSAllocateObject(self, 0, zone); // it stays, and is in no ledger

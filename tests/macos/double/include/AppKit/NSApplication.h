@@ -1,4 +1,5 @@
 #pragma once
+#import <AppKit/NSMenu.h>
 #import <AppKit/NSResponder.h>
 #import <AppKit/NSRunningApplication.h>
 
@@ -29,11 +30,13 @@ extern NSString *const NSApplicationDidFinishLaunchingNotification;
 
 @interface NSApplication : NSResponder {
     id<NSApplicationDelegate> _delegate;
+    NSMenu *_mainMenu;
     NSApplicationActivationPolicy _activationPolicy;
     BOOL _ended;
 }
 @property(class, readonly, strong) NSApplication *sharedApplication;
 @property(nonatomic, assign) id<NSApplicationDelegate> delegate;
+@property(strong) NSMenu *mainMenu;
 - (NSApplicationActivationPolicy)activationPolicy;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
