@@ -67,6 +67,8 @@ constexpr const char *introspection = R"XML(
 constexpr guint32 protocolVersion = 3;
 constexpr std::string_view clicked = "clicked";
 
+constexpr const char *noSuchItem = "There is no such item";
+
 PropertyFilter filterIn(GVariant *body, gsize place) {
     const auto names = textsIn(body, place);
     return {names.begin(), names.end()};
@@ -82,6 +84,12 @@ std::vector<MenuTree::Id> idsIn(GVariant *body) {
 
 GVariant *idList(const std::vector<MenuTree::Id> &ids) {
     return g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, ids.data(), ids.size(), sizeof(MenuTree::Id));
+}
+
+/// The name of who calls; empty between two that speak without a bus.
+std::string hostOf(GDBusMethodInvocation *invocation) {
+    const char *sender = g_dbus_method_invocation_get_sender(invocation);
+    return sender ? sender : "";
 }
 
 struct ItemEvent {
@@ -121,7 +129,7 @@ void MenuService::bringUpToDate() {
     if (!latest)
         return;
     if (tree.show(std::exchange(latest, nullptr)))
-        ++revision;
+        readers.forgetAllBut(tree);
     icons.forgetUnused();
 }
 
@@ -129,10 +137,9 @@ gboolean MenuService::announce(gpointer self) {
     auto &service = *static_cast<MenuService *>(self);
     service.announcement = 0;
     service.bringUpToDate();
-    if (service.announcedRevision != service.revision) {
-        service.announcedRevision = service.revision;
-        service.object.emit("LayoutUpdated", g_variant_new("(ui)", service.revision, MenuTree::root));
-    }
+    const auto revision = service.tree.revision();
+    if (std::exchange(service.announcedRevision, revision) != revision)
+        service.object.emit("LayoutUpdated", g_variant_new("(ui)", revision, MenuTree::root));
     return G_SOURCE_REMOVE;
 }
 
@@ -169,9 +176,11 @@ void MenuService::getLayout(GVariant *body, GDBusMethodInvocation *invocation) {
     g_variant_get_child(body, 0, "i", &parent);
     g_variant_get_child(body, 1, "i", &depth);
     if (tree.find(parent) == nullptr)
-        return refuse(invocation, "There is no such item");
+        return refuse(invocation, noSuchItem);
     GVariant *layout = menuLayout(tree, parent, depth, filterIn(body, 2), icons);
-    g_dbus_method_invocation_return_value(invocation, g_variant_new("(u@(ia{sv}av))", revision, layout));
+    readers.reads(hostOf(invocation), tree, parent, depth);
+    g_dbus_method_invocation_return_value(invocation,
+                                          g_variant_new("(u@(ia{sv}av))", tree.revision(), layout));
 }
 
 void MenuService::getGroupProperties(GVariant *body, GDBusMethodInvocation *invocation) {
@@ -198,7 +207,7 @@ void MenuService::getProperty(GVariant *body, GDBusMethodInvocation *invocation)
     g_variant_get(body, "(i&s)", &id, &name);
     const auto *entry = tree.find(id);
     if (entry == nullptr)
-        return refuse(invocation, "There is no such item");
+        return refuse(invocation, noSuchItem);
     const GVariantPointer properties(g_variant_ref_sink(menuProperties(*entry, {name}, icons)));
     const GVariantPointer value(g_variant_lookup_value(properties.get(), name, nullptr));
     if (!value)
@@ -217,8 +226,9 @@ void MenuService::event(GVariant *body, GDBusMethodInvocation *invocation) {
 
 void MenuService::eventGroup(GVariant *body, GDBusMethodInvocation *invocation) {
     const GVariantPointer list(g_variant_get_child_value(body, 0));
+    const gsize count = g_variant_n_children(list.get());
     std::vector<MenuTree::Id> clicks, unknown;
-    for (gsize place = 0; place < g_variant_n_children(list.get()); ++place) {
+    for (gsize place = 0; place < count; ++place) {
         const GVariantPointer child(g_variant_get_child_value(list.get(), place));
         const ItemEvent happened = eventIn(child.get());
         if (tree.find(happened.id) == nullptr)
@@ -226,26 +236,40 @@ void MenuService::eventGroup(GVariant *body, GDBusMethodInvocation *invocation) 
         else if (happened.name == clicked)
             clicks.push_back(happened.id);
     }
+    if (count > 0 && unknown.size() == count)
+        return refuse(invocation, noSuchItem);
     g_dbus_method_invocation_return_value(invocation, g_variant_new("(@ai)", idList(unknown)));
     for (const MenuTree::Id id : clicks)
         click(id);
 }
 
-// The layout is always told as it is, so that nothing is left to do when a menu opens.
+// Hosts that read one level at a time ask for those beneath only when this tells them to.
 void MenuService::aboutToShow(GVariant *body, GDBusMethodInvocation *invocation) {
+    bringUpToDate();
     MenuTree::Id id = MenuTree::root;
     g_variant_get(body, "(i)", &id);
-    if (tree.find(id) == nullptr)
-        return refuse(invocation, "There is no such item");
-    g_dbus_method_invocation_return_value(invocation, g_variant_new("(b)", FALSE));
+    const auto *entry = tree.find(id);
+    if (entry == nullptr)
+        return refuse(invocation, noSuchItem);
+    const gboolean needsUpdate = !readers.knows(hostOf(invocation), *entry);
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(b)", needsUpdate));
 }
 
 void MenuService::aboutToShowGroup(GVariant *body, GDBusMethodInvocation *invocation) {
-    std::vector<MenuTree::Id> unknown;
-    for (const MenuTree::Id id : idsIn(body))
-        if (tree.find(id) == nullptr)
+    bringUpToDate();
+    const auto ids = idsIn(body);
+    std::vector<MenuTree::Id> needUpdate, unknown;
+    for (const MenuTree::Id id : ids) {
+        const auto *entry = tree.find(id);
+        if (entry == nullptr)
             unknown.push_back(id);
-    g_dbus_method_invocation_return_value(invocation, g_variant_new("(@ai@ai)", idList({}), idList(unknown)));
+        else if (!readers.knows(hostOf(invocation), *entry))
+            needUpdate.push_back(id);
+    }
+    if (!ids.empty() && unknown.size() == ids.size())
+        return refuse(invocation, noSuchItem);
+    g_dbus_method_invocation_return_value(invocation,
+                                          g_variant_new("(@ai@ai)", idList(needUpdate), idList(unknown)));
 }
 
 void MenuService::click(MenuTree::Id id) const {

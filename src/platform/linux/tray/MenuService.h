@@ -4,6 +4,7 @@
 #include "platform/linux/tray/EmbeddedIcon.h"
 #include "platform/linux/tray/MenuIcons.h"
 #include "platform/linux/tray/MenuProperties.h"
+#include "platform/linux/tray/MenuReaders.h"
 #include "platform/linux/tray/MenuTree.h"
 
 #include <memory>
@@ -47,9 +48,9 @@ class MenuService {
     const PerformAction perform;
     MenuIcons icons;
     MenuTree tree;
+    MenuReaders readers;
     std::shared_ptr<const ui::Menu> latest; ///< null: it is in the tree already
-    guint32 revision = 0;
-    guint32 announcedRevision = 0;
+    MenuTree::Revision announcedRevision = 0;
     guint announcement = 0;
     const BusObject object;
 };

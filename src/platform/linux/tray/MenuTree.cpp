@@ -13,11 +13,14 @@ const std::vector<ui::MenuItem> &itemsBelow(const ui::MenuItem &item) {
 }
 
 /// A refresh of the applications makes their icons anew, as they may have changed where they come from.
+bool hasSameIcon(const ui::MenuItem &one, const ui::MenuItem &other) {
+    return one.image == other.image || !one.image ||
+           !std::holds_alternative<ui::ApplicationIcon>(one.image->source);
+}
+
 bool hasSameIcons(const std::vector<ui::MenuItem> &left, const std::vector<ui::MenuItem> &right) {
     return std::ranges::equal(left, right, [](const ui::MenuItem &one, const ui::MenuItem &other) {
-        const bool isKept = one.image == other.image || !one.image ||
-                            !std::holds_alternative<ui::ApplicationIcon>(one.image->source);
-        return isKept && hasSameIcons(itemsBelow(one), itemsBelow(other));
+        return hasSameIcon(one, other) && hasSameIcons(itemsBelow(one), itemsBelow(other));
     });
 }
 
@@ -102,7 +105,20 @@ bool MenuTree::show(std::shared_ptr<const ui::Menu> menu) {
     entries.front().children = std::move(children);
     for (std::size_t place = 0; place < entries.size(); ++place)
         places.emplace(entries[place].id, place);
+    ++lastRevision;
+    for (Entry &entry : entries)
+        entry.changedIn = looksAsBefore(entry, before) ? before.find(entry.id)->changedIn : lastRevision;
     return true;
+}
+
+bool MenuTree::looksAsBefore(const Entry &parent, const MenuTree &before) const {
+    const Entry *known = before.find(parent.id);
+    return known && std::ranges::equal(parent.children, known->children, [&](Id now, Id then) {
+               // An item that kept its id differs in nothing else.
+               const ui::MenuItem &item = *find(now)->item;
+               return now == then && item.enabled == before.find(then)->item->enabled &&
+                      hasSameIcon(item, *before.find(then)->item);
+           });
 }
 
 const MenuTree::Entry *MenuTree::find(Id id) const {
@@ -133,7 +149,7 @@ std::vector<MenuTree::Id> MenuTree::addItems(const ui::Menu &menu, const MenuTre
         const Id id = known ? *known : ++lastId;
         ids.push_back(id);
         const std::size_t place = entries.size();
-        entries.push_back({id, &item, {}});
+        entries.push_back({id, &item, {}, 0});
         if (!item.submenu)
             continue;
         auto children = addItems(*item.submenu, known ? before : nullptr, id);

@@ -15,12 +15,14 @@ namespace fernhop::freedesktop {
 class MenuTree {
   public:
     using Id = std::int32_t;
+    using Revision = std::uint32_t;
     static constexpr Id root = 0;
 
     struct Entry {
         Id id = root;
         const ui::MenuItem *item = nullptr; ///< null: the menu itself
         std::vector<Id> children;
+        Revision changedIn = 0; ///< since when the children look as they do
     };
 
     /// Starts with an empty menu.
@@ -28,6 +30,9 @@ class MenuTree {
 
     /// Puts `menu`, not null, in the place of the present one; true if it looks different.
     bool show(std::shared_ptr<const ui::Menu> menu);
+
+    /// How often the menu came to look different.
+    [[nodiscard]] Revision revision() const { return lastRevision; }
 
     /// The item with an id; null when no such item is there any more, or never was.
     [[nodiscard]] const Entry *find(Id id) const;
@@ -42,11 +47,14 @@ class MenuTree {
     /// Points every entry at its counterpart in a menu that looks the same.
     void pointInto(const ui::Menu &menu, std::size_t &next);
     [[nodiscard]] std::vector<Id> addItems(const ui::Menu &menu, const MenuTree *before, Id parentBefore);
+    /// Whether whoever knows the children from before knows them as they look now.
+    [[nodiscard]] bool looksAsBefore(const Entry &parent, const MenuTree &before) const;
 
     std::shared_ptr<const ui::Menu> current;
     std::vector<Entry> entries; ///< in the order of the menu, the root first
     std::unordered_map<Id, std::size_t> places;
     Id lastId = root;
+    Revision lastRevision = 0;
 };
 
 } // namespace fernhop::freedesktop

@@ -96,6 +96,30 @@ TEST(MenuTreeTest, WhatLooksTheSameKeepsItsIdsAndGetsTheNewItems) {
     EXPECT_EQ(std::get<std::string>(tree.find(before[0])->item->representedObject), "2");
 }
 
+TEST(MenuTreeTest, TellsSinceWhenWhatIsBeneathAnItemLooksAsItDoes) {
+    const auto parent = [](const char *below, bool isEnabled, const char *icon) {
+        MenuItem leaf(below, "a");
+        leaf.enabled = isEnabled;
+        leaf.image = std::make_shared<const Image>(ApplicationIcon{icon}, 16, false);
+        MenuItem item("Parent", "");
+        item.submenu = Menu{{leaf}};
+        return menuOf({item});
+    };
+    MenuTree tree;
+    EXPECT_EQ(tree.revision(), 0U);
+    EXPECT_TRUE(tree.show(parent("One", true, "/a.desktop")));
+    const auto id = top(tree)[0];
+    EXPECT_EQ(tree.find(id)->changedIn, 1U);
+    EXPECT_TRUE(tree.show(parent("Two", true, "/a.desktop")));
+    EXPECT_EQ(tree.find(id)->changedIn, 2U);
+    EXPECT_TRUE(tree.show(parent("Two", false, "/a.desktop")));
+    EXPECT_EQ(tree.find(id)->changedIn, 3U) << "another item beneath is not the only change";
+    EXPECT_TRUE(tree.show(parent("Two", false, "/a.desktop")));
+    EXPECT_EQ(tree.find(id)->changedIn, 4U) << "an icon that was made anew may be another";
+    EXPECT_EQ(tree.find(MenuTree::root)->changedIn, 1U) << "the parent itself is the same";
+    EXPECT_EQ(tree.revision(), 4U);
+}
+
 TEST(MenuTreeTest, HoldsLongListsThatChangeWhole) {
     const auto list = [](int first) {
         std::vector<MenuItem> items;

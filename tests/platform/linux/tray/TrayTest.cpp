@@ -1,47 +1,9 @@
-#include "TrayHost.h"
-#include "platform/linux/tray/TrayStatusBar.h"
-#include "support/PrivateBus.h"
-
-#include <gtest/gtest.h>
+#include "TraySession.h"
 
 namespace fernhop::freedesktop {
 namespace {
 
 using namespace ui;
-
-std::shared_ptr<const Menu> menuOf(std::vector<MenuItem> items) {
-    return std::make_shared<const Menu>(Menu{std::move(items)});
-}
-
-MenuItem withSubmenu(std::string title, std::vector<MenuItem> items) {
-    MenuItem item(std::move(title), "");
-    item.submenu = Menu{std::move(items)};
-    return item;
-}
-
-ImageReference glyph(ColorRole ink) {
-    return std::make_shared<const Image>(Drawing{{ink, 1}, {{{Oval{{0, 0}, 18, 18}}}}}, 18, false);
-}
-
-class TrayTest : public testing::Test {
-  protected:
-    [[nodiscard]] std::string ownName() const { return g_dbus_connection_get_unique_name(connection.get()); }
-    [[nodiscard]] LayoutItem layout() { return LayoutItem(host.layout().first.get()); }
-    [[nodiscard]] Host::Reply click(gint32 id) {
-        return host.menuCall("Event", "(" + std::to_string(id) + ", 'clicked', <0>, uint32 0)");
-    }
-
-    support::TemporaryHome home;
-    support::PrivateBus bus{home};
-    BusConnection connection = connectTo(bus.address());
-    ListedEntries entries;
-    IconFinder icons{entries, {}};
-    int appearanceChanges = 0;
-    std::vector<std::string> performed;
-    TrayStatusBar bar{connection.get(), icons, {}, [this] { ++appearanceChanges; }};
-    std::unique_ptr<StatusItem> item = bar.statusItemWithLength(squareStatusItemLength);
-    Host host{bus.address(), ownName()};
-};
 
 TEST_F(TrayTest, RegistersWithAWatcherThatComesLateAndWithOneThatComesAgain) {
     for (int start = 0; start < 3; ++start) {
@@ -255,6 +217,7 @@ TEST_F(TrayTest, AnswersCallsForItemsThatAreNotThereWithErrors) {
             << method << body;
     EXPECT_TRUE(host.menuCall("GetLayout", "('a', 1)").error) << "a wrong type is taken";
     EXPECT_TRUE(host.menuCall("Nothing", "()").error);
+    (void)host.layout();
     const auto reply = host.menuCall("AboutToShowGroup", "([0, 7, -1],)");
     ASSERT_TRUE(reply.value);
     const GCharPointer text(g_variant_print(reply.value.get(), TRUE));
