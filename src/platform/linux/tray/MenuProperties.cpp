@@ -2,10 +2,14 @@
 
 #include "platform/linux/tray/MenuText.h"
 
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
+
+constexpr const char *picture = "icon-data";
 
 /// Collects those properties that were asked for.
 class Properties {
@@ -37,7 +41,7 @@ void addIcon(Properties &properties, const MenuIcon &icon) {
     if (const auto *themed = std::get_if<IconName>(&icon))
         properties.add("icon-name", g_variant_new_string(themed->name.c_str()));
     else if (const auto *data = std::get_if<IconData>(&icon))
-        properties.add("icon-data", bytes(data->png));
+        properties.add(picture, bytes(data->png));
 }
 
 // The command modifier of this desktop is Control.
@@ -60,8 +64,53 @@ void addItem(Properties &properties, const ui::MenuItem &item, MenuIcons &icons)
         properties.add("children-display", g_variant_new_string("submenu"));
     if (!item.keyEquivalent.empty())
         properties.add("shortcut", shortcut(item.keyEquivalent));
-    if (properties.wants("icon-name") || properties.wants("icon-data"))
+    if (properties.wants("icon-name") || properties.wants(picture))
         addIcon(properties, icons.icon(item.image));
+}
+
+struct LayoutSource {
+    const MenuTree &tree;
+    const PropertyFilter &filter;
+    MenuIcons &icons;
+};
+
+GVariant *layoutOf(const LayoutSource &source, MenuTree::Id id, int depth) {
+    const MenuTree::Entry &entry = *source.tree.find(id);
+    GVariantBuilder children;
+    g_variant_builder_init(&children, G_VARIANT_TYPE("av"));
+    // Any number may come from the bus, the least one included.
+    const int rest = depth < 0 ? depth : depth - 1;
+    if (depth != 0) {
+        for (const MenuTree::Id child : entry.children)
+            g_variant_builder_add(&children, "v", layoutOf(source, child, rest));
+    }
+    GVariant *layout =
+        g_variant_new("(i@a{sv}av)", id, menuProperties(entry, source.filter, source.icons), &children);
+    // Written out at once, an item takes its few bytes; as a tree of values, the whole menu would take
+    // megabytes.
+    g_variant_get_data(layout);
+    return layout;
+}
+
+/// Everything that `filter` asks for except pictures; nothing where that was all.
+std::optional<PropertyFilter> withoutPictures(PropertyFilter filter) {
+    if (filter.empty())
+        return PropertyFilter{"type",        "label",        "enabled",   "children-display",
+                              "toggle-type", "toggle-state", "icon-name", "shortcut"};
+    filter.erase(picture);
+    return filter.empty() ? std::nullopt : std::optional(std::move(filter));
+}
+
+/// What `make` makes of a filter, or where that is too large, of the filter without pictures; null where that
+/// is too large, too.
+template <typename Make>
+GVariantPointer fitting(const PropertyFilter &filter, std::size_t mostBytes, Make make) {
+    for (const auto &tried : {std::optional(filter), withoutPictures(filter)}) {
+        GVariantPointer value(tried ? g_variant_ref_sink(make(*tried)) : nullptr);
+        if (value && g_variant_get_size(value.get()) <= mostBytes)
+            return value;
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -77,22 +126,25 @@ GVariant *menuProperties(const MenuTree::Entry &entry, const PropertyFilter &fil
     return properties.finish();
 }
 
-GVariant *menuLayout(const MenuTree &tree, MenuTree::Id id, int depth, const PropertyFilter &filter,
-                     MenuIcons &icons) {
-    const MenuTree::Entry &entry = *tree.find(id);
-    GVariantBuilder children;
-    g_variant_builder_init(&children, G_VARIANT_TYPE("av"));
-    // Any number may come from the bus, the least one included.
-    const int rest = depth < 0 ? depth : depth - 1;
-    if (depth != 0) {
-        for (const MenuTree::Id child : entry.children)
-            g_variant_builder_add(&children, "v", menuLayout(tree, child, rest, filter, icons));
-    }
-    GVariant *layout = g_variant_new("(i@a{sv}av)", id, menuProperties(entry, filter, icons), &children);
-    // Written out at once, an item takes its few bytes; as a tree of values, the whole menu would take
-    // megabytes.
-    g_variant_get_data(layout);
-    return layout;
+GVariantPointer menuLayout(const MenuTree &tree, MenuTree::Id id, int depth, const PropertyFilter &filter,
+                           MenuIcons &icons, std::size_t mostBytes) {
+    return fitting(filter, mostBytes, [&](const PropertyFilter &properties) {
+        return layoutOf({tree, properties, icons}, id, depth);
+    });
+}
+
+GVariantPointer menuItems(const MenuTree &tree, const std::vector<MenuTree::Id> &ids,
+                          const PropertyFilter &filter, MenuIcons &icons, std::size_t mostBytes) {
+    return fitting(filter, mostBytes, [&](const PropertyFilter &properties) {
+        GVariantBuilder items;
+        g_variant_builder_init(&items, G_VARIANT_TYPE("a(ia{sv})"));
+        // An id that comes again and again is answered once, or a short call could make a huge answer.
+        std::set<MenuTree::Id> answered;
+        for (const MenuTree::Id id : ids)
+            if (const auto *entry = tree.find(id); entry != nullptr && answered.insert(id).second)
+                g_variant_builder_add(&items, "(i@a{sv})", id, menuProperties(*entry, properties, icons));
+        return g_variant_builder_end(&items);
+    });
 }
 
 } // namespace fernhop::freedesktop

@@ -68,6 +68,7 @@ constexpr guint32 protocolVersion = 3;
 constexpr std::string_view clicked = "clicked";
 
 constexpr const char *noSuchItem = "There is no such item";
+constexpr const char *tooLarge = "No message can carry as much; fewer levels or items may do";
 
 PropertyFilter filterIn(GVariant *body, gsize place) {
     const auto names = textsIn(body, place);
@@ -177,10 +178,12 @@ void MenuService::getLayout(GVariant *body, GDBusMethodInvocation *invocation) {
     g_variant_get_child(body, 1, "i", &depth);
     if (tree.find(parent) == nullptr)
         return refuse(invocation, noSuchItem);
-    GVariant *layout = menuLayout(tree, parent, depth, filterIn(body, 2), icons);
+    const auto layout = menuLayout(tree, parent, depth, filterIn(body, 2), icons);
+    if (!layout)
+        return refuse(invocation, tooLarge);
     readers.reads(hostOf(invocation), tree, parent, depth);
     g_dbus_method_invocation_return_value(invocation,
-                                          g_variant_new("(u@(ia{sv}av))", tree.revision(), layout));
+                                          g_variant_new("(u@(ia{sv}av))", tree.revision(), layout.get()));
 }
 
 void MenuService::getGroupProperties(GVariant *body, GDBusMethodInvocation *invocation) {
@@ -189,15 +192,10 @@ void MenuService::getGroupProperties(GVariant *body, GDBusMethodInvocation *invo
     // No id at all stands for all of them.
     if (ids.empty())
         ids = tree.ids();
-    const auto filter = filterIn(body, 1);
-    GVariantBuilder items;
-    g_variant_builder_init(&items, G_VARIANT_TYPE("a(ia{sv})"));
-    // An id that comes again and again is answered once, or a short call could make a huge answer.
-    std::set<MenuTree::Id> answered;
-    for (const MenuTree::Id id : ids)
-        if (const auto *entry = tree.find(id); entry != nullptr && answered.insert(id).second)
-            g_variant_builder_add(&items, "(i@a{sv})", id, menuProperties(*entry, filter, icons));
-    g_dbus_method_invocation_return_value(invocation, g_variant_new("(a(ia{sv}))", &items));
+    const auto items = menuItems(tree, ids, filterIn(body, 1), icons);
+    if (!items)
+        return refuse(invocation, tooLarge);
+    g_dbus_method_invocation_return_value(invocation, g_variant_new("(@a(ia{sv}))", items.get()));
 }
 
 void MenuService::getProperty(GVariant *body, GDBusMethodInvocation *invocation) {

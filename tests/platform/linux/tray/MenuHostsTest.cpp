@@ -106,5 +106,16 @@ TEST_F(MenuHostsTest, GroupsOfUnknownItemsAloneAreErrors) {
     EXPECT_TRUE(host.menuCall("AboutToShowGroup", std::string("(@ai [],)")).value);
 }
 
+TEST_F(MenuHostsTest, WhatNoMessageCanCarryIsRefusedAndTheBusKeepsTheConnection) {
+    std::vector<MenuItem> rules;
+    for (int number = 0; number < 30000; ++number)
+        rules.emplace_back(std::string(1000, 'a'), "a");
+    show(std::move(rules));
+    EXPECT_TRUE(host.menuCall("GetLayout", std::string("(0, -1, @as [])")).error);
+    EXPECT_TRUE(host.menuCall("GetGroupProperties", std::string("(@ai [], @as [])")).error);
+    EXPECT_FALSE(g_dbus_connection_is_closed(connection.get()));
+    EXPECT_EQ(read(host, 0).size(), 2U) << "the levels that fit are told";
+}
+
 } // namespace
 } // namespace fernhop::freedesktop
