@@ -2,7 +2,6 @@
 
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/MenuText.h"
-#include "platform/linux/tray/NotifierWatcher.h"
 #include "platform/linux/tray/Pixels.h"
 
 #include <array>
@@ -74,16 +73,11 @@ GVariant *pixmap(cairo_surface_t *pixels, int side) {
 
 NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath,
                            std::function<void(const std::string &token)> tokenTaker)
-    : bus(connection), menu(menuPath), takeToken(std::move(tokenTaker)),
-      object(bus, itemPath, introspection,
+    : menu(menuPath), takeToken(std::move(tokenTaker)),
+      object(connection, itemPath, introspection,
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               [this](auto name) { return property(name); }}),
-      watch(g_bus_watch_name_on_connection(bus, notifierWatcher::name, G_BUS_NAME_WATCHER_FLAGS_NONE,
-                                           watcherAppeared, nullptr, this, nullptr)) {}
-
-NotifierItem::~NotifierItem() {
-    g_bus_unwatch_name(watch);
-}
+      registration(connection) {}
 
 void NotifierItem::call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) const {
     if (method == "ProvideXdgActivationToken") {
@@ -147,18 +141,6 @@ GVariant *NotifierItem::iconProperty() const {
         if (const auto pixels = image ? render(*image, side) : nullptr)
             g_variant_builder_add_value(&pixmaps, pixmap(pixels.get(), side));
     return g_variant_builder_end(&pixmaps);
-}
-
-void NotifierItem::registerItem() const {
-    // By the connection's own name: that leads every host to the path that the interface prescribes.
-    g_dbus_connection_call(bus, notifierWatcher::name, notifierWatcher::path, notifierWatcher::name,
-                           "RegisterStatusNotifierItem",
-                           g_variant_new("(s)", g_dbus_connection_get_unique_name(bus)), nullptr,
-                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
-}
-
-void NotifierItem::watcherAppeared(GDBusConnection *, const gchar *, const gchar *, gpointer self) {
-    static_cast<NotifierItem *>(self)->registerItem();
 }
 
 } // namespace fernhop::freedesktop

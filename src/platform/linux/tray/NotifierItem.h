@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/glib/BusObject.h"
+#include "platform/linux/tray/ItemRegistration.h"
 #include "platform/ui/Image.h"
 
 #include <functional>
@@ -16,7 +17,6 @@ class NotifierItem {
     /// token that a host sends ahead of a click, by which a window of ours may come to the front.
     NotifierItem(GDBusConnection *bus, const char *menuPath,
                  std::function<void(const std::string &token)> takeToken);
-    ~NotifierItem();
     NotifierItem(const NotifierItem &) = delete;
     NotifierItem &operator=(const NotifierItem &) = delete;
 
@@ -26,22 +26,22 @@ class NotifierItem {
     /// The title names the item, for screen readers too; an empty one gives way to the application's name.
     void setTitle(const std::string &text);
 
+    /// Whether a watcher has taken the item, for its hosts to show.
+    [[nodiscard]] bool isRegistered() const { return registration.isDone(); }
+
   private:
     [[nodiscard]] GVariant *property(std::string_view name) const;
     [[nodiscard]] GVariant *toolTipProperty() const;
     [[nodiscard]] GVariant *iconProperty() const;
-    void registerItem() const;
     void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) const;
-    static void watcherAppeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
 
-    GDBusConnection *bus;
     std::string menu;
     std::function<void(const std::string &token)> takeToken;
     ui::ImageReference image;
     std::string toolTip;
     std::string title;
     const BusObject object;
-    guint watch = 0;
+    const ItemRegistration registration;
 };
 
 } // namespace fernhop::freedesktop

@@ -12,7 +12,8 @@
 
 namespace fernhop::freedesktop {
 
-/// The watcher of a tray: takes the name and remembers who registers, from construction to destruction.
+/// The watcher of a tray: takes the name, from another watcher too, and remembers who registers, from
+/// construction to destruction.
 class Watcher {
   public:
     explicit Watcher(const std::string &address, bool thereIsAHost = true)
@@ -20,9 +21,8 @@ class Watcher {
           object(connection.get(), "/StatusNotifierWatcher", introspection,
                  {[this](auto, auto *body, auto *call) { add(body, call); },
                   [this](auto) { return g_variant_new_boolean(hasHost); }}),
-          name(g_bus_own_name_on_connection(connection.get(), "org.kde.StatusNotifierWatcher",
-                                            G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr,
-                                            nullptr)) {}
+          name(g_bus_own_name_on_connection(connection.get(), "org.kde.StatusNotifierWatcher", takesAndGives,
+                                            nullptr, nullptr, nullptr, nullptr)) {}
     ~Watcher() {
         g_bus_unown_name(name);
         g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
@@ -37,8 +37,11 @@ class Watcher {
     }
 
     std::vector<std::string> items;
+    int refusals = 0; ///< how many are to be refused before one is taken
 
   private:
+    static constexpr auto takesAndGives = static_cast<GBusNameOwnerFlags>(
+        G_BUS_NAME_OWNER_FLAGS_ALLOW_REPLACEMENT | G_BUS_NAME_OWNER_FLAGS_REPLACE);
     static constexpr const char *introspection = R"XML(
 <node>
   <interface name="org.kde.StatusNotifierWatcher">
@@ -50,6 +53,10 @@ class Watcher {
 </node>)XML";
 
     void add(GVariant *body, GDBusMethodInvocation *call) {
+        if (refusals > 0) {
+            --refusals;
+            return refuse(call, "not yet");
+        }
         const char *item = nullptr;
         g_variant_get(body, "(&s)", &item);
         items.emplace_back(item);
