@@ -29,15 +29,24 @@ PortalAppearance::PortalAppearance(GDBusConnection *connection, std::function<vo
     : bus(connection), changed(std::move(whenChanged)), question(g_cancellable_new()),
       subscription(g_dbus_connection_signal_subscribe(
           bus, portalName, settingsInterface, "SettingChanged", portalPath, appearanceNamespace,
-          G_DBUS_SIGNAL_FLAGS_NONE, settingChanged, this, nullptr)) {
-    g_dbus_connection_call(bus, portalName, portalPath, settingsInterface, "Read",
-                           g_variant_new("(ss)", appearanceNamespace, colorScheme), G_VARIANT_TYPE("(v)"),
-                           G_DBUS_CALL_FLAGS_NONE, -1, question.get(), answered, this);
-}
+          G_DBUS_SIGNAL_FLAGS_NONE, settingChanged, this, nullptr)),
+      watch(g_bus_watch_name_on_connection(bus, portalName, G_BUS_NAME_WATCHER_FLAGS_AUTO_START,
+                                           portalAppeared, nullptr, this, nullptr)) {}
 
 PortalAppearance::~PortalAppearance() {
+    g_bus_unwatch_name(watch);
     g_cancellable_cancel(question.get());
     g_dbus_connection_signal_unsubscribe(bus, subscription);
+}
+
+void PortalAppearance::portalAppeared(GDBusConnection *bus, const gchar *, const gchar *, gpointer self) {
+    auto &appearance = *static_cast<PortalAppearance *>(self);
+    // Only the answer of the portal that is there now counts.
+    g_cancellable_cancel(appearance.question.get());
+    appearance.question.reset(g_cancellable_new());
+    g_dbus_connection_call(bus, portalName, portalPath, settingsInterface, "Read",
+                           g_variant_new("(ss)", appearanceNamespace, colorScheme), G_VARIANT_TYPE("(v)"),
+                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, appearance.question.get(), answered, self);
 }
 
 std::optional<ui::AppearanceName>
@@ -60,7 +69,7 @@ void PortalAppearance::answered(GObject *bus, GAsyncResult *result, gpointer sel
     GError *error = nullptr;
     const GVariantPointer reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error));
     const GErrorPointer failure(error);
-    // Cancelled, there is no appearance any more; without a portal nothing is asked for.
+    // Cancelled, there is perhaps no appearance any more; what does not answer says nothing.
     if (!reply)
         return;
     const GVariantPointer value(g_variant_get_child_value(reply.get(), 0));

@@ -12,8 +12,8 @@ namespace fernhop::freedesktop {
 /// it is light. Main thread only.
 class PortalAppearance : public ui::Appearance {
   public:
-    /// Asks the portal, whose answer comes later; `changed` is called whenever what the user
-    /// asks for has become another. `bus` outlives the object.
+    /// Asks the portal, whose answer comes later, and asks again whenever a portal starts; `changed` is
+    /// called whenever what the user asks for has become another. `bus` outlives the object.
     PortalAppearance(GDBusConnection *bus, std::function<void()> changed);
     ~PortalAppearance() override;
     PortalAppearance(const PortalAppearance &) = delete;
@@ -27,6 +27,7 @@ class PortalAppearance : public ui::Appearance {
 
   private:
     void take(GVariant *value);
+    static void portalAppeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
     static void answered(GObject *bus, GAsyncResult *result, gpointer self);
     static void settingChanged(GDBusConnection *bus, const gchar *sender, const gchar *path,
                                const gchar *interface, const gchar *signal, GVariant *body, gpointer self);
@@ -35,6 +36,7 @@ class PortalAppearance : public ui::Appearance {
     std::function<void()> changed;
     GObjectPointer<GCancellable> question;
     guint subscription = 0;
+    guint watch = 0;
     std::optional<ui::AppearanceName> asked;
 };
 

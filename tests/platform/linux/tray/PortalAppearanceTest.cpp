@@ -40,6 +40,19 @@ TEST_F(PortalAppearanceTest, FollowsThePortal) {
     EXPECT_EQ(best(appearance), AppearanceName::aqua);
 }
 
+TEST_F(PortalAppearanceTest, AsksAPortalThatComesLateAndOneThatComesAgain) {
+    const PortalAppearance appearance(connection.get(), [&] { ++changes; });
+    Host(bus.address(), "org.example").settle();
+    {
+        const SettingsPortal portal(bus.address(), "uint32 1");
+        ASSERT_TRUE(support::runUntil([&] { return changes == 1; }));
+        EXPECT_EQ(best(appearance), AppearanceName::darkAqua);
+    }
+    const SettingsPortal portal(bus.address(), "uint32 2");
+    ASSERT_TRUE(support::runUntil([&] { return changes == 2; }));
+    EXPECT_EQ(best(appearance), AppearanceName::aqua);
+}
+
 TEST_F(PortalAppearanceTest, TellsWhatTheUserAsksFor) {
     const SettingsPortal portal(bus.address(), "uint32 2");
     const PortalAppearance appearance(connection.get(), [&] { ++changes; });
