@@ -30,6 +30,31 @@ std::string onOff(bool value) {
     return value ? "on" : "off";
 }
 
+Json iconName(IconPlace place) {
+    switch (place) {
+    case IconPlace::panel:
+        return "panel";
+    case IconPlace::windowTray:
+        return "windowTray";
+    case IconPlace::nowhere:
+        break;
+    }
+    return nullptr;
+}
+
+std::string iconText(const SessionReport &session) {
+    switch (session.iconPlace()) {
+    case IconPlace::panel:
+        return "shown by a panel that takes StatusNotifier items";
+    case IconPlace::windowTray:
+        return "shown by an X11 tray";
+    case IconPlace::nowhere:
+        break;
+    }
+    return session.running() ? "not shown: no panel or tray takes it (GNOME needs its AppIndicator extension)"
+                             : "not shown";
+}
+
 struct State {
     bool routing;
     std::optional<std::string> httpHandler;
@@ -39,6 +64,13 @@ struct State {
     std::vector<std::string> problems;
 };
 
+std::vector<std::string> problemsIn(const Context &context) {
+    auto problems = context.session.problems();
+    if (context.controller.installedBrowsers().empty())
+        problems.emplace_back("No web browser is found, so no link can be opened.");
+    return problems;
+}
+
 State stateOf(const Context &context) {
     const UserDefaults &defaults = context.preferences.userDefaults();
     return {context.defaultHandlers.isRoutingEnabled(),
@@ -46,7 +78,7 @@ State stateOf(const Context &context) {
             context.launchServices.copyDefaultHandlerForUrlScheme("https"),
             defaults.stringForKey(settingsKey::routingFallbackBrowserID),
             defaults.boolForKey(settingsKey::restoresDefaultBrowserOnQuit),
-            context.session.problems()};
+            problemsIn(context)};
 }
 
 Json statusDocument(const State &state, const SessionReport &session) {
@@ -58,6 +90,7 @@ Json statusDocument(const State &state, const SessionReport &session) {
             {"source", toJson(session.source())},
             {"sourceProvider", session.sourceProvider()},
             {"running", session.running()},
+            {"icon", iconName(session.iconPlace())},
             {"problems", state.problems}};
 }
 
@@ -68,6 +101,7 @@ std::string statusText(const State &state, const Context &context) {
     const SessionReport &session = context.session;
     std::string text =
         "Fernhop:            " + std::string(session.running() ? "runs" : "does not run") + "\n";
+    text += "Icon:               " + iconText(session) + "\n";
     text += "App Routing:        " + onOff(state.routing) + "\n";
     text += "Handler of http:    " + named(state.httpHandler, "none") + "\n";
     text += "Handler of https:   " + named(state.httpsHandler, "none") + "\n";

@@ -3,6 +3,7 @@
 #include "platform/SessionReport.h"
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
 #include "platform/linux/focus/FocusProvider.h"
+#include "platform/linux/tray/TrayStatusBar.h"
 
 #include <functional>
 #include <utility>
@@ -12,21 +13,26 @@ namespace fernhop::freedesktop {
 /// What this process can tell about its session. Main thread only.
 class LinuxSessionReport : public SessionReport {
   public:
-    /// `sourceOfLinks` is asked each time. The others outlive the report.
+    /// `residentTray` is where the running Fernhop shows its icon; null in any other process. `sourceOfLinks`
+    /// is asked each time. The others outlive the report.
     LinuxSessionReport(const FocusProvider &focusProvider, const LinkArrivalProblems &arrivalProblems,
-                       bool isResident, std::function<std::optional<std::string>()> sourceOfLinks)
-        : focus(focusProvider), arrival(arrivalProblems), resident(isResident),
+                       const TrayStatusBar *residentTray,
+                       std::function<std::optional<std::string>()> sourceOfLinks)
+        : focus(focusProvider), arrival(arrivalProblems), tray(residentTray),
           askSource(std::move(sourceOfLinks)) {}
 
     [[nodiscard]] std::optional<std::string> source() const override { return askSource(); }
     [[nodiscard]] std::string sourceProvider() const override { return focus.name(); }
-    [[nodiscard]] bool running() const override { return resident; }
+    [[nodiscard]] bool running() const override { return tray != nullptr; }
+    [[nodiscard]] IconPlace iconPlace() const override {
+        return tray ? tray->iconPlace() : IconPlace::nowhere;
+    }
     [[nodiscard]] std::vector<std::string> problems() const override { return arrival.find(); }
 
   private:
     const FocusProvider &focus;
     const LinkArrivalProblems &arrival;
-    bool resident;
+    const TrayStatusBar *tray;
     std::function<std::optional<std::string>()> askSource;
 };
 

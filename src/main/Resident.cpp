@@ -38,7 +38,7 @@ class Resident {
   public:
     explicit Resident(LinuxDesktop &linuxDesktop)
         : desktop(linuxDesktop), platform(desktop.platform()), delegate(platform),
-          report(*desktop.focus, desktop.arrivalProblems, true,
+          report(*desktop.focus, desktop.arrivalProblems, desktop.tray.get(),
                  [this] { return delegate.sourceTracker().sourceBundleID(); }),
           session(delegate, platform, report, callSoon) {}
 

@@ -6,6 +6,13 @@
 
 namespace fernhop {
 
+/// What shows the icon by which Fernhop is worked with.
+enum class IconPlace {
+    nowhere,
+    panel,      ///< one that shows StatusNotifier items
+    windowTray, ///< a tray of X11, which takes windows
+};
+
 /// What can be told about this desktop session: for people who ask why a link went where it went, or did not
 /// arrive. Main thread only. Asked afresh at each call.
 class SessionReport {
@@ -20,6 +27,9 @@ class SessionReport {
 
     /// Whether Fernhop runs in this session and takes links.
     [[nodiscard]] virtual bool running() const = 0;
+
+    /// What shows the icon now.
+    [[nodiscard]] virtual IconPlace iconPlace() const = 0;
 
     /// What in this desktop keeps links from arriving or from being opened: one sentence each, for people.
     /// Empty when all is well.

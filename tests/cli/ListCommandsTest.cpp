@@ -17,6 +17,7 @@ TEST_P(ListCommands, StatusOfAFreshSystem) {
                                                    {"source", nullptr},
                                                    {"sourceProvider", "fake"},
                                                    {"running", GetParam()},
+                                                   {"icon", nullptr},
                                                    {"problems", json::array()}}));
 }
 
@@ -26,6 +27,7 @@ TEST_P(ListCommands, StatusOfAUsedOne) {
     defaults.stored["restoresDefaultBrowserOnQuit"] = {true};
     report.sourceBundleID = editor;
     report.provider = "x11";
+    report.icon = IconPlace::panel;
     report.obstacles = {"No tray.", "No portal."};
     EXPECT_EQ(runJson({"status", "--json"}), (json{{"routing", true},
                                                    {"httpHandler", alpha},
@@ -35,7 +37,25 @@ TEST_P(ListCommands, StatusOfAUsedOne) {
                                                    {"source", editor},
                                                    {"sourceProvider", "x11"},
                                                    {"running", GetParam()},
+                                                   {"icon", "panel"},
                                                    {"problems", {"No tray.", "No portal."}}}));
+    report.icon = IconPlace::windowTray;
+    EXPECT_EQ(runJson({"status", "--json"})["icon"], "windowTray");
+}
+
+TEST_P(ListCommands, StatusTellsWhatShowsTheIcon) {
+    const auto tells = [this](const std::string &line) {
+        const auto output = run({"status"}).output;
+        EXPECT_NE(output.find("\n" + line + "\n"), std::string::npos) << output;
+    };
+    tells(GetParam()
+              ? "Icon:               not shown: no panel or tray takes it (GNOME needs its AppIndicator "
+                "extension)"
+              : "Icon:               not shown");
+    report.icon = IconPlace::panel;
+    tells("Icon:               shown by a panel that takes StatusNotifier items");
+    report.icon = IconPlace::windowTray;
+    tells("Icon:               shown by an X11 tray");
 }
 
 TEST_P(ListCommands, StatusIsForPeopleToo) {
@@ -111,6 +131,13 @@ TEST_F(EmptySystem, HasEmptyLists) {
     EXPECT_EQ(run({"apps"}), (CommandResult{0, "No applications found.\n", ""}));
     EXPECT_EQ(run({"browsers"}), (CommandResult{0, "No browsers found.\n", ""}));
     EXPECT_EQ(run({"apps", "--json"}).output, "[]\n");
+}
+
+TEST_F(EmptySystem, IsSaidToHaveNoBrowser) {
+    report.obstacles = {"No portal."};
+    const auto status = json::parse(run({"status", "--json"}).output);
+    EXPECT_EQ(status["problems"],
+              (json::array({"No portal.", "No web browser is found, so no link can be opened."})));
 }
 
 TEST_F(EmptySystem, HasNoTargetForALink) {

@@ -10,11 +10,13 @@ class FakeSessionReport : public SessionReport {
     std::optional<std::string> sourceBundleID;
     std::string provider = "fake";
     bool runs = true;
+    IconPlace icon = IconPlace::nowhere;
     std::vector<std::string> obstacles;
 
     std::optional<std::string> source() const override { return sourceBundleID; }
     std::string sourceProvider() const override { return provider; }
     bool running() const override { return runs; }
+    IconPlace iconPlace() const override { return icon; }
     std::vector<std::string> problems() const override { return obstacles; }
 };
 

@@ -15,8 +15,10 @@ TEST(XfcePanelTest, ShowsTheIconOfAFernhopThatWasThereFirst) {
             GTEST_SKIP() << "needs " << missing;
     PanelSession session;
     session.startFernhop();
+    EXPECT_EQ(toldIconPlace(session), "");
     session.startPanel();
     EXPECT_TRUE(support::waitUntil([&] { return inkShows(session, firstIcon); }));
+    EXPECT_EQ(toldIconPlace(session), "panel");
     EXPECT_TRUE(routingCanBeTurnedOnAt(session, firstIcon));
     EXPECT_TRUE(session.resident->isRunning());
     // This panel is a tray for windows too.

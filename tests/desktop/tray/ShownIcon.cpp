@@ -2,6 +2,9 @@
 
 #include "support/Waiting.h"
 
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <chrono>
 
@@ -61,6 +64,12 @@ bool firstItemTurnsRoutingOn(PanelSession &session) {
 bool routingCanBeTurnedOnAt(PanelSession &session, const ScreenArea &area, int button) {
     const OpenMenus menus(session.display->name());
     return openMenuAt(session, menus, area, button) && firstItemTurnsRoutingOn(session);
+}
+
+std::string toldIconPlace(PanelSession &session) {
+    EXPECT_EQ(session.fernhop({"status", "--json"}), 0);
+    const auto icon = nlohmann::json::parse(session.output(), nullptr, false).value("icon", nlohmann::json());
+    return icon.is_string() ? icon.get<std::string>() : "";
 }
 
 bool hasToolkit(pid_t process) {

@@ -29,6 +29,9 @@ inline constexpr ScreenArea firstIcon{0, 0, 30, 30};
 /// Opens the menu and does that.
 [[nodiscard]] bool routingCanBeTurnedOnAt(PanelSession &session, const ScreenArea &area, int button = 1);
 
+/// What `fernhop status` says shows the icon; empty: nothing.
+[[nodiscard]] std::string toldIconPlace(PanelSession &session);
+
 /// Whether a process has the widget toolkit in it.
 [[nodiscard]] bool hasToolkit(pid_t process);
 

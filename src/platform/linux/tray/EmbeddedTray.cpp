@@ -5,10 +5,7 @@
 namespace fernhop::freedesktop {
 
 EmbeddedTray::EmbeddedTray(GDBusConnection *bus, EmbeddedTrayPlace trayPlace, PerformAction performAction)
-    : place(std::move(trayPlace)), perform(std::move(performAction)) {
-    if (!place.display.empty())
-        hosts.emplace(bus, [this] { look(); });
-}
+    : place(std::move(trayPlace)), perform(std::move(performAction)), hosts(bus, [this] { look(); }) {}
 
 EmbeddedTray::~EmbeddedTray() {
     stopWaiting();
@@ -34,7 +31,9 @@ void EmbeddedTray::setMenu(std::shared_ptr<const ui::Menu> newMenu) {
 }
 
 void EmbeddedTray::look() {
-    if (hosts->areThere().value_or(true)) {
+    if (place.display.empty())
+        return;
+    if (hosts.areThere().value_or(true)) {
         stopWaiting();
         icon.reset();
         tray.reset();

@@ -6,7 +6,6 @@
 
 #include <chrono>
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace fernhop::freedesktop {
@@ -33,6 +32,11 @@ class EmbeddedTray {
     void setToolTip(const std::string &text);
     void setMenu(std::shared_ptr<const ui::Menu> newMenu);
 
+    /// Whether a tray of windows was given an icon.
+    [[nodiscard]] bool isShown() const { return icon != nullptr; }
+    /// Whether somebody is known to show StatusNotifier items.
+    [[nodiscard]] bool givesWay() const { return hosts.areThere().value_or(false); }
+
   private:
     void look();
     void stopWaiting();
@@ -47,7 +51,7 @@ class EmbeddedTray {
     std::unique_ptr<XTray> tray; ///< while nobody shows StatusNotifier items
     std::unique_ptr<EmbeddedIcon> icon;
     guint waiting = 0;
-    std::optional<NotifierHosts> hosts; ///< nothing where there is no display
+    NotifierHosts hosts;
 };
 
 } // namespace fernhop::freedesktop

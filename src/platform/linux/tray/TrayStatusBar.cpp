@@ -5,40 +5,55 @@
 #include <utility>
 
 namespace fernhop::freedesktop {
+
+/// The icon in each of the two kinds of tray.
+class TrayIcon {
+  public:
+    TrayIcon(GDBusConnection *bus, const EmbeddedTrayPlace &embedding, const PerformAction &perform,
+             std::function<void(const std::string &token)> takeToken)
+        : item(bus, MenuService::path, std::move(takeToken)), embedded(bus, embedding, perform) {}
+
+    [[nodiscard]] IconPlace place() const {
+        if (embedded.isShown())
+            return IconPlace::windowTray;
+        return embedded.givesWay() && item.isRegistered() ? IconPlace::panel : IconPlace::nowhere;
+    }
+
+    NotifierItem item;
+    EmbeddedTray embedded;
+};
+
 namespace {
 
 class TrayStatusItem : public ui::StatusItem {
   public:
-    TrayStatusItem(GDBusConnection *bus, const IconFinder &icons, const EmbeddedTrayPlace &embedding,
-                   const ui::Appearance &barAppearance, const PerformAction &perform,
-                   std::function<void(const std::string &token)> takeToken)
-        : appearance(barAppearance), menu(bus, icons, perform),
-          item(bus, MenuService::path, std::move(takeToken)), embedded(bus, embedding, perform) {}
+    TrayStatusItem(const ui::Appearance &barAppearance, std::unique_ptr<MenuService> menuService,
+                   std::shared_ptr<TrayIcon> trayIcon)
+        : appearance(barAppearance), menu(std::move(menuService)), icon(std::move(trayIcon)) {}
 
     // Whether a tray shows it can change at any time; what it is dressed with is kept for the next one.
     [[nodiscard]] bool hasButton() const override { return true; }
     [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return appearance; }
     void setToolTip(const std::string &text) override {
-        item.setToolTip(text);
-        embedded.setToolTip(text);
+        icon->item.setToolTip(text);
+        icon->embedded.setToolTip(text);
     }
-    void setTitle(const std::string &title) override { item.setTitle(title); }
+    void setTitle(const std::string &title) override { icon->item.setTitle(title); }
     // A tray shows nothing but the image.
     void setImagePosition(ui::ImagePosition) override {}
     void setImage(ui::ImageReference image) override {
-        item.setImage(image);
-        embedded.setImage(std::move(image));
+        icon->item.setImage(image);
+        icon->embedded.setImage(std::move(image));
     }
     void setMenu(std::shared_ptr<const ui::Menu> newMenu) override {
-        menu.setMenu(newMenu);
-        embedded.setMenu(std::move(newMenu));
+        menu->setMenu(newMenu);
+        icon->embedded.setMenu(std::move(newMenu));
     }
 
   private:
     const ui::Appearance &appearance;
-    MenuService menu;
-    NotifierItem item;
-    EmbeddedTray embedded;
+    const std::unique_ptr<MenuService> menu;
+    const std::shared_ptr<TrayIcon> icon;
 };
 
 } // namespace
@@ -49,16 +64,23 @@ TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const IconFinder &icon
       appearance(bus, std::move(appearanceChanged)) {}
 
 std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
-    return std::make_unique<TrayStatusItem>(
-        bus, icons, embedding, appearance,
-        [this](ui::Selector selector, const ui::MenuItem &sender) {
-            if (perform)
-                perform(selector, sender);
-        },
-        [this](const std::string &token) {
-            if (takeToken)
-                takeToken(token);
-        });
+    const auto click = [this](ui::Selector selector, const ui::MenuItem &sender) {
+        if (perform)
+            perform(selector, sender);
+    };
+    // The menu first, as whoever hears of the item may ask for it.
+    auto menu = std::make_unique<MenuService>(bus, icons, click);
+    auto newIcon = std::make_shared<TrayIcon>(bus, embedding, click, [this](const std::string &token) {
+        if (takeToken)
+            takeToken(token);
+    });
+    icon = newIcon;
+    return std::make_unique<TrayStatusItem>(appearance, std::move(menu), std::move(newIcon));
+}
+
+IconPlace TrayStatusBar::iconPlace() const {
+    const auto shown = icon.lock();
+    return shown ? shown->place() : IconPlace::nowhere;
 }
 
 } // namespace fernhop::freedesktop

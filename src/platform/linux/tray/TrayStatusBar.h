@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/SessionReport.h"
 #include "platform/linux/tray/EmbeddedTray.h"
 #include "platform/linux/tray/MenuService.h"
 #include "platform/linux/tray/PortalAppearance.h"
@@ -11,6 +12,8 @@
 #include <string>
 
 namespace fernhop::freedesktop {
+
+class TrayIcon;
 
 /// The tray of a session with a bus. Main thread only.
 class TrayStatusBar : public ui::StatusBar {
@@ -30,6 +33,9 @@ class TrayStatusBar : public ui::StatusBar {
     /// Who gets the tokens that hosts send ahead of clicks, by which a window of ours may come to the front.
     void setTakeToken(std::function<void(const std::string &token)> take) { takeToken = std::move(take); }
 
+    /// What shows the item now; nowhere without one.
+    [[nodiscard]] IconPlace iconPlace() const;
+
     /// There is one place for an item on a connection, so one item at a time.
     [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double length) override;
 
@@ -40,6 +46,7 @@ class TrayStatusBar : public ui::StatusBar {
     const PortalAppearance appearance;
     PerformAction perform;
     std::function<void(const std::string &token)> takeToken;
+    std::weak_ptr<const TrayIcon> icon; ///< of the item
 };
 
 } // namespace fernhop::freedesktop

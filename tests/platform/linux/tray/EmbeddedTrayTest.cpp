@@ -81,7 +81,9 @@ class EmbeddedTrayTest : public testing::Test {
         tray = makeTray(display->name());
     }
 
-    [[nodiscard]] std::unique_ptr<EmbeddedTray> makeTray(const std::string &displayName) {
+    [[nodiscard]] std::unique_ptr<EmbeddedTray>
+    makeTray(const std::string &displayName,
+             std::chrono::milliseconds patience = std::chrono::milliseconds(1)) {
         return std::make_unique<EmbeddedTray>(connection.get(),
                                               EmbeddedTrayPlace{displayName,
                                                                 [this](PerformAction perform) {
@@ -89,7 +91,7 @@ class EmbeddedTrayTest : public testing::Test {
                                                                     return std::make_unique<RecordingIcon>(
                                                                         given);
                                                                 },
-                                                                std::chrono::milliseconds(1)},
+                                                                patience},
                                               [](auto, const auto &) {});
     }
     [[nodiscard]] bool icons(int number) {
@@ -176,7 +178,46 @@ TEST_F(EmbeddedTrayTest, IsNotThereBesideAHost) {
     EXPECT_EQ(given.made, 0);
 }
 
-TEST_F(EmbeddedTrayTest, WithoutADisplayNothingIsAsked) {
+TEST_F(EmbeddedTrayTest, AHostThatComesSoonAfterTheTrayIsWaitedFor) {
+    tray = makeTray(display->name(), std::chrono::hours(1));
+    const TrayWindow window(display->name());
+    settle();
+    settle();
+    EXPECT_EQ(given.made, 0);
+    const Watcher watcher(bus.address());
+    EXPECT_TRUE(support::runUntil([this] { return tray->givesWay(); }));
+    EXPECT_EQ(given.made, 0);
+}
+
+TEST_F(EmbeddedTrayTest, TellsWhetherItIsShown) {
+    EXPECT_FALSE(tray->isShown());
+    {
+        const TrayWindow window(display->name());
+        EXPECT_TRUE(support::runUntil([this] { return tray->isShown(); }));
+        EXPECT_FALSE(tray->givesWay());
+    }
+    EXPECT_TRUE(support::runUntil([this] { return !tray->isShown(); }));
+}
+
+TEST_F(EmbeddedTrayTest, WhereNoIconCanBeMadeItDoesWithout) {
+    int asked = 0;
+    tray = std::make_unique<EmbeddedTray>(connection.get(),
+                                          EmbeddedTrayPlace{display->name(),
+                                                            [&](const PerformAction &) {
+                                                                ++asked;
+                                                                return nullptr;
+                                                            },
+                                                            std::chrono::milliseconds(1)},
+                                          [](auto, const auto &) {});
+    const TrayWindow window(display->name());
+    ASSERT_TRUE(support::runUntil([&] { return asked == 1; }));
+    tray->setImage(symbol("envelope"));
+    tray->setToolTip("Fernhop");
+    tray->setMenu(std::make_shared<const ui::Menu>());
+    EXPECT_FALSE(tray->isShown());
+}
+
+TEST_F(EmbeddedTrayTest, WithoutADisplayNothingIsMade) {
     tray = makeTray("");
     const TrayWindow window(display->name());
     settle();

@@ -35,6 +35,9 @@ class TrayItemTest : public TrayTest {
         EXPECT_EQ(g_variant_n_children(all.get()), count);
         EXPECT_GT(count, 3U);
     }
+    [[nodiscard]] bool iconIsIn(IconPlace place) {
+        return support::runUntil([&] { return bar.iconPlace() == place; });
+    }
 };
 
 TEST_F(TrayItemTest, ToldAllAtOnceThePropertiesAreThoseThatAreDeclared) {
@@ -99,6 +102,43 @@ TEST_F(TrayItemTest, RegistersAgainWhereAWatcherRefusesAtFirst) {
     ASSERT_TRUE(support::runUntil([&] { return !watcher.items.empty(); }));
     EXPECT_EQ(watcher.refusals, 0);
     EXPECT_EQ(watcher.items, std::vector{ownName()});
+}
+
+TEST_F(TrayItemTest, LeavesAWatcherAloneThatItHasRegisteredWith) {
+    Watcher watcher(bus.address());
+    ASSERT_TRUE(iconIsIn(IconPlace::panel));
+    watcher.setHost(false);
+    watcher.setHost(true);
+    ASSERT_TRUE(iconIsIn(IconPlace::panel));
+    host.settle();
+    EXPECT_EQ(watcher.items.size(), 1U);
+}
+
+TEST_F(TrayItemTest, TellsWhetherAPanelShowsIt) {
+    EXPECT_EQ(bar.iconPlace(), IconPlace::nowhere);
+    {
+        Watcher watcher(bus.address(), false);
+        ASSERT_TRUE(support::runUntil([&] { return !watcher.items.empty(); }));
+        host.settle();
+        EXPECT_EQ(bar.iconPlace(), IconPlace::nowhere) << "there is no host";
+        watcher.setHost(true);
+        EXPECT_TRUE(iconIsIn(IconPlace::panel));
+        watcher.setHost(false);
+        EXPECT_TRUE(iconIsIn(IconPlace::nowhere));
+        watcher.setHost(true);
+        EXPECT_TRUE(iconIsIn(IconPlace::panel));
+    }
+    EXPECT_TRUE(iconIsIn(IconPlace::nowhere)) << "the watcher is gone";
+    item.reset();
+    EXPECT_EQ(bar.iconPlace(), IconPlace::nowhere);
+}
+
+TEST_F(TrayItemTest, IsNotShownByAPanelWhoseWatcherRefusesIt) {
+    Watcher watcher(bus.address());
+    watcher.refusals = 1;
+    ASSERT_TRUE(support::runUntil([&] { return watcher.refusals == 0; }));
+    EXPECT_EQ(bar.iconPlace(), IconPlace::nowhere);
+    EXPECT_TRUE(iconIsIn(IconPlace::panel));
 }
 
 } // namespace
