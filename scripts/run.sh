@@ -18,6 +18,10 @@ demonstrate() {
 startInSession() {
     local prefix="${PREFIX:-$HOME/.local}"
     cmake --install build/release --prefix "$prefix"
+    if "$prefix/bin/fernhop" status --json | grep '"running": true' >/dev/null; then
+        echo "Fernhop runs already, as it was before: \`$prefix/bin/fernhop quit\` ends it, and make run starts the new one."
+        return
+    fi
     echo "Starting $prefix/bin/fernhop: click its icon in the tray. \`$prefix/bin/fernhop --help\` says what the command line can do."
     echo "Ctrl-C ends it."
     exec "$prefix/bin/fernhop"
