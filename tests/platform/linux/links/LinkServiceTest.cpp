@@ -165,6 +165,12 @@ TEST_F(LinkServiceTest, AConnectionHasPlaceForOne) {
 TEST_F(LinkServiceTest, TheNameIsForOne) {
     EXPECT_EQ(requestName(client.get(), serviceName), NameRequest::taken);
     EXPECT_EQ(requestName(client.get(), "no name"), NameRequest::failed);
+    // Nor does anybody get it by asking the bus to take it away.
+    const PendingCall taking(client.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                             "org.freedesktop.DBus", "RequestName",
+                             g_variant_new("(su)", serviceName, 2U | 4U));
+    ASSERT_TRUE(taking.wait());
+    EXPECT_EQ(taking.result(), "(3,)"); // DBUS_REQUEST_NAME_REPLY_EXISTS
 }
 
 } // namespace
