@@ -37,12 +37,9 @@ std::string shownText(std::string_view text) {
 }
 
 std::string menuLabel(std::string_view title) {
-    std::string label;
-    for (const char byte : shownText(title)) {
-        label.push_back(byte);
-        if (byte == '_')
-            label.push_back('_');
-    }
+    std::string label = shownText(title);
+    for (auto place = label.find('_'); place != std::string::npos; place = label.find('_', place + 2))
+        label.insert(place, 1, '_');
     return label;
 }
 

@@ -107,9 +107,12 @@ TEST_F(MenuHostsTest, GroupsOfUnknownItemsAloneAreErrors) {
 }
 
 TEST_F(MenuHostsTest, WhatNoMessageCanCarryIsRefusedAndTheBusKeepsTheConnection) {
+    std::string longest; // that a label may be
+    while (longest.size() < 4000)
+        longest += "😀";
     std::vector<MenuItem> rules;
-    for (int number = 0; number < 30000; ++number)
-        rules.emplace_back(std::string(1000, 'a'), "a");
+    while (rules.size() * longest.size() < largestMenuAnswer)
+        rules.emplace_back(longest, "a");
     show(std::move(rules));
     EXPECT_TRUE(host.menuCall("GetLayout", std::string("(0, -1, @as [])")).error);
     EXPECT_TRUE(host.menuCall("GetGroupProperties", std::string("(@ai [], @as [])")).error);

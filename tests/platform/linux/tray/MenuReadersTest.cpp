@@ -18,14 +18,17 @@ std::shared_ptr<const Menu> nested(const char *leaf) {
 
 class MenuReadersTest : public testing::Test {
   protected:
-    MenuReadersTest() { EXPECT_TRUE(tree.show(nested("Leaf"))); }
-
+    static MenuTree treeOf(std::shared_ptr<const Menu> menu) {
+        MenuTree made;
+        EXPECT_TRUE(made.show(std::move(menu)));
+        return made;
+    }
     [[nodiscard]] MenuTree::Id below(MenuTree::Id id) const { return tree.find(id)->children.at(0); }
     [[nodiscard]] bool knows(const char *host, MenuTree::Id id) const {
         return readers.knows(host, *tree.find(id));
     }
 
-    MenuTree tree;
+    MenuTree tree = treeOf(nested("Leaf"));
     MenuReaders readers;
     MenuTree::Id outer = below(MenuTree::root), inner = below(outer), leaf = below(inner);
 };

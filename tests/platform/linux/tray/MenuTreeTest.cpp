@@ -97,24 +97,26 @@ TEST(MenuTreeTest, WhatLooksTheSameKeepsItsIdsAndGetsTheNewItems) {
 }
 
 TEST(MenuTreeTest, TellsSinceWhenWhatIsBeneathAnItemLooksAsItDoes) {
-    const auto parent = [](const char *below, bool isEnabled, const char *icon) {
+    const auto icon = [] { return std::make_shared<const Image>(ApplicationIcon{"/a.desktop"}, 16, false); };
+    const auto parent = [](const char *below, bool isEnabled, ImageReference image) {
         MenuItem leaf(below, "a");
         leaf.enabled = isEnabled;
-        leaf.image = std::make_shared<const Image>(ApplicationIcon{icon}, 16, false);
+        leaf.image = std::move(image);
         MenuItem item("Parent", "");
         item.submenu = Menu{{leaf}};
         return menuOf({item});
     };
+    const auto same = icon();
     MenuTree tree;
     EXPECT_EQ(tree.revision(), 0U);
-    EXPECT_TRUE(tree.show(parent("One", true, "/a.desktop")));
+    EXPECT_TRUE(tree.show(parent("One", true, same)));
     const auto id = top(tree)[0];
     EXPECT_EQ(tree.find(id)->changedIn, 1U);
-    EXPECT_TRUE(tree.show(parent("Two", true, "/a.desktop")));
+    EXPECT_TRUE(tree.show(parent("Two", true, same)));
     EXPECT_EQ(tree.find(id)->changedIn, 2U);
-    EXPECT_TRUE(tree.show(parent("Two", false, "/a.desktop")));
+    EXPECT_TRUE(tree.show(parent("Two", false, same)));
     EXPECT_EQ(tree.find(id)->changedIn, 3U) << "another item beneath is not the only change";
-    EXPECT_TRUE(tree.show(parent("Two", false, "/a.desktop")));
+    EXPECT_TRUE(tree.show(parent("Two", false, icon())));
     EXPECT_EQ(tree.find(id)->changedIn, 4U) << "an icon that was made anew may be another";
     EXPECT_EQ(tree.find(MenuTree::root)->changedIn, 1U) << "the parent itself is the same";
     EXPECT_EQ(tree.revision(), 4U);

@@ -20,7 +20,10 @@ class Watcher {
         : hasHost(thereIsAHost), connection(connectTo(address)),
           object(connection.get(), "/StatusNotifierWatcher", introspection,
                  {[this](auto, auto *body, auto *call) { add(body, call); },
-                  [this](auto) { return g_variant_new_boolean(hasHost); }}),
+                  [this](auto) {
+                      ++asked;
+                      return g_variant_new_boolean(hasHost);
+                  }}),
           name(g_bus_own_name_on_connection(connection.get(), "org.kde.StatusNotifierWatcher", takesAndGives,
                                             nullptr, nullptr, nullptr, nullptr)) {}
     ~Watcher() {
@@ -38,6 +41,7 @@ class Watcher {
 
     std::vector<std::string> items;
     int refusals = 0; ///< how many are to be refused before one is taken
+    int asked = 0;    ///< how often somebody asked whether there is a host
 
   private:
     static constexpr auto takesAndGives = static_cast<GBusNameOwnerFlags>(
