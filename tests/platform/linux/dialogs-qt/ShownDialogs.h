@@ -52,9 +52,35 @@ class ShownDialogs : public ControllerTest {
         controller->perform(selector, {.sender = &sender});
     }
 
+    /// Shows an alert; `user` works in it while it is open.
+    static int run(const ui::Alert &alert, const std::function<void(AlertDialog &, const ui::View &)> &user) {
+        QtAlerts &dialogs = presenter();
+        QTimer::singleShot(0, [&] {
+            auto *dialog = dynamic_cast<AlertDialog *>(QApplication::activeModalWidget());
+            if (!dialog) {
+                ADD_FAILURE() << "no dialog is open";
+                dialogs.dismiss();
+                return;
+            }
+            try {
+                user(*dialog, *alert.accessoryView);
+            } catch (const std::exception &error) {
+                ADD_FAILURE() << error.what();
+            }
+            dialogs.dismiss();
+        });
+        return dialogs.runModal(alert);
+    }
+
     std::map<std::string, std::string> iconsOfEntries; ///< by the paths of the entries
     std::optional<ui::AppearanceName> stated;
     std::string token;
+
+    /// Has the keyboard's events go to the dialog, as a window manager does.
+    static void activate(AlertDialog &dialog) {
+        dialog.activateWindow();
+        QApplication::processEvents();
+    }
 
     static QPushButton *buttonNamed(AlertDialog &dialog, const QString &text) {
         for (auto *button : dialog.findChildren<QPushButton *>())
@@ -74,25 +100,6 @@ class ShownDialogs : public ControllerTest {
                 [](const std::string &entry) { return current->iconsOfEntries[entry]; },
                 [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); },
                 [] { return current->stated; }, [] { return std::exchange(current->token, {}); }};
-    }
-
-    static int run(const ui::Alert &alert, const std::function<void(AlertDialog &, const ui::View &)> &user) {
-        QtAlerts &dialogs = presenter();
-        QTimer::singleShot(0, [&] {
-            auto *dialog = dynamic_cast<AlertDialog *>(QApplication::activeModalWidget());
-            if (!dialog) {
-                ADD_FAILURE() << "no dialog is open";
-                dialogs.dismiss();
-                return;
-            }
-            try {
-                user(*dialog, *alert.accessoryView);
-            } catch (const std::exception &error) {
-                ADD_FAILURE() << error.what();
-            }
-            dialogs.dismiss();
-        });
-        return dialogs.runModal(alert);
     }
 
     static inline ShownDialogs *current = nullptr;
