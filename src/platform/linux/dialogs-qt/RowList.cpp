@@ -58,15 +58,22 @@ void RowList::update() {
 }
 
 void RowList::userSelected() {
-    if (isFollowingTable)
-        return;
+    if (!isFollowingTable)
+        table.selectRowIndexes(shownSelection(), false);
+}
+
+std::set<std::size_t> RowList::shownSelection() const {
     std::set<std::size_t> rows;
     for (const QModelIndex &index : selectionModel()->selectedIndexes())
         rows.insert(static_cast<std::size_t>(index.row()));
-    table.selectRowIndexes(rows, false);
+    return rows;
 }
 
 void RowList::showSelection() {
+    // To select again what is selected would make it one piece to the toolkit: a Ctrl+click whose pointer
+    // moves by a pixel replaces the piece that was added last, and with it all the others.
+    if (shownSelection() == table.selectedRowIndexes())
+        return;
     QItemSelection selection;
     for (const std::size_t row : table.selectedRowIndexes()) {
         const QModelIndex index = model->index(static_cast<int>(row));

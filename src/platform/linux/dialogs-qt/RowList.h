@@ -5,6 +5,8 @@
 
 #include <QAbstractListModel>
 #include <QListView>
+#include <cstddef>
+#include <set>
 
 namespace fernhop::freedesktop {
 
@@ -37,6 +39,7 @@ class RowList : public QListView {
 
   private:
     void userSelected();
+    [[nodiscard]] std::set<std::size_t> shownSelection() const;
     void showSelection();
 
     ui::TableView &table;

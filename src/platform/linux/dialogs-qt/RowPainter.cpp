@@ -70,6 +70,16 @@ class TreePainter {
     QPalette palette = option.palette;
 };
 
+/// Shows which row the keyboard is at, on selected rows too, where the styles' own marks can hardly be seen.
+void paintKeyboardMark(QPainter &painter, const QStyleOptionViewItem &option) {
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    constexpr double inset = 1.5;
+    painter.setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+    painter.setBrush(Qt::NoBrush);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset));
+}
+
 } // namespace
 
 void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -82,6 +92,8 @@ void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const ui::Size size{static_cast<double>(option.rect.width()), static_cast<double>(option.rect.height())};
     painter->save();
     TreePainter(*painter, option, host).paint(*row, layOut(*row, size, rowMeasures()));
+    if (option.state.testFlag(QStyle::State_HasFocus))
+        paintKeyboardMark(*painter, option);
     painter->restore();
 }
 
