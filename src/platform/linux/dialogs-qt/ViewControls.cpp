@@ -1,6 +1,7 @@
 #include "platform/linux/dialogs-qt/DialogColors.h"
 #include "platform/linux/dialogs-qt/DialogImages.h"
 #include "platform/linux/dialogs-qt/LayerWidget.h"
+#include "platform/linux/dialogs-qt/LeftAlignedButton.h"
 #include "platform/linux/dialogs-qt/PaintedIcon.h"
 #include "platform/linux/dialogs-qt/RowList.h"
 #include "platform/linux/dialogs-qt/TextLabel.h"
@@ -92,9 +93,9 @@ QWidget *ViewWidgets::makePopUp(ui::View &view) {
 
 QWidget *ViewWidgets::makeButton(ui::View &view) {
     auto &button = static_cast<ui::Button &>(view);
-    auto *push = new QPushButton(buttonText(button.title), this);
-    if (button.alignment == ui::TextAlignment::left)
-        push->setStyleSheet(QStringLiteral("text-align: left; padding-left: 8px;"));
+    const QString text = buttonText(button.title);
+    auto *push = button.alignment == ui::TextAlignment::left ? new LeftAlignedButton(text, this)
+                                                             : new QPushButton(text, this);
     if (button.image) {
         const int side = static_cast<int>(button.image->side);
         push->setIcon(controlIcon(button.image, host));

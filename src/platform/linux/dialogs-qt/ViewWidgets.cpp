@@ -56,9 +56,10 @@ QWidget *ViewWidgets::widgetOf(const ui::View &view) const {
 }
 
 bool ViewWidgets::focusFirstInput() {
-    if (inputs.empty())
+    const auto first = std::ranges::find_if(inputs, [](const QWidget *input) { return input->isEnabled(); });
+    if (first == inputs.end())
         return false;
-    inputs.front()->setFocus();
+    (*first)->setFocus();
     return true;
 }
 

@@ -25,7 +25,7 @@ class ViewWidgets : public QWidget {
     /// Where a view stands in this widget.
     [[nodiscard]] Frame frameOf(const ui::View &view) const { return frames.at(&view); }
 
-    /// Gives the keyboard to the first field or pop-up; false when there is none.
+    /// Gives the keyboard to the first field or pop-up that takes it; false when none does.
     bool focusFirstInput();
 
   private:
