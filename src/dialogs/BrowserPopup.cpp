@@ -32,13 +32,13 @@ void updateBrowserPopup(ui::PopUpButton *popup, const std::optional<std::string>
     std::vector<ui::MenuItem> items;
     for (const Browser &browser : installedBrowsers)
         items.push_back(itemFor(browser, icons));
+    popup->enabled = !installedBrowsers.empty(); // first, for whoever shows it is told of the items alone
     popup->setItems(std::move(items));
     if (toSelect) {
         const auto found = std::ranges::find(installedBrowsers, *toSelect, &Browser::bundleID);
         if (found != installedBrowsers.end())
             popup->selectItem(static_cast<std::size_t>(found - installedBrowsers.begin()));
     }
-    popup->enabled = !installedBrowsers.empty();
 }
 
 } // namespace fernhop

@@ -91,6 +91,18 @@ TEST_F(BrowserPopupTest, WithoutBrowsersItIsEmptyAndDisabled) {
     EXPECT_TRUE(popup.enabled);
 }
 
+TEST_F(BrowserPopupTest, WhoeverShowsItIsToldWhenItCanBeUsed) {
+    update();
+    bool shownEnabled = popup.enabled;
+    popup.didChange = [&] { shownEnabled = popup.enabled; };
+    browsers.clear();
+    update();
+    EXPECT_FALSE(shownEnabled);
+    browsers.push_back({"First", "one", Url::fileUrl("/Applications/1.app")});
+    update();
+    EXPECT_TRUE(shownEnabled);
+}
+
 TEST_F(BrowserPopupTest, NoPopupIsNoFault) {
     updateBrowserPopup(nullptr, "one", browsers, icons);
     EXPECT_TRUE(desktop.workspace.iconRequests.empty());
