@@ -80,6 +80,16 @@ TEST_F(AppIconsTest, ApplicationsGoBeforeBrowsersAndTheWorkspace) {
     EXPECT_EQ(pathOf(named("both")), "/Applications/both.app");
 }
 
+TEST_F(AppIconsTest, FirstOfTwoWithAnIdentifierCounts) {
+    applications.push_back({"First", "twice", Url::fileUrl("/Applications/1.app"), {}});
+    applications.push_back({"Second", "twice", Url::fileUrl("/Applications/2.app"), {}});
+    browsers.push_back({"First", "browser", Url::fileUrl("/Applications/3.app")});
+    browsers.push_back({"Second", "browser", Url::fileUrl("/Applications/4.app")});
+    EXPECT_EQ(pathOf(named("twice")), "/Applications/1.app");
+    EXPECT_EQ(pathOf(named("browser")), "/Applications/3.app");
+    EXPECT_EQ(icons.appName("twice"), "First");
+}
+
 TEST_F(AppIconsTest, UnknownIdentifierHasNoIcon) {
     desktop.installApplication("Known");
     EXPECT_EQ(named(std::nullopt), nullptr);

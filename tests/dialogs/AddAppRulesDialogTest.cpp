@@ -11,6 +11,14 @@ TEST_F(AddAppRulesTest, BrowsersAreNotOffered) {
     lookAt([](const Dialog &d) { EXPECT_EQ(d.names(), (Names{"Alpha", "Beta", "Chat", "Delta"})); });
 }
 
+TEST_F(AddAppRulesTest, ApplicationWhoseIdentifierIsAlmostABrowsersIsOffered) {
+    desktop.applications.installApplication("/Applications/Almost.app", "Browser.A", "Almost");
+    controller->refreshBrowsers();
+    lookAt([](const Dialog &d) {
+        EXPECT_EQ(d.names(), (Names{"Almost", "Alpha", "Beta", "Chat", "Delta"}));
+    });
+}
+
 TEST_F(AddAppRulesTest, ClosedDialogLeavesNothingToUpdate) {
     std::shared_ptr<SearchField> search;
     std::weak_ptr<View> container;
@@ -84,6 +92,15 @@ TEST_F(AddAppRulesTest, AddingTurnsRoutingOnWhenItIsOff) {
         EXPECT_EQ(desktop.statusBar.menusSet, 2);
         EXPECT_TRUE(desktop.defaults.history.front().contains(std::string(settingsKey::appRules)));
     }
+}
+
+TEST_F(AddAppRulesTest, HandlerOfAlmostFernhopsNameIsAnother) {
+    setHandlers("ORG.fernhop.Fernhop");
+    openDialog([this](const Dialog &d) {
+        select(d, {0});
+        return confirm;
+    });
+    EXPECT_EQ(desktop.launchServices.calls, routingTurnedOn);
 }
 
 TEST_F(AddAppRulesTest, AddingNothingBeeps) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace fernhop {
 namespace {
 
@@ -14,6 +16,17 @@ TEST_F(AddAppRulesTest, ControllerAnswersForTheListBySelector) {
         EXPECT_FALSE(std::get<std::shared_ptr<Object>>(*cell));
         const auto last = controller->perform("tableView:viewForTableColumn:row:", {.row = 3});
         EXPECT_TRUE(std::get<std::shared_ptr<Object>>(*last));
+    });
+}
+
+TEST_F(AddAppRulesTest, SelectorsKeepTheSelectionAndTellOfIt) {
+    lookAt([this](const Dialog &d) {
+        d.table->selectionDidChange = nullptr; // they are asked instead
+        d.table->selectRowIndexes({1}, false);
+        controller->perform("updateRuleDialogHint");
+        EXPECT_EQ(d.text(), emptyHint) << "it tells what is kept";
+        controller->perform("tableViewSelectionDidChange:");
+        EXPECT_EQ(d.text(), "将已选择的 Beta 浏览器改成：browser.b");
     });
 }
 
@@ -50,6 +63,23 @@ TEST_F(AddAppRulesTest, WhatTheSearchHidesStaysSelected) {
         EXPECT_EQ(d.text(), "将已选择的 Alpha、Beta 等 3 个 App 浏览器改成：browser.b");
         type(d, "");
         EXPECT_EQ(d.selected(), (Rows{0, 1, 2}));
+    });
+}
+
+TEST_F(AddAppRulesTest, SearchKeepsASelectionThatNobodyToldOf) {
+    lookAt([this](const Dialog &d) {
+        const auto told = std::exchange(d.table->selectionDidChange, nullptr);
+        d.table->selectRowIndexes({1, 2}, false); // Beta, Chat
+        d.table->selectionDidChange = told;
+        type(d, "beta");
+        EXPECT_EQ(d.selected(), Rows{0});
+        EXPECT_EQ(d.text(), "将已选择的 Beta、Chat 浏览器改成：browser.b");
+    });
+    lookAt([this](const Dialog &d) {
+        d.table->selectionDidChange = nullptr;
+        d.table->selectRowIndexes({3}, false);
+        type(d, "nothing like it"); // there is no row left whose selection could be told of
+        EXPECT_EQ(d.text(), "将已选择的 Delta 浏览器改成：browser.b");
     });
 }
 

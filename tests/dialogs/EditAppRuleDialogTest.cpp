@@ -139,6 +139,11 @@ TEST_F(EditAppRuleTest, WithoutABrowserNothingIsWritten) {
         return confirm;
     });
     expectNothingWritten(0);
+    edit("com.example.mail", [](PopUpButton &popup) {
+        popup.setItems({MenuItem("no browser", "")});
+        return confirm;
+    });
+    expectNothingWritten(0);
 }
 
 TEST_F(EditAppRuleTest, ClearingByButtonAsksNothing) {

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <string>
+
 namespace fernhop {
 namespace {
 
@@ -82,15 +85,23 @@ TEST_F(URLRuleDialogTest, FieldAndPopupAreSetUp) {
     add([](const Dialog &d) {
         EXPECT_TRUE(d.pattern->editable);
         EXPECT_EQ(d.pattern->stringValue(), "");
-        EXPECT_TRUE(d.pattern->placeholder.starts_with("例如 "));
-        EXPECT_NE(d.pattern->placeholder.find("、https://"), std::string::npos);
-        EXPECT_TRUE(d.pattern->placeholder.ends_with("/*"));
+        EXPECT_EQ(d.pattern->action, "");
         EXPECT_EQ(d.pattern->controlSize, ControlSize::large);
         EXPECT_FALSE(d.pattern->translatesAutoresizingMask);
         EXPECT_EQ(d.popup->controlSize, ControlSize::large);
         EXPECT_FALSE(d.popup->translatesAutoresizingMask);
         EXPECT_EQ(d.popup->action, "");
         EXPECT_EQ(picked(*d.popup), "browser.b"); // the effective default
+        return cancel;
+    });
+}
+
+TEST_F(URLRuleDialogTest, PlaceholderShowsAHostAndAPatternOfAnother) {
+    add([](const Dialog &d) {
+        std::smatch example;
+        const std::regex form("例如 ([a-z.-]+)、https://([a-z.-]+)/\\*");
+        EXPECT_TRUE(std::regex_match(d.pattern->placeholder, example, form)) << d.pattern->placeholder;
+        EXPECT_NE(example[1], example[2]);
         return cancel;
     });
 }
@@ -122,6 +133,28 @@ TEST_F(URLRuleDialogTest, PatternIsStoredTrimmed) {
     EXPECT_FALSE(added->id.empty());
     EXPECT_EQ(desktop.statusBar.menusSet, 1);
     EXPECT_TRUE(desktop.launchServices.calls.empty());
+}
+
+TEST_F(URLRuleDialogTest, AnyPatternIsTaken) {
+    for (const char *pattern :
+         {"**", "[a-", "A B", "http://%zz/", "一", "two.example" /* another rule's */}) {
+        edit("1", [&](const Dialog &d) {
+            d.pattern->setStringValue(pattern);
+            return confirm;
+        });
+        EXPECT_EQ(rules().front(), (URLRule{"1", pattern, "browser.a"}));
+        EXPECT_EQ(desktop.sound.beeps, 0) << pattern;
+    }
+}
+
+TEST_F(URLRuleDialogTest, AddingAPatternThatIsThereChangesItsBrowser) {
+    add([](const Dialog &d) {
+        d.pattern->setStringValue(" TWO.example");
+        return confirm;
+    });
+    EXPECT_EQ(rules(),
+              (std::vector<URLRule>{{"1", "one.example", "browser.a"}, {"2", "two.example", "browser.b"}}));
+    EXPECT_EQ(desktop.statusBar.menusSet, 1);
 }
 
 TEST_F(URLRuleDialogTest, EditingKeepsTheIdentifierAndThePlace) {
