@@ -16,7 +16,7 @@ enum class ColorRole {
 /// A role's colour at a strength.
 struct Color {
     ColorRole role = ColorRole::label;
-    double alpha = 1; ///< 0 to 1, multiplied with the role's own
+    double alpha = 1; ///< 0 to 1; 1: as strong as the desktop has it
 
     bool operator==(const Color &) const = default;
 };

@@ -73,6 +73,14 @@ std::string expectedColor(const ui::Color &color) {
     return fromNSString([NSString stringWithFormat:@"%s %g", names.at(color.role).c_str(), color.alpha]);
 }
 
+std::string expectedFont(const ui::Font &font) {
+    static const std::map<ui::FontWeight, NSFontWeight> weights{
+        {ui::FontWeight::regular, NSFontWeightRegular},
+        {ui::FontWeight::medium, NSFontWeightMedium},
+        {ui::FontWeight::semibold, NSFontWeightSemibold}};
+    return describe([NSFont systemFontOfSize:font.size weight:weights.at(font.weight)]);
+}
+
 std::string expectedLayerColor(NSView *shown, const std::optional<ui::Color> &color) {
     if (!color)
         return "none";
@@ -160,7 +168,7 @@ void Comparison::compareText(NSTextField *shown, const ui::TextField &view) {
     EXPECT_EQ(actionOf(shown), view.action);
     EXPECT_EQ([shown controlSize], static_cast<NSControlSize>(view.controlSize));
     if (!view.editable) {
-        EXPECT_EQ([shown font].pointSize, view.font.size);
+        EXPECT_EQ(describe([shown font]), expectedFont(view.font));
         EXPECT_EQ(describe([shown textColor]), expectedColor(view.textColor));
         EXPECT_EQ([shown lineBreakMode] == NSLineBreakByWordWrapping, view.wrapsByWord);
         EXPECT_EQ([shown maximumNumberOfLines], view.maximumLines);
