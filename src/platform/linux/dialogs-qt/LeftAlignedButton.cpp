@@ -8,7 +8,22 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-constexpr int inset = 8; ///< of the content, from either end
+constexpr int inset = 10; ///< of the content, from either end
+
+void paintContent(QStylePainter &painter, QStyleOptionButton &option) {
+    constexpr int besideIcon = 6;
+    QRect room = option.rect.adjusted(inset, 0, -inset, 0);
+    if (!option.icon.isNull()) {
+        option.icon.paint(&painter, {room.topLeft(), QSize(option.iconSize.width(), room.height())});
+        room.setLeft(room.left() + option.iconSize.width() + besideIcon);
+    }
+    // Styles put a text into the middle of its place, which is therefore made no wider than it.
+    const int text = option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
+    room.setWidth(std::min(text, room.width()));
+    option.rect = room;
+    option.icon = {};
+    painter.drawControl(QStyle::CE_PushButtonLabel, option);
+}
 
 } // namespace
 
@@ -27,12 +42,7 @@ void LeftAlignedButton::paintEvent(QPaintEvent *) {
         focus.rect = style()->subElementRect(QStyle::SE_PushButtonFocusRect, &option, this);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
     }
-    // Styles put the content into the middle of its place, which is therefore made no wider than it.
-    constexpr int besideIcon = 4; // which is the styles' own
-    const int icon = option.icon.isNull() ? 0 : option.iconSize.width() + besideIcon;
-    const int content = icon + option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
-    option.rect = {inset, 0, std::min(content, width() - 2 * inset), height()};
-    painter.drawControl(QStyle::CE_PushButtonLabel, option);
+    paintContent(painter, option);
 }
 
 } // namespace fernhop::freedesktop

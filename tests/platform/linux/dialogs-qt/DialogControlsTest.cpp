@@ -231,13 +231,14 @@ TEST_F(DialogControlsTest, ContactsStandAtTheLeftOfTheirButtons) {
         for (std::size_t channel = 0; channel < 4; ++channel) {
             auto &button = contact(dialog, root, channel);
             const QRect inside = button.rect().adjusted(4, 6, -4, -6);
-            const QRectF content = boxOf(look(button, inside), [](const QColor &color) {
-                return color.lightness() < 110 || color.saturation() > 120; // text, and the icon in blue
-            });
+            const auto isInk = [](const QColor &color) { return color.lightness() < 110; };
+            const QRectF content = boxOf(look(button, inside), isInk);
             EXPECT_LT(content.left(), 12) << channel;
             EXPECT_GT(content.left(), 1) << channel;
             EXPECT_LT(content.right(), 290) << channel;
             EXPECT_GT(content.width(), 60) << channel;
+            const QRect besideIcon(29, 6, 4, button.height() - 12);
+            EXPECT_TRUE(boxOf(look(button, besideIcon), isInk).isEmpty()) << channel;
         }
     });
 }
