@@ -21,9 +21,13 @@ class EmbeddedIconTest : public testing::Test {
         session.emplace();
     }
 
-    [[nodiscard]] std::unique_ptr<support::ChildProcess> startTray() {
-        return session->start({"trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
-                               "--height", "24", "--SetDockType", "true"});
+    [[nodiscard]] std::unique_ptr<support::ChildProcess>
+    startTray(const std::vector<std::string> &more = {}) {
+        std::vector<std::string> words = {"trayer", "--edge",        "top",     "--align",
+                                          "left",   "--widthtype",   "request", "--height",
+                                          "24",     "--SetDockType", "true"};
+        words.insert(words.end(), more.begin(), more.end());
+        return session->start(words);
     }
     [[nodiscard]] bool shows(bool expected) {
         return support::waitUntil([&] { return inkShows(*session, icon) == expected; });
@@ -55,6 +59,12 @@ TEST_F(EmbeddedIconTest, ShowsInATrayThatComesLateAndInTheNextOne) {
     tray = startTray();
     EXPECT_TRUE(shows(true)) << session->log();
     EXPECT_TRUE(session->resident->isRunning());
+}
+
+TEST_F(EmbeddedIconTest, ShowsInABlackTray) {
+    const auto tray = startTray({"--transparent", "true", "--alpha", "0", "--tint", "0x000000"});
+    session->startFernhop();
+    EXPECT_TRUE(support::waitUntil([&] { return lightShows(*session, icon); })) << session->log();
 }
 
 TEST_F(EmbeddedIconTest, GivesWayToAPanelThatShowsNotifierItemsAndComesBack) {

@@ -20,23 +20,45 @@ bool isHandler(PanelSession &session) {
     return session.defaultHandler() == "org.fernhop.Fernhop.desktop";
 }
 
-} // namespace
-
-bool hasInk(const std::string &file, const ScreenArea &area) {
+/// The pixels of a picture in a file, each as its brightness; none when it cannot be read.
+std::string brightnessOf(const std::string &file) {
     const std::string gray = file + ".gray";
-    if (support::ChildProcess({{"convert", file, "-depth", "8", gray}, {}}).wait() != 0)
-        return false;
-    const auto pixels = contentsOf(gray);
-    const auto count = [&](auto test) { return std::count_if(pixels.begin(), pixels.end(), test); };
-    const auto dark = count([](char pixel) { return static_cast<unsigned char>(pixel) < 64; });
-    const auto light = count([](char pixel) { return static_cast<unsigned char>(pixel) > 192; });
+    const bool isRead = support::ChildProcess({{"convert", file, "-depth", "8", gray}, {}}).wait() == 0;
+    return isRead ? contentsOf(gray) : "";
+}
+
+template <typename Test>
+auto count(const std::string &brightness, Test test) {
+    return std::count_if(brightness.begin(), brightness.end(),
+                         [&](char pixel) { return test(static_cast<unsigned char>(pixel)); });
+}
+
+/// A picture of an area of the screen, as brightnesses.
+std::string screenAt(PanelSession &session, const ScreenArea &area) {
+    const std::string file = session.home.root() + "/screen.png";
+    if (session.run({"import", "-window", "root", "-crop", geometry(area), "+repage", file}) != 0)
+        return "";
+    return brightnessOf(file);
+}
+
+bool isInk(const std::string &brightness, const ScreenArea &area) {
+    const auto dark = count(brightness, [](int pixel) { return pixel < 64; });
+    const auto light = count(brightness, [](int pixel) { return pixel > 192; });
     return dark > 30 && light > area.width * area.height / 3;
 }
 
+} // namespace
+
+bool hasInk(const std::string &file, const ScreenArea &area) {
+    return isInk(brightnessOf(file), area);
+}
+
 bool inkShows(PanelSession &session, const ScreenArea &area) {
-    const std::string file = session.home.root() + "/screen.png";
-    return session.run({"import", "-window", "root", "-crop", geometry(area), "+repage", file}) == 0 &&
-           hasInk(file, area);
+    return isInk(screenAt(session, area), area);
+}
+
+bool lightShows(PanelSession &session, const ScreenArea &area) {
+    return count(screenAt(session, area), [](int pixel) { return pixel > 96; }) > 30;
 }
 
 bool openMenuAt(PanelSession &session, const OpenMenus &menus, const ScreenArea &area, int button) {

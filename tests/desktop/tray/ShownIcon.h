@@ -19,6 +19,9 @@ inline constexpr ScreenArea firstIcon{0, 0, 30, 30};
 /// Whether that shows there now. Needs `import` and `convert`.
 [[nodiscard]] bool inkShows(PanelSession &session, const ScreenArea &area);
 
+/// Whether something light shows there now, on a black ground. Needs `import` and `convert`.
+[[nodiscard]] bool lightShows(PanelSession &session, const ScreenArea &area);
+
 /// Opens the menu of an icon with a button of the pointer.
 [[nodiscard]] bool openMenuAt(PanelSession &session, const OpenMenus &menus, const ScreenArea &area,
                               int button = 1);

@@ -88,8 +88,9 @@ void NotifierItem::call(std::string_view method, GVariant *body, GDBusMethodInvo
     g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
-void NotifierItem::setImage(ui::ImageReference newImage) {
-    const bool isNew = !ui::sameImage(image, newImage);
+void NotifierItem::setImage(ui::ImageReference newImage, bool withRim) {
+    const bool isNew = !ui::sameImage(image, newImage) || hasRim != withRim;
+    hasRim = withRim;
     image = std::move(newImage);
     if (isNew)
         object.emit("NewIcon");
@@ -134,11 +135,16 @@ GVariant *NotifierItem::toolTipProperty() const {
     return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), shownText(toolTip).c_str(), "");
 }
 
+SurfacePointer NotifierItem::picture(int side) const {
+    auto pixels = image ? render(*image, side) : nullptr;
+    return pixels && hasRim ? rimmed(pixels.get()) : std::move(pixels);
+}
+
 GVariant *NotifierItem::iconProperty() const {
     GVariantBuilder pixmaps;
     g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
     for (const int side : iconSides)
-        if (const auto pixels = image ? render(*image, side) : nullptr)
+        if (const auto pixels = picture(side))
             g_variant_builder_add_value(&pixmaps, pixmap(pixels.get(), side));
     return g_variant_builder_end(&pixmaps);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/glib/BusObject.h"
+#include "platform/linux/tray/CairoPointer.h"
 #include "platform/linux/tray/ItemRegistration.h"
 #include "platform/ui/Image.h"
 
@@ -20,8 +21,9 @@ class NotifierItem {
     NotifierItem(const NotifierItem &) = delete;
     NotifierItem &operator=(const NotifierItem &) = delete;
 
-    /// Hosts are told of these when they differ from what was set before.
-    void setImage(ui::ImageReference newImage);
+    /// Hosts are told of these when they differ from what was set before. A rim is for an image that need not
+    /// stand out from the panel by itself.
+    void setImage(ui::ImageReference newImage, bool withRim);
     void setToolTip(const std::string &text);
     /// The title names the item, for screen readers too; an empty one gives way to the application's name.
     void setTitle(const std::string &text);
@@ -33,11 +35,13 @@ class NotifierItem {
     [[nodiscard]] GVariant *property(std::string_view name) const;
     [[nodiscard]] GVariant *toolTipProperty() const;
     [[nodiscard]] GVariant *iconProperty() const;
+    [[nodiscard]] SurfacePointer picture(int side) const;
     void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) const;
 
     std::string menu;
     std::function<void(const std::string &token)> takeToken;
     ui::ImageReference image;
+    bool hasRim = false;
     std::string toolTip;
     std::string title;
     const BusObject object;

@@ -7,6 +7,9 @@
 namespace fernhop::freedesktop {
 namespace {
 
+constexpr double iconPoints = 18; // of the status icon, across
+constexpr double rimAlpha = 0.75;
+
 std::uint8_t unmultiplied(std::uint32_t channel, std::uint32_t alpha) {
     return alpha == 0 ? 0 : static_cast<std::uint8_t>(std::min(255U, (channel * 255 + alpha / 2) / alpha));
 }
@@ -36,6 +39,24 @@ SurfacePointer fitted(cairo_surface_t *image, int pixels) {
     cairo_pattern_set_extend(cairo_get_source(context.get()), CAIRO_EXTEND_PAD);
     cairo_rectangle(context.get(), 0, 0, width, height);
     cairo_fill(context.get());
+    cairo_surface_flush(surface.get());
+    return surface;
+}
+
+SurfacePointer rimmed(cairo_surface_t *image) {
+    const int width = cairo_image_surface_get_width(image), height = cairo_image_surface_get_height(image);
+    SurfacePointer surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+    const CairoPointer context(cairo_create(surface.get()));
+    // The shape of the image, moved by a point in each direction, and then all of it at once.
+    cairo_push_group(context.get());
+    cairo_set_source_rgb(context.get(), 1, 1, 1);
+    for (const int right : {-1, 0, 1})
+        for (const int down : {-1, 0, 1})
+            cairo_mask_surface(context.get(), image, right * width / iconPoints, down * height / iconPoints);
+    cairo_pop_group_to_source(context.get());
+    cairo_paint_with_alpha(context.get(), rimAlpha);
+    cairo_set_source_surface(context.get(), image, 0, 0);
+    cairo_paint(context.get());
     cairo_surface_flush(surface.get());
     return surface;
 }

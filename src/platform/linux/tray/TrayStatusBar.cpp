@@ -27,7 +27,7 @@ namespace {
 
 class TrayStatusItem : public ui::StatusItem {
   public:
-    TrayStatusItem(const ui::Appearance &barAppearance, std::unique_ptr<MenuService> menuService,
+    TrayStatusItem(const PortalAppearance &barAppearance, std::unique_ptr<MenuService> menuService,
                    std::shared_ptr<TrayIcon> trayIcon)
         : appearance(barAppearance), menu(std::move(menuService)), icon(std::move(trayIcon)) {}
 
@@ -42,7 +42,8 @@ class TrayStatusItem : public ui::StatusItem {
     // A tray shows nothing but the image.
     void setImagePosition(ui::ImagePosition) override {}
     void setImage(ui::ImageReference image) override {
-        icon->item.setImage(image);
+        // Nobody tells what a panel looks like; where the user asks for nothing, many are dark all the same.
+        icon->item.setImage(image, !appearance.stated());
         icon->embedded.setImage(std::move(image));
     }
     void setMenu(std::shared_ptr<const ui::Menu> newMenu) override {
@@ -51,7 +52,7 @@ class TrayStatusItem : public ui::StatusItem {
     }
 
   private:
-    const ui::Appearance &appearance;
+    const PortalAppearance &appearance;
     const std::unique_ptr<MenuService> menu;
     const std::shared_ptr<TrayIcon> icon;
 };

@@ -79,6 +79,20 @@ TEST(PixelsTest, FitsInProportion) {
     EXPECT_EQ(pixelAt(image.get(), 0, 4), black) << "the edge is pale";
 }
 
+TEST(PixelsTest, ARimIsLightAndAroundWhatShows) {
+    const Path square{{MoveTo{{8, 8}}, LineTo{{10, 8}}, LineTo{{10, 10}}, LineTo{{8, 10}}, ClosePath{}}};
+    for (const int scale : {1, 2}) {
+        const auto image = rimmed(paint({{ColorRole::black, 1}, {square}}, 18, 18 * scale).get());
+        EXPECT_EQ(pixelAt(image.get(), 9 * scale, 9 * scale), black);
+        EXPECT_EQ(pixelAt(image.get(), 8 * scale, 8 * scale), black);
+        for (const auto &[column, row] : {std::pair{7, 9}, {10, 9}, {9, 7}, {7, 10}})
+            EXPECT_EQ(pixelAt(image.get(), column * scale, row * scale), (Pixel{191, 255, 255, 255}))
+                << column << " " << row;
+        EXPECT_EQ(pixelAt(image.get(), 6 * scale, 9 * scale), clear);
+        EXPECT_EQ(pixelAt(image.get(), 12 * scale, 9 * scale), clear);
+    }
+}
+
 class ImageFilesTest : public testing::Test {
   protected:
     [[nodiscard]] std::string put(const std::string &contents) const {
