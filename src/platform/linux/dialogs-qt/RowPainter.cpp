@@ -6,8 +6,12 @@
 #include "platform/linux/dialogs-qt/ViewText.h"
 #include "platform/ui/ImageView.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
+#include <algorithm>
 #include <cmath>
 
 namespace fernhop::freedesktop {
@@ -30,6 +34,24 @@ const ContentMeasures &rowMeasures() {
     return measures;
 }
 
+/// Where the parts of a row stand in its area.
+Frames framesIn(const QRect &area, const ui::View &row) {
+    return layOut(row, {static_cast<double>(area.width()), static_cast<double>(area.height())},
+                  rowMeasures());
+}
+
+/// What a label of a row shows in its frame.
+TextLines linesOf(const ui::TextField &label, const Frame &frame) {
+    return {toText(label.stringValue()), toFont(label.font), {frame.width, frame.height, 1}};
+}
+
+/// Whether a text of a row has not room enough.
+bool isCut(const ui::View &view, const Frames &frames) {
+    const auto *label = dynamic_cast<const ui::TextField *>(&view);
+    return (label && linesOf(*label, frames.at(label)).isCut()) ||
+           std::ranges::any_of(view.subviews, [&](const auto &child) { return isCut(*child, frames); });
+}
+
 /// Paints a tree of labels and images.
 class TreePainter {
   public:
@@ -45,7 +67,7 @@ class TreePainter {
         const Frame &frame = frames.at(&view);
         const QRectF area(option.rect.x() + frame.x, option.rect.y() + frame.y, frame.width, frame.height);
         if (const auto *label = dynamic_cast<const ui::TextField *>(&view))
-            paintLabel(*label, area);
+            paintLabel(*label, frame, area);
         else if (const auto *image = dynamic_cast<const ui::ImageView *>(&view))
             paintPicture(*image, area);
         for (const auto &child : view.subviews)
@@ -53,10 +75,9 @@ class TreePainter {
     }
 
   private:
-    void paintLabel(const ui::TextField &label, const QRectF &area) {
+    void paintLabel(const ui::TextField &label, const Frame &frame, const QRectF &area) {
         painter.setPen(colorIn(palette, label.textColor));
-        const TextSpace oneLine{area.width(), area.height(), 1};
-        TextLines(toText(label.stringValue()), toFont(label.font), oneLine).draw(painter, area.topLeft());
+        linesOf(label, frame).draw(painter, area.topLeft());
     }
 
     void paintPicture(const ui::ImageView &image, const QRectF &area) {
@@ -89,9 +110,8 @@ void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
     if (!row)
         return;
-    const ui::Size size{static_cast<double>(option.rect.width()), static_cast<double>(option.rect.height())};
     painter->save();
-    TreePainter(*painter, option, host).paint(*row, layOut(*row, size, rowMeasures()));
+    TreePainter(*painter, option, host).paint(*row, framesIn(option.rect, *row));
     if (option.state.testFlag(QStyle::State_HasFocus))
         paintKeyboardMark(*painter, option);
     painter->restore();
@@ -99,6 +119,17 @@ void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
 
 QSize RowPainter::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const {
     return {0, static_cast<int>(std::lround(table.rowHeight))};
+}
+
+bool RowPainter::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                           const QModelIndex &index) {
+    if (event->type() != QEvent::ToolTip)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
+    const bool needsHelp = row && isCut(*row, framesIn(option.rect, *row));
+    const QString text = needsHelp ? toToolTip(index.data(Qt::AccessibleTextRole).toString()) : QString();
+    QToolTip::showText(event->globalPos(), text, view->viewport(), option.rect); // none hides another row's
+    return true;
 }
 
 } // namespace fernhop::freedesktop

@@ -18,6 +18,9 @@ class RowPainter : public QStyledItemDelegate {
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    /// Shows the texts of a row whole while the pointer rests on it, when one of them is cut.
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override;
 
   private:
     const ui::TableView &table;

@@ -6,7 +6,6 @@
 #include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QTextDocument>
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
@@ -49,8 +48,7 @@ bool TextLabel::event(QEvent *event) {
         return QLabel::event(event);
     const TextSpace space{static_cast<double>(width()), static_cast<double>(height()), look.maximumLines};
     if (TextLines(text(), look.font, space).isCut())
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), Qt::convertFromPlainText(text()),
-                           this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), toToolTip(text()), this);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontMetricsF>
+#include <QTextDocument>
 #include <QTextOption>
 #include <algorithm>
 #include <cmath>
@@ -19,6 +20,10 @@ constexpr qsizetype longestShown = 4096;
 
 QString toText(const std::string &text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString toToolTip(const QString &text) {
+    return Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal); // else its spaces would hold it together
 }
 
 QFont toFont(const ui::Font &font) {

@@ -12,6 +12,9 @@ namespace fernhop::freedesktop {
 /// A text of the core, which is UTF-8, as the toolkit has it.
 [[nodiscard]] QString toText(const std::string &text);
 
+/// A text as tooltips show it: letter for letter, and in lines that end between its words.
+[[nodiscard]] QString toToolTip(const QString &text);
+
 /// The user's font at the size and weight of `font`; points are the screen's own, whatever its density.
 [[nodiscard]] QFont toFont(const ui::Font &font);
 

@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QToolTip>
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -176,6 +178,25 @@ TEST_F(DialogListTest, RowsThatTheSearchFindsAreSeen) {
                     }).isEmpty());
         type("");
         EXPECT_EQ(look(*list.viewport(), first), alpha);
+    });
+}
+
+TEST_F(DialogListTest, RowThatIsCutShowsWholeUnderThePointer) {
+    const std::string name = "A <b>" + std::string(300, 'w');
+    desktop.applications.installApplication("/Applications/Alpha.app", "com.example.a", name);
+    controller->refreshBrowsers();
+    withList([](QListView &list) {
+        const auto restOn = [&](int row) {
+            const QPoint place = middleOf(list, row);
+            QHelpEvent event(QEvent::ToolTip, place, list.viewport()->mapToGlobal(place));
+            QApplication::sendEvent(list.viewport(), &event);
+            return QToolTip::text();
+        };
+        EXPECT_EQ(restOn(1), "") << "nothing of it is cut";
+        const QString whole = restOn(0);
+        EXPECT_TRUE(whole.contains("A &lt;b&gt;www")) << whole.toStdString();
+        EXPECT_TRUE(whole.contains("www, com.example.a")) << whole.toStdString();
+        QToolTip::hideText();
     });
 }
 
