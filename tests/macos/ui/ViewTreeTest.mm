@@ -25,7 +25,7 @@ TEST_F(ViewTreeTest, PlainViewShowsItsAttributes) {
     EXPECT_TRUE([bare isMemberOfClass:[NSView class]]);
     view->frameSize = Size{500, 468};
     view->translatesAutoresizingMask = false;
-    view->horizontalContentHugging = 250;
+    view->horizontalContentHugging = 249;
     view->horizontalCompressionResistance = 251;
     view->identifier = "appCell";
     NSView *shown = show<NSView>(view);
