@@ -2,7 +2,6 @@
 #include "platform/linux/dialogs-qt/DialogPalette.h"
 #include "platform/linux/dialogs-qt/Looks.h"
 #include "platform/linux/dialogs-qt/ShownDialogs.h"
-#include "platform/linux/dialogs-qt/TextLabel.h"
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
@@ -208,7 +207,7 @@ TEST_F(DialogLooksTest, ContactButtonsShowTheImagesThatComeWithFernhop) {
 
 TEST_F(DialogLooksTest, NoTextIsCut) {
     const auto whole = [](AlertDialog &dialog, const View &) {
-        for (const auto *label : dialog.findChildren<TextLabel *>())
+        for (const auto *label : dialog.findChildren<QLabel *>())
             EXPECT_GE(label->height(), label->heightForWidth(label->width())) << label->text().toStdString();
         for (const auto *button : dialog.findChildren<QPushButton *>())
             EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();

@@ -2,6 +2,7 @@
 
 #include <wayland-client.h>
 
+#include <cstdint>
 #include <list>
 #include <string>
 
