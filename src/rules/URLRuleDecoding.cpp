@@ -84,6 +84,9 @@ bool isAtEnd(json::document &document) {
 bool visitURLRules(std::string_view text, const std::function<bool(const URLRuleView &)> &visit) {
     if (text.starts_with(byteOrderMark))
         text.remove_prefix(byteOrderMark.size());
+    // A second one is no JSON; newer versions of simdjson would pass over it.
+    if (text.starts_with(byteOrderMark))
+        return false;
 
     const simdjson::padded_string padded(text);
     json::parser parser;

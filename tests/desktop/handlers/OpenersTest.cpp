@@ -1,5 +1,6 @@
 #include "platform/linux/applications/InstalledDesktopEntries.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
+#include "support/KdeSession.h"
 #include "support/PrivateBus.h"
 #include "support/PrivateDisplay.h"
 #include "support/Waiting.h"
@@ -68,20 +69,13 @@ class Openers : public testing::TestWithParam<Opener> {
             GTEST_SKIP() << program << ", Xvfb or openbox is not installed";
         if (GetParam().desktop == "XFCE" && !support::isInstalled("xfce4-mime-helper"))
             GTEST_SKIP() << "xfce4-settings is not installed";
-        if (GetParam().desktop == "KDE" && !support::isInstalled("kde-open5"))
+        if (GetParam().desktop == "KDE" && !support::isKdeInstalled())
             GTEST_SKIP() << "kde-cli-tools is not installed";
-        installSystem();
+        if (GetParam().desktop == "LXQt" && !support::isInstalled("qtxdg-mat"))
+            GTEST_SKIP() << "qtxdg-tools is not installed";
+        support::writeKdeSystem(home);
         for (const auto *id : {ownID, "browser-a", "browser-b"})
             installBrowser(id);
-    }
-
-    /// What KDE needs to know any type and any application at all.
-    void installSystem() const {
-        files::create_directory_symlink("/usr/share/mime", home.systemData() + "/mime");
-        home.write(home.root() + "/etc/menus/kf5-applications.menu",
-                   "<!DOCTYPE Menu PUBLIC '-//freedesktop//DTD Menu 1.0//EN' "
-                   "'http://www.freedesktop.org/standards/menu-spec/1.0/menu.dtd'>\n"
-                   "<Menu><Name>All</Name><DefaultAppDirs/><Include><All/></Include></Menu>\n");
     }
 
     void installBrowser(const std::string &id) const {
@@ -116,7 +110,7 @@ class Openers : public testing::TestWithParam<Opener> {
     [[nodiscard]] Environment session() const {
         Environment variables{{"XDG_CURRENT_DESKTOP", GetParam().desktop}, {"NO_AT_BRIDGE", "1"}};
         if (GetParam().desktop == "KDE")
-            variables = variables + Environment{{"KDE_FULL_SESSION", "true"}, {"KDE_SESSION_VERSION", "5"}};
+            variables = variables + support::kdeSession();
         return home.environment() + bus.environment() + display->environment() + variables;
     }
 

@@ -1,10 +1,10 @@
 #include "DesktopSession.h"
+#include "support/KdeSession.h"
 #include "support/PrivateDisplay.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace fernhop::desktoptest {
 namespace {
@@ -20,28 +20,20 @@ class DesktopRoad : public testing::TestWithParam<std::string> {
         if (GetParam() == "XFCE" &&
             (!support::isInstalled("exo-open") || !support::isInstalled("xfce4-mime-helper")))
             GTEST_SKIP() << "exo-utils or xfce4-settings is not installed";
-        if (GetParam() == "KDE" && !support::isInstalled("kde-open5"))
+        if (GetParam() == "KDE" && !support::isKdeInstalled())
             GTEST_SKIP() << "kde-cli-tools is not installed";
-        installSystem();
+        if (GetParam() == "LXQt" && !support::isInstalled("qtxdg-mat"))
+            GTEST_SKIP() << "qtxdg-tools is not installed";
+        support::writeKdeSystem(session.home);
         display = std::make_unique<support::PrivateDisplay>(session.home);
         session.begin(display->environment() + desktop());
         ASSERT_EQ(session.fernhop({"default", "web"}), 0) << session.output();
     }
 
-    /// What KDE needs to know any type and any application at all.
-    void installSystem() const {
-        std::filesystem::create_directory_symlink("/usr/share/mime", session.home.systemData() + "/mime");
-        session.home.write(session.home.root() + "/etc/menus/kf5-applications.menu",
-                           "<!DOCTYPE Menu PUBLIC '-//freedesktop//DTD Menu 1.0//EN' "
-                           "'http://www.freedesktop.org/standards/menu-spec/1.0/menu.dtd'>\n"
-                           "<Menu><Name>All</Name><DefaultAppDirs/><Include><All/></Include></Menu>\n");
-    }
-
     static support::Environment desktop() {
         support::Environment variables{{"XDG_CURRENT_DESKTOP", GetParam()}, {"NO_AT_BRIDGE", "1"}};
         if (GetParam() == "KDE")
-            variables =
-                variables + support::Environment{{"KDE_FULL_SESSION", "true"}, {"KDE_SESSION_VERSION", "5"}};
+            variables = variables + support::kdeSession();
         return variables;
     }
 
