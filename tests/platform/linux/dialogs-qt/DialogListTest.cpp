@@ -7,8 +7,8 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
-#include <QMouseEvent>
 #include <QScrollBar>
+#include <QTest>
 #include <QToolTip>
 #include <algorithm>
 #include <string>
@@ -26,24 +26,16 @@ class DialogListTest : public ShownDialogs {
         return list.visualRect(list.model()->index(row, 0)).center();
     }
 
-    static void mouse(QListView &list, QEvent::Type type, QPoint place, Qt::KeyboardModifiers modifiers) {
-        const bool isHeld = type != QEvent::MouseButtonRelease;
-        QMouseEvent event(type, place, list.viewport()->mapToGlobal(place),
-                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
-                          isHeld ? Qt::LeftButton : Qt::NoButton, modifiers);
-        QApplication::sendEvent(list.viewport(), &event);
-    }
-
+    // By way of the window, as the user's come: Qt 6.8 counts a Shift+click from row to row only then.
     static void drag(QListView &list, QPoint from, QPoint to,
                      Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        mouse(list, QEvent::MouseButtonPress, from, modifiers);
-        mouse(list, QEvent::MouseMove, to, modifiers);
-        mouse(list, QEvent::MouseButtonRelease, to, modifiers);
+        QTest::mousePress(list.viewport(), Qt::LeftButton, modifiers, from);
+        QTest::mouseEvent(QTest::MouseMove, list.viewport(), Qt::LeftButton, modifiers, to);
+        QTest::mouseRelease(list.viewport(), Qt::LeftButton, modifiers, to);
     }
 
     static void click(QListView &list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        mouse(list, QEvent::MouseButtonPress, middleOf(list, row), modifiers);
-        mouse(list, QEvent::MouseButtonRelease, middleOf(list, row), modifiers);
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, middleOf(list, row));
     }
 
     static void pressKey(QWidget &widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -71,14 +63,14 @@ class DialogListTest : public ShownDialogs {
 
 TEST_F(DialogListTest, MouseSelectsSeveral) {
     withList([](QListView &list) {
-        click(list, 0);
-        EXPECT_EQ(selected(list), Rows{0});
-        click(list, 2, Qt::ControlModifier);
-        EXPECT_EQ(selected(list), (Rows{0, 2}));
+        click(list, 1);
+        EXPECT_EQ(selected(list), Rows{1});
         click(list, 3, Qt::ShiftModifier);
-        EXPECT_EQ(selected(list), (Rows{0, 2, 3}));
+        EXPECT_EQ(selected(list), (Rows{1, 2, 3}));
         click(list, 2, Qt::ControlModifier);
-        EXPECT_EQ(selected(list), (Rows{0, 3}));
+        EXPECT_EQ(selected(list), (Rows{1, 3}));
+        click(list, 0, Qt::ControlModifier);
+        EXPECT_EQ(selected(list), (Rows{0, 1, 3}));
         drag(list, middleOf(list, 0), middleOf(list, 1));
         EXPECT_EQ(selected(list), (Rows{0, 1}));
     });
