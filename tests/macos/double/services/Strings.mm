@@ -131,6 +131,13 @@ bool isString(Class type) {
     return type != Nil;
 }
 
+/// A function as the type under which the runtime keeps it, or back. The step between tells compilers that
+/// the types are to differ.
+template <typename To, typename From>
+To asFunction(From function) {
+    return reinterpret_cast<To>(reinterpret_cast<void (*)()>(function));
+}
+
 /// Has every class of strings answer `selector` in this way.
 template <typename Function>
 void replace(SEL selector, Function function) {
@@ -139,8 +146,8 @@ void replace(SEL selector, Function function) {
     const char *types = method_getTypeEncoding(class_getInstanceMethod([NSString class], selector));
     for (int index = 0; index < count; ++index)
         if (isString(classes[static_cast<std::size_t>(index)]))
-            class_replaceMethod(classes[static_cast<std::size_t>(index)], selector,
-                                reinterpret_cast<IMP>(function), types);
+            class_replaceMethod(classes[static_cast<std::size_t>(index)], selector, asFunction<IMP>(function),
+                                types);
 }
 
 IMP implementation(SEL selector) {
@@ -155,8 +162,8 @@ IMP implementation(SEL selector) {
 
 @implementation FNUnicode
 + (void)load {
-    gnustepFind = reinterpret_cast<Find>(implementation(@selector(rangeOfString:options:range:locale:)));
-    gnustepCompare = reinterpret_cast<Compare>(implementation(@selector(compare:options:range:locale:)));
+    gnustepFind = asFunction<Find>(implementation(@selector(rangeOfString:options:range:locale:)));
+    gnustepCompare = asFunction<Compare>(implementation(@selector(compare:options:range:locale:)));
     replace(@selector(rangeOfString:options:range:locale:), find);
     replace(@selector(rangeOfString:options:range:), findWithoutLocale);
     replace(@selector(compare:options:range:locale:), compare);
