@@ -4,12 +4,14 @@
 #
 #     fuzz/run.sh [BUILD-FOLDER]
 #
-# FERNHOP_FUZZ_SECONDS says how long each runs (10 when not given).
+# FERNHOP_FUZZ_SECONDS says how long each runs (10 when not given), FERNHOP_FUZZ_SEED where its chance begins (elsewhere
+# each time when not given): with the same one it tries the same inputs, as far as its time goes.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build="${1:-build/fuzz}"
 seconds="${FERNHOP_FUZZ_SECONDS:-10}"
+seed="${FERNHOP_FUZZ_SEED:-0}"
 crashes="$build/fuzz/crashes"
 
 learned="$(mktemp -d)"
@@ -28,7 +30,7 @@ for fuzzer in "${fuzzers[@]}"; do
     mkdir "$learned/$name"
     folders=("$learned/$name")
     [ -d "fuzz/seeds/$name" ] && folders+=("fuzz/seeds/$name")
-    if "$fuzzer" "${folders[@]}" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=0 \
+    if "$fuzzer" "${folders[@]}" -max_total_time="$seconds" -seed="$seed" -timeout=10 -rss_limit_mb=2048 -print_final_stats=0 \
         -artifact_prefix="$crashes/$name-" > "$learned/$name.log" 2>&1; then
         echo "$name: $(tail -n 1 "$learned/$name.log")"
     else

@@ -38,12 +38,23 @@ bool forEachPiece(std::string_view text, Literal literal, Code code) {
     return true;
 }
 
-bool hasUrlCode(const ExecWord &word) {
+/// Whether there is a field code in the word that `matches`.
+template <typename Predicate>
+bool hasCode(const ExecWord &word, Predicate matches) {
     bool found = false;
-    const auto note = [&](char code) { found = found || contains(urlCodes, code); };
+    const auto note = [&](char code) { found = found || matches(code); };
     return forEachPiece(
                word.text, [](char) {}, note) &&
            found;
+}
+
+bool hasUrlCode(const ExecWord &word) {
+    return hasCode(word, [](char code) { return contains(urlCodes, code); });
+}
+
+/// Whether the word says itself what it will be: only "%%" stands for the same always.
+bool isFixed(const ExecWord &word) {
+    return !hasCode(word, [](char code) { return code != '%'; });
 }
 
 bool isValid(const ExecWord &word) {
@@ -56,7 +67,7 @@ bool isValid(const ExecWord &word) {
 /// The words of a line that can be launched; nothing for any other.
 std::optional<std::vector<ExecWord>> validWords(const DesktopEntry &entry) {
     auto words = execWords(entry.exec);
-    if (!words || words->empty() || words->front().text.empty() || hasUrlCode(words->front()))
+    if (!words || words->empty() || words->front().text.empty() || !isFixed(words->front()))
         return std::nullopt;
     return std::all_of(words->begin(), words->end(), isValid) ? std::move(words) : std::nullopt;
 }

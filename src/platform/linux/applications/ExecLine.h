@@ -23,8 +23,8 @@ struct ExecWord {
 [[nodiscard]] std::optional<std::vector<ExecWord>> execWords(std::string_view exec);
 
 /// Whether the entry's Exec line can be launched at all: a program, quoting that closes, and only field codes
-/// that the Desktop Entry Specification knows, none of them where a URL would become the program or a part of
-/// a quoted text (a shell script, say).
+/// that the Desktop Entry Specification knows, none of them (but %%) in the program, and none where a URL
+/// would become a part of a quoted text (a shell script, say).
 [[nodiscard]] bool hasValidExec(const DesktopEntry &entry);
 
 /// Whether one launch takes any number of URLs (%U, %F); otherwise each URL needs a launch of its own.

@@ -136,6 +136,12 @@ TEST(ExecArgumentsTest, ALineWithoutProgramIsInvalid) {
         EXPECT_EQ(expand(exec), std::nullopt) << exec;
 }
 
+TEST(ExecArgumentsTest, ACodeIsNoProgram) {
+    for (const auto *exec : {"%d %u", "%i %u", "%k %u", "%c", "%n", "x%k %u", "%%%d %u"})
+        EXPECT_EQ(expand(exec), std::nullopt) << exec << ": the URL, or whatever the entry says, would run";
+    EXPECT_EQ(expand("a%%b %u"), (Texts{"a%b", "http://h/"})) << "a percent sign stands for itself";
+}
+
 TEST(ExecArgumentsTest, AQuotedCodeMustStandAlone) {
     EXPECT_EQ(expand("a \"%u\""), (Texts{"a", "http://h/"}));
     EXPECT_EQ(expand("sh -c \"firefox %u\""), std::nullopt) << "the URL would become shell text";
