@@ -15,6 +15,8 @@ from pathlib import Path
 # What CMake would ask a Mac for.
 MAC = {"CMAKE_SYSTEM_NAME": "Darwin", "CMAKE_SYSTEM_PROCESSOR": "arm64", "CMAKE_OSX_ARCHITECTURES": "arm64",
        "CMAKE_INSTALL_NAME_TOOL": "/bin/true", "CMAKE_SIZEOF_VOID_P": "8",
+       # Newer versions of simdjson ask for threads, which the Mac's C library has.
+       "CMAKE_HAVE_LIBC_PTHREAD": "ON",
        # What only Linux has is found by it.
        "CMAKE_DISABLE_FIND_PACKAGE_PkgConfig": "ON",
        **{f"CMAKE_{language}_COMPILER_WORKS": "ON" for language in ("C", "CXX", "OBJCXX")}}
