@@ -26,7 +26,8 @@ def privateFolders(root, home):
 
 
 def check(root, home=None):
-    private = [(folder, re.compile(r"(?<![\w.}$)~-])" + re.escape(folder) + r"(?![\w-])")) for folder in privateFolders(root, home)]
+    # What follows the two slashes of a link is a host.
+    private = [(folder, re.compile(r"(?<![\w.}$)~-])(?<!:/)" + re.escape(folder) + r"(?![\w-])")) for folder in privateFolders(root, home)]
     for path in files(root):
         if b"\0" in (root / path).read_bytes()[:4096]:
             continue

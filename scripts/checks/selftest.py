@@ -193,6 +193,12 @@ class Paths(Tree):
     def testSoundTreePasses(self):
         self.assertSound(paths.check)
 
+    def testHostThatIsCalledAsAFolder(self):
+        self.write("README.md", f"Look at https:/{self.root}/src.\n")
+        self.assertSound(paths.check)
+        self.write("README.md", f"Look at file://{self.root}/src.\n")
+        self.assertFault(paths.check, "README.md", "folder of this machine")
+
     def testFolderOfTheCheckoutAndItsParent(self):
         for folder in (self.root, self.root.parent):
             with self.subTest(folder):
