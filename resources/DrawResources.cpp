@@ -1,10 +1,10 @@
 // Draws the images that Fernhop brings along into the folder that is given: the status icon in both inks, and
 // a picture for each way to reach the developer.
 
-#include "statusitem/FallbackGlyph.h"
 #include "platform/linux/tray/Painter.h"
 #include "platform/linux/tray/PngFile.h"
 #include "platform/linux/tray/Symbols.h"
+#include "statusitem/FallbackGlyph.h"
 
 #include <cmath>
 #include <cstdio>
@@ -36,7 +36,8 @@ ui::Point onCircle(double radius, double angle) {
     return {centre + radius * std::cos(angle), centre + radius * std::sin(angle)};
 }
 
-/// An arrow that runs clockwise about the middle, a third of the circle to the angle `end` and on with its head.
+/// An arrow that runs clockwise about the middle, a third of the circle to the angle `end` and on with its
+/// head.
 std::vector<ui::Path> curvedArrow(double end) {
     using namespace ui;
     // In whole points, so that the upper and the lower edge lie between pixels.
@@ -47,8 +48,8 @@ std::vector<ui::Path> curvedArrow(double end) {
     const double turn = std::atan(4.0 / 3 * std::tan(half / 4)), reach = radius / std::cos(turn);
     std::vector<PathElement> shaft{MoveTo{onCircle(radius, end + sweep)}};
     for (const double to : {end + half, end})
-        shaft.emplace_back(CurveTo{onCircle(radius, to), onCircle(reach, to + half - turn),
-                                   onCircle(reach, to + turn)});
+        shaft.emplace_back(
+            CurveTo{onCircle(radius, to), onCircle(reach, to + half - turn), onCircle(reach, to + turn)});
     return {{std::move(shaft), width},
             {{MoveTo{onCircle(radius + headWidth / 2, end)}, LineTo{onCircle(radius, end - headAngle)},
               LineTo{onCircle(radius - headWidth / 2, end)}, ClosePath{}}}};

@@ -10,9 +10,6 @@ if [[ "${1:-}" == --fix ]]; then
     shift
 fi
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}"
-folders=()
-for folder in src tests benchmarks fuzz; do
-    [[ ! -d "$folder" ]] || folders+=("$folder")
-done
-find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' -o -name '*.m' -o -name '*.c' \) -print0 |
+find . \( -path ./build -o -path ./.git \) -prune -o \
+    -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' -o -name '*.m' -o -name '*.c' \) -print0 |
     xargs -0 --no-run-if-empty -P "$(nproc)" -n 20 clang-format --style=file "${mode[@]}"
