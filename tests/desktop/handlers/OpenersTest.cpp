@@ -71,7 +71,7 @@ class Openers : public testing::TestWithParam<Opener> {
             GTEST_SKIP() << "xfce4-settings is not installed";
         if (GetParam().desktop == "KDE" && !support::isKdeInstalled())
             GTEST_SKIP() << "kde-cli-tools is not installed";
-        if (GetParam().desktop == "LXQt" && !support::isInstalled("qtxdg-mat"))
+        if (GetParam().desktop == "LXQt" && program == "xdg-open" && !support::isInstalled("qtxdg-mat"))
             GTEST_SKIP() << "qtxdg-tools is not installed";
         support::writeKdeSystem(home);
         for (const auto *id : {ownID, "browser-a", "browser-b"})
