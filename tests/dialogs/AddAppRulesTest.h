@@ -55,11 +55,7 @@ class AddAppRulesTest : public DialogTest {
     };
 
     AddAppRulesTest() {
-        for (const auto &[name, id] : {std::pair{"Alpha", "com.example.a"},
-                                       {"Beta", "org.sample.b"},
-                                       {"Chat", "com.example.c"},
-                                       {"Delta", "org.sample.d"}})
-            desktop.applications.installApplication("/Applications/" + std::string(name) + ".app", id, name);
+        desktop.installFourApplications();
         launch();
     }
 

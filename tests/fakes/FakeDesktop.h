@@ -13,6 +13,9 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 
+#include <string>
+#include <utility>
+
 namespace fernhop::fakes {
 
 /// A whole desktop in memory: every interface, each open to tests.
@@ -49,6 +52,15 @@ class FakeDesktop {
         const std::string path = "/Applications/" + identifier + ".app";
         applications.installApplication(path, identifier, identifier);
         return Url::fileUrl(path);
+    }
+
+    /// Applications that are no browsers: "Alpha", "Beta", "Chat" and "Delta", by two makers.
+    void installFourApplications() {
+        for (const auto &[name, id] : {std::pair{"Alpha", "com.example.a"},
+                                       {"Beta", "org.sample.b"},
+                                       {"Chat", "com.example.c"},
+                                       {"Delta", "org.sample.d"}})
+            applications.installApplication("/Applications/" + std::string(name) + ".app", id, name);
     }
 
     Platform platform() {

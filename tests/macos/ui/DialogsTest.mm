@@ -44,11 +44,7 @@ class DialogsTest : public InterfaceTest {
     DialogsTest() {
         desktop.installBrowser("browser.a");
         desktop.installBrowser("browser.b");
-        for (const auto &[name, id] : {std::pair{"Alpha", "com.example.a"},
-                                       {"Beta", "org.sample.b"},
-                                       {"Chat", "com.example.c"},
-                                       {"Delta", "org.sample.d"}})
-            desktop.applications.installApplication("/Applications/" + std::string(name) + ".app", id, name);
+        desktop.installFourApplications();
         const Platform fake = desktop.platform();
         controller = std::make_unique<AppDelegate>(
             Platform{fake.application, fake.workspace, fake.workspaceNotifications,

@@ -33,11 +33,7 @@ class ShownDialogs : public ControllerTest {
     ShownDialogs() {
         setHandlers(own);
         storeFallback("browser.b");
-        for (const auto &[name, id] : {std::pair{"Alpha", "com.example.a"},
-                                       {"Beta", "org.sample.b"},
-                                       {"Chat", "com.example.c"},
-                                       {"Delta", "org.sample.d"}})
-            desktop.applications.installApplication("/Applications/" + std::string(name) + ".app", id, name);
+        desktop.installFourApplications();
         launch();
         current = this;
     }
