@@ -2,25 +2,31 @@
 
 #include "platform/linux/tray/MenuText.h"
 
-#include <optional>
 #include <string_view>
-#include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
 
 constexpr const char *picture = "icon-data";
 
-/// Collects those properties that were asked for.
+/// Which properties to tell: those of a filter, perhaps without the pictures among them.
+struct Choice {
+    const PropertyFilter &filter;
+    bool withPictures = true;
+
+    [[nodiscard]] bool includes(std::string_view name) const {
+        return (filter.empty() || filter.contains(name)) && (withPictures || name != picture);
+    }
+};
+
+/// Collects those properties that were chosen.
 class Properties {
   public:
-    explicit Properties(const PropertyFilter &asked) : filter(asked) {
+    explicit Properties(const Choice &chosen) : choice(chosen) {
         g_variant_builder_init(&builder, G_VARIANT_TYPE_VARDICT);
     }
 
-    [[nodiscard]] bool wants(std::string_view name) const {
-        return filter.empty() || filter.find(name) != filter.end();
-    }
+    [[nodiscard]] bool wants(std::string_view name) const { return choice.includes(name); }
     void add(const char *name, GVariant *value) {
         const GVariantPointer owned(g_variant_ref_sink(value));
         if (wants(name))
@@ -29,7 +35,7 @@ class Properties {
     GVariant *finish() { return g_variant_builder_end(&builder); }
 
   private:
-    const PropertyFilter &filter;
+    const Choice choice;
     GVariantBuilder builder{};
 };
 
@@ -68,9 +74,20 @@ void addItem(Properties &properties, const ui::MenuItem &item, MenuIcons &icons)
         addIcon(properties, icons.icon(item.image));
 }
 
+GVariant *propertiesOf(const MenuTree::Entry &entry, const Choice &choice, MenuIcons &icons) {
+    Properties properties(choice);
+    if (entry.item == nullptr)
+        properties.add("children-display", g_variant_new_string("submenu"));
+    else if (entry.item->isSeparator)
+        properties.add("type", g_variant_new_string("separator"));
+    else
+        addItem(properties, *entry.item, icons);
+    return properties.finish();
+}
+
 struct LayoutSource {
     const MenuTree &tree;
-    const PropertyFilter &filter;
+    const Choice &choice;
     MenuIcons &icons;
 };
 
@@ -85,29 +102,20 @@ GVariant *layoutOf(const LayoutSource &source, MenuTree::Id id, int depth) {
             g_variant_builder_add(&children, "v", layoutOf(source, child, rest));
     }
     GVariant *layout =
-        g_variant_new("(i@a{sv}av)", id, menuProperties(entry, source.filter, source.icons), &children);
+        g_variant_new("(i@a{sv}av)", id, propertiesOf(entry, source.choice, source.icons), &children);
     // Written out at once, an item takes its few bytes; as a tree of values, the whole menu would take
     // megabytes.
     g_variant_get_data(layout);
     return layout;
 }
 
-/// Everything that `filter` asks for except pictures; nothing where that was all.
-std::optional<PropertyFilter> withoutPictures(PropertyFilter filter) {
-    if (filter.empty())
-        return PropertyFilter{"type",        "label",        "enabled",   "children-display",
-                              "toggle-type", "toggle-state", "icon-name", "shortcut"};
-    filter.erase(picture);
-    return filter.empty() ? std::nullopt : std::optional(std::move(filter));
-}
-
-/// What `make` makes of a filter, or where that is too large, of the filter without pictures; null where that
+/// What `make` makes of a filter, or where that is too large, of the same without pictures; null where that
 /// is too large, too.
 template <typename Make>
 GVariantPointer fitting(const PropertyFilter &filter, std::size_t mostBytes, Make make) {
-    for (const auto &tried : {std::optional(filter), withoutPictures(filter)}) {
-        GVariantPointer value(tried ? g_variant_ref_sink(make(*tried)) : nullptr);
-        if (value && g_variant_get_size(value.get()) <= mostBytes)
+    for (const bool withPictures : {true, false}) {
+        GVariantPointer value(g_variant_ref_sink(make(Choice{filter, withPictures})));
+        if (g_variant_get_size(value.get()) <= mostBytes)
             return value;
     }
     return nullptr;
@@ -116,33 +124,26 @@ GVariantPointer fitting(const PropertyFilter &filter, std::size_t mostBytes, Mak
 } // namespace
 
 GVariant *menuProperties(const MenuTree::Entry &entry, const PropertyFilter &filter, MenuIcons &icons) {
-    Properties properties(filter);
-    if (entry.item == nullptr)
-        properties.add("children-display", g_variant_new_string("submenu"));
-    else if (entry.item->isSeparator)
-        properties.add("type", g_variant_new_string("separator"));
-    else
-        addItem(properties, *entry.item, icons);
-    return properties.finish();
+    return propertiesOf(entry, {filter}, icons);
 }
 
 GVariantPointer menuLayout(const MenuTree &tree, MenuTree::Id id, int depth, const PropertyFilter &filter,
                            MenuIcons &icons, std::size_t mostBytes) {
-    return fitting(filter, mostBytes, [&](const PropertyFilter &properties) {
-        return layoutOf({tree, properties, icons}, id, depth);
+    return fitting(filter, mostBytes, [&](const Choice &choice) {
+        return layoutOf({tree, choice, icons}, id, depth);
     });
 }
 
 GVariantPointer menuItems(const MenuTree &tree, const std::vector<MenuTree::Id> &ids,
                           const PropertyFilter &filter, MenuIcons &icons, std::size_t mostBytes) {
-    return fitting(filter, mostBytes, [&](const PropertyFilter &properties) {
+    return fitting(filter, mostBytes, [&](const Choice &choice) {
         GVariantBuilder items;
         g_variant_builder_init(&items, G_VARIANT_TYPE("a(ia{sv})"));
         // An id that comes again and again is answered once, or a short call could make a huge answer.
         std::set<MenuTree::Id> answered;
         for (const MenuTree::Id id : ids)
             if (const auto *entry = tree.find(id); entry != nullptr && answered.insert(id).second)
-                g_variant_builder_add(&items, "(i@a{sv})", id, menuProperties(*entry, properties, icons));
+                g_variant_builder_add(&items, "(i@a{sv})", id, propertiesOf(*entry, choice, icons));
         return g_variant_builder_end(&items);
     });
 }

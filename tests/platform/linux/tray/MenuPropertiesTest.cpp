@@ -58,7 +58,10 @@ TEST_F(MenuPropertiesTest, WhatIsTooLargeWithoutPicturesIsNothing) {
     const auto reduced = layout(sizeOf(layout(largestMenuAnswer)) - 1);
     EXPECT_EQ(sizeOf(layout(sizeOf(reduced))), sizeOf(reduced));
     EXPECT_FALSE(layout(sizeOf(reduced) - 1));
-    EXPECT_FALSE(layout(100, {"icon-data"})) << "without pictures nothing was asked for";
+    const auto bare = layout(sizeOf(layout(largestMenuAnswer, {"icon-data"})) - 1, {"icon-data"});
+    ASSERT_TRUE(bare) << "the items are told, the pictures are not";
+    EXPECT_EQ(LayoutItem(bare.get()).children.at(0).property("icon-data"), "");
+    EXPECT_FALSE(layout(sizeOf(bare) - 1, {"icon-data"}));
     EXPECT_TRUE(layout(sizeOf(reduced), {"icon-data", "label"}));
 }
 
