@@ -14,7 +14,7 @@ class QtTrayIcon : public EmbeddedIcon {
     /// `host` outlives the icon.
     QtTrayIcon(const DialogHost &host, PerformAction perform);
 
-    void setImage(const ui::ImageReference &image) override;
+    void setPicture(DrawIcon draw) override;
     void setToolTip(const std::string &text) override;
     void setMenu(std::shared_ptr<const ui::Menu> newMenu) override { source.menu = std::move(newMenu); }
 

@@ -1,5 +1,7 @@
 #include "platform/linux/tray/EmbeddedTray.h"
 
+#include "platform/linux/tray/ImageRenderer.h"
+
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -11,10 +13,16 @@ EmbeddedTray::~EmbeddedTray() {
     stopWaiting();
 }
 
-void EmbeddedTray::setImage(ui::ImageReference newImage) {
-    if (icon && !ui::sameImage(image, newImage))
-        icon->setImage(newImage);
+void EmbeddedTray::setImage(ui::ImageReference newImage, bool withRim) {
+    const bool isNew = !ui::sameImage(image, newImage) || hasRim != withRim;
+    hasRim = withRim;
     image = std::move(newImage);
+    if (icon && isNew)
+        drawIcon();
+}
+
+void EmbeddedTray::drawIcon() {
+    icon->setPicture([drawn = image, rim = hasRim](int side) { return iconPixels(drawn, rim, side); });
 }
 
 void EmbeddedTray::setToolTip(const std::string &text) {
@@ -67,7 +75,7 @@ void EmbeddedTray::show() {
     icon = place.makeIcon(perform);
     if (!icon)
         return;
-    icon->setImage(image);
+    drawIcon();
     icon->setToolTip(toolTip);
     icon->setMenu(menu);
 }

@@ -28,7 +28,7 @@ class EmbeddedTray {
     EmbeddedTray &operator=(const EmbeddedTray &) = delete;
 
     /// Kept for the icon, whenever there is one.
-    void setImage(ui::ImageReference newImage);
+    void setImage(ui::ImageReference newImage, bool withRim);
     void setToolTip(const std::string &text);
     void setMenu(std::shared_ptr<const ui::Menu> newMenu);
 
@@ -41,11 +41,13 @@ class EmbeddedTray {
     void look();
     void stopWaiting();
     void show();
+    void drawIcon();
     static gboolean waited(gpointer self);
 
     const EmbeddedTrayPlace place;
     const PerformAction perform;
     ui::ImageReference image;
+    bool hasRim = false;
     std::string toolTip;
     std::shared_ptr<const ui::Menu> menu = std::make_shared<const ui::Menu>();
     std::unique_ptr<XTray> tray; ///< while nobody shows StatusNotifier items

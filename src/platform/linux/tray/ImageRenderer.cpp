@@ -32,4 +32,11 @@ SurfacePointer render(const ui::Image &image, int pixels) {
     return std::visit(Renderer{pixels, image.side}, image.source);
 }
 
+std::vector<std::uint8_t> iconPixels(const ui::ImageReference &image, bool withRim, int pixels) {
+    const auto picture = image ? render(*image, pixels) : nullptr;
+    if (!picture)
+        return {};
+    return networkPixels(withRim ? rimmed(picture.get()).get() : picture.get());
+}
+
 } // namespace fernhop::freedesktop

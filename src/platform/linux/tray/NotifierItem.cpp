@@ -2,11 +2,12 @@
 
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/MenuText.h"
-#include "platform/linux/tray/Pixels.h"
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -63,10 +64,9 @@ GVariant *noPixmaps() {
     return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0);
 }
 
-GVariant *pixmap(cairo_surface_t *pixels, int side) {
-    const auto bytes = networkPixels(pixels);
+GVariant *pixmap(const std::vector<std::uint8_t> &pixels, int side) {
     return g_variant_new("(ii@ay)", side, side,
-                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1));
+                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, pixels.data(), pixels.size(), 1));
 }
 
 } // namespace
@@ -135,17 +135,12 @@ GVariant *NotifierItem::toolTipProperty() const {
     return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), shownText(toolTip).c_str(), "");
 }
 
-SurfacePointer NotifierItem::picture(int side) const {
-    auto pixels = image ? render(*image, side) : nullptr;
-    return pixels && hasRim ? rimmed(pixels.get()) : std::move(pixels);
-}
-
 GVariant *NotifierItem::iconProperty() const {
     GVariantBuilder pixmaps;
     g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
     for (const int side : iconSides)
-        if (const auto pixels = picture(side))
-            g_variant_builder_add_value(&pixmaps, pixmap(pixels.get(), side));
+        if (const auto pixels = iconPixels(image, hasRim, side); !pixels.empty())
+            g_variant_builder_add_value(&pixmaps, pixmap(pixels, side));
     return g_variant_builder_end(&pixmaps);
 }
 

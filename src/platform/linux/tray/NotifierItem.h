@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/linux/glib/BusObject.h"
-#include "platform/linux/tray/CairoPointer.h"
 #include "platform/linux/tray/ItemRegistration.h"
 #include "platform/ui/Image.h"
 
@@ -35,7 +34,6 @@ class NotifierItem {
     [[nodiscard]] GVariant *property(std::string_view name) const;
     [[nodiscard]] GVariant *toolTipProperty() const;
     [[nodiscard]] GVariant *iconProperty() const;
-    [[nodiscard]] SurfacePointer picture(int side) const;
     void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) const;
 
     std::string menu;

@@ -43,8 +43,9 @@ class TrayStatusItem : public ui::StatusItem {
     void setImagePosition(ui::ImagePosition) override {}
     void setImage(ui::ImageReference image) override {
         // Nobody tells what a panel looks like; where the user asks for nothing, many are dark all the same.
-        icon->item.setImage(image, !appearance.stated());
-        icon->embedded.setImage(std::move(image));
+        const bool withRim = !appearance.stated();
+        icon->item.setImage(image, withRim);
+        icon->embedded.setImage(std::move(image), withRim);
     }
     void setMenu(std::shared_ptr<const ui::Menu> newMenu) override {
         menu->setMenu(newMenu);

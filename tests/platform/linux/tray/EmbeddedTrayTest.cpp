@@ -1,6 +1,8 @@
 #include "platform/linux/tray/EmbeddedTray.h"
 
 #include "TrayHost.h"
+#include "platform/linux/tray/ImageRenderer.h"
+#include "platform/linux/tray/Pixels.h"
 #include "support/PrivateBus.h"
 #include "support/PrivateDisplay.h"
 
@@ -40,7 +42,7 @@ class TrayWindow {
 struct Given {
     int icons = 0; ///< that are there
     int made = 0;
-    ui::ImageReference image;
+    DrawIcon draw;
     std::string toolTip;
     std::shared_ptr<const ui::Menu> menu;
     int images = 0;
@@ -57,8 +59,8 @@ class RecordingIcon : public EmbeddedIcon {
     RecordingIcon(const RecordingIcon &) = delete;
     RecordingIcon &operator=(const RecordingIcon &) = delete;
 
-    void setImage(const ui::ImageReference &image) override {
-        given.image = image;
+    void setPicture(DrawIcon draw) override {
+        given.draw = std::move(draw);
         ++given.images;
     }
     void setToolTip(const std::string &text) override { given.toolTip = text; }
@@ -127,22 +129,25 @@ TEST_F(EmbeddedTrayTest, ShowsInATrayThatComesLateOrAgain) {
 }
 
 TEST_F(EmbeddedTrayTest, IsDressedAsWasSaidLast) {
-    tray->setImage(symbol("envelope"));
+    tray->setImage(symbol("envelope"), false);
     tray->setToolTip("Fernhop");
     const auto menu = std::make_shared<const ui::Menu>();
     tray->setMenu(menu);
     const TrayWindow window(display->name());
     ASSERT_TRUE(icons(1));
-    EXPECT_EQ(*given.image, *symbol("envelope"));
+    const auto envelope = networkPixels(render(*symbol("envelope"), 18).get());
+    EXPECT_EQ(given.draw(18), envelope);
     EXPECT_EQ(given.toolTip, "Fernhop");
     EXPECT_EQ(given.menu, menu);
 
-    tray->setImage(symbol("envelope"));
+    tray->setImage(symbol("envelope"), false);
     EXPECT_EQ(given.images, 1) << "drawn again although it looks the same";
-    tray->setImage(symbol("paperplane"));
+    tray->setImage(symbol("envelope"), true);
+    EXPECT_EQ(given.draw(18), networkPixels(rimmed(render(*symbol("envelope"), 18).get()).get()));
+    tray->setImage(symbol("paperplane"), false);
     tray->setToolTip("Fernhop - App Routing On");
     tray->setMenu(std::make_shared<const ui::Menu>());
-    EXPECT_EQ(*given.image, *symbol("paperplane"));
+    EXPECT_EQ(given.draw(18), networkPixels(render(*symbol("paperplane"), 18).get()));
     EXPECT_EQ(given.toolTip, "Fernhop - App Routing On");
     EXPECT_NE(given.menu, menu);
 }
@@ -211,7 +216,7 @@ TEST_F(EmbeddedTrayTest, WhereNoIconCanBeMadeItDoesWithout) {
                                           [](auto, const auto &) {});
     const TrayWindow window(display->name());
     ASSERT_TRUE(support::runUntil([&] { return asked == 1; }));
-    tray->setImage(symbol("envelope"));
+    tray->setImage(symbol("envelope"), false);
     tray->setToolTip("Fernhop");
     tray->setMenu(std::make_shared<const ui::Menu>());
     EXPECT_FALSE(tray->isShown());
