@@ -1,13 +1,25 @@
 #include "platform/linux/focus/LaunchSignals.h"
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <deque>
 #include <limits>
+#include <mutex>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
 namespace {
 
 constexpr std::size_t remembered = 32;
+constexpr const char *interfaceName = "org.gtk.gio.DesktopAppInfo";
+constexpr const char *signalName = "Launched";
+constexpr const char *signalPath = "/org/gtk/gio/DesktopAppInfo";
+
+/// Launchers tell within a few milliseconds, also on a busy machine. A link does not wait for one that never
+/// does.
+constexpr std::chrono::milliseconds longestWait{1000};
 
 std::optional<pid_t> processNumber(gint64 number) {
     const bool isOne = number > 0 && number <= std::numeric_limits<pid_t>::max();
@@ -18,6 +30,13 @@ std::optional<pid_t> processNumber(gint64 number) {
 std::string bytesOf(GVariant *dictionary, const char *key) {
     const GVariantPointer value(g_variant_lookup_value(dictionary, key, G_VARIANT_TYPE_BYTESTRING));
     return value ? g_variant_get_bytestring(value.get()) : std::string();
+}
+
+bool isLaunch(GDBusMessage *message) {
+    return g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_SIGNAL &&
+           g_strcmp0(g_dbus_message_get_interface(message), interfaceName) == 0 &&
+           g_strcmp0(g_dbus_message_get_member(message), signalName) == 0 &&
+           g_strcmp0(g_dbus_message_get_path(message), signalPath) == 0;
 }
 
 } // namespace
@@ -37,36 +56,75 @@ std::optional<ApplicationLaunch> launchOfSignal(GVariant *parameters) {
                              bytesOf(more.get(), "origin-desktop-file")};
 }
 
+/// What was heard, written on the connection's thread and read on ours.
+class LaunchSignals::Memory {
+  public:
+    void add(ApplicationLaunch launch) {
+        {
+            const std::lock_guard lock(mutex);
+            latest.push_front(std::move(launch));
+            if (latest.size() > remembered)
+                latest.pop_back();
+        }
+        heard.notify_all();
+    }
+
+    [[nodiscard]] std::optional<ApplicationLaunch> launchOf(pid_t child,
+                                                            std::chrono::milliseconds wait) const {
+        std::unique_lock lock(mutex);
+        std::optional<ApplicationLaunch> launch;
+        heard.wait_for(lock, wait, [&] {
+            const auto found = std::ranges::find(latest, child, &ApplicationLaunch::child);
+            if (found != latest.end())
+                launch = *found;
+            return launch.has_value();
+        });
+        return launch;
+    }
+
+  private:
+    mutable std::mutex mutex;
+    mutable std::condition_variable heard;
+    std::deque<ApplicationLaunch> latest; ///< the newest first
+};
+
+// The subscription has the bus send the signals to us; the filter hears them the moment they come, while the
+// main thread waits for one.
 LaunchSignals::LaunchSignals(GDBusConnection *sessionBus)
-    : bus(sessionBus ? static_cast<GDBusConnection *>(g_object_ref(sessionBus)) : nullptr) {
+    : bus(sessionBus ? static_cast<GDBusConnection *>(g_object_ref(sessionBus)) : nullptr),
+      memory(std::make_shared<Memory>()) {
     if (!bus)
         return;
-    const GDBusSignalCallback heard = [](GDBusConnection *, const char *, const char *, const char *,
-                                         const char *, GVariant *parameters, gpointer self) {
-        static_cast<LaunchSignals *>(self)->remember(parameters);
+    const GDBusSignalCallback ignore = [](auto *, auto *, auto *, auto *, auto *, auto *, auto) {};
+    subscription =
+        g_dbus_connection_signal_subscribe(bus.get(), nullptr, interfaceName, signalName, signalPath, nullptr,
+                                           G_DBUS_SIGNAL_FLAGS_NONE, ignore, nullptr, nullptr);
+    using Shared = std::shared_ptr<Memory>;
+    const GDBusMessageFilterFunction hear = [](auto *, GDBusMessage *message, gboolean incoming,
+                                               gpointer shared) {
+        if (incoming && isLaunch(message))
+            if (auto launch = launchOfSignal(g_dbus_message_get_body(message)))
+                (*static_cast<Shared *>(shared))->add(std::move(*launch));
+        return message;
     };
-    subscription = g_dbus_connection_signal_subscribe(bus.get(), nullptr, "org.gtk.gio.DesktopAppInfo",
-                                                      "Launched", "/org/gtk/gio/DesktopAppInfo", nullptr,
-                                                      G_DBUS_SIGNAL_FLAGS_NONE, heard, this, nullptr);
+    // It may still run on its thread when it has been removed, so it holds the memory itself.
+    filter = g_dbus_connection_add_filter(bus.get(), hear, new Shared(memory),
+                                          [](gpointer shared) { delete static_cast<Shared *>(shared); });
 }
 
 LaunchSignals::~LaunchSignals() {
-    if (bus)
-        g_dbus_connection_signal_unsubscribe(bus.get(), subscription);
+    if (!bus)
+        return;
+    g_dbus_connection_remove_filter(bus.get(), filter);
+    g_dbus_connection_signal_unsubscribe(bus.get(), subscription);
 }
 
 std::optional<ApplicationLaunch> LaunchSignals::launchOf(pid_t child) const {
-    const auto found = std::find_if(latest.begin(), latest.end(), [child](const ApplicationLaunch &launch) {
-        return launch.child == child;
-    });
-    return found == latest.end() ? std::nullopt : std::optional(*found);
+    return memory->launchOf(child, {});
 }
 
-void LaunchSignals::remember(GVariant *parameters) {
-    if (auto launch = launchOfSignal(parameters))
-        latest.push_front(std::move(*launch));
-    if (latest.size() > remembered)
-        latest.pop_back();
+std::optional<ApplicationLaunch> LaunchSignals::awaitLaunchOf(pid_t child) const {
+    return bus ? memory->launchOf(child, longestWait) : std::nullopt;
 }
 
 } // namespace fernhop::freedesktop

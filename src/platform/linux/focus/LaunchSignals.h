@@ -4,7 +4,7 @@
 
 #include <sys/types.h>
 
-#include <deque>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -37,12 +37,17 @@ class LaunchSignals {
     /// How this process was launched; nothing when nobody told, or long ago.
     [[nodiscard]] std::optional<ApplicationLaunch> launchOf(pid_t child) const;
 
+    /// The same of a process that has only just been launched: its launcher may not have told yet, so this
+    /// waits for a moment, a second at most.
+    [[nodiscard]] std::optional<ApplicationLaunch> awaitLaunchOf(pid_t child) const;
+
   private:
-    void remember(GVariant *parameters);
+    class Memory;
 
     GObjectPointer<GDBusConnection> bus;
+    std::shared_ptr<Memory> memory;
     guint subscription = 0;
-    std::deque<ApplicationLaunch> latest; ///< the newest first
+    guint filter = 0;
 };
 
 } // namespace fernhop::freedesktop

@@ -4,13 +4,21 @@
 
 namespace fernhop::freedesktop {
 
+namespace {
+
+/// What the desktop entry of Fernhop runs for links.
+constexpr const char *stubProgram = "fernhop-open";
+
+} // namespace
+
 SenderEvidence::SenderEvidence(ApplicationMatcher &matcher, const Processes &processes,
                                const LaunchSignals &signals)
     : applications(matcher), runningProcesses(processes), launches(signals) {}
 
 std::optional<std::string> SenderEvidence::senderOf(const LinkSender &sender) {
     return firstSource({[&] { return fromLaunch(sender); }, [&] { return fromUnit(sender); },
-                        [&] { return fromAncestors(sender); }, [&] { return inherited(sender); }});
+                        [&] { return fromAncestors(sender); }, [&] { return inherited(sender); },
+                        [&] { return fromLaunchToBeTold(sender); }});
 }
 
 bool SenderEvidence::canBeSource(const std::optional<std::string> &desktopID) const {
@@ -27,15 +35,26 @@ SenderEvidence::firstSource(const std::vector<std::function<Answer()>> &searches
 
 std::optional<std::string> SenderEvidence::fromLaunch(const LinkSender &sender) {
     const auto launch = sender.launchedPid ? launches.launchOf(*sender.launchedPid) : std::nullopt;
-    if (!launch)
+    return launch ? launcher(*launch) : std::nullopt;
+}
+
+/// GIO launches a process first and tells of it afterwards, and the stub may be faster. It waits for us, so
+/// finding it there means that it was launched just now.
+std::optional<std::string> SenderEvidence::fromLaunchToBeTold(const LinkSender &sender) {
+    if (!sender.launchedPid || runningProcesses.programOf(*sender.launchedPid) != stubProgram)
         return std::nullopt;
-    // The desktop file comes last: whoever was started in a terminal inherited the terminal's. An opener of
-    // links has nothing else to go by, and there it is right.
+    const auto launch = launches.awaitLaunchOf(*sender.launchedPid);
+    return launch ? launcher(*launch) : std::nullopt;
+}
+
+/// The desktop file comes last: whoever was started in a terminal inherited the terminal's. An opener of
+/// links has nothing else to go by, and there it is right.
+std::optional<std::string> SenderEvidence::launcher(const ApplicationLaunch &launch) {
     return firstSource(
-        {[&] { return launch->origin ? applications.applicationOf(*launch->origin) : std::nullopt; },
-         [&] { return applications.applicationRunning(launch->originProgram); },
-         [&] { return applications.applicationNamed(launch->originProgram); },
-         [&] { return applications.applicationNamed(launch->originDesktopFile); }});
+        {[&] { return launch.origin ? applications.applicationOf(*launch.origin) : std::nullopt; },
+         [&] { return applications.applicationRunning(launch.originProgram); },
+         [&] { return applications.applicationNamed(launch.originProgram); },
+         [&] { return applications.applicationNamed(launch.originDesktopFile); }});
 }
 
 std::optional<std::string> SenderEvidence::fromUnit(const LinkSender &sender) {

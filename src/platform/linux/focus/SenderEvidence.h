@@ -32,6 +32,8 @@ class SenderEvidence {
     using Answer = std::optional<std::string>;
 
     Answer fromLaunch(const LinkSender &sender);
+    Answer fromLaunchToBeTold(const LinkSender &sender);
+    Answer launcher(const ApplicationLaunch &launch);
     Answer fromUnit(const LinkSender &sender);
     Answer fromAncestors(const LinkSender &sender);
     Answer inherited(const LinkSender &sender);

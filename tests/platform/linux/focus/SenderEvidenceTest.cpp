@@ -49,6 +49,11 @@ class SenderEvidenceTest : public testing::Test {
     }
 
     void tellLaunch(pid_t child, pid_t origin, const std::string &program, const std::string &desktopFile) {
+        emitLaunch(child, origin, program, desktopFile);
+        ASSERT_TRUE(support::runUntil([&] { return signals.launchOf(child).has_value(); }));
+    }
+
+    void emitLaunch(pid_t child, pid_t origin, const std::string &program, const std::string &desktopFile) {
         GVariantBuilder more;
         g_variant_builder_init(&more, G_VARIANT_TYPE_VARDICT);
         g_variant_builder_add(&more, "{sv}", "origin-pid", g_variant_new_int64(origin));
@@ -59,7 +64,6 @@ class SenderEvidenceTest : public testing::Test {
         const char *const uris[] = {"https://example.org/", nullptr};
         tell(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring("/x/org.fernhop.Fernhop.desktop"),
                            "Fernhop", static_cast<gint64>(child), uris, g_variant_builder_end(&more)));
-        ASSERT_TRUE(support::runUntil([&] { return signals.launchOf(child).has_value(); }));
     }
 
     std::optional<std::string> launched() { return evidence.senderOf({.launchedPid = stub}); }
@@ -112,6 +116,19 @@ TEST_F(SenderEvidenceTest, AnOpenerOfLinksGoesByItsOrigin) {
     kernel.add(300, {.program = "/usr/bin/gio"});
     tellLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
     EXPECT_EQ(launched(), "org.example.chat");
+}
+
+TEST_F(SenderEvidenceTest, ALaunchThatIsToldAfterTheLinkCameIsWaitedFor) {
+    kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
+    emitLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
+    EXPECT_EQ(evidence.senderOf({.launchedPid = stub, .parentPid = 1}), "org.example.chat");
+    EXPECT_EQ(signals.launchOf(stub)->child, stub);
+}
+
+TEST_F(SenderEvidenceTest, ALaunchThatNobodyTellsOfIsUnknownInTheEnd) {
+    kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
+    EXPECT_EQ(launched(), std::nullopt);
+    EXPECT_EQ(LaunchSignals(nullptr).awaitLaunchOf(stub), std::nullopt);
 }
 
 TEST_F(SenderEvidenceTest, LaunchesBeatUnitsAndUnitsBeatAncestors) {
