@@ -11,7 +11,7 @@ namespace fernhop::freedesktop {
 /// Paints a picture into an area, sharp at whatever density the painter's device has.
 using PaintPicture = std::function<void(QPainter &painter, const QRectF &area)>;
 
-/// An icon that is painted anew for each size, density and palette.
+/// An icon that is painted anew for each size, density and palette, as a square in the middle of its place.
 [[nodiscard]] QIcon paintedIcon(PaintPicture paint);
 
 /// A widget that shows nothing but a picture.
