@@ -126,6 +126,9 @@ int runResident(const Environment &environment) {
     resident->run(bus);
     // What was answered last, the call that ended Fernhop perhaps, is still on its way out.
     g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+    // Before the service goes: its callers are to hear that nobody is here, which has them start another
+    // Fernhop, and not that Fernhop knows no links.
+    g_dbus_connection_close_sync(bus, nullptr, nullptr);
     return exitStatus::success;
 }
 

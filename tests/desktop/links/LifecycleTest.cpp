@@ -6,6 +6,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 namespace fernhop::desktoptest {
 namespace {
@@ -204,6 +205,22 @@ TEST_F(Lifecycle, ALinkInAKilledFernhopIsDeliveredAnew) {
     browser.answer();
     ASSERT_TRUE(support::runUntil([&] { return !stub->isRunning(); }));
     EXPECT_EQ(stub->wait(), 0);
+}
+
+TEST_F(Lifecycle, LinksThatComeWhileItEndsAreNotLost) {
+    session.startBus();
+    constexpr int times = 10, linksEachTime = 20;
+    for (int time = 0; time < times; ++time) {
+        session.startFernhop();
+        session.resident->signal(SIGTERM);
+        std::vector<std::unique_ptr<support::ChildProcess>> stubs;
+        for (int i = 0; i < linksEachTime; ++i)
+            stubs.push_back(session.start({LinkSession::program("fernhop-open"), "https://1/"}));
+        for (const auto &stub : stubs)
+            ASSERT_EQ(stub->wait(), 0) << session.output();
+        session.killResident(SIGTERM);
+    }
+    EXPECT_GE(session.opened(times * linksEachTime).size(), std::size_t{times * linksEachTime});
 }
 
 TEST_F(Lifecycle, EndsBySignalsWithTheDefaultRoleHandedBack) {
