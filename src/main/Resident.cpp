@@ -42,7 +42,7 @@ class Resident {
                  [this] { return delegate.sourceTracker().sourceBundleID(); }),
           session(delegate, platform, report, callSoon) {}
 
-    void run(GDBusConnection *bus) {
+    void run(GDBusConnection *bus, const Environment &environment) {
         desktop.application.setShouldTerminate([this] { return shouldTerminate(); });
         desktop.alerts.setHost({[this](ui::Selector action, const Object &sender) {
                                     (void)delegate.perform(action, {.sender = &sender});
@@ -53,6 +53,11 @@ class Resident {
                                 [this] { return std::exchange(activationToken, {}); }});
         desktop.application.endWithSignals();
         desktop.application.endWithBus(bus);
+        // The bus of a user may live on into the next session. Who stayed would keep the name, with the old
+        // session's environment and no windows to look at.
+        desktop.application.endWithDisplay(environment);
+        desktop.alerts.setWhenLoaded(
+            [this, &environment] { desktop.application.endWithDisplay(environment); });
         desktop.tray->setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
             (void)delegate.perform(selector, {.sender = &sender});
         });
@@ -123,7 +128,7 @@ int runResident(const Environment &environment) {
     if (name == NameRequest::failed)
         return fail("the bus does not give Fernhop its name");
     resident.emplace(desktop);
-    resident->run(bus);
+    resident->run(bus, environment);
     // What was answered last, the call that ended Fernhop perhaps, is still on its way out.
     g_dbus_connection_flush_sync(bus, nullptr, nullptr);
     // Before the service goes: its callers are to hear that nobody is here, which has them start another

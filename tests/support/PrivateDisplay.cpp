@@ -25,6 +25,7 @@ PrivateDisplay::PrivateDisplay(const TemporaryHome &home) {
         home.environment() + environment() + Environment{{"XDG_DATA_DIRS", "/usr/share"}};
     // Windows that are shown before it has looked around may escape it.
     const std::string sign = home.root() + "/openbox-on-display-" + number;
+    std::filesystem::remove(sign); // of a display that had the number before
     windowManager = std::make_unique<ChildProcess>(
         Command{{"openbox", "--startup", "touch " + sign}, windowManagerEnvironment});
     const bool settled =

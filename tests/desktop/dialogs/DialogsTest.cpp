@@ -91,6 +91,24 @@ TEST_F(Dialogs, FernhopEndsWithOneOpen) {
     EXPECT_EQ(session->resident->wait(), 0);
 }
 
+TEST_F(Dialogs, FernhopEndsWithItsDisplayAsEver) {
+    for (const bool isOpen : {true, false}) {
+        session.emplace();
+        session->startFernhop();
+        ASSERT_EQ(session->fernhop({"default", "web"}), 0) << session->output();
+        ASSERT_EQ(session->fernhop({"routing", "on"}), 0) << session->output();
+        ASSERT_EQ(session->fernhop({"restore-on-quit", "on"}), 0) << session->output();
+        ASSERT_TRUE(session->open({"feedback"}, "建议反馈"));
+        if (!isOpen) {
+            ASSERT_TRUE(session->press({"Escape"}));
+            ASSERT_TRUE(session->closes("建议反馈"));
+        }
+        session->display->kill();
+        EXPECT_EQ(session->resident->wait(), 0) << session->log();
+        EXPECT_TRUE(session->tells({"status", "--json"}, "\"httpsHandler\": \"web\"")) << session->output();
+    }
+}
+
 TEST_F(Dialogs, DenserScreensShowThemAsLarge) {
     if (!support::isInstalled("xprop"))
         GTEST_SKIP() << "xprop is not installed";

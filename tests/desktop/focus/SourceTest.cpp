@@ -126,17 +126,6 @@ TEST_F(Source, IsKnownWithoutABus) {
     EXPECT_TRUE(opens(other, {"https://1/"})) << session.output();
 }
 
-TEST_F(Source, SurvivesTheEndOfTheDisplay) {
-    if (!support::PrivateDisplay::isAvailable())
-        GTEST_SKIP() << "Xvfb or openbox is not installed";
-    support::PrivateDisplay display(session.home);
-    start(display.environment());
-    display.kill();
-    session.run({programOf("mail"), LinkSession::program("fernhop-open"), "https://1/"});
-    EXPECT_TRUE(opens(other, {"https://1/"}));
-    EXPECT_TRUE(session.resident->isRunning());
-}
-
 TEST_F(Source, FollowsTheWindowOnSway) {
     if (!support::HeadlessSway::isAvailable() || !support::isInstalled("foot"))
         GTEST_SKIP() << "sway or foot is not installed";

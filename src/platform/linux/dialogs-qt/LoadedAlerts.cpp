@@ -40,6 +40,8 @@ void LoadedAlerts::load() {
     const auto make = reinterpret_cast<MakeDialogPresenter>(dlsym(module, makeDialogPresenterName));
     if (make != nullptr)
         presenter.reset(make(host));
+    if (presenter && whenLoaded)
+        whenLoaded();
 }
 
 } // namespace fernhop::freedesktop

@@ -3,8 +3,10 @@
 #include "platform/Sound.h"
 #include "platform/linux/dialogs-qt/DialogHost.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
@@ -19,6 +21,9 @@ class LoadedAlerts : public DialogPresenter {
     /// What the dialogs ask; set before the first one opens.
     void setHost(DialogHost asked) { host = std::move(asked); }
 
+    /// `loaded` is called when the toolkit has come into the process.
+    void setWhenLoaded(std::function<void()> loaded) { whenLoaded = std::move(loaded); }
+
     [[nodiscard]] bool bringToFront() override { return presenter && presenter->bringToFront(); }
     [[nodiscard]] std::unique_ptr<EmbeddedIcon> makeEmbeddedIcon(PerformAction perform) override;
     [[nodiscard]] int runModal(const ui::Alert &alert) override;
@@ -31,6 +36,7 @@ class LoadedAlerts : public DialogPresenter {
     std::string path;
     Sound &sound;
     DialogHost host;
+    std::function<void()> whenLoaded;
     std::unique_ptr<DialogPresenter> presenter;
 };
 

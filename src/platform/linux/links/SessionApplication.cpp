@@ -47,6 +47,12 @@ void SessionApplication::busClosed(GDBusConnection *, gboolean, GError *, gpoint
     static_cast<SessionApplication *>(self)->terminate();
 }
 
+void SessionApplication::endWithDisplay(const Environment &environment) {
+    if (!display)
+        display.emplace(environment, [this] { terminate(); });
+    display->watchConnections();
+}
+
 void SessionApplication::run() {
     if (!ended)
         g_main_loop_run(loop.get());

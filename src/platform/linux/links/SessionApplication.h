@@ -2,6 +2,7 @@
 
 #include "platform/Application.h"
 #include "platform/linux/glib/GPointer.h"
+#include "platform/linux/links/DisplayWatch.h"
 
 #include <functional>
 #include <optional>
@@ -10,7 +11,7 @@
 namespace fernhop::freedesktop {
 
 /// This process in its session: runs the main loop and ends it once, whoever asks for the end: the user, a
-/// signal, or the session by taking its bus away. Main thread only.
+/// signal, or the session by taking its bus or its display away. Main thread only.
 class SessionApplication : public Application {
   public:
     SessionApplication();
@@ -39,6 +40,10 @@ class SessionApplication : public Application {
     /// object.
     void endWithBus(GDBusConnection *bus);
 
+    /// The end of the display that this process is connected to now ends the application, as it ends the
+    /// session; to be called again when there may be a new connection.
+    void endWithDisplay(const Environment &environment);
+
     /// Runs the main loop until the application has ended; returns at once when it already has.
     void run();
 
@@ -52,6 +57,7 @@ class SessionApplication : public Application {
     std::vector<guint> signalSources;
     GDBusConnection *watchedBus = nullptr;
     gulong busHandler = 0;
+    std::optional<DisplayWatch> display;
     bool ended = false;
 };
 

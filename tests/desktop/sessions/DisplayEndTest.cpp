@@ -1,0 +1,80 @@
+#include "DesktopSession.h"
+#include "platform/linux/focus/XTestClient.h"
+#include "support/HeadlessSway.h"
+#include "support/PrivateDisplay.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop::desktoptest {
+namespace {
+
+/// A user logs out, and the bus lives on for other sessions of theirs.
+class DisplayEnd : public testing::Test {
+  protected:
+    ~DisplayEnd() override {
+        if (session.bus)
+            session.killResident(SIGKILL);
+    }
+
+    void beginRouting(const support::Environment &display) {
+        session.begin(display);
+        ASSERT_EQ(session.fernhop({"default", "web"}), 0) << session.output();
+        ASSERT_EQ(session.fernhop({"routing", "on"}), 0) << session.output();
+        ASSERT_EQ(session.fernhop({"restore-on-quit", "on"}), 0) << session.output();
+    }
+    void expectEndWithRestore() {
+        EXPECT_EQ(session.resident->wait(), 0) << session.log();
+        EXPECT_EQ(session.status()["httpsHandler"], "web");
+    }
+
+    DesktopSession session;
+};
+
+TEST_F(DisplayEnd, EndsFernhopOnX11) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    support::PrivateDisplay display(session.home);
+    beginRouting(display.environment());
+    display.kill();
+    expectEndWithRestore();
+}
+
+TEST_F(DisplayEnd, EndsFernhopOnSway) {
+    if (!support::HeadlessSway::isAvailable())
+        GTEST_SKIP() << "sway is not installed";
+    support::HeadlessSway sway;
+    beginRouting(
+        {{"WAYLAND_DISPLAY", *sway.environment().at("WAYLAND_DISPLAY")}, {"XDG_SESSION_TYPE", "wayland"}});
+    sway.kill();
+    expectEndWithRestore();
+}
+
+TEST_F(DisplayEnd, LosesNoLink) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    support::PrivateDisplay display(session.home);
+    session.begin(display.environment());
+    ASSERT_EQ(session.fernhop({"default", "web"}), 0) << session.output();
+    display.kill();
+    EXPECT_EQ(session.open({"https://1/"}), 0) << session.output();
+    EXPECT_EQ(linksOf(session.browser, 1), std::vector<std::string>{"https://1/"});
+}
+
+TEST_F(DisplayEnd, LeavesTheNextSessionAFernhopOfItsOwn) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    support::PrivateDisplay display(session.home);
+    session.begin(display.environment());
+    display.kill();
+    EXPECT_EQ(session.resident->wait(), 0);
+
+    const support::PrivateDisplay next(session.home);
+    session.environment = session.environment + next.environment();
+    session.startFernhop();
+    support::XTestClient client(next.name());
+    client.window(DesktopSession::mail, "Mail");
+    EXPECT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
+}
+
+} // namespace
+} // namespace fernhop::desktoptest
