@@ -51,7 +51,6 @@ class Resident {
                                 [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); },
                                 [this] { return desktop.tray->statedAppearance(); },
                                 [this] { return std::exchange(activationToken, {}); }});
-        desktop.application.endWithSignals();
         desktop.application.endWithBus(bus);
         // The bus of a user may live on into the next session. Who stayed would keep the name, with the old
         // session's environment and no windows to look at.
@@ -114,6 +113,8 @@ int runResident(const Environment &environment) {
         return fail(*problem);
     GDBusConnection *bus = std::get<GObjectPointer<GDBusConnection>>(connection).get();
     LinuxDesktop desktop(environment, bus);
+    // Whoever finds us on the bus may end us in order: a signal waits until the main loop runs.
+    desktop.application.endWithSignals();
     // Calls come from the main loop, so none reaches the service before the controller is there.
     std::optional<Resident> resident;
     LinkService service(
