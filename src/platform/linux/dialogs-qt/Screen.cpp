@@ -1,5 +1,7 @@
 #include "platform/linux/dialogs-qt/Screen.h"
 
+#include "platform/linux/links/CompositorSocket.h"
+
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -30,9 +32,9 @@ bool takesConnections(const std::string &socketPath) {
 }
 
 bool compositorAnswers() {
-    const std::string name = qgetenv("WAYLAND_DISPLAY").toStdString();
-    const std::string folder = qgetenv("XDG_RUNTIME_DIR").toStdString();
-    return !name.empty() && takesConnections(name.front() == '/' ? name : folder + "/" + name);
+    const std::string path =
+        compositorSocket(qgetenv("WAYLAND_DISPLAY").toStdString(), qgetenv("XDG_RUNTIME_DIR").toStdString());
+    return !path.empty() && takesConnections(path);
 }
 
 bool displayAnswers() {

@@ -1,5 +1,7 @@
 #include "platform/linux/links/DisplayWatch.h"
 
+#include "platform/linux/links/CompositorSocket.h"
+
 #include <glib-unix.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -34,8 +36,9 @@ std::string otherEndOf(int descriptor) {
 std::vector<int> openDescriptors() {
     std::vector<int> descriptors;
     std::error_code error;
-    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
-        const std::string name = entry.path().filename();
+    std::filesystem::directory_iterator entry("/proc/self/fd", error);
+    for (; entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::string name = entry->path().filename();
         int descriptor = -1;
         std::from_chars(name.data(), name.data() + name.size(), descriptor);
         descriptors.push_back(descriptor);
@@ -43,17 +46,12 @@ std::vector<int> openDescriptors() {
     return descriptors;
 }
 
-std::string compositorSocket(const Environment &environment) {
-    const auto name = environment.value("WAYLAND_DISPLAY").value_or("");
-    if (name.empty() || name.starts_with('/'))
-        return name;
-    return environment.value("XDG_RUNTIME_DIR").value_or("") + "/" + name;
-}
-
 } // namespace
 
 DisplayWatch::DisplayWatch(const Environment &environment, std::function<void()> whenEnded)
-    : compositor(compositorSocket(environment)), ended(std::move(whenEnded)) {}
+    : compositor(compositorSocket(environment.value("WAYLAND_DISPLAY").value_or(""),
+                                  environment.value("XDG_RUNTIME_DIR").value_or(""))),
+      ended(std::move(whenEnded)) {}
 
 DisplayWatch::~DisplayWatch() {
     for (const auto &[descriptor, connection] : connections)
