@@ -7,7 +7,7 @@ namespace fernhop::freedesktop {
 namespace {
 
 /// What the desktop entry of Fernhop runs for links.
-constexpr const char *stubProgram = "fernhop-open";
+constexpr const char *linkProgram = "fernhop-open";
 
 } // namespace
 
@@ -35,21 +35,21 @@ SenderEvidence::firstSource(const std::vector<std::function<Answer()>> &searches
 
 std::optional<std::string> SenderEvidence::fromLaunch(const LinkSender &sender) {
     const auto launch = sender.launchedPid ? launches.launchOf(*sender.launchedPid) : std::nullopt;
-    return launch ? launcher(*launch) : std::nullopt;
+    return launch ? launcherOf(*launch) : std::nullopt;
 }
 
-/// GIO launches a process first and tells of it afterwards, and the stub may be faster. It waits for us, so
-/// finding it there means that it was launched just now.
+/// GIO launches a process first and tells of it afterwards, and `fernhop-open` may be faster. It waits for
+/// us, so finding it there means that it was launched just now.
 std::optional<std::string> SenderEvidence::fromLaunchToBeTold(const LinkSender &sender) {
-    if (!sender.launchedPid || runningProcesses.programOf(*sender.launchedPid) != stubProgram)
+    if (!sender.launchedPid || runningProcesses.programOf(*sender.launchedPid) != linkProgram)
         return std::nullopt;
     const auto launch = launches.awaitLaunchOf(*sender.launchedPid);
-    return launch ? launcher(*launch) : std::nullopt;
+    return launch ? launcherOf(*launch) : std::nullopt;
 }
 
 /// The desktop file comes last: whoever was started in a terminal inherited the terminal's. An opener of
 /// links has nothing else to go by, and there it is right.
-std::optional<std::string> SenderEvidence::launcher(const ApplicationLaunch &launch) {
+std::optional<std::string> SenderEvidence::launcherOf(const ApplicationLaunch &launch) {
     return firstSource(
         {[&] { return launch.origin ? applications.applicationOf(*launch.origin) : std::nullopt; },
          [&] { return applications.applicationRunning(launch.originProgram); },

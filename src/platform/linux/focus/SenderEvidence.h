@@ -33,7 +33,7 @@ class SenderEvidence {
 
     Answer fromLaunch(const LinkSender &sender);
     Answer fromLaunchToBeTold(const LinkSender &sender);
-    Answer launcher(const ApplicationLaunch &launch);
+    Answer launcherOf(const ApplicationLaunch &launch);
     Answer fromUnit(const LinkSender &sender);
     Answer fromAncestors(const LinkSender &sender);
     Answer inherited(const LinkSender &sender);
