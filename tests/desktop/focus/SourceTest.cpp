@@ -5,6 +5,7 @@
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <optional>
 
@@ -124,6 +125,17 @@ TEST_F(Source, IsKnownWithoutABus) {
     const support::Environment noBus{{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}};
     session.run({programOf("mail"), LinkSession::program("fernhop-open"), "https://1/"}, noBus);
     EXPECT_TRUE(opens(other, {"https://1/"})) << session.output();
+}
+
+TEST_F(Source, IsTheSenderAfterTheEndOfTheDisplay) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    support::PrivateDisplay display(session.home);
+    start(display.environment());
+    display.kill();
+    session.run({programOf("mail"), LinkSession::program("fernhop-open"), "https://1/"});
+    EXPECT_TRUE(opens(other, {"https://1/"})) << session.output();
+    session.killResident(SIGTERM); // it was started for the link
 }
 
 TEST_F(Source, FollowsTheWindowOnSway) {

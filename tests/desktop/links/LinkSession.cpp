@@ -51,6 +51,11 @@ void LinkSession::startFernhop() {
     (void)support::waitUntil([this] { return residentPid() == resident->pid(); });
 }
 
+bool LinkSession::routeAndRestoreOnQuit() {
+    return fernhop({"default", "web"}) == 0 && fernhop({"routing", "on"}) == 0 &&
+           fernhop({"restore-on-quit", "on"}) == 0;
+}
+
 std::unique_ptr<support::ChildProcess> LinkSession::start(const std::vector<std::string> &command,
                                                           const support::Environment &more) {
     std::filesystem::remove(home.root() + "/output");

@@ -24,6 +24,9 @@ class LinkSession {
     /// Starts Fernhop and waits until it has its name.
     void startFernhop();
 
+    /// Has the running Fernhop route links, and hand the default role to "web" when it ends; whether it will.
+    [[nodiscard]] bool routeAndRestoreOnQuit();
+
     /// Runs a program of the session to its end; the exit status. What it wrote is in `output`.
     int run(const std::vector<std::string> &command, const support::Environment &more = {});
     [[nodiscard]] std::unique_ptr<support::ChildProcess> start(const std::vector<std::string> &command,

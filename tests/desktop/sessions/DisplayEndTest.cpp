@@ -11,17 +11,6 @@ namespace {
 /// A user logs out, and the bus lives on for other sessions of theirs.
 class DisplayEnd : public testing::Test {
   protected:
-    ~DisplayEnd() override {
-        if (session.bus)
-            session.killResident(SIGKILL);
-    }
-
-    void beginRouting(const support::Environment &display) {
-        session.begin(display);
-        ASSERT_EQ(session.fernhop({"default", "web"}), 0) << session.output();
-        ASSERT_EQ(session.fernhop({"routing", "on"}), 0) << session.output();
-        ASSERT_EQ(session.fernhop({"restore-on-quit", "on"}), 0) << session.output();
-    }
     void expectEndWithRestore() {
         EXPECT_EQ(session.resident->wait(), 0) << session.log();
         EXPECT_EQ(session.status()["httpsHandler"], "web");
@@ -34,7 +23,8 @@ TEST_F(DisplayEnd, EndsFernhopOnX11) {
     if (!support::PrivateDisplay::isAvailable())
         GTEST_SKIP() << "Xvfb or openbox is not installed";
     support::PrivateDisplay display(session.home);
-    beginRouting(display.environment());
+    session.begin(display.environment());
+    ASSERT_TRUE(session.routeAndRestoreOnQuit()) << session.output();
     display.kill();
     expectEndWithRestore();
 }
@@ -43,21 +33,11 @@ TEST_F(DisplayEnd, EndsFernhopOnSway) {
     if (!support::HeadlessSway::isAvailable())
         GTEST_SKIP() << "sway is not installed";
     support::HeadlessSway sway;
-    beginRouting(
+    session.begin(
         {{"WAYLAND_DISPLAY", *sway.environment().at("WAYLAND_DISPLAY")}, {"XDG_SESSION_TYPE", "wayland"}});
+    ASSERT_TRUE(session.routeAndRestoreOnQuit()) << session.output();
     sway.kill();
     expectEndWithRestore();
-}
-
-TEST_F(DisplayEnd, LosesNoLink) {
-    if (!support::PrivateDisplay::isAvailable())
-        GTEST_SKIP() << "Xvfb or openbox is not installed";
-    support::PrivateDisplay display(session.home);
-    session.begin(display.environment());
-    ASSERT_EQ(session.fernhop({"default", "web"}), 0) << session.output();
-    display.kill();
-    EXPECT_EQ(session.open({"https://1/"}), 0) << session.output();
-    EXPECT_EQ(linksOf(session.browser, 1), std::vector<std::string>{"https://1/"});
 }
 
 TEST_F(DisplayEnd, LeavesTheNextSessionAFernhopOfItsOwn) {
