@@ -27,7 +27,7 @@ class EmbeddedTray {
     EmbeddedTray(const EmbeddedTray &) = delete;
     EmbeddedTray &operator=(const EmbeddedTray &) = delete;
 
-    /// Kept for the icon, whenever there is one.
+    /// Kept for the icon, whenever there is one. `withRim` is for an image that need not stand out by itself.
     void setImage(ui::ImageReference newImage, bool withRim);
     void setToolTip(const std::string &text);
     void setMenu(std::shared_ptr<const ui::Menu> newMenu);
