@@ -3,7 +3,7 @@
 #include "platform/linux/applications/ApplicationPlaces.h"
 #include "platform/linux/applications/InstalledDesktopEntries.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
-#include "platform/linux/glib/GPointer.h"
+#include "platform/linux/base/GPointer.h"
 #include "support/TemporaryHome.h"
 
 #include <benchmark/benchmark.h>

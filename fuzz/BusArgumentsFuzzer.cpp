@@ -1,9 +1,9 @@
 // Message bodies from the bus, as any process of the session may send them: read as each of the two forms
 // that bring links, from bytes that need not be a well-formed value.
 
-#include "platform/linux/glib/GPointer.h"
-#include "platform/linux/links/BusArguments.h"
-#include "platform/linux/links/LaunchEnvironment.h"
+#include "platform/linux/base/GPointer.h"
+#include "platform/linux/service/BusArguments.h"
+#include "platform/linux/launch/LaunchEnvironment.h"
 
 #include <cstdint>
 #include <cstdlib>

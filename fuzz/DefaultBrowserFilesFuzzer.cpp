@@ -3,10 +3,10 @@
 
 #include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/defaulthandler/KdeBrowser.h"
-#include "platform/linux/defaulthandler/KeyFileText.h"
+#include "platform/linux/base/KeyFileText.h"
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 #include "platform/linux/defaulthandler/XfceBrowser.h"
-#include "platform/linux/glib/GPointer.h"
+#include "platform/linux/base/GPointer.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks what the sources include: one way down the floors, no circle, no toolkit or system header in portable folders,
-and no preprocessor conditional on the operating system there.
+"""Checks what the sources include: one way down the floors, no circle of files or folders, no toolkit or system header in
+portable folders, and no preprocessor conditional on the operating system there.
 
     includes.py [ROOT]
 """
@@ -9,10 +9,10 @@ import fnmatch
 import re
 import sys
 from pathlib import Path
+from typing import NamedTuple
 
 from sources import Fault, code, includes, lines
 
-BACKEND = "backend"
 MAIN = "src/main/"
 SYSTEM = re.compile(r"\b(__linux__|__linux|__gnu_linux__|__unix__|__APPLE__|__MACH__|_WIN32|__FreeBSD__|__OpenBSD__|"
                     r"__NetBSD__|__GLIBC__|TARGET_OS_\w+|__has_include)\b")
@@ -32,14 +32,25 @@ STANDARD_HEADERS = set("""
 """.split())
 
 
+class Floor(NamedTuple):
+    backend: str  # empty: the core
+    number: int
+    folder: str
+
+
 class Floors:
     def __init__(self, text):
         rows = (line.split() for line in text.splitlines() if line.strip() and not line.startswith("#"))
-        self.rows = [(pattern, floor if floor == BACKEND else int(floor)) for floor, pattern in rows]
+        self.rows = [self.parsed(floor, pattern) for floor, pattern in rows]
+
+    @staticmethod
+    def parsed(text, pattern):
+        backend, _, number = text.rpartition(".")
+        return Floor(backend, int(number), pattern)
 
     def of(self, path):
-        for pattern, floor in self.rows:
-            if fnmatch.fnmatchcase(str(path), pattern):
+        for floor in self.rows:
+            if fnmatch.fnmatchcase(str(path), floor.folder):
                 return floor
         return None
 
@@ -54,7 +65,8 @@ def resolve(root, include):
 
 
 def isPortable(path, floors):
-    return path.parts[0] == "src" and floors.of(path) != BACKEND and not str(path).startswith(MAIN)
+    floor = floors.of(path)
+    return path.parts[0] == "src" and not (floor and floor.backend) and not str(path).startswith(MAIN)
 
 
 def allowedInPortable(include):
@@ -65,17 +77,22 @@ def allowedInPortable(include):
 
 def floorFault(include, target, floors):
     above, below = floors.of(include.path), floors.of(target)
-    if below == BACKEND:
-        if above != BACKEND and not str(include.path).startswith(MAIN):
-            return f"only a backend or a main includes {target}"
-        if above == BACKEND and include.path.parts[2] != target.parts[2]:
-            return f"one backend includes another's {target}"
+    if above is None or below is None:
         return None
-    if above == BACKEND:
-        return None if below == 0 else f"a backend includes {target}, which is above the platform's interfaces"
-    if above is not None and below is not None and below > above:
+    if above.backend != below.backend:
+        return sideFault(include, target, above, below)
+    if below.number > above.number:
         return f"{target} is on a floor above (scripts/checks/floors.txt)"
     return None
+
+
+def sideFault(include, target, above, below):
+    """What is wrong when the core includes a backend, a backend the core, or one backend another."""
+    if not above.backend:
+        return None if str(include.path).startswith(MAIN) else f"only a backend or a main includes {target}"
+    if below.backend:
+        return f"one backend includes another's {target}"
+    return None if below.number == 0 else f"a backend includes {target}, which is above the platform's interfaces"
 
 
 def checkPath(root, path, floors):
@@ -119,6 +136,17 @@ def circles(graph):
         yield from visit(node)
 
 
+def ofFolders(graph, floors):
+    """The same graph between the folders that the floors name."""
+    folders = {}
+    for path, targets in graph.items():
+        own = floors.of(path)
+        needed = {floors.of(target) for target in targets} - {own, None}
+        if own:
+            folders.setdefault(own.folder, set()).update(floor.folder for floor in needed)
+    return {folder: sorted(needed) for folder, needed in folders.items()}
+
+
 def check(root):
     floors = Floors((Path(__file__).parent / "floors.txt").read_text(encoding="utf-8"))
     graph = {}
@@ -128,6 +156,8 @@ def check(root):
         graph[path] = [target for target in found if target]
     for circle in circles(graph):
         yield Fault(circle[0], 1, "includes run in a circle: " + " > ".join(map(str, circle)))
+    for circle in circles(ofFolders(graph, floors)):
+        yield Fault(Path(circle[0]), 1, "folders need each other in a circle: " + " > ".join(circle))
 
 
 def main(arguments):

@@ -123,6 +123,22 @@ class Includes(Tree):
         self.add("src/routing/Router.h", '#include "routing/Intake.h"\n')
         self.assertTrue(any("circle" in fault.message for fault in includes.check(self.root)))
 
+    def testCircleOfFolders(self):
+        self.add("src/settings/Catalog.h", '#include "catalog/Names.h"\n')
+        self.add("src/catalog/Names.h", "")
+        self.assertSound(includes.check)
+        self.add("src/catalog/Icons.h", '#include "settings/Preferences.h"\n')
+        self.assertTrue(any("folders need each other" in fault.message for fault in includes.check(self.root)))
+
+    def testFloorsWithinABackend(self):
+        order = ["base/Text.h", "applications/Entry.h", "log/Log.h", "source/Sender.h", "tray/Icon.h", "stub/Links.h"]
+        for name in order:
+            self.write(f"src/platform/linux/{name}", "")
+        for lower, upper in zip(order, order[1:]):
+            with self.subTest(lower):
+                self.write(f"src/platform/linux/{lower}", f'#include "platform/linux/{upper}"\n')
+                self.assertFault(includes.check, f"src/platform/linux/{lower}", "floor above")
+
     def testFileOnNoFloor(self):
         self.add("src/attic/Old.h", "")
         self.assertFault(includes.check, "src/attic/Old.h", "no floor")

@@ -4,8 +4,8 @@
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
 #include "main/Resident.h"
-#include "platform/linux/links/BusResidentConnection.h"
-#include "platform/linux/links/SessionBus.h"
+#include "platform/linux/service/BusResidentConnection.h"
+#include "platform/linux/base/SessionBus.h"
 
 #include <clocale>
 #include <filesystem>

@@ -2,7 +2,7 @@
 
 #include "platform/SessionReport.h"
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
-#include "platform/linux/focus/FocusProvider.h"
+#include "platform/linux/source/FocusProvider.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 
 #include <functional>

@@ -6,8 +6,8 @@
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
 #include "platform/linux/applications/IconName.h"
-#include "platform/linux/links/LinkService.h"
-#include "platform/linux/links/SessionBus.h"
+#include "platform/linux/service/LinkService.h"
+#include "platform/linux/base/SessionBus.h"
 #include "platform/linux/tray/Symbols.h"
 
 #include <unistd.h>

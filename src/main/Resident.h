@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/links/Environment.h"
+#include "platform/linux/base/Environment.h"
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
 #include "DialogSession.h"
-#include "platform/linux/focus/XTestClient.h"
+#include "platform/linux/source/XTestClient.h"
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>

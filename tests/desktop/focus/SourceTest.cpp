@@ -1,5 +1,5 @@
 #include "desktop/links/LinkSession.h"
-#include "platform/linux/focus/XTestClient.h"
+#include "platform/linux/source/XTestClient.h"
 #include "support/HeadlessSway.h"
 #include "support/PrivateDisplay.h"
 #include "support/Waiting.h"

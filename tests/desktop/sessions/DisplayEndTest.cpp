@@ -1,5 +1,5 @@
 #include "DesktopSession.h"
-#include "platform/linux/focus/XTestClient.h"
+#include "platform/linux/source/XTestClient.h"
 #include "support/HeadlessSway.h"
 #include "support/PrivateDisplay.h"
 

@@ -1,6 +1,6 @@
 #include "DesktopSession.h"
 #include "desktop/links/BusSender.h"
-#include "platform/linux/focus/XTestClient.h"
+#include "platform/linux/source/XTestClient.h"
 #include "support/HeadlessSway.h"
 #include "support/PrivateDisplay.h"
 

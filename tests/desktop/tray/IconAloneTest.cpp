@@ -3,7 +3,7 @@
 
 #include "PanelSession.h"
 #include "TrayMenu.h"
-#include "platform/linux/focus/XTestClient.h"
+#include "platform/linux/source/XTestClient.h"
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>

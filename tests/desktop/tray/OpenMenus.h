@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/focus/XConnection.h"
+#include "platform/linux/source/XConnection.h"
 
 #include <algorithm>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/links/BusClient.h"
+#include "platform/linux/service/BusClient.h"
 
 #include <mutex>
 #include <set>

@@ -1,6 +1,6 @@
 #include "platform/linux/applications/ApplicationPlaces.h"
 
-#include "platform/linux/applications/LocaleNames.h"
+#include "platform/linux/base/LocaleNames.h"
 
 #include <pwd.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "platform/linux/applications/DesktopBundles.h"
 
-#include "platform/linux/applications/FernhopDesktopID.h"
+#include "platform/linux/base/FernhopDesktopID.h"
 #include "platform/linux/applications/GenericOpener.h"
 
 #include <unistd.h>

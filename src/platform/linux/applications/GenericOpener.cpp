@@ -1,7 +1,7 @@
 #include "platform/linux/applications/GenericOpener.h"
 
 #include "platform/linux/applications/ExecLine.h"
-#include "platform/linux/applications/FernhopDesktopID.h"
+#include "platform/linux/base/FernhopDesktopID.h"
 
 #include <algorithm>
 #include <array>

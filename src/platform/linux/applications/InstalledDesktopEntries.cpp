@@ -2,7 +2,7 @@
 
 #include "platform/linux/applications/DesktopEntryParser.h"
 #include "platform/linux/applications/DirectoryWalk.h"
-#include "platform/linux/applications/SmallFile.h"
+#include "platform/linux/base/SmallFile.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -2,7 +2,7 @@
 
 #include "platform/LaunchServices.h"
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/defaulthandler/ConfigurationPlaces.h"
+#include "platform/linux/base/ConfigurationPlaces.h"
 #include "platform/linux/defaulthandler/KdeBrowser.h"
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 #include "platform/linux/defaulthandler/XfceBrowser.h"

@@ -1,6 +1,6 @@
 #include "platform/linux/defaulthandler/KdeBrowser.h"
 
-#include "platform/linux/defaulthandler/KeyFileText.h"
+#include "platform/linux/base/KeyFileText.h"
 
 #include <algorithm>
 #include <array>

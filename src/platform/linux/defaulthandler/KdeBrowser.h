@@ -2,8 +2,8 @@
 
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/defaulthandler/BrowserChoice.h"
-#include "platform/linux/defaulthandler/ConfigurationFile.h"
-#include "platform/linux/defaulthandler/ConfigurationPlaces.h"
+#include "platform/linux/base/ConfigurationFile.h"
+#include "platform/linux/base/ConfigurationPlaces.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 
-#include "platform/linux/defaulthandler/KeyFileText.h"
-#include "platform/linux/glib/GPointer.h"
+#include "platform/linux/base/KeyFileText.h"
+#include "platform/linux/base/GPointer.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "platform/linux/defaulthandler/XfceBrowser.h"
 
-#include "platform/linux/defaulthandler/KeyFileText.h"
+#include "platform/linux/base/KeyFileText.h"
 
 #include <sys/stat.h>
 

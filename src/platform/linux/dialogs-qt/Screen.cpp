@@ -1,6 +1,6 @@
 #include "platform/linux/dialogs-qt/Screen.h"
 
-#include "platform/linux/links/CompositorSocket.h"
+#include "platform/linux/base/CompositorSocket.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>

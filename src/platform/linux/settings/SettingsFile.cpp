@@ -1,6 +1,6 @@
 #include "platform/linux/settings/SettingsFile.h"
 
-#include "platform/linux/settings/FileReplacement.h"
+#include "platform/linux/base/FileReplacement.h"
 #include "platform/linux/settings/PropertyListCoding.h"
 
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/settings/FileLock.h"
+#include "platform/linux/base/FileLock.h"
 
 #include <sys/types.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/glib/GPointer.h"
+#include "platform/linux/base/GPointer.h"
 
 namespace fernhop::freedesktop {
 

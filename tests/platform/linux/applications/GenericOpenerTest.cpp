@@ -1,7 +1,7 @@
 #include "platform/linux/applications/GenericOpener.h"
 
 #include "catalog/OwnBundleID.h"
-#include "platform/linux/applications/FernhopDesktopID.h"
+#include "platform/linux/base/FernhopDesktopID.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "DesktopFixture.h"
-#include "platform/linux/applications/SmallFile.h"
+#include "platform/linux/base/SmallFile.h"
 
 #include <sys/stat.h>
 

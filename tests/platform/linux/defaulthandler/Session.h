@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/FakeDesktopEntries.h"
-#include "platform/linux/defaulthandler/ConfigurationFile.h"
+#include "platform/linux/base/ConfigurationFile.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
 #include "support/TemporaryHome.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/glib/BusObject.h"
-#include "platform/linux/links/BusClient.h"
+#include "platform/linux/base/BusObject.h"
+#include "platform/linux/service/BusClient.h"
 
 #include <map>
 #include <memory>

@@ -1,0 +1,62 @@
+#include "platform/linux/base/BusObject.h"
+
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+using NodeInfoPointer = std::unique_ptr<GDBusNodeInfo, GDelete<g_dbus_node_info_unref>>;
+
+} // namespace
+
+BusObject::BusObject(GDBusConnection *connection, const char *path, const char *introspection,
+                     Behaviour objectBehaviour)
+    : bus(connection), objectPath(path), behaviour(std::move(objectBehaviour)) {
+    static constexpr GDBusInterfaceVTable calls = {methodCalled, propertyRead, nullptr, {}};
+    const NodeInfoPointer node(g_dbus_node_info_new_for_xml(introspection, nullptr));
+    interfaceName = node->interfaces[0]->name;
+    registration =
+        g_dbus_connection_register_object(bus, path, node->interfaces[0], &calls, this, nullptr, nullptr);
+}
+
+BusObject::~BusObject() {
+    if (registration != 0)
+        g_dbus_connection_unregister_object(bus, registration);
+}
+
+void BusObject::emit(const char *signal, GVariant *body) const {
+    g_dbus_connection_emit_signal(bus, nullptr, objectPath.c_str(), interfaceName.c_str(), signal, body,
+                                  nullptr);
+}
+
+void BusObject::methodCalled(GDBusConnection *, const gchar *, const gchar *, const gchar *,
+                             const gchar *method, GVariant *body, GDBusMethodInvocation *invocation,
+                             gpointer self) {
+    static_cast<BusObject *>(self)->behaviour.call(method, body, invocation);
+}
+
+GVariant *BusObject::propertyRead(GDBusConnection *, const gchar *, const gchar *, const gchar *,
+                                  const gchar *property, GError **error, gpointer self) {
+    GVariant *value = static_cast<BusObject *>(self)->behaviour.property(property);
+    // GDBus asks for one or the other.
+    if (value == nullptr)
+        g_set_error(error, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, "%s has no value", property);
+    return value;
+}
+
+std::vector<std::string> textsIn(GVariant *body, gsize place) {
+    const GVariantPointer list(g_variant_get_child_value(body, place));
+    std::vector<std::string> texts;
+    for (gsize index = 0; index < g_variant_n_children(list.get()); ++index) {
+        const GVariantPointer text(g_variant_get_child_value(list.get(), index));
+        texts.emplace_back(g_variant_get_string(text.get(), nullptr));
+    }
+    return texts;
+}
+
+void refuse(GDBusMethodInvocation *invocation, const char *reason) {
+    g_dbus_method_invocation_return_error_literal(invocation, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS,
+                                                  reason);
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,121 @@
+#include "platform/linux/base/Processes.h"
+
+#include "platform/linux/base/Text.h"
+#include "platform/linux/base/GPointer.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <charconv>
+#include <limits>
+#include <string_view>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+/// More than any environment or command line that the kernel lets a program start with.
+constexpr std::size_t maximumSize = 8 << 20;
+
+/// A file's contents. What is no plain file is not opened for waiting: a sandbox may hold a pipe under the
+/// name of a file.
+std::optional<std::string> contentsOf(const std::string &path) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file < 0)
+        return std::nullopt;
+    std::string contents;
+    struct stat facts {};
+    std::array<char, 4096> block{};
+    ssize_t count = 0;
+    if (fstat(file, &facts) == 0 && S_ISREG(facts.st_mode))
+        while (contents.size() < maximumSize && (count = read(file, block.data(), block.size())) > 0)
+            contents.append(block.data(), static_cast<std::size_t>(count));
+    close(file);
+    return contents;
+}
+
+/// The pieces of `text` that a zero byte or its end ends.
+std::vector<std::string> zeroSeparated(std::string_view text) {
+    std::vector<std::string> pieces;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\0'), text.size());
+        pieces.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return pieces;
+}
+
+} // namespace
+
+Processes::Processes(std::string folder) : root(std::move(folder)) {}
+
+std::string Processes::pathOf(pid_t pid, const char *name) const {
+    return root + "/" + std::to_string(pid) + "/" + name;
+}
+
+std::optional<pid_t> Processes::parentOf(pid_t pid) const {
+    const auto stat = contentsOf(pathOf(pid, "stat"));
+    // The name before the state stands in brackets and may hold brackets and blanks itself.
+    const auto bracket = stat ? stat->rfind(')') : std::string::npos;
+    if (bracket == std::string::npos || bracket + 4 >= stat->size())
+        return std::nullopt;
+    pid_t parent = 0;
+    const char *const number = stat->data() + bracket + 4;
+    const auto result = std::from_chars(number, stat->data() + stat->size(), parent);
+    return result.ec == std::errc() && parent > 0 ? std::optional(parent) : std::nullopt;
+}
+
+std::optional<std::string> Processes::programOf(pid_t pid) const {
+    std::array<char, 4096> target{};
+    const auto length = readlink(pathOf(pid, "exe").c_str(), target.data(), target.size());
+    if (length <= 0)
+        return std::nullopt;
+    std::string_view path(target.data(), static_cast<std::size_t>(length));
+    // So the kernel shows a program that was replaced, by an update say.
+    constexpr std::string_view deleted = " (deleted)";
+    if (path.ends_with(deleted))
+        path.remove_suffix(deleted.size());
+    return std::string(fileNameOf(path));
+}
+
+std::vector<std::string> Processes::argumentsOf(pid_t pid) const {
+    return zeroSeparated(contentsOf(pathOf(pid, "cmdline")).value_or(std::string()));
+}
+
+std::optional<std::string> Processes::variableOf(pid_t pid, const std::string &name) const {
+    const auto environment = contentsOf(pathOf(pid, "environ"));
+    for (auto &variable : zeroSeparated(environment.value_or(std::string())))
+        if (variable.starts_with(name + "="))
+            return variable.substr(name.size() + 1);
+    return std::nullopt;
+}
+
+std::optional<std::string> Processes::controlGroupOf(pid_t pid) const {
+    const auto groups = contentsOf(pathOf(pid, "cgroup"));
+    constexpr std::string_view unified = "0::";
+    std::string_view rest = groups ? std::string_view(*groups) : std::string_view();
+    while (!rest.empty()) {
+        const auto end = std::min(rest.find('\n'), rest.size());
+        const std::string_view line = rest.substr(0, end);
+        if (line.starts_with(unified))
+            return std::string(line.substr(unified.size()));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> Processes::flatpakOf(pid_t pid) const {
+    const auto information = contentsOf(pathOf(pid, "root/.flatpak-info"));
+    if (!information || information->empty())
+        return std::nullopt;
+    const GKeyFilePointer file(g_key_file_new());
+    if (!g_key_file_load_from_data(file.get(), information->data(), information->size(), G_KEY_FILE_NONE,
+                                   nullptr))
+        return std::nullopt;
+    const GCharPointer name(g_key_file_get_string(file.get(), "Application", "name", nullptr));
+    return name && *name ? std::optional<std::string>(name.get()) : std::nullopt;
+}
+
+} // namespace fernhop::freedesktop

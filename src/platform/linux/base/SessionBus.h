@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/Environment.h"
+
+#include <string>
+#include <variant>
+
+namespace fernhop::freedesktop {
+
+/// Whether the session with this environment has a bus to be found: by DBUS_SESSION_BUS_ADDRESS, or as the
+/// user's bus in XDG_RUNTIME_DIR. A bus is never started, as nobody else in the session would know it.
+[[nodiscard]] bool hasSessionBus(const Environment &environment);
+
+/// The session bus, or in words why it cannot be reached. The process outlives the connection: it is told of
+/// the bus's end, not ended by it.
+[[nodiscard]] std::variant<GObjectPointer<GDBusConnection>, std::string>
+connectToSessionBus(const Environment &environment);
+
+} // namespace fernhop::freedesktop

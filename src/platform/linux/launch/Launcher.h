@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/Workspace.h"
+#include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/source/FocusProvider.h"
+#include "platform/linux/launch/ChildWatches.h"
+#include "platform/linux/launch/LaunchEnvironment.h"
+
+#include <gio/gio.h>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+/// An application and what it is to open.
+struct LaunchRequest {
+    DesktopEntry entry;
+    std::vector<std::string> urls;
+    LaunchTokens tokens; ///< as they came with the links
+    bool activates = true;
+
+    /// Let go when the links are no longer in this process's hands: the application runs, took them over the
+    /// bus, or cannot be started.
+    std::shared_ptr<const void> delivery;
+};
+
+/// What launching stands on.
+struct LauncherServices {
+    Environment environment; ///< this process's, as it was before any toolkit changed it
+    GDBusConnection *bus;    ///< the session bus; null: there is none. Outlives the launcher
+    FocusProvider *focus;    ///< brings windows to the front; null: nothing does. Outlives the launcher
+};
+
+/// Opens URLs in applications: directly, with no shell and no helper between, so that every failure is known.
+/// Main thread only; outcomes come from the main loop.
+class Launcher {
+  public:
+    explicit Launcher(LauncherServices services);
+
+    /// Applications that still run count as opened from now on.
+    ~Launcher();
+    Launcher(const Launcher &) = delete;
+    Launcher &operator=(const Launcher &) = delete;
+
+    /// Opens the links. `completion` is called once: with an error when the application cannot be started or
+    /// ends soon after in a way that says so, without one when it took the links or when it ends later.
+    void launch(LaunchRequest request, OpenCompletion completion);
+
+  private:
+    struct Outcome;
+    using Command = std::vector<std::string>;
+
+    [[nodiscard]] std::variant<std::vector<Command>, OpenError> commands(const LaunchRequest &request) const;
+    void launchOverBus(LaunchRequest request, std::shared_ptr<Outcome> outcome);
+    void launchProgram(LaunchRequest request, const std::shared_ptr<Outcome> &outcome);
+    [[nodiscard]] bool start(const LaunchRequest &request, Command command,
+                             const std::shared_ptr<Outcome> &outcome);
+    void started(pid_t child, const LaunchRequest &request, const std::shared_ptr<Outcome> &outcome);
+    [[nodiscard]] LaunchTokens announced(const LaunchRequest &request) const;
+    void raise(const LaunchRequest &request, std::optional<pid_t> process) const;
+
+    LauncherServices services;
+    ChildWatches children;
+    std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
+};
+
+} // namespace fernhop::freedesktop

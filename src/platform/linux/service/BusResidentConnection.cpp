@@ -1,0 +1,94 @@
+#include "platform/linux/service/BusResidentConnection.h"
+
+#include "platform/Utf8.h"
+#include "platform/linux/service/BusArguments.h"
+#include "platform/linux/service/LinkService.h"
+
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+GVariant *platformData(const std::string &activationToken) {
+    GVariantDict data;
+    g_variant_dict_init(&data, nullptr);
+    if (!activationToken.empty() && isValidUtf8(activationToken))
+        g_variant_dict_insert(&data, platformdata::activationToken, "s", activationToken.c_str());
+    return g_variant_dict_end(&data);
+}
+
+GVariant *performBody(const std::vector<std::string> &arguments, std::string_view input,
+                      const std::string &activationToken) {
+    GVariantBuilder list;
+    g_variant_builder_init(&list, G_VARIANT_TYPE_STRING_ARRAY);
+    for (const auto &argument : arguments)
+        g_variant_builder_add(&list, "s", argument.c_str());
+    return g_variant_new("(as@ay@a{sv})", &list,
+                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, input.data(), input.size(), 1),
+                         platformData(activationToken));
+}
+
+bool saysNobodyIsThere(const GError *error) {
+    return g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
+           g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
+}
+
+CommandResult resultOf(GVariant *reply) {
+    CommandResult result;
+    const char *output = nullptr;
+    const char *errors = nullptr;
+    g_variant_get(reply, "(i&s&s)", &result.status, &output, &errors);
+    result.output = output;
+    result.errors = errors;
+    return result;
+}
+
+std::string withoutLineEnd(std::string text) {
+    while (text.ends_with('\n'))
+        text.pop_back();
+    return text;
+}
+
+} // namespace
+
+BusResidentConnection::BusResidentConnection(GObjectPointer<GDBusConnection> connection, std::string program,
+                                             std::string token)
+    : bus(std::move(connection)), linkProgram(std::move(program)), activationToken(std::move(token)) {}
+
+std::optional<CommandResult> BusResidentConnection::perform(const std::vector<std::string> &arguments,
+                                                            std::string_view input) {
+    GError *error = nullptr;
+    const GVariantPointer reply(
+        g_dbus_connection_call_sync(bus.get(), serviceName, serviceObjectPath, serviceInterface, "Perform",
+                                    performBody(arguments, input, activationToken), G_VARIANT_TYPE("(iss)"),
+                                    G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr, &error));
+    if (reply)
+        return resultOf(reply.get());
+    const GErrorPointer failure(error);
+    if (saysNobodyIsThere(failure.get()))
+        return std::nullopt;
+    g_dbus_error_strip_remote_error(failure.get());
+    return CommandResult{
+        exitStatus::failure, {}, std::string("fernhop: no answer: ") + failure->message + "\n"};
+}
+
+std::optional<std::string> BusResidentConnection::open(const std::vector<Url> &links) {
+    std::vector<const char *> arguments = {linkProgram.c_str(), "--"};
+    for (const auto &link : links)
+        arguments.push_back(link.absoluteString().c_str());
+    arguments.push_back(nullptr);
+    char *errors = nullptr;
+    GError *error = nullptr;
+    int status = 0;
+    const bool ran =
+        g_spawn_sync(nullptr, const_cast<char **>(arguments.data()), nullptr, G_SPAWN_STDOUT_TO_DEV_NULL,
+                     nullptr, nullptr, nullptr, &errors, &status, &error) != FALSE;
+    const GCharPointer said(errors);
+    if (ran && g_spawn_check_wait_status(status, &error))
+        return std::nullopt;
+    const GErrorPointer failure(error);
+    const auto text = withoutLineEnd(said ? said.get() : "");
+    return text.empty() ? std::string(failure->message) : text;
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,44 @@
+#include "platform/linux/service/LinkDispatcher.h"
+
+#include <utility>
+
+namespace fernhop::freedesktop {
+
+LinkDispatcher::LinkDispatcher(CurrentDelivery &currentDelivery,
+                               std::function<void(const LinkSender &)> whenArrived)
+    : current(currentDelivery), arrived(std::move(whenArrived)) {}
+
+void LinkDispatcher::setEventHandler(LinkEventHandler newHandler, FourCharCode eventClass,
+                                     FourCharCode eventID) {
+    // Links are the only events of this platform; another handler is for events that never come.
+    if (eventClass != getUrlEventCode || eventID != getUrlEventCode)
+        return;
+    handler = std::move(newHandler);
+    for (auto &delivery : std::exchange(waiting, {}))
+        dispatch(std::move(delivery));
+}
+
+void LinkDispatcher::deliver(DeliveredLinks links, std::function<void()> dealtWith) {
+    Waiting delivery{std::move(links), std::move(dealtWith)};
+    if (handler)
+        dispatch(std::move(delivery));
+    else
+        waiting.push_back(std::move(delivery));
+}
+
+void LinkDispatcher::dispatch(Waiting delivered) {
+    auto &[links, sender] = delivered.links;
+    if (arrived)
+        arrived(sender);
+    auto delivery = std::make_shared<LinkDelivery>(LaunchTokens{sender.activationToken, sender.startupID},
+                                                   std::move(delivered.dealtWith));
+    // A link may arrive while another is routed, from a loop that runs within: put back what was.
+    const auto before = std::exchange(current.delivery, delivery);
+    for (auto &link : links) {
+        LinkEventDescriptor reply;
+        handler(LinkEventDescriptor::getUrl(std::move(link)), reply);
+    }
+    current.delivery = before;
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,61 @@
+#include "platform/linux/service/SessionApplication.h"
+
+#include <glib-unix.h>
+
+#include <csignal>
+
+namespace fernhop::freedesktop {
+
+SessionApplication::SessionApplication() : loop(g_main_loop_new(nullptr, FALSE)) {}
+
+SessionApplication::~SessionApplication() {
+    for (const guint source : signalSources)
+        g_source_remove(source);
+    if (busHandler != 0)
+        g_signal_handler_disconnect(watchedBus, busHandler);
+}
+
+void SessionApplication::terminate() {
+    if (ended)
+        return;
+    // Set before asking: what the controller does on the way may lead here again.
+    ended = true;
+    if (shouldTerminate && shouldTerminate() != TerminateReply::now)
+        ended = false;
+    if (ended)
+        g_main_loop_quit(loop.get());
+}
+
+void SessionApplication::endWithSignals() {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        signalSources.push_back(g_unix_signal_add(number, signalCame, this));
+}
+
+gboolean SessionApplication::signalCame(gpointer self) {
+    static_cast<SessionApplication *>(self)->terminate();
+    return G_SOURCE_CONTINUE;
+}
+
+void SessionApplication::endWithBus(GDBusConnection *bus) {
+    watchedBus = bus;
+    busHandler = g_signal_connect(bus, "closed", G_CALLBACK(busClosed), this);
+    if (g_dbus_connection_is_closed(bus))
+        terminate();
+}
+
+void SessionApplication::busClosed(GDBusConnection *, gboolean, GError *, gpointer self) {
+    static_cast<SessionApplication *>(self)->terminate();
+}
+
+void SessionApplication::endWithDisplay(const Environment &environment) {
+    if (!display)
+        display.emplace(environment, [this] { terminate(); });
+    display->watchConnections();
+}
+
+void SessionApplication::run() {
+    if (!ended)
+        g_main_loop_run(loop.get());
+}
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,164 @@
+#include "platform/linux/source/ApplicationMatcher.h"
+
+#include "platform/linux/source/ControlGroup.h"
+#include "platform/linux/base/Text.h"
+#include "platform/linux/source/ProgramNames.h"
+
+#include <algorithm>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+constexpr std::size_t rememberedUnknown = 64;
+
+std::string textOf(const std::optional<pid_t> &pid) {
+    return pid ? std::to_string(*pid) : std::string();
+}
+
+/// Tells windows apart whose answers may differ.
+std::string keyOf(const WindowIdentity &window) {
+    std::string key = "window " + textOf(window.pid);
+    for (const auto &list : {window.names, window.applicationIDs})
+        for (const auto &text : list)
+            key += '\0' + text;
+    return key;
+}
+
+} // namespace
+
+ApplicationMatcher::ApplicationMatcher(const DesktopEntries &entries, const Processes &processes,
+                                       OwnApplication ownApplication)
+    : desktopEntries(entries), runningProcesses(processes), own(std::move(ownApplication)) {}
+
+std::optional<std::string> ApplicationMatcher::applicationOf(const WindowIdentity &window) {
+    if (window.pid == own.pid)
+        return own.id;
+    return lookUp(keyOf(window), [&] { return ofWindow(window); });
+}
+
+std::optional<std::string> ApplicationMatcher::applicationOf(pid_t process) {
+    if (process == own.pid)
+        return own.id;
+    return lookUp("process " + std::to_string(process), [&] { return ofProcess(process); });
+}
+
+std::optional<std::string> ApplicationMatcher::applicationOfControlGroup(const std::string &path) {
+    const auto names = applicationsOfControlGroup(path);
+    if (names.empty())
+        return std::nullopt;
+    return lookUp("unit " + names.front(), [&] { return ofNames(names); });
+}
+
+std::optional<std::string> ApplicationMatcher::applicationNamed(const std::string &text) {
+    return lookUp("name " + text, [&] { return named(text); });
+}
+
+std::optional<std::string> ApplicationMatcher::applicationRunning(const std::string &program) {
+    if (isGenericProgram(program))
+        return std::nullopt;
+    return lookUp("program " + program, [&] { return index.byProgram(program); });
+}
+
+std::optional<std::string> ApplicationMatcher::lookUp(const std::string &what,
+                                                      const std::function<Answer()> &search) {
+    const bool wasRead = hasRead;
+    if (!hasRead)
+        readEntries();
+    Answer answer = search();
+    // An application that was installed since the entries were read is worth one more look.
+    if (!answer && std::find(unknown.begin(), unknown.end(), what) == unknown.end()) {
+        if (wasRead) {
+            readEntries();
+            answer = search();
+        }
+        if (!answer)
+            unknown.push_back(what);
+        if (unknown.size() > rememberedUnknown)
+            unknown.pop_front();
+    }
+    return answer && isDesktopShell(*answer) ? std::nullopt : answer;
+}
+
+void ApplicationMatcher::readEntries() {
+    index = EntryIndex(desktopEntries.all());
+    hasRead = true;
+}
+
+std::optional<std::string> ApplicationMatcher::ofWindow(const WindowIdentity &window) const {
+    for (const auto &name : window.names)
+        if (auto id = index.byWindowClass(name))
+            return id;
+    if (auto id = ofNames(window.names))
+        return id;
+    if (auto id = window.pid ? ofSandbox(*window.pid) : std::nullopt)
+        return id;
+    for (const auto &text : window.applicationIDs)
+        if (auto id = named(text))
+            return id;
+    if (auto id = window.pid ? ofProcess(*window.pid) : std::nullopt)
+        return id;
+    for (const auto &name : window.names)
+        if (auto id = index.byLastWord(name))
+            return id;
+    return std::nullopt;
+}
+
+std::optional<std::string> ApplicationMatcher::ofProcess(pid_t process) const {
+    if (auto id = ofSandbox(process))
+        return id;
+    if (auto id = ofLaunch(process))
+        return id;
+    return ofProgram(process);
+}
+
+std::optional<std::string> ApplicationMatcher::ofSandbox(pid_t process) const {
+    if (const auto flatpak = runningProcesses.flatpakOf(process))
+        return index.byID(*flatpak);
+    const auto snap = runningProcesses.variableOf(process, "SNAP_INSTANCE_NAME");
+    if (!snap || snap->empty())
+        return std::nullopt;
+    const auto group = runningProcesses.controlGroupOf(process);
+    if (auto id = ofNames(applicationsOfControlGroup(group.value_or(std::string()))))
+        return id;
+    return index.byID(*snap + "_" + *snap);
+}
+
+std::optional<std::string> ApplicationMatcher::ofLaunch(pid_t process) const {
+    // The variables are inherited: they speak of this process only when they name it.
+    const auto launched = runningProcesses.variableOf(process, "GIO_LAUNCHED_DESKTOP_FILE_PID");
+    if (launched != std::to_string(process))
+        return std::nullopt;
+    const auto program = runningProcesses.programOf(process);
+    if (program && isGenericProgram(*program) && !isInterpreter(*program))
+        return std::nullopt;
+    const auto file = runningProcesses.variableOf(process, "GIO_LAUNCHED_DESKTOP_FILE");
+    return file ? named(*file) : std::nullopt;
+}
+
+std::optional<std::string> ApplicationMatcher::ofProgram(pid_t process) const {
+    const auto program = runningProcesses.programOf(process);
+    if (!program)
+        return std::nullopt;
+    if (!isInterpreter(*program))
+        return isGenericProgram(*program) ? std::nullopt : index.byProgram(*program);
+    const auto arguments = runningProcesses.argumentsOf(process);
+    if (arguments.size() < 2 || arguments[1].starts_with('-'))
+        return std::nullopt;
+    const std::string script(fileNameOf(arguments[1]));
+    return isGenericProgram(script) ? std::nullopt : index.byProgram(script);
+}
+
+std::optional<std::string> ApplicationMatcher::named(const std::string &text) const {
+    const auto id = index.byPath(text);
+    return id ? id : index.byID(desktopIDOf(text));
+}
+
+std::optional<std::string> ApplicationMatcher::ofNames(const std::vector<std::string> &names) const {
+    for (const auto &name : names)
+        if (auto id = index.byID(name))
+            return id;
+    return std::nullopt;
+}
+
+} // namespace fernhop::freedesktop

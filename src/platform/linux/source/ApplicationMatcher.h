@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/source/EntryIndex.h"
+#include "platform/linux/base/Processes.h"
+#include "platform/linux/source/WindowIdentity.h"
+
+#include <unistd.h>
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace fernhop::freedesktop {
+
+/// This process as an application.
+struct OwnApplication {
+    std::string id; ///< desktop-file ID
+    pid_t pid = getpid();
+};
+
+/// Says which installed application a window or a process belongs to, as a desktop-file ID. Keeps an index
+/// of the desktop entries; it looks at the disk again only for something that it does not know and has not
+/// looked for before. Parts of the desktop itself (shell, panel) are no application. Main thread only.
+class ApplicationMatcher {
+  public:
+    /// `ownApplication` is the answer for our own windows. The entries and processes outlive the matcher.
+    ApplicationMatcher(const DesktopEntries &entries, const Processes &processes,
+                       OwnApplication ownApplication);
+
+    /// The application of a window: by StartupWMClass, then desktop-file ID, of the window's names; then by
+    /// sandbox, by the ID that the toolkit gave, by process, and by the last word of an ID.
+    [[nodiscard]] std::optional<std::string> applicationOf(const WindowIdentity &window);
+
+    /// The application that a process is part of: by sandbox, by the entry that it was launched from, or by
+    /// its program. What merely runs programs for others (shells, link openers) is none.
+    [[nodiscard]] std::optional<std::string> applicationOf(pid_t process);
+
+    /// The application whose unit of systemd a control group is.
+    [[nodiscard]] std::optional<std::string> applicationOfControlGroup(const std::string &path);
+
+    /// The installed application that a text names: an ID, or the path of a desktop entry.
+    [[nodiscard]] std::optional<std::string> applicationNamed(const std::string &text);
+
+    /// The installed application that runs a program of this name (not one for everybody's use).
+    [[nodiscard]] std::optional<std::string> applicationRunning(const std::string &program);
+
+    [[nodiscard]] const std::string &ownIdentifier() const { return own.id; }
+    [[nodiscard]] pid_t ownProcess() const { return own.pid; }
+
+  private:
+    using Answer = std::optional<std::string>;
+
+    Answer lookUp(const std::string &what, const std::function<Answer()> &search);
+    Answer ofWindow(const WindowIdentity &window) const;
+    Answer ofProcess(pid_t process) const;
+    Answer ofSandbox(pid_t process) const;
+    Answer ofLaunch(pid_t process) const;
+    Answer ofProgram(pid_t process) const;
+    Answer named(const std::string &text) const;
+    Answer ofNames(const std::vector<std::string> &names) const;
+    void readEntries();
+
+    const DesktopEntries &desktopEntries;
+    const Processes &runningProcesses;
+    OwnApplication own;
+    EntryIndex index;
+    bool hasRead = false;
+    std::deque<std::string> unknown; ///< what was looked for in vain, the latest last
+};
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/linux/source/ApplicationMatcher.h"
+#include "platform/linux/source/LaunchSignals.h"
+#include "platform/linux/base/Processes.h"
+#include "platform/linux/source/LinkSender.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+/// Finds out which application sent a link, from what is known about the process that delivered it. The
+/// answer is an installed application that a user can be in: never Fernhop itself, a part of the desktop, or
+/// a program that opens links for others. Main thread only.
+class SenderEvidence {
+  public:
+    /// All outlive this object.
+    SenderEvidence(ApplicationMatcher &matcher, const Processes &processes, const LaunchSignals &signals);
+
+    /// The sender's desktop-file ID, by the best evidence there is: what GIO told when it launched us, the
+    /// systemd unit it lives in, its ancestors, and the entry that one of them came from; nothing when none
+    /// of them tells.
+    [[nodiscard]] std::optional<std::string> senderOf(const LinkSender &sender);
+
+    /// Whether a user can be in this application and open a link there.
+    [[nodiscard]] bool canBeSource(const std::optional<std::string> &desktopID) const;
+
+  private:
+    using Answer = std::optional<std::string>;
+
+    Answer fromLaunch(const LinkSender &sender);
+    Answer fromLaunchToBeTold(const LinkSender &sender);
+    Answer launcherOf(const ApplicationLaunch &launch);
+    Answer fromUnit(const LinkSender &sender);
+    Answer fromAncestors(const LinkSender &sender);
+    Answer inherited(const LinkSender &sender);
+    Answer firstSource(const std::vector<std::function<Answer()>> &searches) const;
+    [[nodiscard]] std::vector<pid_t> ancestorsFrom(std::optional<pid_t> process) const;
+
+    ApplicationMatcher &applications;
+    const Processes &runningProcesses;
+    const LaunchSignals &launches;
+};
+
+} // namespace fernhop::freedesktop

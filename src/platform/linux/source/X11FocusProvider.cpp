@@ -1,0 +1,118 @@
+#include "platform/linux/source/X11FocusProvider.h"
+
+#include <algorithm>
+
+namespace fernhop::freedesktop {
+
+namespace {
+
+bool contains(const std::vector<xcb_window_t> &windows, xcb_window_t window) {
+    return std::find(windows.begin(), windows.end(), window) != windows.end();
+}
+
+} // namespace
+
+std::unique_ptr<X11FocusProvider> X11FocusProvider::connect(const std::string &display,
+                                                            ApplicationMatcher &matcher) {
+    auto server = std::make_unique<XConnection>(display);
+    if (!server->isAlive())
+        return nullptr;
+    return std::unique_ptr<X11FocusProvider>(new X11FocusProvider(std::move(server), matcher));
+}
+
+X11FocusProvider::X11FocusProvider(std::unique_ptr<XConnection> server, ApplicationMatcher &matcher)
+    : connection(std::move(server)), windows(*connection), applications(matcher) {
+    windows.watchProperties(connection->root(), true);
+    connection->listen([this](const xcb_generic_event_t &event) { handle(event); },
+                       [this] {
+                           front.showNone();
+                           pending.forget();
+                       });
+    activeWindowChanged();
+}
+
+void X11FocusProvider::observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) {
+    front.observe(std::move(activated));
+}
+
+void X11FocusProvider::handle(const xcb_generic_event_t &event) {
+    constexpr std::uint8_t sentByClient = 0x80;
+    if ((event.response_type & ~sentByClient) != XCB_PROPERTY_NOTIFY)
+        return;
+    const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+    if (change.window == connection->root() && change.atom == windows.activeWindowProperty())
+        activeWindowChanged();
+    else if (change.window == connection->root() && change.atom == windows.clientListProperty())
+        clientListChanged();
+    else if (change.window == activeWindow && windows.isIdentityProperty(change.atom))
+        lookAtActiveWindow();
+}
+
+void X11FocusProvider::activeWindowChanged() {
+    const xcb_window_t window = windows.active();
+    if (window == activeWindow)
+        return;
+    if (contains(windowsBefore, window))
+        pending.forget();
+    watchActiveWindow(false);
+    activeWindow = window;
+    lookAtActiveWindow();
+}
+
+void X11FocusProvider::lookAtActiveWindow() {
+    const XWindow window =
+        activeWindow == XCB_WINDOW_NONE ? XWindow{} : windows.describe({activeWindow}).front();
+    if (window.id == XCB_WINDOW_NONE || window.isPartOfDesktop) {
+        front.showNone();
+        return;
+    }
+    const auto application = applicationOf(window);
+    // Some programs name themselves only after their window has come up.
+    watchActiveWindow(!application);
+    front.show(application);
+}
+
+void X11FocusProvider::watchActiveWindow(bool watch) {
+    if (watch == watchesActiveWindow)
+        return;
+    watchesActiveWindow = watch;
+    windows.watchProperties(activeWindow, watch);
+}
+
+std::optional<std::string> X11FocusProvider::applicationOf(const XWindow &window) {
+    return applications.applicationOf(window.identity);
+}
+
+bool X11FocusProvider::raise(const RaiseRequest &request) {
+    if (!connection->isAlive())
+        return false;
+    windowsBefore = windows.managed();
+    windowsSince.clear();
+    auto candidates = windows.describe(windowsBefore);
+    std::reverse(candidates.begin(), candidates.end());
+    for (const auto &window : candidates) {
+        if (!window.isPartOfDesktop &&
+            PendingRaise::matches(request, applicationOf(window), window.identity.pid)) {
+            windows.activate(window.id);
+            pending.forget();
+            return true;
+        }
+    }
+    pending.begin(request);
+    return true;
+}
+
+void X11FocusProvider::clientListChanged() {
+    if (!pending.awaited())
+        return;
+    std::vector<xcb_window_t> added = windows.managed();
+    std::erase_if(added, [this](xcb_window_t window) {
+        return contains(windowsBefore, window) || contains(windowsSince, window);
+    });
+    windowsSince.insert(windowsSince.end(), added.begin(), added.end());
+    for (const auto &window : windows.describe(added))
+        if (pending.windowAppeared(applicationOf(window), window.identity.pid))
+            windows.activate(window.id);
+}
+
+} // namespace fernhop::freedesktop

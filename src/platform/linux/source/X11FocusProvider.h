@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/linux/source/ApplicationMatcher.h"
+#include "platform/linux/source/FocusProvider.h"
+#include "platform/linux/source/FrontApplication.h"
+#include "platform/linux/source/PendingRaise.h"
+#include "platform/linux/source/XConnection.h"
+#include "platform/linux/source/XWindows.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+/// Follows the active window on an X11 desktop, by what its window manager publishes on the root window.
+/// When the server goes away it tells nothing any more.
+class X11FocusProvider : public FocusProvider {
+  public:
+    /// Null when there is no such display. The matcher outlives the provider.
+    [[nodiscard]] static std::unique_ptr<X11FocusProvider> connect(const std::string &display,
+                                                                   ApplicationMatcher &matcher);
+
+    [[nodiscard]] std::string name() const override { return "x11"; }
+    [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() const override { return front.current(); }
+    void observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) override;
+    bool raise(const RaiseRequest &request) override;
+
+  private:
+    X11FocusProvider(std::unique_ptr<XConnection> server, ApplicationMatcher &matcher);
+
+    void handle(const xcb_generic_event_t &event);
+    void activeWindowChanged();
+    void clientListChanged();
+    void lookAtActiveWindow();
+    void watchActiveWindow(bool watch);
+    [[nodiscard]] std::optional<std::string> applicationOf(const XWindow &window);
+
+    std::unique_ptr<XConnection> connection;
+    XWindows windows;
+    ApplicationMatcher &applications;
+    FrontApplication front;
+    PendingRaise pending;
+    std::vector<xcb_window_t> windowsBefore; ///< those that were there when a raise was asked for
+    std::vector<xcb_window_t> windowsSince;  ///< those that have appeared since
+    xcb_window_t activeWindow = XCB_WINDOW_NONE;
+    bool watchesActiveWindow = false;
+};
+
+} // namespace fernhop::freedesktop

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/linux/source/WindowIdentity.h"
+#include "platform/linux/source/XConnection.h"
+
+#include <string>
+#include <vector>
+
+namespace fernhop::freedesktop {
+
+/// One window, as its properties describe it.
+struct XWindow {
+    xcb_window_t id = XCB_WINDOW_NONE;
+    WindowIdentity identity;
+    bool isPartOfDesktop = false; ///< a panel, or the desktop behind the windows
+};
+
+/// Reads windows' properties. They are claims of any client: of the wrong type, too long, or gone with their
+/// window; then they are as if absent. Main thread only.
+class XWindows {
+  public:
+    /// The connection outlives this object.
+    explicit XWindows(const XConnection &server);
+
+    /// The window that the window manager says is active; none when there is none, or no window manager.
+    [[nodiscard]] xcb_window_t active() const;
+
+    /// The windows that the window manager manages, those on top last.
+    [[nodiscard]] std::vector<xcb_window_t> managed() const;
+
+    /// All about some windows, with two waits for the server however many there are.
+    [[nodiscard]] std::vector<XWindow> describe(const std::vector<xcb_window_t> &windows) const;
+
+    /// Asks the window manager to bring a window to the front, as a pager does on the user's behalf.
+    void activate(xcb_window_t window) const;
+
+    /// Whether changes of a window's properties are told to us.
+    void watchProperties(xcb_window_t window, bool watch) const;
+
+    /// The properties whose changes tell something: of the root window, then of any.
+    [[nodiscard]] xcb_atom_t activeWindowProperty() const { return atoms.activeWindow; }
+    [[nodiscard]] xcb_atom_t clientListProperty() const { return atoms.clientList; }
+    [[nodiscard]] bool isIdentityProperty(xcb_atom_t property) const;
+
+  private:
+    struct Questions;
+    struct Atoms {
+        xcb_atom_t activeWindow, clientList, clientListStacking, windowType, typeDock, typeDesktop, processID,
+            clientMachine, gtkApplicationID, kdeDesktopFile, utf8String;
+    };
+
+    [[nodiscard]] static Atoms internAtoms(const XConnection &server);
+    [[nodiscard]] xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property) const;
+    [[nodiscard]] XPointer<xcb_get_property_reply_t> answer(xcb_get_property_cookie_t cookie) const;
+    [[nodiscard]] std::string text(xcb_get_property_cookie_t cookie) const;
+    [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_get_property_cookie_t cookie, xcb_atom_t type) const;
+    [[nodiscard]] Questions askAbout(xcb_window_t window) const;
+    [[nodiscard]] XWindow answers(const Questions &questions) const;
+    [[nodiscard]] std::optional<pid_t> process(const Questions &questions) const;
+    [[nodiscard]] std::optional<pid_t> clientProcess(const Questions &questions) const;
+    [[nodiscard]] static bool serverTellsProcesses(const XConnection &server);
+
+    const XConnection &connection;
+    Atoms atoms;
+    bool tellsProcesses;
+};
+
+} // namespace fernhop::freedesktop

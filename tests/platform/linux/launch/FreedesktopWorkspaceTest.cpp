@@ -1,0 +1,101 @@
+#include "platform/linux/launch/FreedesktopWorkspace.h"
+
+#include "platform/linux/applications/InstalledDesktopEntries.h"
+#include "support/MainLoop.h"
+#include "support/RecordingBrowser.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop::freedesktop {
+namespace {
+
+class Front : public RunningApplication {
+  public:
+    std::optional<std::string> bundleIdentifier() const override { return "org.example.Chat"; }
+};
+
+class OneApplicationInFront : public FocusProvider {
+  public:
+    std::string name() const override { return "one"; }
+    std::shared_ptr<RunningApplication> frontmost() const override { return std::make_shared<Front>(); }
+    void observe(std::function<void(std::shared_ptr<RunningApplication>)>) override {}
+    bool raise(const RaiseRequest &) override {
+        ++raised;
+        return true;
+    }
+
+    int raised = 0;
+};
+
+class FreedesktopWorkspaceTest : public testing::Test {
+  protected:
+    FreedesktopWorkspaceTest() { home.writeDesktopEntry("web", browser.desktopEntry()); }
+
+    Url entryUrl(const std::string &id) const {
+        return Url::fileUrl(home.applications() + "/" + id + ".desktop");
+    }
+    void open(const Url &application, OpenConfiguration configuration = {}) {
+        workspace.openUrls({*Url::parse("https://a/?x=%20y")}, application, configuration,
+                           [this](const auto &, const std::optional<OpenError> &error) {
+                               outcomes.push_back(error ? error->localizedDescription : "opened");
+                           });
+    }
+    std::vector<std::string> finished() {
+        EXPECT_TRUE(support::runUntil([this] { return !outcomes.empty(); }));
+        return outcomes;
+    }
+
+    support::TemporaryHome home;
+    support::RecordingBrowser browser{home, "web"};
+    InstalledDesktopEntries entries{ApplicationPlaces{{home.applications()}, {"/usr/bin"}, {}, home.home()}};
+    OneApplicationInFront focus;
+    Launcher launcher{LauncherServices{Environment({"PATH=/usr/bin"}), nullptr, &focus}};
+    CurrentDelivery current;
+    FreedesktopWorkspace workspace{entries, focus, launcher, current};
+    std::vector<std::string> outcomes;
+};
+
+TEST_F(FreedesktopWorkspaceTest, ABundleIsADesktopEntry) {
+    EXPECT_EQ(workspace.urlForApplicationWithBundleIdentifier("web"), entryUrl("web"));
+    EXPECT_EQ(workspace.urlForApplicationWithBundleIdentifier("other"), std::nullopt);
+    EXPECT_EQ(workspace.urlForApplicationWithBundleIdentifier(""), std::nullopt);
+}
+
+TEST_F(FreedesktopWorkspaceTest, TheSessionTellsWhoIsInFront) {
+    EXPECT_EQ(workspace.frontmostApplication()->bundleIdentifier(), "org.example.Chat");
+}
+
+TEST_F(FreedesktopWorkspaceTest, OpensUrlsAsTheyStand) {
+    open(entryUrl("web"));
+    EXPECT_EQ(finished(), std::vector<std::string>{"opened"});
+    EXPECT_EQ(browser.links(), std::vector<std::string>{"https://a/?x=%20y"});
+    EXPECT_EQ(focus.raised, 1);
+}
+
+TEST_F(FreedesktopWorkspaceTest, WithoutActivationNothingIsRaised) {
+    open(entryUrl("web"), {false});
+    EXPECT_EQ(finished(), std::vector<std::string>{"opened"});
+    EXPECT_EQ(focus.raised, 0);
+}
+
+TEST_F(FreedesktopWorkspaceTest, AnApplicationThatIsNotThereIsAnError) {
+    for (const auto &url : {entryUrl("other"), *Url::parse("https://web/"), Url::fileUrl("/")}) {
+        outcomes.clear();
+        open(url);
+        EXPECT_EQ(outcomes, std::vector<std::string>{url.absoluteString() + ": No such file or directory"});
+    }
+}
+
+TEST_F(FreedesktopWorkspaceTest, TheTokensOfTheDeliveryGoToItsFirstLaunch) {
+    current.delivery = std::make_shared<LinkDelivery>(LaunchTokens{"token", "startup"}, nullptr);
+    open(entryUrl("web"));
+    open(entryUrl("web"));
+    ASSERT_TRUE(support::runUntil([this] { return outcomes.size() == 2; }));
+    const auto starts = browser.starts();
+    EXPECT_EQ(starts[0].environment.at("XDG_ACTIVATION_TOKEN"), "token");
+    EXPECT_EQ(starts[0].environment.at("DESKTOP_STARTUP_ID"), "startup");
+    EXPECT_EQ(starts[1].environment.count("XDG_ACTIVATION_TOKEN"), 0U);
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

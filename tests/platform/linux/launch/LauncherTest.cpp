@@ -1,0 +1,320 @@
+#include "platform/linux/launch/Launcher.h"
+
+#include "BusApplication.h"
+#include "platform/linux/applications/DesktopEntryParser.h"
+#include "support/MainLoop.h"
+#include "support/PrivateBus.h"
+#include "support/RecordingBrowser.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop::freedesktop {
+namespace {
+
+using support::PrivateBus;
+using support::RecordingBrowser;
+using support::runUntil;
+using support::TemporaryHome;
+
+class RecordingFocus : public FocusProvider {
+  public:
+    std::vector<RaiseRequest> raised;
+
+    std::string name() const override { return "recording"; }
+    std::shared_ptr<RunningApplication> frontmost() const override { return nullptr; }
+    void observe(std::function<void(std::shared_ptr<RunningApplication>)>) override {}
+    bool raise(const RaiseRequest &request) override {
+        raised.push_back(request);
+        return true;
+    }
+};
+
+class LauncherTest : public testing::Test {
+  protected:
+    DesktopEntry entryOf(const std::string &id, const std::string &text) {
+        auto entry = parseDesktopEntry(text, {}).value_or(DesktopEntry{});
+        entry.id = id;
+        entry.path = home.applications() + "/" + id + ".desktop";
+        return entry;
+    }
+    DesktopEntry browserEntry(const std::string &more = {}) {
+        return entryOf("org.example.Web", browser.desktopEntry(more));
+    }
+    DesktopEntry programEntry(const std::string &exec, const std::string &more = {}) {
+        return entryOf("org.example.Web",
+                       "[Desktop Entry]\nType=Application\nName=Web\nExec=" + exec + "\n" + more);
+    }
+    DesktopEntry script(const std::string &body) {
+        const auto file = home.root() + "/script" + std::to_string(++scripts);
+        home.writeProgram(file, "#!/bin/sh\n" + body + "\n");
+        return programEntry(file + " %u");
+    }
+
+    void start(GDBusConnection *bus = nullptr) {
+        launcher = std::make_unique<Launcher>(LauncherServices{environment, bus, &focus});
+    }
+    void launch(const DesktopEntry &entry, LaunchTokens tokens = {}, bool activates = true) {
+        if (!launcher)
+            start();
+        auto delivery = std::shared_ptr<const void>(&home, [this](const void *) { ++deliveriesLetGo; });
+        launcher->launch({entry, {"https://a/"}, std::move(tokens), activates, std::move(delivery)},
+                         [this](const auto &, const std::optional<OpenError> &error) {
+                             outcomes.push_back(error ? error->localizedDescription : "opened");
+                         });
+    }
+    std::string outcome() {
+        EXPECT_TRUE(runUntil([this] { return !outcomes.empty(); }));
+        return outcomes.size() == 1 ? outcomes.front() : "not exactly one outcome";
+    }
+    support::BrowserStart onlyStart() {
+        EXPECT_TRUE(runUntil([this] { return !browser.starts().empty(); }));
+        const auto starts = browser.starts();
+        EXPECT_EQ(starts.size(), 1U);
+        return starts.empty() ? support::BrowserStart{} : starts.front();
+    }
+
+    TemporaryHome home;
+    RecordingBrowser browser{home, "Web"};
+    Environment environment{{"PATH=" + home.root() + "/bin:/usr/bin:/bin", "XDG_ACTIVATION_TOKEN=ours",
+                             "DESKTOP_STARTUP_ID=ours", "JOURNAL_STREAM=8:1"}};
+    RecordingFocus focus;
+    std::vector<std::string> outcomes;
+    int deliveriesLetGo = 0;
+    int scripts = 0;
+    std::unique_ptr<Launcher> launcher;
+};
+
+TEST_F(LauncherTest, OpensTheLinkInTheProgramOfTheEntry) {
+    launch(browserEntry());
+    EXPECT_EQ(onlyStart().arguments, std::vector<std::string>{"https://a/"});
+    EXPECT_EQ(outcome(), "opened");
+    EXPECT_EQ(deliveriesLetGo, 1);
+}
+
+TEST_F(LauncherTest, TheChildHasAnEnvironmentOfItsOwn) {
+    launch(browserEntry("Path=" + home.home() + "\n"), {"token", std::nullopt});
+    const auto started = onlyStart();
+    EXPECT_EQ(started.environment.at("XDG_ACTIVATION_TOKEN"), "token");
+    EXPECT_EQ(started.environment.count("DESKTOP_STARTUP_ID"), 0U);
+    EXPECT_EQ(started.environment.count("JOURNAL_STREAM"), 0U);
+    EXPECT_EQ(started.environment.at("GIO_LAUNCHED_DESKTOP_FILE"), browserEntry().path);
+    EXPECT_EQ(started.environment.at("GIO_LAUNCHED_DESKTOP_FILE_PID"), std::to_string(started.pid));
+    EXPECT_EQ(started.folder, home.home());
+}
+
+TEST_F(LauncherTest, WithoutTokensTheChildGetsNone) {
+    launch(browserEntry());
+    EXPECT_EQ(onlyStart().environment.count("XDG_ACTIVATION_TOKEN"), 0U);
+    EXPECT_EQ(onlyStart().environment.count("DESKTOP_STARTUP_ID"), 0U);
+}
+
+TEST_F(LauncherTest, OnWaylandAStartupIdIsATokenToo) {
+    environment.set("WAYLAND_DISPLAY", "wayland-9");
+    launch(browserEntry(), {std::nullopt, "startup"});
+    EXPECT_EQ(onlyStart().environment.at("XDG_ACTIVATION_TOKEN"), "startup");
+    EXPECT_EQ(onlyStart().environment.at("DESKTOP_STARTUP_ID"), "startup");
+}
+
+TEST_F(LauncherTest, RaisesTheBrowserWhenItIsToComeToTheFront) {
+    launch(browserEntry());
+    ASSERT_EQ(focus.raised.size(), 1U);
+    EXPECT_EQ(focus.raised[0].desktopID, "org.example.Web");
+    EXPECT_EQ(focus.raised[0].pid, onlyStart().pid);
+}
+
+TEST_F(LauncherTest, LeavesTheBrowserWhereItIsOtherwise) {
+    launch(browserEntry(), {}, false);
+    EXPECT_EQ(outcome(), "opened");
+    EXPECT_TRUE(focus.raised.empty());
+}
+
+TEST_F(LauncherTest, AMissingProgramIsAnErrorAtOnce) {
+    launch(programEntry("/nowhere/browser %u"));
+    EXPECT_EQ(outcomes, std::vector<std::string>{"/nowhere/browser: No such file or directory"});
+    EXPECT_EQ(deliveriesLetGo, 1);
+    EXPECT_TRUE(focus.raised.empty());
+}
+
+TEST_F(LauncherTest, AProgramThatMayNotRunIsAnError) {
+    home.write(home.root() + "/plain", "text");
+    launch(programEntry(home.root() + "/plain %u"));
+    EXPECT_EQ(outcome(), home.root() + "/plain: Permission denied");
+}
+
+TEST_F(LauncherTest, AMissingWorkingDirectoryIsAnError) {
+    launch(browserEntry("Path=/nowhere\n"));
+    EXPECT_NE(outcome(), "opened");
+}
+
+TEST_F(LauncherTest, ALinkLongerThanAnArgumentMayBeIsAnError) {
+    start();
+    launcher->launch(
+        {browserEntry(), {"https://a/" + std::string(200'000, 'x')}, {}, true, nullptr},
+        [this](const auto &, const auto &error) { outcomes.push_back(error->localizedDescription); });
+    EXPECT_EQ(outcome(), RecordingBrowser::program() + ": Argument list too long");
+}
+
+TEST_F(LauncherTest, AnEntryWithoutAUsableExecIsAnError) {
+    DesktopEntry entry = browserEntry();
+    entry.exec = "\"unclosed";
+    launch(entry);
+    EXPECT_EQ(outcome(), entry.path + ": the Exec line cannot be used");
+}
+
+TEST_F(LauncherTest, ABrowserThatHandsOverHasOpened) {
+    launch(script("exit 0"));
+    EXPECT_EQ(outcome(), "opened");
+}
+
+TEST_F(LauncherTest, ALauncherScriptThatCannotRunItsProgramFailed) {
+    launch(script("exec /nowhere/browser"));
+    EXPECT_EQ(outcome(), "No such file or directory");
+}
+
+TEST_F(LauncherTest, ABrowserThatCrashesAtOnceFailed) {
+    launch(script("kill -SEGV $$"));
+    EXPECT_EQ(outcome(), "Segmentation fault");
+}
+
+TEST_F(LauncherTest, AStatusOfItsOwnIsNoFailure) {
+    launch(script("exit 3"));
+    EXPECT_EQ(outcome(), "opened");
+}
+
+TEST_F(LauncherTest, WhatStillRunsCountsAsOpened) {
+    launch(script("read line; exit 127"));
+    launch(script("exec sleep 1000"));
+    ASSERT_TRUE(runUntil([&] { return outcomes.size() == 1; }));
+    EXPECT_EQ(outcomes[0], "No such file or directory") << "standard input is at its end";
+    launcher.reset();
+    EXPECT_EQ(outcomes.size(), 2U);
+    EXPECT_EQ(outcomes[1], "opened");
+    kill(focus.raised[1].pid.value(), SIGKILL);
+}
+
+TEST_F(LauncherTest, NeverLaunchesFernhopOrWhatWouldAskItAgain) {
+    const std::string fernhop = "[Desktop Entry]\nType=Application\nName=Fernhop\nExec=/bin/true %U\n";
+    launch(entryOf("org.fernhop.Fernhop", fernhop));
+    launch(programEntry("xdg-open %u"));
+    launch(programEntry("/opt/fernhop/bin/fernhop-open %u"));
+    ASSERT_EQ(outcomes.size(), 3U);
+    for (const auto &told : outcomes)
+        EXPECT_NE(told, "opened");
+}
+
+TEST_F(LauncherTest, ATerminalProgramRunsInATerminal) {
+    home.writeProgram(home.root() + "/bin/xdg-terminal-exec", "#!/bin/sh\nexec \"$@\" in-terminal\n");
+    launch(browserEntry("Terminal=true\n"));
+    EXPECT_EQ(onlyStart().arguments, (std::vector<std::string>{"https://a/", "in-terminal"}));
+}
+
+TEST_F(LauncherTest, WithoutATerminalItIsAnError) {
+    environment.set("PATH", home.root() + "/bin");
+    launch(browserEntry("Terminal=true\n"));
+    EXPECT_EQ(outcome(), "Web needs a terminal, and none is installed");
+}
+
+TEST_F(LauncherTest, SeveralLinksGoToSeveralLaunchesWhereOneTakesOne) {
+    start();
+    launcher->launch({browserEntry(), {"https://1", "https://2"}, {"token", std::nullopt}, true, nullptr},
+                     [this](const auto &, const auto &) { outcomes.emplace_back("opened"); });
+    ASSERT_TRUE(runUntil([this] { return browser.starts().size() == 2 && !outcomes.empty(); }));
+    EXPECT_EQ(browser.links(), (std::vector<std::string>{"https://1", "https://2"}));
+    EXPECT_EQ(browser.starts()[0].environment.at("XDG_ACTIVATION_TOKEN"), "token");
+    EXPECT_EQ(browser.starts()[1].environment.count("XDG_ACTIVATION_TOKEN"), 0U);
+    EXPECT_EQ(outcomes.size(), 1U);
+}
+
+constexpr const char *applicationXml = "<interface name='org.freedesktop.Application'><method name='Open'>"
+                                       "<arg type='as' direction='in'/><arg type='a{sv}' direction='in'/>"
+                                       "</method></interface>";
+
+class BusLauncherTest : public LauncherTest {
+  protected:
+    BusLauncherTest() { start(connection.get()); }
+    ~BusLauncherTest() override { launcher.reset(); }
+
+    DesktopEntry activatable() { return browserEntry("DBusActivatable=true\n"); }
+
+    PrivateBus bus{home};
+    BusConnection connection = connectTo(bus.address());
+};
+
+TEST_F(BusLauncherTest, AnActivatableBrowserIsAskedOverTheBus) {
+    BusApplication application(bus.address(), "org.example.Web", "/org/example/Web", applicationXml);
+    launch(activatable(), {"token", "id"});
+    EXPECT_EQ(deliveriesLetGo, 0) << "the link is still in our hands";
+    EXPECT_EQ(outcome(), "opened");
+    EXPECT_EQ(
+        application.received,
+        std::vector<std::string>{"Open(['https://a/'], {'activation-token': <'token'>, 'desktop-startup-id': "
+                                 "<'id'>})"});
+    EXPECT_EQ(deliveriesLetGo, 1);
+    EXPECT_TRUE(browser.starts().empty());
+    EXPECT_EQ(focus.raised.at(0).pid, std::nullopt);
+}
+
+TEST_F(BusLauncherTest, ItsErrorsAreFailures) {
+    BusApplication application(bus.address(), "org.example.Web", "/org/example/Web", applicationXml);
+    application.fails = true;
+    launch(activatable());
+    EXPECT_EQ(outcome(), "no window for you");
+    EXPECT_TRUE(browser.starts().empty());
+    EXPECT_TRUE(focus.raised.empty());
+}
+
+TEST_F(BusLauncherTest, WithoutItsServiceItsProgramIsRun) {
+    launch(activatable());
+    EXPECT_EQ(onlyStart().arguments, std::vector<std::string>{"https://a/"});
+    EXPECT_EQ(outcome(), "opened");
+    EXPECT_EQ(deliveriesLetGo, 1);
+}
+
+TEST_F(BusLauncherTest, WithoutTheInterfaceItsProgramIsRun) {
+    BusApplication application(bus.address(), "org.example.Web", "/org/example/Web",
+                               "<interface name='org.example.Other'><method name='Open'/></interface>");
+    launch(activatable());
+    EXPECT_EQ(onlyStart().arguments, std::vector<std::string>{"https://a/"});
+}
+
+TEST_F(BusLauncherTest, AnIdentifierThatIsNoBusNameIsRunAsAProgram) {
+    auto entry = activatable();
+    entry.id = "web";
+    launch(entry);
+    EXPECT_EQ(onlyStart().arguments, std::vector<std::string>{"https://a/"});
+}
+
+TEST_F(BusLauncherTest, WithoutServiceAndProgramItIsAnError) {
+    auto entry = activatable();
+    entry.exec.clear();
+    launch(entry);
+    EXPECT_EQ(outcome(), entry.path + ": the Exec line cannot be used");
+}
+
+TEST_F(BusLauncherTest, EndingWhileABrowserIsAskedLeavesNothingBehind) {
+    BusApplication application(bus.address(), "org.example.Web", "/org/example/Web", applicationXml);
+    launch(activatable());
+    launcher.reset();
+    EXPECT_TRUE(runUntil([&] { return deliveriesLetGo == 1; }));
+    EXPECT_EQ(outcomes, std::vector<std::string>{"opened"});
+}
+
+constexpr const char *systemdXml =
+    "<interface name='org.freedesktop.systemd1.Manager'><method name='StartTransientUnit'>"
+    "<arg type='s' direction='in'/><arg type='s' direction='in'/><arg type='a(sv)' direction='in'/>"
+    "<arg type='a(sa(sv))' direction='in'/></method></interface>";
+
+TEST_F(BusLauncherTest, TheBrowserGetsAUnitOfItsOwnWhereSystemdIs) {
+    BusApplication systemd(bus.address(), "org.freedesktop.systemd1", "/org/freedesktop/systemd1",
+                           systemdXml);
+    launch(browserEntry());
+    ASSERT_TRUE(runUntil([&] { return !systemd.received.empty(); }));
+    const auto &call = systemd.received[0];
+    EXPECT_TRUE(call.starts_with("StartTransientUnit('app-fernhop-org.example.Web-")) << call;
+    EXPECT_NE(call.find(".scope', 'fail'"), std::string::npos) << call;
+    EXPECT_NE(call.find("('PIDs', <[uint32 " + std::to_string(onlyStart().pid) + "]>)"), std::string::npos)
+        << call;
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

@@ -1,0 +1,163 @@
+#include "platform/linux/launch/Spawn.h"
+
+#include "support/RecordingBrowser.h"
+#include "support/TemporaryHome.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace fernhop::freedesktop {
+namespace {
+
+using support::RecordingBrowser;
+using support::TemporaryHome;
+
+class SpawnTest : public testing::Test {
+  protected:
+    SpawnRequest request(const std::vector<std::string> &links) {
+        SpawnRequest made{
+            {RecordingBrowser::program(), home.root() + "/browser.record"}, environment, {}, {}};
+        made.arguments.insert(made.arguments.end(), links.begin(), links.end());
+        return made;
+    }
+
+    pid_t run(const SpawnRequest &asked) {
+        const auto result = spawn(asked);
+        const auto *child = std::get_if<pid_t>(&result);
+        if (child == nullptr)
+            return -1;
+        int status = 0;
+        EXPECT_EQ(waitpid(*child, &status, 0), *child);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+        return *child;
+    }
+
+    int errorOf(const SpawnRequest &asked) {
+        const auto result = spawn(asked);
+        const auto *error = std::get_if<SpawnError>(&result);
+        return error == nullptr ? 0 : error->code;
+    }
+
+    TemporaryHome home;
+    RecordingBrowser browser{home, "browser"};
+    Environment environment{{"PATH=" + home.root() + "/bin", "GREETING=hello"}};
+};
+
+TEST_F(SpawnTest, HandsOverArgumentsAsTheyAre) {
+    const std::vector<std::string> links = {"",    "-x",       "a b\n'\"\\`$(x)`;|&",
+                                            "%F0", "\xff\xfe", std::string(100'000, 'x')};
+    ASSERT_GT(run(request(links)), 0);
+    EXPECT_EQ(browser.starts().at(0).arguments, links);
+}
+
+TEST_F(SpawnTest, GivesExactlyTheEnvironmentAsked) {
+    auto asked = request({});
+    asked.pidVariable = "OWN_PID";
+    const pid_t child = run(asked);
+    const std::map<std::string, std::string> expected = {
+        {"PATH", home.root() + "/bin"}, {"GREETING", "hello"}, {"OWN_PID", std::to_string(child)}};
+    EXPECT_EQ(browser.starts().at(0).environment, expected);
+}
+
+TEST_F(SpawnTest, ThePidVariableReplacesAnOldOne) {
+    auto asked = request({});
+    asked.environment.set("OWN_PID", "1");
+    asked.pidVariable = "OWN_PID";
+    const pid_t child = run(asked);
+    EXPECT_EQ(browser.starts().at(0).environment.at("OWN_PID"), std::to_string(child));
+}
+
+TEST_F(SpawnTest, TheChildLeadsASessionOfItsOwn) {
+    const pid_t child = run(request({}));
+    EXPECT_EQ(browser.starts().at(0).session, child);
+}
+
+TEST_F(SpawnTest, RunsInTheWorkingDirectory) {
+    auto asked = request({});
+    asked.workingDirectory = home.home();
+    run(asked);
+    EXPECT_EQ(browser.starts().at(0).folder, home.home());
+}
+
+TEST_F(SpawnTest, NoDescriptorLeaks) {
+    const int leaky = open("/dev/zero", O_RDONLY);
+    const int high = fcntl(leaky, F_DUPFD, 500);
+    run(request({}));
+    const auto started = browser.starts().at(0);
+    for (const auto &descriptor : started.descriptors)
+        EXPECT_TRUE(descriptor.starts_with("0:/dev/null") || descriptor.starts_with("1:") ||
+                    descriptor.starts_with("2:"))
+            << descriptor;
+    close(high);
+    close(leaky);
+}
+
+TEST_F(SpawnTest, SignalsAreAsFreshlyStarted) {
+    sigset_t blocked;
+    sigset_t before;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    sigaddset(&blocked, SIGUSR1);
+    sigprocmask(SIG_BLOCK, &blocked, &before);
+    const auto pipeBefore = signal(SIGPIPE, SIG_IGN);
+    run(request({}));
+    signal(SIGPIPE, pipeBefore);
+    sigset_t after;
+    sigprocmask(SIG_SETMASK, &before, &after);
+    EXPECT_TRUE(browser.starts().at(0).blockedSignals.empty());
+    EXPECT_TRUE(browser.starts().at(0).ignoredSignals.empty());
+    EXPECT_TRUE(sigismember(&after, SIGTERM)) << "ours are as they were";
+}
+
+TEST_F(SpawnTest, TellsWhyAProgramCannotRun) {
+    EXPECT_EQ(errorOf({}), ENOENT);
+    EXPECT_EQ(errorOf({{"/nowhere/browser"}, environment, {}, {}}), ENOENT);
+    EXPECT_EQ(errorOf({{"browser-of-no-path"}, environment, {}, {}}), ENOENT);
+    EXPECT_EQ(errorOf({{home.home()}, environment, {}, {}}), EACCES);
+    home.write(home.root() + "/plain", "text");
+    EXPECT_EQ(errorOf({{home.root() + "/plain"}, environment, {}, {}}), EACCES);
+    home.writeProgram(home.root() + "/broken", "#!/nowhere/interpreter\n");
+    EXPECT_EQ(errorOf({{home.root() + "/broken"}, environment, {}, {}}), ENOENT);
+    home.writeProgram(home.root() + "/bare", "echo no interpreter is named\n");
+    EXPECT_EQ(errorOf({{home.root() + "/bare"}, environment, {}, {}}), ENOEXEC);
+}
+
+TEST_F(SpawnTest, TellsThatTheWorkingDirectoryIsMissing) {
+    auto asked = request({});
+    asked.workingDirectory = "/nowhere";
+    EXPECT_EQ(errorOf(asked), ENOENT);
+    EXPECT_TRUE(browser.starts().empty());
+}
+
+TEST_F(SpawnTest, TellsThatAnArgumentIsTooLong) {
+    EXPECT_EQ(errorOf(request({std::string(200'000, 'x')})), E2BIG);
+    EXPECT_TRUE(browser.starts().empty());
+}
+
+TEST_F(SpawnTest, FindsProgramsInThePathInItsOrder) {
+    home.write(home.root() + "/first/tool", "not executable");
+    home.writeProgram(home.root() + "/second/tool", "");
+    home.writeProgram(home.root() + "/third/tool", "");
+    const auto path = home.root() + "/first:" + home.root() + "/second:" + home.root() + "/third";
+    EXPECT_EQ(std::get<std::string>(findProgram("tool", path)), home.root() + "/second/tool");
+    EXPECT_EQ(std::get<std::string>(findProgram("/a/tool", path)), "/a/tool");
+    EXPECT_EQ(std::get<SpawnError>(findProgram("tool", home.root() + "/first")).code, EACCES);
+    EXPECT_EQ(std::get<SpawnError>(findProgram("other", path)).code, ENOENT);
+    EXPECT_EQ(std::get<SpawnError>(findProgram("", path)).code, ENOENT);
+}
+
+TEST_F(SpawnTest, NeverLooksForProgramsWhereTheUserHappensToBe) {
+    home.writeProgram(home.root() + "/tool", "");
+    ASSERT_EQ(chdir(home.root().c_str()), 0);
+    EXPECT_EQ(std::get<SpawnError>(findProgram("tool", ":.:/nowhere")).code, ENOENT);
+    ASSERT_EQ(chdir("/"), 0);
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

@@ -1,0 +1,104 @@
+#include "platform/linux/service/LinkDispatcher.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace fernhop::freedesktop {
+namespace {
+
+class LinkDispatcherTest : public testing::Test {
+  protected:
+    void listen(LinkEventHandler handler) {
+        dispatcher.setEventHandler(std::move(handler), getUrlEventCode, getUrlEventCode);
+    }
+    void listen() {
+        listen([this](const LinkEventDescriptor &event, LinkEventDescriptor &) {
+            happened.push_back(linkOf(event));
+        });
+    }
+    static std::string linkOf(const LinkEventDescriptor &event) {
+        const auto *object = event.paramDescriptorForKeyword(directObjectKeyword);
+        return object == nullptr ? "no direct object" : object->stringValue.value_or("no text");
+    }
+    void deliver(std::vector<std::string> links, LinkSender sender = {}) {
+        dispatcher.deliver({std::move(links), std::move(sender)},
+                           [this] { happened.emplace_back("dealt with"); });
+    }
+
+    CurrentDelivery current;
+    std::vector<std::string> happened;
+    LinkDispatcher dispatcher{current, [this](const LinkSender &sender) {
+                                  happened.push_back("from " + sender.desktopFile.value_or("?"));
+                              }};
+};
+
+using Happened = std::vector<std::string>;
+
+TEST_F(LinkDispatcherTest, HandsOverEachLinkAndTellsWhenAllAreDealtWith) {
+    listen();
+    LinkSender sender;
+    sender.desktopFile = "chat";
+    deliver({"https://b", "https://a", ""}, sender);
+    EXPECT_EQ(happened, (Happened{"from chat", "https://b", "https://a", "", "dealt with"}));
+    EXPECT_EQ(current.delivery, nullptr);
+}
+
+TEST_F(LinkDispatcherTest, LinksWaitForTheHandler) {
+    deliver({"1", "2"});
+    deliver({"3"});
+    EXPECT_TRUE(happened.empty());
+    listen();
+    EXPECT_EQ(happened, (Happened{"from ?", "1", "2", "dealt with", "from ?", "3", "dealt with"}));
+}
+
+TEST_F(LinkDispatcherTest, AHandlerOfOtherEventsGetsNoLinks) {
+    dispatcher.setEventHandler([](const auto &, auto &) { FAIL(); }, 1, getUrlEventCode);
+    dispatcher.setEventHandler([](const auto &, auto &) { FAIL(); }, getUrlEventCode, 1);
+    deliver({"1"});
+    listen();
+    EXPECT_EQ(happened, (Happened{"from ?", "1", "dealt with"}));
+}
+
+TEST_F(LinkDispatcherTest, IsDealtWithOnlyWhenTheLastLinkHasLeftOurHands) {
+    std::vector<std::shared_ptr<LinkDelivery>> inHands;
+    listen([&](const auto &, auto &) { inHands.push_back(current.delivery); });
+    deliver({"1", "2"});
+    inHands.erase(inHands.begin());
+    EXPECT_EQ(happened, Happened{"from ?"});
+    inHands.clear();
+    EXPECT_EQ(happened, (Happened{"from ?", "dealt with"}));
+}
+
+TEST_F(LinkDispatcherTest, TheTokensAreGoodForOneLaunch) {
+    std::vector<LaunchTokens> taken;
+    listen([&](const auto &, auto &) { taken.push_back(current.delivery->takeTokens()); });
+    LinkSender sender;
+    sender.activationToken = "token";
+    sender.startupID = "id";
+    deliver({"1", "2"}, sender);
+    EXPECT_EQ(taken, (std::vector<LaunchTokens>{{"token", "id"}, {}}));
+}
+
+TEST_F(LinkDispatcherTest, ALinkThatArrivesWhileAnotherIsRoutedHasADeliveryOfItsOwn) {
+    std::optional<LaunchTokens> inner;
+    std::optional<LaunchTokens> outer;
+    listen([&](const LinkEventDescriptor &event, auto &) {
+        if (linkOf(event) == "inner") {
+            inner = current.delivery->takeTokens();
+            return;
+        }
+        LinkSender second;
+        second.activationToken = "second";
+        deliver({"inner"}, second);
+        outer = current.delivery->takeTokens();
+    });
+    LinkSender first;
+    first.activationToken = "first";
+    deliver({"outer"}, first);
+    EXPECT_EQ(inner->activationToken, "second");
+    EXPECT_EQ(outer->activationToken, "first");
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

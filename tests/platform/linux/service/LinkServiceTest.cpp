@@ -1,0 +1,177 @@
+#include "platform/linux/service/LinkService.h"
+
+#include "BusClient.h"
+#include "support/PrivateBus.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace fernhop::freedesktop {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class LinkServiceTest : public testing::Test {
+  protected:
+    LinkServiceTest() {
+        EXPECT_TRUE(service.exportObject());
+        EXPECT_EQ(requestName(connection.get(), serviceName), NameRequest::owned);
+    }
+
+    void listen() {
+        dispatcher.setEventHandler(
+            [this](const LinkEventDescriptor &event, auto &) {
+                links.push_back(event.paramDescriptorForKeyword(directObjectKeyword)->stringValue.value());
+                if (holds)
+                    held.push_back(current.delivery);
+            },
+            getUrlEventCode, getUrlEventCode);
+    }
+    PendingCall call(const char *interface, const char *method, const char *body) {
+        return {client.get(), serviceName, serviceObjectPath, interface, method, g_variant_new_parsed(body)};
+    }
+
+    support::TemporaryHome home;
+    support::PrivateBus bus{home};
+    BusConnection connection = connectTo(bus.address());
+    BusConnection client = connectTo(bus.address());
+    CurrentDelivery current;
+    LinkSender sender;
+    LinkDispatcher dispatcher{current, [this](const LinkSender &told) { sender = told; }};
+    Texts links;
+    bool holds = false;
+    std::vector<std::shared_ptr<LinkDelivery>> held;
+    int activations = 0;
+    Texts performed;
+    std::string token;
+    LinkService service{connection.get(),
+                        dispatcher,
+                        {[this](const auto &arguments, const std::string &input) {
+                             performed = arguments;
+                             performed.push_back(input);
+                             return CommandResult{7, "out\xff", "err"};
+                         },
+                         [this](const std::string &came) { token = came; }, [this] { ++activations; }}};
+};
+
+TEST_F(LinkServiceTest, TakesLinksOfAnyBytes) {
+    listen();
+    const auto opened = call(serviceInterface, "OpenLinks",
+                             "([@ay [0x68, 0xff], b'https://a'], {'activation-token': <b'token'>})");
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(opened.result(), "()");
+    EXPECT_EQ(links, (Texts{"h\xff", "https://a"}));
+    EXPECT_EQ(sender.activationToken, "token");
+}
+
+TEST_F(LinkServiceTest, TakesLinksAsAnyApplicationDoes) {
+    listen();
+    const auto opened = call("org.freedesktop.Application", "Open",
+                             "(['https://a', 'https://b'], {'desktop-startup-id': <'id'>})");
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(opened.result(), "()");
+    EXPECT_EQ(links, (Texts{"https://a", "https://b"}));
+    EXPECT_EQ(sender.startupID, "id");
+}
+
+TEST_F(LinkServiceTest, WhoCallsAsAnApplicationIsTheSender) {
+    listen();
+    ASSERT_TRUE(call("org.freedesktop.Application", "Open", "(['https://a'], @a{sv} {})").wait());
+    EXPECT_EQ(sender.parentPid, getpid());
+    ASSERT_TRUE(call("org.freedesktop.Application", "Open", "(['https://a'], {'parent-pid': <7>})").wait());
+    EXPECT_EQ(sender.parentPid, 7) << "who delivers for another says so";
+    ASSERT_TRUE(call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})").wait());
+    EXPECT_EQ(sender.parentPid, std::nullopt) << "the stub is nobody's source";
+}
+
+TEST_F(LinkServiceTest, AnswersOnlyWhenTheLinksAreDealtWith) {
+    holds = true;
+    listen();
+    const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})");
+    ASSERT_TRUE(support::runUntil([&] { return !held.empty(); }));
+    const auto later = call(serviceInterface, "Perform", "(@as [], @ay [], @a{sv} {})");
+    ASSERT_TRUE(later.wait());
+    EXPECT_FALSE(opened.isDone());
+    held.clear();
+    EXPECT_TRUE(opened.wait());
+}
+
+TEST_F(LinkServiceTest, LinksThatComeBeforeThereIsAHandlerWait) {
+    const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})");
+    const auto later = call(serviceInterface, "Perform", "(@as [], @ay [], @a{sv} {})");
+    ASSERT_TRUE(later.wait());
+    EXPECT_FALSE(opened.isDone());
+    listen();
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(links, Texts{"https://a"});
+}
+
+TEST_F(LinkServiceTest, PerformsCommands) {
+    const auto done = call(serviceInterface, "Perform", "(['match', 'a*'], b'https://a', @a{sv} {})");
+    ASSERT_TRUE(done.wait());
+    EXPECT_EQ(performed, (Texts{"match", "a*", std::string("https://a\0", 10)})) << "input is taken whole";
+    EXPECT_EQ(done.result(), "(7, 'out\uFFFD', 'err')");
+}
+
+TEST_F(LinkServiceTest, CommandsMayBringAnActivationToken) {
+    for (const char *none : {"@a{sv} {}", "{'activation-token': <''>}", "{'activation-token': <7>}"}) {
+        const auto body = std::string("(['x'], @ay [], ") + none + ")";
+        token = "of the former command";
+        ASSERT_TRUE(call(serviceInterface, "Perform", body.c_str()).wait());
+        EXPECT_EQ(token, "") << none;
+    }
+    ASSERT_TRUE(
+        call(serviceInterface, "Perform", "(['x'], @ay [], {'activation-token': <'token-1'>})").wait());
+    EXPECT_EQ(token, "token-1");
+}
+
+TEST_F(LinkServiceTest, OpeningItAgainIsToldToTheController) {
+    const auto done = call("org.freedesktop.Application", "Activate", "(@a{sv} {},)");
+    ASSERT_TRUE(done.wait());
+    EXPECT_EQ(done.errorName(), "");
+    EXPECT_EQ(activations, 1);
+}
+
+TEST_F(LinkServiceTest, ThereAreNoActions) {
+    const auto done = call("org.freedesktop.Application", "ActivateAction", "('x', @av [], @a{sv} {})");
+    ASSERT_TRUE(done.wait());
+    EXPECT_EQ(done.errorName(), "org.freedesktop.DBus.Error.InvalidArgs");
+}
+
+TEST_F(LinkServiceTest, CallsOfAnotherFormAreRefused) {
+    listen();
+    for (const char *body : {"()", "('https://a',)", "(['https://a'], @a{sv} {})", "(@aay [], @a{ss} {})"}) {
+        const auto done = call(serviceInterface, "OpenLinks", body);
+        ASSERT_TRUE(done.wait());
+        EXPECT_EQ(done.errorName(), "org.freedesktop.DBus.Error.InvalidArgs") << body;
+    }
+    const auto unknown = call(serviceInterface, "Shred", "()");
+    ASSERT_TRUE(unknown.wait());
+    EXPECT_EQ(unknown.errorName(), "org.freedesktop.DBus.Error.UnknownMethod");
+    EXPECT_TRUE(links.empty());
+}
+
+TEST_F(LinkServiceTest, AConnectionHasPlaceForOne) {
+    {
+        LinkService second(connection.get(), dispatcher, {});
+        EXPECT_FALSE(second.exportObject());
+    }
+    const auto opened = call("org.freedesktop.Application", "Activate", "(@a{sv} {},)");
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(opened.errorName(), "");
+    EXPECT_EQ(activations, 1) << "the second took the first away";
+}
+
+TEST_F(LinkServiceTest, TheNameIsForOne) {
+    EXPECT_EQ(requestName(client.get(), serviceName), NameRequest::taken);
+    EXPECT_EQ(requestName(client.get(), "no name"), NameRequest::failed);
+    // Nor does anybody get it by asking the bus to take it away.
+    const PendingCall taking(client.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                             "org.freedesktop.DBus", "RequestName",
+                             g_variant_new("(su)", serviceName, 2U | 4U));
+    ASSERT_TRUE(taking.wait());
+    EXPECT_EQ(taking.result(), "(3,)"); // DBUS_REQUEST_NAME_REPLY_EXISTS
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

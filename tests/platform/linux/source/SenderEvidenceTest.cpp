@@ -1,0 +1,237 @@
+#include "platform/linux/source/SenderEvidence.h"
+
+#include "FakeProcesses.h"
+#include "fakes/FakeDesktopEntries.h"
+#include "support/MainLoop.h"
+#include "support/PrivateBus.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace fernhop::freedesktop {
+namespace {
+
+constexpr pid_t ownPid = 7;
+constexpr pid_t stub = 500;
+
+/// A bus on which launches are told as GLib tells them.
+class SenderEvidenceTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        for (const auto *const id : {"mail", "chat", "notes", "terminal"})
+            entries.install(std::string("org.example.") + id, std::string("/usr/bin/") + id + " %u");
+        entries.install("org.fernhop.Fernhop", "fernhop-open %U");
+        entries.install("org.kde.plasmashell", "/usr/bin/plasmashell");
+        waitForBus();
+    }
+
+    /// Whatever was asked of the bus before has reached it.
+    void waitForBus() {
+        const GVariantPointer answer(g_dbus_connection_call_sync(
+            bus.get(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetId", nullptr, nullptr,
+            G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+        ASSERT_TRUE(answer);
+    }
+
+    static GObjectPointer<GDBusConnection> connect(const std::string &address) {
+        return GObjectPointer<GDBusConnection>(g_dbus_connection_new_for_address_sync(
+            address.c_str(),
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr));
+    }
+
+    void tell(GVariant *parameters) {
+        g_dbus_connection_emit_signal(launcher.get(), nullptr, "/org/gtk/gio/DesktopAppInfo",
+                                      "org.gtk.gio.DesktopAppInfo", "Launched", parameters, nullptr);
+        g_dbus_connection_flush_sync(launcher.get(), nullptr, nullptr);
+    }
+
+    void tellLaunch(pid_t child, pid_t origin, const std::string &program, const std::string &desktopFile) {
+        emitLaunch(child, origin, program, desktopFile);
+        ASSERT_TRUE(support::runUntil([&] { return signals.launchOf(child).has_value(); }));
+    }
+
+    void emitLaunch(pid_t child, pid_t origin, const std::string &program, const std::string &desktopFile) {
+        GVariantBuilder more;
+        g_variant_builder_init(&more, G_VARIANT_TYPE_VARDICT);
+        g_variant_builder_add(&more, "{sv}", "origin-pid", g_variant_new_int64(origin));
+        g_variant_builder_add(&more, "{sv}", "origin-prgname", g_variant_new_bytestring(program.c_str()));
+        if (!desktopFile.empty())
+            g_variant_builder_add(&more, "{sv}", "origin-desktop-file",
+                                  g_variant_new_bytestring(desktopFile.c_str()));
+        const char *const uris[] = {"https://example.org/", nullptr};
+        tell(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring("/x/org.fernhop.Fernhop.desktop"),
+                           "Fernhop", static_cast<gint64>(child), uris, g_variant_builder_end(&more)));
+    }
+
+    std::optional<std::string> launched() { return evidence.senderOf({.launchedPid = stub}); }
+
+    support::TemporaryHome home;
+    support::PrivateBus daemon{home};
+    GObjectPointer<GDBusConnection> bus = connect(daemon.address());
+    GObjectPointer<GDBusConnection> launcher = connect(daemon.address());
+    fakes::FakeDesktopEntries entries;
+    support::FakeProcesses kernel;
+    Processes processes{kernel.root()};
+    ApplicationMatcher matcher{entries, processes, {"org.fernhop.Fernhop", ownPid}};
+    LaunchSignals signals{bus.get()};
+    SenderEvidence evidence{matcher, processes, signals};
+};
+
+TEST_F(SenderEvidenceTest, NothingKnownIsUnknown) {
+    EXPECT_EQ(evidence.senderOf({}), std::nullopt);
+    EXPECT_EQ(launched(), std::nullopt);
+    LaunchSignals deaf(nullptr);
+    EXPECT_EQ(deaf.launchOf(stub), std::nullopt);
+}
+
+TEST_F(SenderEvidenceTest, AnInheritedEntryCountsLeast) {
+    kernel.add(400, {.program = "/usr/bin/notes"});
+    LinkSender sender;
+    sender.desktopFile = "org.example.mail";
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.mail");
+    sender.desktopFile = "/usr/share/applications/org.example.mail.desktop";
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.mail");
+    sender.parentPid = 400;
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.notes");
+    sender.controlGroup = "/app-gnome-org.example.chat-1.scope";
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.chat");
+    for (const std::string nonsense : {"", "not-installed", "org.fernhop.Fernhop", "/", "\xff\n"})
+        EXPECT_EQ(evidence.senderOf({.desktopFile = nonsense}), std::nullopt) << nonsense;
+}
+
+TEST_F(SenderEvidenceTest, GioTellsWhoLaunchedUs) {
+    kernel.add(300, {.program = "/usr/bin/mail"});
+    tellLaunch(stub, 300, "something", "/usr/share/applications/org.example.terminal.desktop");
+    EXPECT_EQ(launched(), "org.example.mail") << "the process itself";
+    tellLaunch(stub + 1, 301, "chat", "/usr/share/applications/org.example.terminal.desktop");
+    EXPECT_EQ(evidence.senderOf({.launchedPid = stub + 1}), "org.example.chat") << "the name of its program";
+    tellLaunch(stub + 2, 302, "org.example.notes", "");
+    EXPECT_EQ(evidence.senderOf({.launchedPid = stub + 2}), "org.example.notes") << "its application ID";
+}
+
+TEST_F(SenderEvidenceTest, AnOpenerOfLinksGoesByItsOrigin) {
+    kernel.add(300, {.program = "/usr/bin/gio"});
+    tellLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
+    EXPECT_EQ(launched(), "org.example.chat");
+}
+
+TEST_F(SenderEvidenceTest, ALaunchThatIsToldAfterTheLinkCameIsWaitedFor) {
+    kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
+    emitLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
+    EXPECT_EQ(evidence.senderOf({.launchedPid = stub, .parentPid = 1}), "org.example.chat");
+    EXPECT_EQ(signals.launchOf(stub)->child, stub);
+}
+
+TEST_F(SenderEvidenceTest, ALaunchThatNobodyTellsOfIsUnknownInTheEnd) {
+    kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
+    EXPECT_EQ(launched(), std::nullopt);
+    EXPECT_EQ(LaunchSignals(nullptr).awaitLaunchOf(stub), std::nullopt);
+}
+
+TEST_F(SenderEvidenceTest, LaunchesBeatUnitsAndUnitsBeatAncestors) {
+    kernel.add(300, {.program = "/usr/bin/mail"});
+    kernel.add(400, {.program = "/usr/bin/notes"});
+    tellLaunch(stub, 300, "mail", "");
+    LinkSender sender{.launchedPid = stub, .parentPid = 400, .controlGroup = "/app-org.example.chat-1.scope"};
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.mail");
+    sender.launchedPid = stub + 1;
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.chat");
+    sender.controlGroup = "/user.slice/session-2.scope";
+    EXPECT_EQ(evidence.senderOf(sender), "org.example.notes");
+}
+
+TEST_F(SenderEvidenceTest, OnlyTheLatestLaunchesAreRemembered) {
+    for (pid_t child = 1000; child < 1100; ++child)
+        tellLaunch(child, 1, "mail", "");
+    EXPECT_EQ(signals.launchOf(1000), std::nullopt);
+    EXPECT_NE(signals.launchOf(1099), std::nullopt);
+}
+
+TEST_F(SenderEvidenceTest, HostileSignalsAreIgnored) {
+    tell(g_variant_new("(s)", "nonsense"));
+    tell(nullptr);
+    const char *const uris[] = {nullptr};
+    for (const gint64 child : {gint64{0}, gint64{-1}, G_MAXINT64})
+        tell(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring(""), "", child, uris,
+                           g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0)));
+    GVariantBuilder more;
+    g_variant_builder_init(&more, G_VARIANT_TYPE_VARDICT);
+    g_variant_builder_add(&more, "{sv}", "origin-pid", g_variant_new_string("five"));
+    g_variant_builder_add(&more, "{sv}", "origin-prgname", g_variant_new_int32(5));
+    g_variant_builder_add(&more, "{sv}", "origin-desktop-file", g_variant_new_string("mail"));
+    tell(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring(""), "", gint64{stub}, uris,
+                       g_variant_builder_end(&more)));
+    ASSERT_TRUE(support::runUntil([&] { return signals.launchOf(stub).has_value(); }));
+    EXPECT_EQ(signals.launchOf(stub), (ApplicationLaunch{stub, std::nullopt, "", ""}));
+    EXPECT_EQ(signals.launchOf(0), std::nullopt);
+    EXPECT_EQ(launched(), std::nullopt);
+}
+
+TEST_F(SenderEvidenceTest, AncestorsAreSearchedUpwards) {
+    kernel.add(400,
+               {.parent = 399, .program = "/usr/bin/dash", .arguments = {"sh", "/usr/bin/xdg-open", "x"}});
+    kernel.add(399, {.parent = 398, .program = "/usr/bin/bash", .arguments = {"bash"}});
+    kernel.add(398, {.parent = 1, .program = "/usr/bin/terminal"});
+    EXPECT_EQ(evidence.senderOf({.parentPid = 400}), "org.example.terminal");
+}
+
+TEST_F(SenderEvidenceTest, AnAncestorsUnitAndInheritedEntryCountLast) {
+    const std::string file = "/usr/share/applications/org.example.chat.desktop";
+    kernel.add(
+        400,
+        {.parent = 399, .program = "/usr/bin/tool", .environment = {{"GIO_LAUNCHED_DESKTOP_FILE", file}}});
+    kernel.add(399, {.parent = 1, .program = "/usr/bin/loop"});
+    EXPECT_EQ(evidence.senderOf({.parentPid = 400}), "org.example.chat");
+    kernel.write(399, "cgroup", "0::/app-gnome-org.example.notes-3.scope\n");
+    EXPECT_EQ(evidence.senderOf({.parentPid = 400}), "org.example.notes");
+}
+
+TEST_F(SenderEvidenceTest, NeitherWeNorTheDesktopAreTheSource) {
+    kernel.add(400, {.parent = 399, .program = "/usr/bin/plasmashell"});
+    kernel.add(399, {.parent = ownPid, .program = "/usr/bin/tool"});
+    kernel.add(ownPid, {.parent = 398, .program = "/usr/bin/fernhop"});
+    kernel.add(398, {.parent = 1, .program = "/usr/bin/terminal"});
+    EXPECT_EQ(evidence.senderOf({.parentPid = 400}), std::nullopt) << "our own parents sent nothing";
+    EXPECT_EQ(evidence.senderOf({.controlGroup = "/app-gnome-org.fernhop.Fernhop-1.scope"}), std::nullopt);
+    EXPECT_FALSE(evidence.canBeSource("org.fernhop.Fernhop"));
+    EXPECT_FALSE(evidence.canBeSource("org.kde.plasmashell"));
+    EXPECT_FALSE(evidence.canBeSource(std::nullopt));
+    EXPECT_TRUE(evidence.canBeSource("org.example.mail"));
+}
+
+TEST_F(SenderEvidenceTest, ACircleOfParentsEnds) {
+    kernel.add(400, {.parent = 401, .program = "/usr/bin/a"});
+    kernel.add(401, {.parent = 400, .program = "/usr/bin/b"});
+    EXPECT_EQ(evidence.senderOf({.parentPid = 400}), std::nullopt);
+    EXPECT_EQ(evidence.senderOf({.parentPid = -1}), std::nullopt);
+    EXPECT_EQ(evidence.senderOf({.parentPid = 0}), std::nullopt);
+}
+
+TEST_F(SenderEvidenceTest, GioItselfIsUnderstood) {
+    if (!support::isInstalled("gio"))
+        GTEST_SKIP() << "gio is not installed";
+    const std::string handler = home.root() + "/handler";
+    const std::string told = home.root() + "/told";
+    home.writeProgram(handler, "#!/bin/sh\necho \"$GIO_LAUNCHED_DESKTOP_FILE_PID\" > " + told + ".new\nmv " +
+                                   told + ".new " + told + "\n");
+    home.writeDesktopEntry("handler", "[Desktop Entry]\nType=Application\nName=Handler\nExec=" + handler +
+                                          " %u\nMimeType=x-scheme-handler/https;\n");
+    home.write(home.config() + "/mimeapps.list",
+               "[Default Applications]\nx-scheme-handler/https=handler.desktop\n");
+    support::Command command{{"gio", "open", "https://example.org/"},
+                             home.environment() + daemon.environment()};
+    command.environment["GIO_LAUNCHED_DESKTOP_FILE"] = "/usr/share/applications/org.example.chat.desktop";
+    EXPECT_EQ(support::ChildProcess(command).wait(), 0);
+    ASSERT_TRUE(support::runUntil([&] { return std::filesystem::exists(told); }));
+    std::ifstream file(told);
+    pid_t pid = 0;
+    file >> pid;
+    ASSERT_TRUE(support::runUntil([&] { return signals.launchOf(pid).has_value(); }));
+    EXPECT_EQ(evidence.senderOf({.launchedPid = pid}), "org.example.chat");
+}
+
+} // namespace
+} // namespace fernhop::freedesktop

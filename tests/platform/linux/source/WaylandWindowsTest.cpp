@@ -1,0 +1,140 @@
+#include "platform/linux/source/WaylandWindows.h"
+
+#include "FakeProcesses.h"
+#include "fakes/FakeDesktopEntries.h"
+
+#include <gtest/gtest.h>
+
+namespace fernhop::freedesktop {
+namespace {
+
+class WaylandWindowsTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        for (const auto *const id : {"mail", "chat", "notes"})
+            entries.install(id);
+        windows.front().observe([this](const auto &application) {
+            seen.push_back(application->bundleIdentifier().value_or("(unknown)"));
+        });
+    }
+
+    WaylandWindow &open(const std::string &appID, std::optional<pid_t> pid = {}) {
+        WaylandWindow &window = windows.add();
+        window.identity = {{appID}, {}, pid};
+        window.isDescribed = true;
+        window.activate = [this, appID] { activated.push_back(appID); };
+        return window;
+    }
+
+    void turnTo(WaylandWindow &window) {
+        if (front)
+            front->isActive = false;
+        front = &window;
+        window.isActive = true;
+        windows.settle();
+    }
+
+    fakes::FakeDesktopEntries entries;
+    support::FakeProcesses kernel;
+    Processes processes{kernel.root()};
+    ApplicationMatcher matcher{entries, processes, {"org.fernhop.Fernhop", 7}};
+    WaylandWindows windows{matcher};
+    WaylandWindow *front = nullptr;
+    std::vector<std::string> seen;
+    std::vector<std::string> activated;
+};
+
+TEST_F(WaylandWindowsTest, TheActiveWindowIsInFront) {
+    EXPECT_EQ(windows.front().current(), nullptr);
+    auto &mail = open("mail");
+    turnTo(mail);
+    turnTo(open("chat"));
+    turnTo(open("nobody"));
+    turnTo(mail);
+    EXPECT_EQ(seen, (std::vector<std::string>{"mail", "chat", "(unknown)", "mail"}));
+}
+
+TEST_F(WaylandWindowsTest, NothingIsInFrontWhenTheActiveWindowIsGone) {
+    auto &mail = open("mail");
+    turnTo(mail);
+    windows.remove(mail);
+    windows.settle();
+    EXPECT_EQ(windows.front().current(), nullptr);
+    windows.removeAll();
+    EXPECT_EQ(windows.front().current(), nullptr);
+}
+
+TEST_F(WaylandWindowsTest, AWindowCountsWhenItIsDescribed) {
+    auto &window = windows.add();
+    window.isActive = true;
+    windows.settle();
+    EXPECT_TRUE(seen.empty());
+    window.identity.names = {"mail"};
+    window.isDescribed = true;
+    windows.settle();
+    EXPECT_EQ(seen, std::vector<std::string>{"mail"});
+}
+
+TEST_F(WaylandWindowsTest, TheWindowUsedLastIsRaised) {
+    auto &first = open("mail");
+    auto &second = open("mail");
+    second.activate = [this] { activated.push_back("second"); };
+    turnTo(second);
+    turnTo(first);
+    turnTo(second);
+    turnTo(open("chat"));
+    windows.raise({"mail", std::nullopt});
+    EXPECT_EQ(activated, std::vector<std::string>{"second"});
+}
+
+TEST_F(WaylandWindowsTest, AWindowIsAlsoRaisedByItsProcess) {
+    open("strange", 4711);
+    windows.raise({"mail", 4711});
+    EXPECT_EQ(activated, std::vector<std::string>{"strange"});
+}
+
+TEST_F(WaylandWindowsTest, AWindowThatAppearsAfterwardsIsRaisedOnce) {
+    turnTo(open("mail"));
+    windows.raise({"chat", std::nullopt});
+    open("notes");
+    windows.settle();
+    EXPECT_TRUE(activated.empty());
+    open("chat");
+    windows.settle();
+    open("chat");
+    windows.settle();
+    EXPECT_EQ(activated, std::vector<std::string>{"chat"});
+}
+
+TEST_F(WaylandWindowsTest, ARaiseIsForgottenWhenTheUserTurnsToAnotherWindow) {
+    auto &mail = open("mail");
+    auto &notes = open("notes");
+    turnTo(notes);
+    windows.raise({"chat", std::nullopt});
+    turnTo(mail);
+    open("chat");
+    windows.settle();
+    EXPECT_TRUE(activated.empty());
+}
+
+TEST_F(WaylandWindowsTest, AFreshWindowOfAnotherApplicationIsNoTurnOfTheUser) {
+    turnTo(open("mail"));
+    windows.raise({"chat", std::nullopt});
+    turnTo(open("splash"));
+    open("chat");
+    windows.settle();
+    EXPECT_EQ(activated, std::vector<std::string>{"chat"});
+}
+
+TEST_F(WaylandWindowsTest, ARaiseIsForgottenAfterSomeOtherWindows) {
+    windows.raise({"chat", std::nullopt});
+    for (int i = 0; i < 8; ++i)
+        open("notes");
+    windows.settle();
+    open("chat");
+    windows.settle();
+    EXPECT_TRUE(activated.empty());
+}
+
+} // namespace
+} // namespace fernhop::freedesktop
