@@ -14,24 +14,14 @@ void LinkDispatcher::setEventHandler(LinkEventHandler newHandler, FourCharCode e
     if (eventClass != getUrlEventCode || eventID != getUrlEventCode)
         return;
     handler = std::move(newHandler);
-    for (auto &delivery : std::exchange(waiting, {}))
-        dispatch(std::move(delivery));
 }
 
-void LinkDispatcher::deliver(DeliveredLinks links, std::function<void()> dealtWith) {
-    Waiting delivery{std::move(links), std::move(dealtWith)};
-    if (handler)
-        dispatch(std::move(delivery));
-    else
-        waiting.push_back(std::move(delivery));
-}
-
-void LinkDispatcher::dispatch(Waiting delivered) {
-    auto &[links, sender] = delivered.links;
+void LinkDispatcher::deliver(DeliveredLinks delivered, std::function<void()> onHandled) {
+    auto &[links, sender] = delivered;
     if (arrived)
         arrived(sender);
     auto delivery = std::make_shared<LinkDelivery>(LaunchTokens{sender.activationToken, sender.startupID},
-                                                   std::move(delivered.dealtWith));
+                                                   std::move(onHandled));
     // A link may arrive while another is routed, from a loop that runs within: put back what was.
     const auto before = std::exchange(current.delivery, delivery);
     for (auto &link : links) {

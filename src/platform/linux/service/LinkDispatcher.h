@@ -4,8 +4,6 @@
 #include "platform/linux/launch/LinkDelivery.h"
 
 #include <functional>
-#include <memory>
-#include <vector>
 
 namespace fernhop::freedesktop {
 
@@ -18,22 +16,14 @@ class LinkDispatcher : public LinkEvents {
 
     void setEventHandler(LinkEventHandler handler, FourCharCode eventClass, FourCharCode eventID) override;
 
-    /// Hands over each link, in order; they wait while there is no handler. `dealtWith` is called when all of
-    /// them are with their browsers or dropped, possibly before this returns.
-    void deliver(DeliveredLinks links, std::function<void()> dealtWith);
+    /// Hands over each link, in order; the handler has been set. `onHandled` is called when each link has
+    /// been handed to a browser or dropped, possibly before this returns.
+    void deliver(DeliveredLinks links, std::function<void()> onHandled);
 
   private:
-    struct Waiting {
-        DeliveredLinks links;
-        std::function<void()> dealtWith;
-    };
-
-    void dispatch(Waiting waiting);
-
     CurrentDelivery &current;
     std::function<void(const LinkSender &)> arrived;
     LinkEventHandler handler;
-    std::vector<Waiting> waiting;
 };
 
 } // namespace fernhop::freedesktop

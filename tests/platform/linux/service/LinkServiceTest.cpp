@@ -96,16 +96,6 @@ TEST_F(LinkServiceTest, AnswersOnlyWhenTheLinksAreDealtWith) {
     EXPECT_TRUE(opened.wait());
 }
 
-TEST_F(LinkServiceTest, LinksThatComeBeforeThereIsAHandlerWait) {
-    const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})");
-    const auto later = call(serviceInterface, "Perform", "(@as [], @ay [], @a{sv} {})");
-    ASSERT_TRUE(later.wait());
-    EXPECT_FALSE(opened.isDone());
-    listen();
-    ASSERT_TRUE(opened.wait());
-    EXPECT_EQ(links, Texts{"https://a"});
-}
-
 TEST_F(LinkServiceTest, PerformsCommands) {
     const auto done = call(serviceInterface, "Perform", "(['match', 'a*'], b'https://a', @a{sv} {})");
     ASSERT_TRUE(done.wait());
