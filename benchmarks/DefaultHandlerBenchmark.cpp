@@ -2,8 +2,8 @@
 
 #include "platform/linux/applications/ApplicationPlaces.h"
 #include "platform/linux/applications/InstalledDesktopEntries.h"
-#include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 #include "support/TemporaryHome.h"
 
 #include <benchmark/benchmark.h>

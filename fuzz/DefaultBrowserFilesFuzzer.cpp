@@ -2,11 +2,11 @@
 // is read back, and every line about something else is there as it was, in its place.
 
 #include "fakes/FakeDesktopEntries.h"
-#include "platform/linux/defaulthandler/KdeBrowser.h"
+#include "platform/linux/base/GPointer.h"
 #include "platform/linux/base/KeyFileText.h"
+#include "platform/linux/defaulthandler/KdeBrowser.h"
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 #include "platform/linux/defaulthandler/XfceBrowser.h"
-#include "platform/linux/base/GPointer.h"
 
 #include <cstdint>
 #include <cstdlib>

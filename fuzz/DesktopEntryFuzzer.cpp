@@ -4,8 +4,8 @@
 #include "platform/Utf8.h"
 #include "platform/linux/applications/DesktopEntryParser.h"
 #include "platform/linux/applications/ExecLine.h"
-#include "platform/linux/base/FernhopDesktopID.h"
 #include "platform/linux/applications/GenericOpener.h"
+#include "platform/linux/base/FernhopDesktopID.h"
 #include "platform/linux/base/LocaleNames.h"
 
 #include <algorithm>

@@ -4,8 +4,8 @@
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
 #include "main/Resident.h"
-#include "platform/linux/service/BusResidentConnection.h"
 #include "platform/linux/base/SessionBus.h"
+#include "platform/linux/service/BusResidentConnection.h"
 
 #include <clocale>
 #include <filesystem>
@@ -27,10 +27,9 @@ std::string linkProgram() {
 
 std::unique_ptr<ResidentConnection> connect(const Environment &environment) {
     auto bus = connectToSessionBus(environment);
-    auto *connection = std::get_if<GObjectPointer<GDBusConnection>>(&bus);
-    if (connection == nullptr)
+    if (!bus)
         return nullptr;
-    return std::make_unique<BusResidentConnection>(std::move(*connection), linkProgram(),
+    return std::make_unique<BusResidentConnection>(std::move(*bus), linkProgram(),
                                                    environment.value("XDG_ACTIVATION_TOKEN").value_or(""));
 }
 

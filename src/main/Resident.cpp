@@ -6,14 +6,14 @@
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
 #include "platform/linux/applications/IconName.h"
-#include "platform/linux/service/LinkService.h"
+#include "platform/linux/base/CallSoon.h"
 #include "platform/linux/base/SessionBus.h"
+#include "platform/linux/service/LinkService.h"
 #include "platform/linux/tray/Symbols.h"
 
 #include <unistd.h>
 
 #include <cstdio>
-#include <functional>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -22,15 +22,6 @@ namespace {
 int fail(const std::string &reason) {
     std::fprintf(stderr, "fernhop: %s\n", reason.c_str());
     return exitStatus::failure;
-}
-
-void callSoon(std::function<void()> call) {
-    const auto run = [](gpointer data) -> gboolean {
-        (*static_cast<std::function<void()> *>(data))();
-        return G_SOURCE_REMOVE;
-    };
-    const auto forget = [](gpointer data) { delete static_cast<std::function<void()> *>(data); };
-    g_idle_add_full(G_PRIORITY_DEFAULT, run, new std::function<void()>(std::move(call)), forget);
 }
 
 /// Fernhop as it runs: the controller with the desktop below it and the command line beside it.
@@ -109,9 +100,9 @@ LinkSender senderOf(const Environment &environment, const Processes &processes) 
 
 int runResident(const Environment &environment) {
     const auto connection = connectToSessionBus(environment);
-    if (const auto *problem = std::get_if<std::string>(&connection))
-        return fail(*problem);
-    GDBusConnection *bus = std::get<GObjectPointer<GDBusConnection>>(connection).get();
+    if (!connection)
+        return fail(connection.failure().reason);
+    GDBusConnection *bus = connection->get();
     LinuxDesktop desktop(environment, bus);
     // Whoever finds us on the bus may end us in order: a signal waits until the main loop runs.
     desktop.application.endWithSignals();

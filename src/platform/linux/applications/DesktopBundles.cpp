@@ -1,7 +1,7 @@
 #include "platform/linux/applications/DesktopBundles.h"
 
-#include "platform/linux/base/FernhopDesktopID.h"
 #include "platform/linux/applications/GenericOpener.h"
+#include "platform/linux/base/FernhopDesktopID.h"
 
 #include <unistd.h>
 

@@ -2,7 +2,7 @@
 
 #include "platform/linux/applications/DesktopEntryParser.h"
 #include "platform/linux/applications/DirectoryWalk.h"
-#include "platform/linux/base/SmallFile.h"
+#include "platform/linux/base/Files.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -62,7 +62,7 @@ std::vector<DesktopEntry> InstalledDesktopEntries::all() const {
 
 std::optional<DesktopEntry> InstalledDesktopEntries::read(const std::string &path,
                                                           const std::string &id) const {
-    const auto contents = readSmallFile(path);
+    const auto contents = readFile(path, largestDesktopEntry);
     auto found = contents ? parseDesktopEntry(*contents, places.locales) : std::nullopt;
     if (!found || !isInstalled(found->tryExec))
         return std::nullopt;

@@ -6,6 +6,10 @@
 
 namespace fernhop::freedesktop {
 
+/// Far above any real desktop entry (LibreOffice's, in all its languages, has about 60 KiB); larger ones are
+/// not read.
+inline constexpr std::size_t largestDesktopEntry = std::size_t{1} << 20;
+
 /// The desktop entries of a user, read from the disk at each call.
 class InstalledDesktopEntries : public DesktopEntries {
   public:

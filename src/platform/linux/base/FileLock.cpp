@@ -46,24 +46,22 @@ bool waitForLock(int file, Clock::time_point deadline) {
 }
 
 /// Somebody may have removed the file while this process waited for it; others then lock another one.
-bool isStillAt(const std::filesystem::path &path, int file) {
-    struct stat held {};
-    struct stat present {};
-    return ::fstat(file, &held) == 0 && ::stat(path.c_str(), &present) == 0 &&
-           held.st_dev == present.st_dev && held.st_ino == present.st_ino;
+bool isStillAt(const std::string &path, const FileDescriptor &file) {
+    const auto held = FileIdentity::of(file);
+    const auto present = FileIdentity::of(path);
+    return held && present && held->device == present->device && held->inode == present->inode;
 }
 
 } // namespace
 
-std::optional<FileLock> FileLock::acquire(const std::filesystem::path &file,
-                                          std::chrono::milliseconds atMost) {
+std::optional<FileLock> FileLock::acquire(const std::string &file, std::chrono::milliseconds atMost) {
     const Clock::time_point deadline = Clock::now() + atMost;
     while (true) {
         FileDescriptor opened(
             ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, S_IRUSR | S_IWUSR));
         if (!opened || !waitForLock(opened.get(), deadline))
             return std::nullopt;
-        if (isStillAt(file, opened.get()))
+        if (isStillAt(file, opened))
             return FileLock(std::move(opened));
     }
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/linux/base/FileDescriptor.h"
+#include "platform/linux/base/Files.h"
 
 #include <chrono>
-#include <filesystem>
 #include <optional>
+#include <string>
 
 namespace fernhop::freedesktop {
 
@@ -14,7 +14,7 @@ class FileLock {
   public:
     /// Waits for the lock at most so long, and makes the file when it is not there (its folder must be).
     /// Nothing when the wait was in vain or the file cannot be made.
-    [[nodiscard]] static std::optional<FileLock> acquire(const std::filesystem::path &file,
+    [[nodiscard]] static std::optional<FileLock> acquire(const std::string &file,
                                                          std::chrono::milliseconds atMost);
 
   private:

@@ -1,10 +1,9 @@
 #include "platform/linux/base/Processes.h"
 
-#include "platform/linux/base/Text.h"
+#include "platform/linux/base/Files.h"
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/Text.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -19,32 +18,13 @@ namespace {
 /// More than any environment or command line that the kernel lets a program start with.
 constexpr std::size_t maximumSize = 8 << 20;
 
-/// A file's contents. What is no plain file is not opened for waiting: a sandbox may hold a pipe under the
-/// name of a file.
 std::optional<std::string> contentsOf(const std::string &path) {
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (file < 0)
-        return std::nullopt;
-    std::string contents;
-    struct stat facts {};
-    std::array<char, 4096> block{};
-    ssize_t count = 0;
-    if (fstat(file, &facts) == 0 && S_ISREG(facts.st_mode))
-        while (contents.size() < maximumSize && (count = read(file, block.data(), block.size())) > 0)
-            contents.append(block.data(), static_cast<std::size_t>(count));
-    close(file);
-    return contents;
+    return readFile(path, maximumSize);
 }
 
-/// The pieces of `text` that a zero byte or its end ends.
 std::vector<std::string> zeroSeparated(std::string_view text) {
-    std::vector<std::string> pieces;
-    while (!text.empty()) {
-        const auto end = std::min(text.find('\0'), text.size());
-        pieces.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return pieces;
+    const auto found = pieces(text, '\0');
+    return {found.begin(), found.end()};
 }
 
 } // namespace
@@ -97,11 +77,9 @@ std::optional<std::string> Processes::controlGroupOf(pid_t pid) const {
     constexpr std::string_view unified = "0::";
     std::string_view rest = groups ? std::string_view(*groups) : std::string_view();
     while (!rest.empty()) {
-        const auto end = std::min(rest.find('\n'), rest.size());
-        const std::string_view line = rest.substr(0, end);
+        const auto line = takePiece(rest, '\n');
         if (line.starts_with(unified))
             return std::string(line.substr(unified.size()));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     return std::nullopt;
 }

@@ -12,15 +12,14 @@ bool hasSessionBus(const Environment &environment) {
     return !folder.empty() && stat((folder + "/bus").c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
-std::variant<GObjectPointer<GDBusConnection>, std::string>
-connectToSessionBus(const Environment &environment) {
+Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &environment) {
     if (!hasSessionBus(environment))
-        return "this session has no message bus (DBUS_SESSION_BUS_ADDRESS is not set)";
+        return Failure{"this session has no message bus (DBUS_SESSION_BUS_ADDRESS is not set)"};
     GError *error = nullptr;
     GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error));
     if (!bus) {
         const GErrorPointer failure(error);
-        return std::string("the session's message bus cannot be reached: ") + failure->message;
+        return Failure{std::string("the session's message bus cannot be reached: ") + failure->message};
     }
     g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
     return bus;

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "platform/linux/base/GPointer.h"
 #include "platform/linux/base/Environment.h"
-
-#include <string>
-#include <variant>
+#include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/Result.h"
 
 namespace fernhop::freedesktop {
 
@@ -12,9 +10,8 @@ namespace fernhop::freedesktop {
 /// user's bus in XDG_RUNTIME_DIR. A bus is never started, as nobody else in the session would know it.
 [[nodiscard]] bool hasSessionBus(const Environment &environment);
 
-/// The session bus, or in words why it cannot be reached. The process outlives the connection: it is told of
+/// The session bus, or why it cannot be reached. The process outlives the connection: it is told of
 /// the bus's end, not ended by it.
-[[nodiscard]] std::variant<GObjectPointer<GDBusConnection>, std::string>
-connectToSessionBus(const Environment &environment);
+Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &environment);
 
 } // namespace fernhop::freedesktop

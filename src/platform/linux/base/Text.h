@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 namespace fernhop::freedesktop {
 
@@ -8,5 +9,19 @@ namespace fernhop::freedesktop {
 [[nodiscard]] inline std::string_view fileNameOf(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
 }
+
+/// `text` without the ASCII white space around it. A view into `text`.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
+/// Takes the first piece off `rest`, with the separator that ends it, and returns it without. The last piece
+/// needs no separator.
+std::string_view takePiece(std::string_view &rest, char separator);
+
+/// The pieces of `text`, each ended by a separator or by the end of the text: "a::b:" has "a", "" and "b",
+/// an empty text has none. Views into `text`.
+[[nodiscard]] std::vector<std::string_view> pieces(std::string_view text, char separator);
+
+/// The pieces of `text` that are not empty. Views into `text`.
+[[nodiscard]] std::vector<std::string_view> nonEmptyPieces(std::string_view text, char separator);
 
 } // namespace fernhop::freedesktop

@@ -101,7 +101,7 @@ bool KdeBrowser::set(const std::string &id) {
             text.remove(group, std::string(key).append(options));
     }
     text.set(group, key, id + std::string(extension));
-    return text.bytes() == *bytes || replaceConfigurationFile(paths.back(), text.bytes());
+    return text.bytes() == *bytes || bool(replaceConfigurationFile(paths.back(), text.bytes()));
 }
 
 } // namespace fernhop::freedesktop

@@ -1,7 +1,7 @@
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 
-#include "platform/linux/base/KeyFileText.h"
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/KeyFileText.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -146,7 +146,7 @@ bool MimeDefaults::write(const std::string &path, const std::string &type, const
     const auto fileName = id + std::string(extension);
     text.set(defaultsGroup, type, fileName);
     forgetRemoval(text, type, fileName);
-    return text.bytes() == *bytes || replaceConfigurationFile(path, text.bytes());
+    return text.bytes() == *bytes || bool(replaceConfigurationFile(path, text.bytes()));
 }
 
 bool MimeDefaults::set(const std::string &type, const std::string &id) {

@@ -2,8 +2,6 @@
 
 #include "platform/linux/base/KeyFileText.h"
 
-#include <sys/stat.h>
-
 namespace fernhop::freedesktop {
 
 namespace {
@@ -23,11 +21,6 @@ std::optional<XfceHelper> parseHelper(const std::optional<std::string> &bytes) {
 
 std::string helperPath(const std::string &dataFolder, const std::string &id) {
     return dataFolder + "/xfce4/helpers/" + id + ".desktop";
-}
-
-bool exists(const std::string &path) {
-    struct stat found {};
-    return stat(path.c_str(), &found) == 0;
 }
 
 bool isFileName(const std::string &id) {
@@ -87,7 +80,7 @@ bool XfceBrowser::provideHelper(const DesktopEntry &entry) {
     if (isForeign && found->path == path)
         return false;
     const auto text = helperFileFor(entry);
-    return text && (readConfigurationFile(path) == text || replaceConfigurationFile(path, *text));
+    return text && (readFile(path) == text || replaceConfigurationFile(path, *text));
 }
 
 bool XfceBrowser::set(const DesktopEntry &entry) {
@@ -98,7 +91,7 @@ bool XfceBrowser::set(const DesktopEntry &entry) {
     KeyFileText text(*bytes);
     text.set(noGroup, key, entry.id);
     text.remove(noGroup, dismissedKey);
-    return text.bytes() == *bytes || replaceConfigurationFile(path, text.bytes());
+    return text.bytes() == *bytes || bool(replaceConfigurationFile(path, text.bytes()));
 }
 
 } // namespace fernhop::freedesktop

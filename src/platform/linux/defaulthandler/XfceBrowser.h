@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/defaulthandler/BrowserChoice.h"
-#include "platform/linux/base/ConfigurationFile.h"
 #include "platform/linux/base/ConfigurationPlaces.h"
+#include "platform/linux/base/ParsedFiles.h"
+#include "platform/linux/defaulthandler/BrowserChoice.h"
 #include "platform/linux/defaulthandler/XfceHelper.h"
 
 #include <optional>

@@ -2,9 +2,9 @@
 
 #include "platform/Workspace.h"
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/source/FocusProvider.h"
 #include "platform/linux/launch/ChildWatches.h"
 #include "platform/linux/launch/LaunchEnvironment.h"
+#include "platform/linux/source/FocusProvider.h"
 
 #include <gio/gio.h>
 

@@ -165,10 +165,12 @@ std::error_code PropertyListDefaults::commit() {
     if (!bytes)
         return std::make_error_code(std::errc::value_too_large);
     if (snapshot.isUnreadable || current->keepsOldFile) {
-        if (const std::error_code error = file.keepAside())
-            return error;
+        if (const auto kept = file.keepAside(); !kept)
+            return {kept.failure().errorNumber, std::generic_category()};
     }
-    return file.replace(*bytes);
+    const auto replaced = file.replace(*bytes);
+    return replaced ? std::error_code()
+                    : std::error_code(replaced.failure().errorNumber, std::generic_category());
 }
 
 } // namespace fernhop::freedesktop

@@ -1,7 +1,7 @@
 #include "platform/linux/source/ApplicationMatcher.h"
 
-#include "platform/linux/source/ControlGroup.h"
 #include "platform/linux/base/Text.h"
+#include "platform/linux/source/ControlGroup.h"
 #include "platform/linux/source/ProgramNames.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/source/EntryIndex.h"
 #include "platform/linux/base/Processes.h"
+#include "platform/linux/source/EntryIndex.h"
 #include "platform/linux/source/WindowIdentity.h"
 
 #include <unistd.h>

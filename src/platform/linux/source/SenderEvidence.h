@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/linux/base/Processes.h"
 #include "platform/linux/source/ApplicationMatcher.h"
 #include "platform/linux/source/LaunchSignals.h"
-#include "platform/linux/base/Processes.h"
 #include "platform/linux/source/LinkSender.h"
 
 #include <functional>

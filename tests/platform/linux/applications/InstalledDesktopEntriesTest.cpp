@@ -1,5 +1,4 @@
 #include "DesktopFixture.h"
-#include "platform/linux/base/SmallFile.h"
 
 #include <sys/stat.h>
 
@@ -177,9 +176,9 @@ TEST_F(InstalledDesktopEntriesTest, WhatIsNoOrdinaryFileIsNotWaitedFor) {
 TEST_F(InstalledDesktopEntriesTest, AFileBeyondAnyEntrysSizeIsNone) {
     const std::string start = "[Desktop Entry]\nType=Application\nName=Big\nExec=big\n";
     const auto fill = [&](std::size_t size) { return start + std::string(size - start.size(), '#'); };
-    home.write(user("/big.desktop"), fill(largestSmallFile));
+    home.write(user("/big.desktop"), fill(largestDesktopEntry));
     EXPECT_EQ(nameOf("big"), "Big");
-    home.write(user("/big.desktop"), fill(largestSmallFile + 1));
+    home.write(user("/big.desktop"), fill(largestDesktopEntry + 1));
     EXPECT_EQ(nameOf("big"), "(nothing)");
 }
 

@@ -1,5 +1,4 @@
-#include "platform/linux/base/ConfigurationFile.h"
-
+#include "platform/linux/base/ParsedFiles.h"
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
@@ -20,12 +19,12 @@ class ConfigurationFile : public testing::Test {
 };
 
 TEST_F(ConfigurationFile, IsMadeWithItsFolders) {
-    EXPECT_EQ(readConfigurationFile(path), std::nullopt);
+    EXPECT_EQ(readFile(path), std::nullopt);
     EXPECT_EQ(readForChange(path), "");
     EXPECT_TRUE(canReplaceConfigurationFile(path));
     const std::string bytes("a\0b", 3);
     EXPECT_TRUE(replaceConfigurationFile(path, bytes));
-    EXPECT_EQ(readConfigurationFile(path), bytes);
+    EXPECT_EQ(readFile(path), bytes);
 }
 
 TEST_F(ConfigurationFile, KeepsPermissionsAndLinks) {
@@ -35,7 +34,7 @@ TEST_F(ConfigurationFile, KeepsPermissionsAndLinks) {
     files::create_symlink(home.home() + "/dotfiles/file", path);
     EXPECT_TRUE(replaceConfigurationFile(path, "new"));
     EXPECT_TRUE(files::is_symlink(path));
-    EXPECT_EQ(readConfigurationFile(home.home() + "/dotfiles/file"), "new");
+    EXPECT_EQ(readFile(home.home() + "/dotfiles/file"), "new");
     EXPECT_EQ(files::status(path).permissions(), files::perms(0640));
 }
 
@@ -49,7 +48,7 @@ TEST_F(ConfigurationFile, LeavesNothingBeside) {
 TEST_F(ConfigurationFile, NeverIsAPipeOrAFolder) {
     files::create_directories(files::path(path).parent_path());
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    EXPECT_EQ(readConfigurationFile(path), std::nullopt);
+    EXPECT_EQ(readFile(path), std::nullopt);
     EXPECT_EQ(readForChange(path), std::nullopt);
     EXPECT_FALSE(replaceConfigurationFile(path, "new"));
     EXPECT_FALSE(canReplaceConfigurationFile(path));
@@ -60,7 +59,7 @@ TEST_F(ConfigurationFile, NeverIsAPipeOrAFolder) {
 TEST_F(ConfigurationFile, IsNotReadWhenAbsurdlyLarge) {
     home.write(path, "x");
     files::resize_file(path, (16 << 20) + 1);
-    EXPECT_EQ(readConfigurationFile(path), std::nullopt);
+    EXPECT_EQ(readFile(path), std::nullopt);
     EXPECT_EQ(readForChange(path), std::nullopt);
 }
 

@@ -1,5 +1,4 @@
-#include "platform/linux/base/FileReplacement.h"
-
+#include "platform/linux/base/Files.h"
 #include "platform/linux/settings/SettingsFolder.h"
 #include "platform/linux/settings/SystemCalls.h"
 
@@ -15,16 +14,17 @@ namespace {
 
 class FileReplacementTest : public testing::Test {
   protected:
-    FileReplacementTest() { settings.write(old); }
+    FileReplacementTest() { folder.write("old"); }
 
-    SettingsFolder settings;
-    const std::string old = xmlList("<dict><key>key</key><string>old</string></dict>");
+    Result<> replace(std::string_view bytes) { return replaceFile(folder.path(), bytes, Writers::one); }
+
+    SettingsFolder folder;
 };
 
 /// A power cut leaves what was on the disk: the new name must not be there before the new bytes are.
 TEST_F(FileReplacementTest, BytesReachTheDiskBeforeTheName) {
     const SystemCalls calls;
-    settings.open().setObject(PropertyValue{"new"}, "key");
+    EXPECT_TRUE(replace("new"));
     auto next = calls.made.begin();
     for (const char *call :
          {"write org.fernhop.Fernhop.plist.new", "fsync org.fernhop.Fernhop.plist.new",
@@ -38,39 +38,43 @@ TEST_F(FileReplacementTest, BytesReachTheDiskBeforeTheName) {
         << "nothing is written behind the fsync";
 }
 
-TEST_F(FileReplacementTest, ANewFolderReachesTheDiskToo) {
-    std::filesystem::remove_all(settings.folder().parent_path());
+TEST_F(FileReplacementTest, NewFoldersReachTheDiskToo) {
+    std::filesystem::remove_all(folder.folder().parent_path());
     const SystemCalls calls;
-    settings.open().setObject(PropertyValue{"new"}, "key");
-    for (const char *call : {"fsync home", "fsync .config", "fsync fernhop"})
+    EXPECT_TRUE(makeFolder(folder.folder()));
+    EXPECT_TRUE(makeFolder(folder.folder())) << "it is there already";
+    for (const char *call : {"fsync home", "fsync .config"})
         EXPECT_NE(std::find(calls.made.begin(), calls.made.end(), call), calls.made.end()) << call;
 }
 
 TEST_F(FileReplacementTest, AnyFailureLeavesTheOldFile) {
-    for (const std::string failing : {"write", "fsync org", "rename"}) {
-        for (const int error : {ENOSPC, EIO, EROFS}) {
-            auto defaults = settings.open();
-            SystemCalls calls;
-            calls.failure = [&](const std::string &call) { return call.starts_with(failing) ? error : 0; };
-            defaults.setObject(PropertyValue{"new"}, "key");
-            EXPECT_EQ(defaults.lastWriteError().value(), error) << failing;
-            calls.failure = nullptr;
-            EXPECT_EQ(settings.contents(), old) << failing;
-            EXPECT_EQ(defaults.stringForKey("key"), "old") << failing;
-            EXPECT_EQ(settings.neighbours(), std::set<std::string>{}) << failing;
+    for (const Writers writers : {Writers::one, Writers::many}) {
+        for (const std::string failing : {"write", "fsync org", "rename"}) {
+            for (const int error : {ENOSPC, EIO, EROFS}) {
+                SystemCalls calls;
+                calls.failure = [&](const std::string &call) {
+                    return call.starts_with(failing) ? error : 0;
+                };
+                const auto replaced = replaceFile(folder.path(), "new", writers);
+                ASSERT_FALSE(replaced) << failing;
+                EXPECT_EQ(replaced.failure().errorNumber, error) << failing;
+                EXPECT_FALSE(replaced.failure().reason.empty()) << failing;
+                calls.failure = nullptr;
+                EXPECT_EQ(folder.contents(), "old") << failing;
+                EXPECT_EQ(folder.neighbours(), std::set<std::string>{}) << failing;
+            }
         }
     }
 }
 
 TEST_F(FileReplacementTest, ContinuesAfterAnInterruptedWrite) {
-    auto defaults = settings.open();
     SystemCalls calls;
     int interruptions = 3;
     calls.failure = [&](const std::string &call) {
         return call.starts_with("write") && interruptions-- > 0 ? EINTR : 0;
     };
-    defaults.setObject(PropertyValue{"new"}, "key");
-    EXPECT_EQ(settings.open().stringForKey("key"), "new");
+    EXPECT_TRUE(replace("new"));
+    EXPECT_EQ(folder.contents(), "new");
 }
 
 TEST_F(FileReplacementTest, AFullDiskLeavesTheOldFile) {
@@ -78,20 +82,17 @@ TEST_F(FileReplacementTest, AFullDiskLeavesTheOldFile) {
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{10'000, 10'000};
         setrlimit(RLIMIT_FSIZE, &limit);
-        auto defaults = settings.open();
-        defaults.setObject(PropertyValue{PropertyData{std::string(100'000, 'x')}}, "urlRules");
-        return defaults.lastWriteError() && defaults.stringForKey("key") == "old" ? 0 : 1;
+        return replace(std::string(100'000, 'x')) ? 1 : 0;
     });
     EXPECT_EQ(waitFor(child), 0);
-    EXPECT_EQ(settings.contents(), old);
-    EXPECT_EQ(settings.neighbours(), std::set<std::string>{});
+    EXPECT_EQ(folder.contents(), "old");
+    EXPECT_EQ(folder.neighbours(), std::set<std::string>{});
 }
 
 TEST_F(FileReplacementTest, AProcessThatDiesAtAnyCallLeavesOldOrNew) {
     for (int last = 0;; ++last) {
-        settings.write(old);
+        folder.write("old");
         const pid_t child = inChild([&] {
-            auto defaults = settings.open();
             SystemCalls calls;
             int made = 0;
             calls.failure = [&](const std::string &) {
@@ -99,17 +100,16 @@ TEST_F(FileReplacementTest, AProcessThatDiesAtAnyCallLeavesOldOrNew) {
                     raise(SIGKILL);
                 return 0;
             };
-            defaults.setObject(PropertyValue{"new"}, "key");
-            return 0;
+            return replace("new") ? 0 : 1;
         });
         const bool wasKilled = waitFor(child) == -SIGKILL;
-        const auto value = settings.open().stringForKey("key");
-        EXPECT_TRUE(value == "old" || value == "new") << "killed before call " << last;
-        settings.open().setObject(PropertyValue{"newer"}, "key");
-        EXPECT_EQ(settings.open().stringForKey("key"), "newer") << "the dead process holds nothing";
-        EXPECT_EQ(settings.neighbours(), std::set<std::string>{});
+        EXPECT_TRUE(folder.contents() == "old" || folder.contents() == "new")
+            << "killed before call " << last;
+        EXPECT_TRUE(replace("newer"));
+        EXPECT_EQ(folder.contents(), "newer") << "the dead process holds nothing";
+        EXPECT_EQ(folder.neighbours(), std::set<std::string>{});
         if (!wasKilled) {
-            EXPECT_GE(last, 5) << "it dies before each step at least once";
+            EXPECT_GE(last, 4) << "it dies before each step at least once";
             break;
         }
     }

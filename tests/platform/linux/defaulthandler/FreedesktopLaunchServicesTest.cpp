@@ -259,8 +259,7 @@ class InXfce : public Handlers {
                                ";\nX-XFCE-Commands=%B;\nX-XFCE-CommandsWithParameter=%B \"%s\";\n");
     }
     [[nodiscard]] std::string helper(const std::string &id) const {
-        return readConfigurationFile(session.home.data() + "/xfce4/helpers/" + id + ".desktop")
-            .value_or("(none)");
+        return readFile(session.home.data() + "/xfce4/helpers/" + id + ".desktop").value_or("(none)");
     }
 };
 

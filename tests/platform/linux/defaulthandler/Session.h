@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/FakeDesktopEntries.h"
-#include "platform/linux/base/ConfigurationFile.h"
+#include "platform/linux/base/Files.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
 #include "support/TemporaryHome.h"
@@ -45,7 +45,7 @@ class Session {
     }
 
     [[nodiscard]] std::string readConfig(const std::string &name) const {
-        return readConfigurationFile(config(name)).value_or("(none)");
+        return readFile(config(name)).value_or("(none)");
     }
 
     /// The line of one default application.
