@@ -38,9 +38,10 @@ class Applications {
 
 void read(benchmark::State &state, const std::string &desktop) {
     const Applications applications;
-    const InstalledDesktopEntries entries(applicationPlacesOfProcess());
-    const FreedesktopLaunchServices services(ConfigurationPlaces::fromEnvironment(desktop), entries,
-                                             "org.fernhop.Fernhop");
+    const InstalledDesktopEntries entries(applicationPlaces(Environment::current()));
+    auto environment = Environment::current();
+    environment.set("XDG_CURRENT_DESKTOP", desktop);
+    const FreedesktopLaunchServices services(XdgSession::of(environment), entries, "org.fernhop.Fernhop");
     for (auto _ : state)
         benchmark::DoNotOptimize(services.copyDefaultHandlerForUrlScheme("https"));
 }

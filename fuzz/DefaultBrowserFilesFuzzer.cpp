@@ -3,7 +3,7 @@
 
 #include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/base/GPointer.h"
-#include "platform/linux/base/KeyFileText.h"
+#include "platform/linux/base/KeyFile.h"
 #include "platform/linux/defaulthandler/KdeBrowser.h"
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 #include "platform/linux/defaulthandler/XfceBrowser.h"
@@ -76,9 +76,10 @@ void checkText(const std::string &bytes) {
         require(!text.value(group, type));
         checkOthersKept(bytes, text.bytes(), type);
     }
-    KeyFileText valid(bytes);
-    if (!valid.makeValid())
+    const auto made = withInvalidLinesAsComments(bytes);
+    if (!made)
         return;
+    KeyFileText valid(*made);
     checkOthersKept(bytes, valid.bytes(), "\n");
     valid.set("Default Applications", type, "web.desktop");
     const GKeyFilePointer file(g_key_file_new());
@@ -141,7 +142,7 @@ class Configuration {
         static const TemporaryFolder made;
         return made.path;
     }
-    static ConfigurationPlaces places() { return {folder(), {}, folder() + "/data", {}, {}}; }
+    static XdgSession places() { return {.configHome = folder(), .dataHome = folder() + "/data"}; }
 
     const std::string bytes;
     fakes::FakeDesktopEntries entries;

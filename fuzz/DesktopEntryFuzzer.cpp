@@ -2,11 +2,11 @@
 // first NUL, the user's locale, and after the second a URL.
 
 #include "platform/Utf8.h"
+#include "platform/linux/applications/ApplicationPlaces.h"
 #include "platform/linux/applications/DesktopEntryParser.h"
 #include "platform/linux/applications/ExecLine.h"
 #include "platform/linux/applications/GenericOpener.h"
 #include "platform/linux/base/FernhopDesktopID.h"
-#include "platform/linux/base/LocaleNames.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -19,8 +19,8 @@ std::string ownID() {
 }
 
 // Named as macOS names the settings of the same application, as the file can go from one to the other.
-std::string settingsPath(const ConfigurationPlaces &places) {
-    return places.configHome + "/fernhop/" + ownID() + ".plist";
+std::string settingsPath(const XdgSession &session) {
+    return session.configHome + "/fernhop/" + ownID() + ".plist";
 }
 
 // Beside the program, installed and in the build tree alike, so that Fernhop can be moved as a whole.
@@ -45,8 +45,7 @@ std::string dialogsModule() {
 } // namespace
 
 LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
-    : places(applicationPlacesOfProcess()), configuration(ConfigurationPlaces::fromEnvironment(
-                                                environment.value("XDG_CURRENT_DESKTOP").value_or(""))),
+    : places(applicationPlaces(environment)), configuration(XdgSession::of(environment)),
       layout(applicationLayout(places)), files(places.home), entries(places),
       bundles(entries, resourceFolder()), defaults(settingsPath(configuration), isReadableSetting),
       launchServices(configuration, entries, ownID()),

@@ -45,7 +45,7 @@ struct LinuxDesktop {
     [[nodiscard]] Platform platform();
 
     const ApplicationPlaces places;
-    const ConfigurationPlaces configuration;
+    const XdgSession configuration;
     const ApplicationLayout layout;
     const PosixFileManager files;
     const InstalledDesktopEntries entries;

@@ -13,8 +13,9 @@ using namespace freedesktop;
 class FreedesktopSystem : public LaunchServicesSystem {
   public:
     explicit FreedesktopSystem(const std::string &desktop)
-        : environment(home.environment()), entries(applicationPlacesOfProcess()),
-          launchServices(ConfigurationPlaces::fromEnvironment(desktop), entries, "org.fernhop.Fernhop") {
+        : environment(home.environment() + support::Environment{{"XDG_CURRENT_DESKTOP", desktop}}),
+          entries(applicationPlaces(Environment::current())),
+          launchServices(XdgSession::of(Environment::current()), entries, "org.fernhop.Fernhop") {
         for (const std::string id : {"org.example.A", "org.example.B"})
             home.writeDesktopEntry(id, "[Desktop Entry]\nType=Application\nName=" + id +
                                            "\nExec=sh %u\nMimeType=x-scheme-handler/https;\n");

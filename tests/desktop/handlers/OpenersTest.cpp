@@ -135,18 +135,18 @@ class Openers : public testing::TestWithParam<Opener> {
     }
 
     [[nodiscard]] std::optional<std::string> handler() const {
-        const support::ScopedEnvironment environment(home.environment());
-        const InstalledDesktopEntries entries(applicationPlacesOfProcess());
-        const FreedesktopLaunchServices services(ConfigurationPlaces::fromEnvironment(GetParam().desktop),
-                                                 entries, ownID);
+        const support::ScopedEnvironment environment(
+            home.environment() + support::Environment{{"XDG_CURRENT_DESKTOP", GetParam().desktop}});
+        const InstalledDesktopEntries entries(applicationPlaces(Environment::current()));
+        const FreedesktopLaunchServices services(XdgSession::of(Environment::current()), entries, ownID);
         return services.copyDefaultHandlerForUrlScheme("https");
     }
 
     bool setHandler(const std::string &id) const {
-        const support::ScopedEnvironment environment(home.environment());
-        const InstalledDesktopEntries entries(applicationPlacesOfProcess());
-        FreedesktopLaunchServices services(ConfigurationPlaces::fromEnvironment(GetParam().desktop), entries,
-                                           ownID);
+        const support::ScopedEnvironment environment(
+            home.environment() + support::Environment{{"XDG_CURRENT_DESKTOP", GetParam().desktop}});
+        const InstalledDesktopEntries entries(applicationPlaces(Environment::current()));
+        FreedesktopLaunchServices services(XdgSession::of(Environment::current()), entries, ownID);
         const bool http = services.setDefaultHandlerForUrlScheme("http", id);
         return services.setDefaultHandlerForUrlScheme("https", id) && http;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/ApplicationLayout.h"
+#include "platform/linux/base/Environment.h"
 
-#include <functional>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -19,19 +19,21 @@ struct ApplicationPlaces {
     std::string home;                        ///< the user's home folder
 };
 
-/// Reads one environment variable; nothing when it is not set.
-using EnvironmentReader = std::function<std::optional<std::string>(const char *name)>;
-
 /// The places by the variables HOME, XDG_DATA_HOME, XDG_DATA_DIRS, PATH and the locale's (LANGUAGE, LC_ALL,
 /// LC_MESSAGES, LANG), each with the default that the XDG Base Directory Specification gives. The folders to
 /// which Flatpak and snap export are added at the end where the variables leave them out, as they do in
 /// sessions that were not started through a login shell.
-[[nodiscard]] ApplicationPlaces applicationPlaces(const EnvironmentReader &environment);
-
-/// The places of this process, by its own environment and the user database.
-[[nodiscard]] ApplicationPlaces applicationPlacesOfProcess();
+[[nodiscard]] ApplicationPlaces applicationPlaces(const Environment &environment);
 
 /// The layout of a desktop whose applications are desktop entries in these places.
 [[nodiscard]] ApplicationLayout applicationLayout(const ApplicationPlaces &places);
+
+/// The names under which texts for a locale are looked up, best first: for "sr_YU.UTF-8@Latn" these are
+/// "sr_YU@Latn", "sr_YU", "sr@Latn", "sr" (Desktop Entry Specification, "Localized values for keys"). Empty
+/// for "C" and "POSIX".
+[[nodiscard]] std::vector<std::string> localeNames(std::string_view locale);
+
+/// The same for a list of locales separated by colons, as the variable LANGUAGE has it.
+[[nodiscard]] std::vector<std::string> localeNamesOfList(std::string_view locales);
 
 } // namespace fernhop::freedesktop

@@ -1,7 +1,7 @@
 #include "platform/linux/applications/DesktopEntryParser.h"
 
 #include "platform/linux/applications/ExecLine.h"
-#include "platform/linux/base/KeyFileGroup.h"
+#include "platform/linux/base/KeyFile.h"
 
 #include <algorithm>
 #include <cstddef>

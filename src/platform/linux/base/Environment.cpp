@@ -1,8 +1,55 @@
 #include "platform/linux/base/Environment.h"
 
+#include "platform/Ascii.h"
+#include "platform/linux/base/Text.h"
+
+#include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 namespace fernhop::freedesktop {
+
+namespace {
+
+std::string withoutTrailingSlashes(std::string path) {
+    while (path.size() > 1 && path.ends_with('/'))
+        path.pop_back();
+    return path;
+}
+
+std::string homeByUserDatabase() {
+    const passwd *user = getpwuid(getuid());
+    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
+}
+
+std::string homeOf(const Environment &environment) {
+    const auto home = environment.value("HOME", {});
+    return withoutTrailingSlashes(home.empty() ? homeByUserDatabase() : home);
+}
+
+std::string folder(const Environment &environment, std::string_view name, const std::string &otherwise) {
+    const auto value = environment.value(name, otherwise);
+    return withoutTrailingSlashes(value.starts_with('/') ? value : otherwise);
+}
+
+/// Names become parts of file names, which a slash would lead elsewhere.
+std::vector<std::string> desktopNames(std::string_view list) {
+    std::vector<std::string> names;
+    for (const auto name : nonEmptyPieces(list, ':')) {
+        if (name.find('/') == std::string_view::npos)
+            names.push_back(ascii::lowercased(name));
+    }
+    return names;
+}
+
+std::vector<std::string> joined(const std::string &first, const std::vector<std::string> &rest) {
+    std::vector<std::string> all{first};
+    all.insert(all.end(), rest.begin(), rest.end());
+    return all;
+}
+
+} // namespace
 
 Environment::Environment(const std::vector<std::string> &assignments) {
     for (const auto &assignment : assignments) {
@@ -24,6 +71,21 @@ std::optional<std::string> Environment::value(std::string_view name) const {
     return found == variables.end() ? std::nullopt : std::optional(found->second);
 }
 
+std::string Environment::value(std::string_view name, std::string_view otherwise) const {
+    const auto found = variables.find(name);
+    return found == variables.end() || found->second.empty() ? std::string(otherwise) : found->second;
+}
+
+std::vector<std::string> Environment::folders(std::string_view name, std::string_view otherwise) const {
+    const auto list = value(name, otherwise);
+    std::vector<std::string> paths;
+    for (const auto path : pieces(list, ':')) {
+        if (path.starts_with('/'))
+            paths.push_back(withoutTrailingSlashes(std::string(path)));
+    }
+    return paths;
+}
+
 void Environment::set(std::string_view name, std::string value) {
     variables.insert_or_assign(std::string(name), std::move(value));
 }
@@ -43,6 +105,28 @@ std::vector<std::string> Environment::assignments() const {
     for (const auto &[name, value] : variables)
         result.push_back(name + '=' + value);
     return result;
+}
+
+XdgSession XdgSession::of(const Environment &environment) {
+    const auto home = homeOf(environment);
+    return {home,
+            folder(environment, "XDG_CONFIG_HOME", home + "/.config"),
+            environment.folders("XDG_CONFIG_DIRS", "/etc/xdg"),
+            folder(environment, "XDG_DATA_HOME", home + "/.local/share"),
+            environment.folders("XDG_DATA_DIRS", "/usr/local/share:/usr/share"),
+            desktopNames(environment.value("XDG_CURRENT_DESKTOP", {}))};
+}
+
+std::vector<std::string> XdgSession::allConfigFolders() const {
+    return joined(configHome, configDirs);
+}
+
+std::vector<std::string> XdgSession::allDataFolders() const {
+    return joined(dataHome, dataDirs);
+}
+
+bool XdgSession::isDesktop(std::string_view name) const {
+    return std::find(desktops.begin(), desktops.end(), name) != desktops.end();
 }
 
 } // namespace fernhop::freedesktop

@@ -1,7 +1,7 @@
 #include "platform/linux/base/Processes.h"
 
 #include "platform/linux/base/Files.h"
-#include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/KeyFile.h"
 #include "platform/linux/base/Text.h"
 
 #include <unistd.h>
@@ -86,14 +86,10 @@ std::optional<std::string> Processes::controlGroupOf(pid_t pid) const {
 
 std::optional<std::string> Processes::flatpakOf(pid_t pid) const {
     const auto information = contentsOf(pathOf(pid, "root/.flatpak-info"));
-    if (!information || information->empty())
+    if (!information)
         return std::nullopt;
-    const GKeyFilePointer file(g_key_file_new());
-    if (!g_key_file_load_from_data(file.get(), information->data(), information->size(), G_KEY_FILE_NONE,
-                                   nullptr))
-        return std::nullopt;
-    const GCharPointer name(g_key_file_get_string(file.get(), "Application", "name", nullptr));
-    return name && *name ? std::optional<std::string>(name.get()) : std::nullopt;
+    const auto name = KeyFileText(*information).value("Application", "name");
+    return name && !name->empty() ? name : std::nullopt;
 }
 
 } // namespace fernhop::freedesktop

@@ -16,9 +16,9 @@ std::string typeOf(const std::string &scheme) {
 
 } // namespace
 
-FreedesktopLaunchServices::FreedesktopLaunchServices(ConfigurationPlaces configurationPlaces,
-                                                     const DesktopEntries &desktopEntries, std::string ownID)
-    : places(std::move(configurationPlaces)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
+FreedesktopLaunchServices::FreedesktopLaunchServices(XdgSession session, const DesktopEntries &desktopEntries,
+                                                     std::string ownID)
+    : places(std::move(session)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
       defaults(places, entries), kde(places, entries), xfce(places, entries) {}
 
 // Xfce's own entry stands for whatever its settings name, and would lead a link that we send there back to

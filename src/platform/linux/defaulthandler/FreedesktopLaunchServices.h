@@ -2,7 +2,7 @@
 
 #include "platform/LaunchServices.h"
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/base/ConfigurationPlaces.h"
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/defaulthandler/KdeBrowser.h"
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 #include "platform/linux/defaulthandler/XfceBrowser.h"
@@ -21,8 +21,7 @@ namespace fernhop::freedesktop {
 class FreedesktopLaunchServices : public LaunchServices {
   public:
     /// `ownID` is Fernhop's desktop-file ID. `desktopEntries` outlives this object.
-    FreedesktopLaunchServices(ConfigurationPlaces configurationPlaces, const DesktopEntries &desktopEntries,
-                              std::string ownID);
+    FreedesktopLaunchServices(XdgSession session, const DesktopEntries &desktopEntries, std::string ownID);
 
     [[nodiscard]] std::optional<std::string>
     copyDefaultHandlerForUrlScheme(const std::string &scheme) const override;
@@ -35,7 +34,7 @@ class FreedesktopLaunchServices : public LaunchServices {
     [[nodiscard]] bool isKde() const { return places.isDesktop("kde"); }
     bool setDesktopBrowsers(const DesktopEntry &entry);
 
-    ConfigurationPlaces places;
+    XdgSession places;
     const DesktopEntries &entries;
     std::string ownDesktopID;
     MimeDefaults defaults;

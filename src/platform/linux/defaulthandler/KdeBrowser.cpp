@@ -1,6 +1,6 @@
 #include "platform/linux/defaulthandler/KdeBrowser.h"
 
-#include "platform/linux/base/KeyFileText.h"
+#include "platform/linux/base/KeyFile.h"
 
 #include <algorithm>
 #include <array>
@@ -41,8 +41,8 @@ std::string withoutExtension(std::string_view name) {
 
 } // namespace
 
-KdeBrowser::KdeBrowser(const ConfigurationPlaces &configurationPlaces, const DesktopEntries &desktopEntries)
-    : paths(configurationPlaces.allConfigFolders()), entries(desktopEntries), files(parse) {
+KdeBrowser::KdeBrowser(const XdgSession &session, const DesktopEntries &desktopEntries)
+    : paths(session.allConfigFolders()), entries(desktopEntries), files(parse) {
     std::reverse(paths.begin(), paths.end());
     for (auto &path : paths)
         path += "/kdeglobals";

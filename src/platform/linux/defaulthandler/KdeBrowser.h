@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/base/ConfigurationPlaces.h"
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/ParsedFiles.h"
 #include "platform/linux/defaulthandler/BrowserChoice.h"
 
@@ -17,7 +17,7 @@ namespace fernhop::freedesktop {
 class KdeBrowser {
   public:
     /// `desktopEntries` outlives this object.
-    KdeBrowser(const ConfigurationPlaces &configurationPlaces, const DesktopEntries &desktopEntries);
+    KdeBrowser(const XdgSession &session, const DesktopEntries &desktopEntries);
 
     /// What is set, by the user or for all users; nothing when nothing is.
     [[nodiscard]] std::optional<BrowserChoice> choice() const;

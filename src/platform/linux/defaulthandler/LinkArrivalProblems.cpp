@@ -14,10 +14,9 @@ constexpr std::string_view httpsType = "x-scheme-handler/https";
 
 } // namespace
 
-LinkArrivalProblems::LinkArrivalProblems(ConfigurationPlaces configurationPlaces,
-                                         const DesktopEntries &desktopEntries, std::string ownID,
-                                         std::optional<std::string> browserVariable)
-    : places(std::move(configurationPlaces)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
+LinkArrivalProblems::LinkArrivalProblems(XdgSession session, const DesktopEntries &desktopEntries,
+                                         std::string ownID, std::optional<std::string> browserVariable)
+    : places(std::move(session)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
       browser(std::move(browserVariable)), defaults(places, entries), kde(places, entries),
       xfce(places, entries) {}
 

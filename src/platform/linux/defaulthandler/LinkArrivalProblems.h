@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/base/ConfigurationPlaces.h"
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/defaulthandler/KdeBrowser.h"
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 #include "platform/linux/defaulthandler/XfceBrowser.h"
@@ -18,8 +18,8 @@ class LinkArrivalProblems {
   public:
     /// `ownID` is Fernhop's desktop-file ID, `browserVariable` the value of BROWSER where that is set.
     /// `desktopEntries` outlives this object.
-    LinkArrivalProblems(ConfigurationPlaces configurationPlaces, const DesktopEntries &desktopEntries,
-                        std::string ownID, std::optional<std::string> browserVariable);
+    LinkArrivalProblems(XdgSession session, const DesktopEntries &desktopEntries, std::string ownID,
+                        std::optional<std::string> browserVariable);
 
     /// The problems of this moment, one sentence or two each, the most serious first. Settings that
     /// contradict each other are problems only where at least one of them names Fernhop: where none does,
@@ -40,7 +40,7 @@ class LinkArrivalProblems {
     [[nodiscard]] bool isRoutingMeant() const;
     [[nodiscard]] std::string describe(const std::string &scheme, const Setting &setting) const;
 
-    ConfigurationPlaces places;
+    XdgSession places;
     const DesktopEntries &entries;
     std::string ownDesktopID;
     std::optional<std::string> browser;

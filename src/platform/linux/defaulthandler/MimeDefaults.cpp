@@ -1,7 +1,8 @@
 #include "platform/linux/defaulthandler/MimeDefaults.h"
 
 #include "platform/linux/base/GPointer.h"
-#include "platform/linux/base/KeyFileText.h"
+#include "platform/linux/base/KeyFile.h"
+#include "platform/linux/base/Text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -14,6 +15,11 @@ constexpr const char *defaultsGroup = "Default Applications";
 constexpr std::string_view removedGroup = "Removed Associations";
 constexpr std::string_view schemeTypes = "x-scheme-handler/";
 constexpr std::string_view extension = ".desktop";
+
+bool isValidForGLib(const std::string &text) {
+    const GKeyFilePointer file(g_key_file_new());
+    return g_key_file_load_from_data(file.get(), text.c_str(), text.size(), G_KEY_FILE_NONE, nullptr);
+}
 
 std::vector<std::string> idsOf(GKeyFile *file, const char *type) {
     const GStringsPointer values(g_key_file_get_string_list(file, defaultsGroup, type, nullptr, nullptr));
@@ -28,11 +34,9 @@ std::vector<std::string> idsOf(GKeyFile *file, const char *type) {
 
 std::string without(std::string_view list, std::string_view name) {
     std::string rest;
-    while (!list.empty()) {
-        const auto item = list.substr(0, list.find(';'));
-        if (!item.empty() && item != name)
+    for (const auto item : nonEmptyPieces(list, ';')) {
+        if (item != name)
             rest.append(item).append(";");
-        list.remove_prefix(std::min(list.size(), item.size() + 1));
     }
     return rest;
 }
@@ -51,9 +55,8 @@ void forgetRemoval(KeyFileText &text, const std::string &type, const std::string
 
 } // namespace
 
-MimeDefaults::MimeDefaults(const ConfigurationPlaces &configurationPlaces,
-                           const DesktopEntries &desktopEntries)
-    : places(configurationPlaces), entries(desktopEntries), order(listsInOrder()), lists(parse) {}
+MimeDefaults::MimeDefaults(const XdgSession &session, const DesktopEntries &desktopEntries)
+    : places(session), entries(desktopEntries), order(listsInOrder()), lists(parse) {}
 
 MimeDefaults::List MimeDefaults::parse(const std::optional<std::string> &bytes) {
     List list;
@@ -138,11 +141,29 @@ std::optional<MimeDefaults::Setting> MimeDefaults::setting(const std::string &ty
     return std::nullopt;
 }
 
+std::optional<std::string> withInvalidLinesAsComments(const std::string &bytes) {
+    if (isValidForGLib(bytes))
+        return bytes;
+    std::string valid;
+    bool inGroup = false;
+    for (std::string_view rest = bytes; !rest.empty();) {
+        const std::string line(rest.substr(0, std::min(rest.find('\n'), rest.size() - 1) + 1));
+        rest.remove_prefix(line.size());
+        const bool isBlank = KeyFileLine::parse(line).kind == KeyFileLine::Kind::blank;
+        const bool isGroup = isValidForGLib(line) && !isBlank;
+        inGroup = inGroup || isGroup;
+        const bool isValid = isGroup || isBlank || (inGroup && isValidForGLib("[g]\n" + line));
+        valid += isValid ? line : "#" + line;
+    }
+    return isValidForGLib(valid) ? std::optional(valid) : std::nullopt;
+}
+
 bool MimeDefaults::write(const std::string &path, const std::string &type, const std::string &id) {
     const auto bytes = readForChange(path);
-    KeyFileText text(bytes.value_or(""));
-    if (!bytes || !text.makeValid())
+    const auto valid = bytes ? withInvalidLinesAsComments(*bytes) : std::nullopt;
+    if (!valid)
         return false;
+    KeyFileText text(*valid);
     const auto fileName = id + std::string(extension);
     text.set(defaultsGroup, type, fileName);
     forgetRemoval(text, type, fileName);

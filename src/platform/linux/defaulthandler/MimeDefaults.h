@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/base/ConfigurationPlaces.h"
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/ParsedFiles.h"
 
 #include <map>
@@ -17,7 +17,7 @@ namespace fernhop::freedesktop {
 class MimeDefaults {
   public:
     /// `desktopEntries` outlives this object.
-    MimeDefaults(const ConfigurationPlaces &configurationPlaces, const DesktopEntries &desktopEntries);
+    MimeDefaults(const XdgSession &session, const DesktopEntries &desktopEntries);
 
     /// One line of one file.
     struct Setting {
@@ -58,10 +58,14 @@ class MimeDefaults {
     [[nodiscard]] std::vector<std::string> userListsOfDesktops() const;
     [[nodiscard]] std::vector<std::string> defaultsIn(const std::string &path, const std::string &type) const;
 
-    ConfigurationPlaces places;
+    XdgSession places;
     const DesktopEntries &entries;
     std::vector<std::string> order;
     mutable ParsedFiles<List> lists;
 };
+
+/// A key file without what makes GLib reject it as a whole: such lines become comments, so that nothing of
+/// them is lost. Nothing when the file cannot be saved that way.
+[[nodiscard]] std::optional<std::string> withInvalidLinesAsComments(const std::string &bytes);
 
 } // namespace fernhop::freedesktop

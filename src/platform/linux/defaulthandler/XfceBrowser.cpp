@@ -1,6 +1,6 @@
 #include "platform/linux/defaulthandler/XfceBrowser.h"
 
-#include "platform/linux/base/KeyFileText.h"
+#include "platform/linux/base/KeyFile.h"
 
 namespace fernhop::freedesktop {
 
@@ -29,8 +29,8 @@ bool isFileName(const std::string &id) {
 
 } // namespace
 
-XfceBrowser::XfceBrowser(const ConfigurationPlaces &configurationPlaces, const DesktopEntries &desktopEntries)
-    : places(configurationPlaces), entries(desktopEntries), settings(parseSettings), helpers(parseHelper) {}
+XfceBrowser::XfceBrowser(const XdgSession &session, const DesktopEntries &desktopEntries)
+    : places(session), entries(desktopEntries), settings(parseSettings), helpers(parseHelper) {}
 
 std::optional<std::string> XfceBrowser::setting() const {
     for (const auto &folder : places.allConfigFolders()) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/base/ConfigurationPlaces.h"
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/ParsedFiles.h"
 #include "platform/linux/defaulthandler/BrowserChoice.h"
 #include "platform/linux/defaulthandler/XfceHelper.h"
@@ -16,7 +16,7 @@ namespace fernhop::freedesktop {
 class XfceBrowser {
   public:
     /// `desktopEntries` outlives this object.
-    XfceBrowser(const ConfigurationPlaces &configurationPlaces, const DesktopEntries &desktopEntries);
+    XfceBrowser(const XdgSession &session, const DesktopEntries &desktopEntries);
 
     /// What is set, by the user or for all users; nothing when nothing is.
     [[nodiscard]] std::optional<BrowserChoice> choice() const;
@@ -35,7 +35,7 @@ class XfceBrowser {
     [[nodiscard]] std::optional<HelperFile> helperFile(const std::string &id) const;
     [[nodiscard]] bool provideHelper(const DesktopEntry &entry);
 
-    ConfigurationPlaces places;
+    XdgSession places;
     const DesktopEntries &entries;
     mutable ParsedFiles<std::optional<std::string>> settings;
     mutable ParsedFiles<std::optional<XfceHelper>> helpers;

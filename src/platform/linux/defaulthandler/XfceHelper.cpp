@@ -1,7 +1,7 @@
 #include "platform/linux/defaulthandler/XfceHelper.h"
 
 #include "platform/linux/base/GPointer.h"
-#include "platform/linux/base/KeyFileText.h"
+#include "platform/linux/base/KeyFile.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "platform/linux/source/ProgramNames.h"
 
 #include "platform/linux/applications/ExecLine.h"
+#include "platform/linux/base/PassOnPrograms.h"
 #include "platform/linux/base/Text.h"
 
 #include <algorithm>
@@ -11,60 +12,6 @@ namespace fernhop::freedesktop {
 namespace {
 
 using namespace std::string_view_literals;
-
-constexpr std::array interpreters{"ash"sv,    "bash"sv, "dash"sv, "fish"sv,   "gjs"sv,     "gjs-console"sv,
-                                  "java"sv,   "ksh"sv,  "lua"sv,  "mksh"sv,   "mono"sv,    "node"sv,
-                                  "nodejs"sv, "perl"sv, "php"sv,  "python"sv, "python2"sv, "pypy"sv,
-                                  "ruby"sv,   "sh"sv,   "tcsh"sv, "wish"sv,   "zsh"sv};
-
-constexpr std::array genericPrograms{"browse"sv,
-                                     "busybox"sv,
-                                     "bwrap"sv,
-                                     "dbus-daemon"sv,
-                                     "dbus-run-session"sv,
-                                     "dbus-send"sv,
-                                     "dde-open"sv,
-                                     "enlightenment_open"sv,
-                                     "env"sv,
-                                     "exo-helper-2"sv,
-                                     "exo-open"sv,
-                                     "fernhop"sv,
-                                     "fernhop-open"sv,
-                                     "flatpak"sv,
-                                     "gdbus"sv,
-                                     "gio"sv,
-                                     "gio-launch-desktop"sv,
-                                     "gnome-open"sv,
-                                     "gtk-launch"sv,
-                                     "gvfs-open"sv,
-                                     "handlr"sv,
-                                     "kde-open"sv,
-                                     "kde-open5"sv,
-                                     "kfmclient"sv,
-                                     "kioclient"sv,
-                                     "kioclient5"sv,
-                                     "mate-open"sv,
-                                     "mimeo"sv,
-                                     "nice"sv,
-                                     "nohup"sv,
-                                     "pcmanfm-qt-open"sv,
-                                     "pkexec"sv,
-                                     "qdbus"sv,
-                                     "qtxdg-mat"sv,
-                                     "sensible-browser"sv,
-                                     "setsid"sv,
-                                     "snap"sv,
-                                     "snap-exec"sv,
-                                     "sudo"sv,
-                                     "systemd"sv,
-                                     "systemd-run"sv,
-                                     "timeout"sv,
-                                     "www-browser"sv,
-                                     "x-www-browser"sv,
-                                     "xdg-open"sv,
-                                     "xdg-desktop-portal"sv,
-                                     "xdg-email"sv,
-                                     "xargs"sv};
 
 constexpr std::array desktopShells{"budgie-panel"sv,
                                    "cinnamon"sv,
@@ -89,17 +36,6 @@ constexpr std::array desktopShells{"budgie-panel"sv,
                                    "waybar"sv,
                                    "xfce4-panel"sv,
                                    "xfdesktop"sv};
-
-template <typename Names>
-bool contains(const Names &names, std::string_view name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-/// "python3.11" is "python".
-std::string_view withoutVersion(std::string_view name) {
-    const auto end = name.find_last_not_of("0123456789.");
-    return name.substr(0, end == std::string_view::npos ? 0 : end + 1);
-}
 
 bool isAssignment(std::string_view argument) {
     const auto equals = argument.find('=');
@@ -141,15 +77,15 @@ std::string desktopIDOf(std::string_view text) {
 }
 
 bool isGenericProgram(std::string_view fileName) {
-    return contains(genericPrograms, fileName) || isInterpreter(fileName);
+    return isPassOnProgram(fileName);
 }
 
 bool isInterpreter(std::string_view fileName) {
-    return contains(interpreters, fileName) || contains(interpreters, withoutVersion(fileName));
+    return isPassOnProgram(fileName, PassOnProgram::Kind::interpreter);
 }
 
 bool isDesktopShell(std::string_view desktopID) {
-    return contains(desktopShells, desktopID);
+    return std::ranges::find(desktopShells, desktopID) != desktopShells.end();
 }
 
 std::string asciiLowercased(std::string_view text) {

@@ -1,7 +1,5 @@
 #include "platform/linux/applications/ApplicationPlaces.h"
 
-#include "support/Environment.h"
-
 #include <gtest/gtest.h>
 
 #include <map>
@@ -12,10 +10,10 @@ namespace {
 using Texts = std::vector<std::string>;
 
 ApplicationPlaces places(const std::map<std::string, std::string> &variables) {
-    return applicationPlaces([&](const char *name) -> std::optional<std::string> {
-        const auto found = variables.find(name);
-        return found == variables.end() ? std::nullopt : std::optional(found->second);
-    });
+    Environment environment;
+    for (const auto &[name, value] : variables)
+        environment.set(name, value);
+    return applicationPlaces(environment);
 }
 
 Texts folders(const std::map<std::string, std::string> &variables) {
@@ -75,19 +73,31 @@ TEST(ApplicationPlacesTest, ProgramsAreLookedForInPath) {
     EXPECT_EQ(places({}).programFolders, (Texts{"/usr/local/bin", "/usr/bin", "/bin"}));
 }
 
-TEST(ApplicationPlacesTest, ThisProcessHasAHomeEvenWithoutTheVariable) {
-    const support::ScopedEnvironment changes({{"HOME", std::nullopt}, {"XDG_DATA_HOME", "/somewhere"}});
-    const auto found = applicationPlacesOfProcess();
-    EXPECT_TRUE(found.home.starts_with('/'));
-    EXPECT_EQ(found.folders.front(), "/somewhere/applications");
-}
-
 TEST(ApplicationPlacesTest, TheLayoutHasTheFoldersInOrder) {
     ApplicationPlaces some;
     some.folders = {"/b", "/a b"};
     const auto layout = applicationLayout(some);
     EXPECT_EQ(layout.directories, (std::vector<Url>{Url::fileUrl("/b"), Url::fileUrl("/a b")}));
     EXPECT_EQ(layout.bundleExtension, "desktop");
+}
+
+TEST(LocaleNamesTest, TheBestNameStandsFirst) {
+    EXPECT_EQ(localeNames("sr_YU.UTF-8@Latn"), (Texts{"sr_YU@Latn", "sr_YU", "sr@Latn", "sr"}));
+    EXPECT_EQ(localeNames("sr_YU"), (Texts{"sr_YU", "sr"}));
+    EXPECT_EQ(localeNames("sr@Latn"), (Texts{"sr@Latn", "sr"}));
+    EXPECT_EQ(localeNames("sr"), Texts{"sr"});
+    EXPECT_EQ(localeNames("de_DE.ISO-8859-15@euro"), (Texts{"de_DE@euro", "de_DE", "de@euro", "de"}));
+}
+
+TEST(LocaleNamesTest, TheLocaleWithoutLanguageHasNoNames) {
+    for (const auto *locale : {"", "C", "C.UTF-8", "POSIX", ".UTF-8", "@x", "_DE"})
+        EXPECT_EQ(localeNames(locale), Texts{}) << locale;
+}
+
+TEST(LocaleNamesTest, AListGivesTheNamesOfEach) {
+    EXPECT_EQ(localeNamesOfList("de_AT:fr::C:en_GB"), (Texts{"de_AT", "de", "fr", "en_GB", "en"}));
+    EXPECT_EQ(localeNamesOfList(""), Texts{});
+    EXPECT_EQ(localeNamesOfList(":"), Texts{});
 }
 
 } // namespace

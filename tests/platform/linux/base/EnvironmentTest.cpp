@@ -40,5 +40,38 @@ TEST(Environment, CopiesThatOfTheProcess) {
     unsetenv("FERNHOP_ENVIRONMENT_TEST");
 }
 
+XdgSession session(const std::vector<std::string> &assignments) {
+    return XdgSession::of(Environment(assignments));
+}
+
+TEST(XdgSession, FollowsTheVariables) {
+    const auto found =
+        session({"HOME=/home/me", "XDG_CONFIG_HOME=/c", "XDG_CONFIG_DIRS=/e1:relative::/e2/",
+                 "XDG_DATA_HOME=/d/", "XDG_DATA_DIRS=/s1:/s2:", "XDG_CURRENT_DESKTOP=ubuntu:GNOME"});
+    EXPECT_EQ(found.home, "/home/me");
+    EXPECT_EQ(found.allConfigFolders(), (Assignments{"/c", "/e1", "/e2"}));
+    EXPECT_EQ(found.allDataFolders(), (Assignments{"/d", "/s1", "/s2"}));
+    EXPECT_EQ(found.desktops, (Assignments{"ubuntu", "gnome"}));
+    EXPECT_TRUE(found.isDesktop("gnome"));
+    EXPECT_FALSE(found.isDesktop("xfce"));
+}
+
+TEST(XdgSession, HasDefaults) {
+    const auto found = session({"HOME=/home/me", "XDG_CONFIG_HOME=relative", "XDG_DATA_DIRS="});
+    EXPECT_EQ(found.allConfigFolders(), (Assignments{"/home/me/.config", "/etc/xdg"}));
+    EXPECT_EQ(found.allDataFolders(),
+              (Assignments{"/home/me/.local/share", "/usr/local/share", "/usr/share"}));
+    EXPECT_TRUE(found.desktops.empty());
+}
+
+TEST(XdgSession, HasAHomeEvenWithoutTheVariable) {
+    EXPECT_TRUE(session({}).home.starts_with('/'));
+    EXPECT_EQ(session({"XDG_DATA_HOME=/somewhere"}).dataHome, "/somewhere");
+}
+
+TEST(XdgSession, TakesNoPathForADesktopName) {
+    EXPECT_EQ(session({"XDG_CURRENT_DESKTOP=:../../etc:KDE::"}).desktops, Assignments{"kde"});
+}
+
 } // namespace
 } // namespace fernhop::freedesktop

@@ -71,7 +71,7 @@ TEST_F(ProcessesTest, APipeInTheSandboxDoesNotHoldUs) {
 TEST_F(ProcessesTest, TheRealKernelIsUnderstood) {
     const Processes real;
     EXPECT_EQ(real.parentOf(getpid()), getppid());
-    EXPECT_EQ(real.programOf(getpid()), "fernhop_glib_test");
+    EXPECT_EQ(real.programOf(getpid()), "fernhop_linux_base_test");
     EXPECT_NE(real.variableOf(getpid(), "PATH"), std::nullopt);
     EXPECT_EQ(real.flatpakOf(getpid()), std::nullopt);
 }

@@ -370,5 +370,16 @@ TEST_F(InXfce, GivingBackElsewhereReachesThePreferredBrowser) {
     EXPECT_EQ(session.readConfig("xfce4/helpers.rc"), "WebBrowser=firefox\n");
 }
 
+TEST(MimeDefaults, KeepsWhatIsInvalidAsComments) {
+    EXPECT_EQ(withInvalidLinesAsComments(
+                  "stray=1\n\n[g]\na=1\nwhat is this\n[broken\nEncoding=KOI8-R\n=x\n# fine\nb=2\n"),
+              "#stray=1\n\n[g]\na=1\n#what is this\n#[broken\n#Encoding=KOI8-R\n#=x\n# fine\nb=2\n");
+}
+
+TEST(MimeDefaults, LeavesAValidListAlone) {
+    const std::string bytes = "# c\n\n[g]\r\n a = \xff\n";
+    EXPECT_EQ(withInvalidLinesAsComments(bytes), bytes);
+}
+
 } // namespace
 } // namespace fernhop::freedesktop

@@ -23,9 +23,10 @@ class Session {
     support::TemporaryHome home;
     fakes::FakeDesktopEntries entries;
 
-    [[nodiscard]] ConfigurationPlaces places(const std::string &desktop) const {
-        const support::ScopedEnvironment environment(home.environment());
-        return ConfigurationPlaces::fromEnvironment(desktop);
+    [[nodiscard]] XdgSession places(const std::string &desktop) const {
+        const support::ScopedEnvironment environment(home.environment() +
+                                                     support::Environment{{"XDG_CURRENT_DESKTOP", desktop}});
+        return XdgSession::of(Environment::current());
     }
 
     [[nodiscard]] FreedesktopLaunchServices services(const std::string &desktop) const {
