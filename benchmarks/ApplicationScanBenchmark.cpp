@@ -52,7 +52,7 @@ class Machine {
 };
 
 void fernhopScan(benchmark::State &state) {
-    const auto places = freedesktop::applicationPlaces(Environment::current());
+    const auto places = freedesktop::applicationPlaces(freedesktop::Environment::current());
     const freedesktop::InstalledDesktopEntries entries(places);
     const freedesktop::DesktopBundles bundles(entries);
     const freedesktop::PosixFileManager files(places.home);
@@ -75,7 +75,7 @@ void gioScan(benchmark::State &state) {
 
 void fernhopLookup(benchmark::State &state) {
     const freedesktop::InstalledDesktopEntries entries(
-        freedesktop::applicationPlaces(Environment::current()));
+        freedesktop::applicationPlaces(freedesktop::Environment::current()));
     for (auto step : state)
         benchmark::DoNotOptimize(freedesktop::applicationUrl(entries, "org.example.App500"));
 }

@@ -137,16 +137,18 @@ class Openers : public testing::TestWithParam<Opener> {
     [[nodiscard]] std::optional<std::string> handler() const {
         const support::ScopedEnvironment environment(
             home.environment() + support::Environment{{"XDG_CURRENT_DESKTOP", GetParam().desktop}});
-        const InstalledDesktopEntries entries(applicationPlaces(Environment::current()));
-        const FreedesktopLaunchServices services(XdgSession::of(Environment::current()), entries, ownID);
+        const InstalledDesktopEntries entries(applicationPlaces(freedesktop::Environment::current()));
+        const FreedesktopLaunchServices services(XdgSession::of(freedesktop::Environment::current()), entries,
+                                                 ownID);
         return services.copyDefaultHandlerForUrlScheme("https");
     }
 
     bool setHandler(const std::string &id) const {
         const support::ScopedEnvironment environment(
             home.environment() + support::Environment{{"XDG_CURRENT_DESKTOP", GetParam().desktop}});
-        const InstalledDesktopEntries entries(applicationPlaces(Environment::current()));
-        FreedesktopLaunchServices services(XdgSession::of(Environment::current()), entries, ownID);
+        const InstalledDesktopEntries entries(applicationPlaces(freedesktop::Environment::current()));
+        FreedesktopLaunchServices services(XdgSession::of(freedesktop::Environment::current()), entries,
+                                           ownID);
         const bool http = services.setDefaultHandlerForUrlScheme("http", id);
         return services.setDefaultHandlerForUrlScheme("https", id) && http;
     }
