@@ -25,7 +25,7 @@ void read(const char *type, const std::uint8_t *data, std::size_t size) {
     const auto delivered = deliveredLinks(body.get());
     check(!delivered.sender.parentPid || *delivered.sender.parentPid > 0);
     check(!delivered.sender.launchedPid || *delivered.sender.launchedPid > 0);
-    const auto tokens = tokensForLaunch({delivered.sender.activationToken, delivered.sender.startupID}, true);
+    const auto tokens = tokensForLaunch(delivered.sender.tokens, true);
     const auto environment = launchEnvironment(Environment({"PATH=/bin"}), tokens, "/web.desktop");
     for (const auto &assignment : environment.assignments())
         check(assignment.find('\0') == std::string::npos && assignment.size() < 5000);

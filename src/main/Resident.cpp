@@ -91,8 +91,7 @@ LinkSender senderOf(const Environment &environment, const Processes &processes) 
     LinkSender sender;
     sender.parentPid = getppid();
     sender.controlGroup = processes.controlGroupOf(getpid());
-    sender.activationToken = environment.value("XDG_ACTIVATION_TOKEN");
-    sender.startupID = environment.value("DESKTOP_STARTUP_ID");
+    sender.tokens = {environment.value("XDG_ACTIVATION_TOKEN"), environment.value("DESKTOP_STARTUP_ID")};
     return sender;
 }
 

@@ -3,8 +3,8 @@
 #include "platform/Workspace.h"
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/launch/Launcher.h"
-#include "platform/linux/launch/LinkDelivery.h"
 #include "platform/linux/source/FocusProvider.h"
+#include "platform/linux/source/LinkDelivery.h"
 
 namespace fernhop::freedesktop {
 

@@ -1,19 +1,11 @@
 #pragma once
 
 #include "platform/linux/base/Environment.h"
+#include "platform/linux/source/LinkDelivery.h"
 
-#include <optional>
 #include <string>
 
 namespace fernhop::freedesktop {
-
-/// What lets a launched application come to the front. Each is good for one launch.
-struct LaunchTokens {
-    std::optional<std::string> activationToken; ///< for Wayland, and X11 toolkits that know it
-    std::optional<std::string> startupID;       ///< of the startup notification protocol
-
-    bool operator==(const LaunchTokens &) const = default;
-};
 
 /// The tokens as a launched application wants them: on Wayland a start-up identifier that came alone is a
 /// token too, as older GIO passes its token under that name only. Empty ones, and such as no environment can

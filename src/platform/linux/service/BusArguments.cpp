@@ -53,9 +53,11 @@ std::optional<pid_t> process(GVariant *data, const char *key) {
 }
 
 LinkSender senderOf(GVariant *data) {
-    return {text(data, platformdata::activationToken), text(data, platformdata::startupID),
-            process(data, platformdata::launchedPid),  process(data, platformdata::parentPid),
-            text(data, platformdata::controlGroup),    text(data, platformdata::desktopFile)};
+    return {{text(data, platformdata::activationToken), text(data, platformdata::startupID)},
+            process(data, platformdata::launchedPid),
+            process(data, platformdata::parentPid),
+            text(data, platformdata::controlGroup),
+            text(data, platformdata::desktopFile)};
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/launch/LinkDelivery.h"
+#include "platform/linux/source/LinkDelivery.h"
 
 #include <glib.h>
 

@@ -20,8 +20,7 @@ void LinkDispatcher::deliver(DeliveredLinks delivered, std::function<void()> onH
     auto &[links, sender] = delivered;
     if (arrived)
         arrived(sender);
-    auto delivery = std::make_shared<LinkDelivery>(LaunchTokens{sender.activationToken, sender.startupID},
-                                                   std::move(onHandled));
+    auto delivery = std::make_shared<LinkDelivery>(sender.tokens, std::move(onHandled));
     // A link may arrive while another is routed, from a loop that runs within: put back what was.
     const auto before = std::exchange(current.delivery, delivery);
     for (auto &link : links) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/LinkEvents.h"
-#include "platform/linux/launch/LinkDelivery.h"
+#include "platform/linux/source/LinkDelivery.h"
 
 #include <functional>
 

@@ -3,7 +3,7 @@
 #include "platform/linux/base/Processes.h"
 #include "platform/linux/source/ApplicationMatcher.h"
 #include "platform/linux/source/LaunchSignals.h"
-#include "platform/linux/source/LinkSender.h"
+#include "platform/linux/source/LinkDelivery.h"
 
 #include <functional>
 #include <optional>

@@ -2,7 +2,7 @@
 
 #include "platform/linux/source/DesktopApplication.h"
 #include "platform/linux/source/FocusProvider.h"
-#include "platform/linux/source/LinkSender.h"
+#include "platform/linux/source/LinkDelivery.h"
 #include "platform/linux/source/PostingNotificationCenter.h"
 #include "platform/linux/source/SenderEvidence.h"
 

@@ -39,8 +39,8 @@ TEST(DeliveredLinks, ReadsWhatTheSenderTells) {
                " 'launched-pid': <42>, 'parent-pid': <uint32 43>, 'control-group': <b'/app.scope'>,"
                " 'desktop-file': <'org.example.Chat'>, 'other': <[1, 2]>})")
             .sender;
-    EXPECT_EQ(sender.activationToken, "token");
-    EXPECT_EQ(sender.startupID, "id");
+    EXPECT_EQ(sender.tokens.activationToken, "token");
+    EXPECT_EQ(sender.tokens.startupID, "id");
     EXPECT_EQ(sender.launchedPid, 42);
     EXPECT_EQ(sender.parentPid, 43);
     EXPECT_EQ(sender.controlGroup, "/app.scope");
@@ -52,8 +52,8 @@ TEST(DeliveredLinks, WhatIsOfAnotherTypeIsNotTold) {
                                " 'launched-pid': <'42'>, 'parent-pid': <1.0>, 'control-group': <<'a'>>,"
                                " 'desktop-file': <true>})")
                             .sender;
-    EXPECT_EQ(sender.activationToken, std::nullopt);
-    EXPECT_EQ(sender.startupID, std::nullopt);
+    EXPECT_EQ(sender.tokens.activationToken, std::nullopt);
+    EXPECT_EQ(sender.tokens.startupID, std::nullopt);
     EXPECT_EQ(sender.launchedPid, std::nullopt);
     EXPECT_EQ(sender.parentPid, std::nullopt);
     EXPECT_EQ(sender.controlGroup, std::nullopt);

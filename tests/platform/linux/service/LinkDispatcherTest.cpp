@@ -65,10 +65,7 @@ TEST_F(LinkDispatcherTest, IsDealtWithOnlyWhenTheLastLinkHasLeftOurHands) {
 TEST_F(LinkDispatcherTest, TheTokensAreGoodForOneLaunch) {
     std::vector<LaunchTokens> taken;
     listen([&](const auto &, auto &) { taken.push_back(current.delivery->takeTokens()); });
-    LinkSender sender;
-    sender.activationToken = "token";
-    sender.startupID = "id";
-    deliver({"1", "2"}, sender);
+    deliver({"1", "2"}, {.tokens = {"token", "id"}});
     EXPECT_EQ(taken, (std::vector<LaunchTokens>{{"token", "id"}, {}}));
 }
 
@@ -81,12 +78,12 @@ TEST_F(LinkDispatcherTest, ALinkThatArrivesWhileAnotherIsRoutedHasADeliveryOfIts
             return;
         }
         LinkSender second;
-        second.activationToken = "second";
+        second.tokens.activationToken = "second";
         deliver({"inner"}, second);
         outer = current.delivery->takeTokens();
     });
     LinkSender first;
-    first.activationToken = "first";
+    first.tokens.activationToken = "first";
     deliver({"outer"}, first);
     EXPECT_EQ(inner->activationToken, "second");
     EXPECT_EQ(outer->activationToken, "first");

@@ -61,7 +61,7 @@ TEST_F(LinkServiceTest, TakesLinksOfAnyBytes) {
     ASSERT_TRUE(opened.wait());
     EXPECT_EQ(opened.result(), "()");
     EXPECT_EQ(links, (Texts{"h\xff", "https://a"}));
-    EXPECT_EQ(sender.activationToken, "token");
+    EXPECT_EQ(sender.tokens.activationToken, "token");
 }
 
 TEST_F(LinkServiceTest, TakesLinksAsAnyApplicationDoes) {
@@ -71,7 +71,7 @@ TEST_F(LinkServiceTest, TakesLinksAsAnyApplicationDoes) {
     ASSERT_TRUE(opened.wait());
     EXPECT_EQ(opened.result(), "()");
     EXPECT_EQ(links, (Texts{"https://a", "https://b"}));
-    EXPECT_EQ(sender.startupID, "id");
+    EXPECT_EQ(sender.tokens.startupID, "id");
 }
 
 TEST_F(LinkServiceTest, WhoCallsAsAnApplicationIsTheSender) {
