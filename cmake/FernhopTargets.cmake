@@ -76,6 +76,22 @@ function(fernhop_test name)
     endif()
 endfunction()
 
+# fernhop_wayland_protocol(NAME XML): a library of the client's side of a Wayland protocol, as wayland-scanner writes it,
+# with the header <name of the XML file>-client-protocol.h.
+function(fernhop_wayland_protocol name xml)
+    pkg_check_modules(WAYLAND_CLIENT REQUIRED IMPORTED_TARGET wayland-client)
+    pkg_get_variable(scanner wayland-scanner wayland_scanner)
+    cmake_path(GET xml STEM protocol)
+    set(header "${CMAKE_CURRENT_BINARY_DIR}/${protocol}-client-protocol.h")
+    set(code "${CMAKE_CURRENT_BINARY_DIR}/${protocol}-protocol.c")
+    add_custom_command(OUTPUT "${header}" COMMAND "${scanner}" client-header "${xml}" "${header}"
+                       DEPENDS "${xml}" VERBATIM)
+    add_custom_command(OUTPUT "${code}" COMMAND "${scanner}" private-code "${xml}" "${code}" DEPENDS "${xml}" VERBATIM)
+    add_library(${name} STATIC EXCLUDE_FROM_ALL "${code}" "${header}")
+    target_include_directories(${name} SYSTEM INTERFACE "${CMAKE_CURRENT_BINARY_DIR}")
+    target_link_libraries(${name} PUBLIC PkgConfig::WAYLAND_CLIENT)
+endfunction()
+
 # fernhop_benchmark(NAME SOURCES file... LINK target...)
 function(fernhop_benchmark name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})

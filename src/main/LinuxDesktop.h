@@ -20,7 +20,6 @@
 #include "platform/linux/source/FocusProvider.h"
 #include "platform/linux/source/FocusProviders.h"
 #include "platform/linux/source/LaunchSignals.h"
-#include "platform/linux/source/PostingNotificationCenter.h"
 #include "platform/linux/source/SenderEvidence.h"
 #include "platform/linux/source/SourceNotifications.h"
 #include "platform/linux/tray/IconFinder.h"

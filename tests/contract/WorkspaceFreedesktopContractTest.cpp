@@ -1,7 +1,7 @@
 #include "contract/WorkspaceContract.h"
 #include "platform/linux/applications/InstalledDesktopEntries.h"
 #include "platform/linux/launch/FreedesktopWorkspace.h"
-#include "platform/linux/source/DesktopApplication.h"
+#include "platform/linux/source/FocusProvider.h"
 #include "support/MainLoop.h"
 #include "support/RecordingBrowser.h"
 

@@ -1,7 +1,7 @@
 #include "platform/linux/source/ApplicationMatcher.h"
 
 #include "platform/linux/base/Text.h"
-#include "platform/linux/source/ControlGroup.h"
+#include "platform/linux/source/ApplicationUnits.h"
 #include "platform/linux/source/ProgramNames.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@ std::string textOf(const std::optional<pid_t> &pid) {
     return pid ? std::to_string(*pid) : std::string();
 }
 
-/// Tells windows apart whose answers may differ.
+/// Equal only for windows of the same application.
 std::string keyOf(const WindowIdentity &window) {
     std::string key = "window " + textOf(window.pid);
     for (const auto &list : {window.names, window.applicationIDs})
@@ -66,7 +66,7 @@ std::optional<std::string> ApplicationMatcher::lookUp(const std::string &what,
     if (!hasRead)
         readEntries();
     Answer answer = search();
-    // An application that was installed since the entries were read is worth one more look.
+    // The application may have been installed since the entries were read.
     if (!answer && std::find(unknown.begin(), unknown.end(), what) == unknown.end()) {
         if (wasRead) {
             readEntries();
@@ -125,7 +125,7 @@ std::optional<std::string> ApplicationMatcher::ofSandbox(pid_t process) const {
 }
 
 std::optional<std::string> ApplicationMatcher::ofLaunch(pid_t process) const {
-    // The variables are inherited: they speak of this process only when they name it.
+    // Children inherit the variables: they are about this process only if they name it.
     const auto launched = runningProcesses.variableOf(process, "GIO_LAUNCHED_DESKTOP_FILE_PID");
     if (launched != std::to_string(process))
         return std::nullopt;

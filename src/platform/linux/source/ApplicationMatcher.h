@@ -3,7 +3,6 @@
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/base/Processes.h"
 #include "platform/linux/source/EntryIndex.h"
-#include "platform/linux/source/WindowIdentity.h"
 
 #include <unistd.h>
 
@@ -11,8 +10,16 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace fernhop::freedesktop {
+
+/// What a window tells about its application. Texts are claims of the application: any bytes.
+struct WindowIdentity {
+    std::vector<std::string> names;          ///< WM_CLASS instance and class; on Wayland the app_id
+    std::vector<std::string> applicationIDs; ///< IDs that the toolkit gives beside the names
+    std::optional<pid_t> pid;                ///< the process, where the session knows it
+};
 
 /// This process as an application.
 struct OwnApplication {
@@ -20,9 +27,9 @@ struct OwnApplication {
     pid_t pid = getpid();
 };
 
-/// Says which installed application a window or a process belongs to, as a desktop-file ID. Keeps an index
-/// of the desktop entries; it looks at the disk again only for something that it does not know and has not
-/// looked for before. Parts of the desktop itself (shell, panel) are no application. Main thread only.
+/// Finds the installed application that a window or a process belongs to, as a desktop-file ID. Keeps an
+/// index of the desktop entries, and reads them again only for something that it neither knows nor has looked
+/// for before. Parts of the desktop itself (shell, panel) are no application. Main thread only.
 class ApplicationMatcher {
   public:
     /// `ownApplication` is the answer for our own windows. The entries and processes outlive the matcher.
@@ -34,16 +41,16 @@ class ApplicationMatcher {
     [[nodiscard]] std::optional<std::string> applicationOf(const WindowIdentity &window);
 
     /// The application that a process is part of: by sandbox, by the entry that it was launched from, or by
-    /// its program. What merely runs programs for others (shells, link openers) is none.
+    /// its program. A program that runs others (a shell, a link opener) is no application.
     [[nodiscard]] std::optional<std::string> applicationOf(pid_t process);
 
-    /// The application whose unit of systemd a control group is.
+    /// The application whose systemd unit a control group is.
     [[nodiscard]] std::optional<std::string> applicationOfControlGroup(const std::string &path);
 
-    /// The installed application that a text names: an ID, or the path of a desktop entry.
+    /// The installed application with this ID, or with the desktop entry at this path.
     [[nodiscard]] std::optional<std::string> applicationNamed(const std::string &text);
 
-    /// The installed application that runs a program of this name (not one for everybody's use).
+    /// The installed application that runs a program of this name; nothing for shells, link openers and such.
     [[nodiscard]] std::optional<std::string> applicationRunning(const std::string &program);
 
     [[nodiscard]] const std::string &ownIdentifier() const { return own.id; }
@@ -67,7 +74,7 @@ class ApplicationMatcher {
     OwnApplication own;
     EntryIndex index;
     bool hasRead = false;
-    std::deque<std::string> unknown; ///< what was looked for in vain, the latest last
+    std::deque<std::string> unknown; ///< what was not found, the latest last
 };
 
 } // namespace fernhop::freedesktop

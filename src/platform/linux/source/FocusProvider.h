@@ -8,8 +8,23 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace fernhop::freedesktop {
+
+/// An application known by its desktop-file ID, or one that no desktop entry describes.
+class DesktopApplication : public RunningApplication {
+  public:
+    explicit DesktopApplication(std::optional<std::string> desktopID) : id(std::move(desktopID)) {}
+
+    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return id; }
+
+    /// From now on the application is unknown.
+    void forgetIdentifier() { id.reset(); }
+
+  private:
+    std::optional<std::string> id;
+};
 
 /// Which window to bring to the front.
 struct RaiseRequest {
@@ -17,9 +32,8 @@ struct RaiseRequest {
     std::optional<pid_t> pid; ///< a process of it, where known
 };
 
-/// What a session tells about the application that the user is in. One class for each kind of session; where
-/// a session tells nothing there is a class that says so. Main thread only; callbacks come from the GLib main
-/// loop.
+/// What a session tells about the focused application. One class for each kind of session; sessions that tell
+/// nothing have a class of their own, too. Main thread only; callbacks come from the GLib main loop.
 class FocusProvider {
   public:
     virtual ~FocusProvider() = default;
@@ -27,14 +41,14 @@ class FocusProvider {
     /// Short name for people: "x11", "wlroots", "plasma", "link sender".
     [[nodiscard]] virtual std::string name() const = 0;
 
-    /// The application in front now; null when none is or nothing tells.
+    /// The focused application; null when there is none or the session does not tell.
     [[nodiscard]] virtual std::shared_ptr<RunningApplication> frontmost() const = 0;
 
-    /// From now on calls `activated` whenever another application comes to the front. Called once.
+    /// From now on calls `activated` whenever another application gets the focus. Called once.
     virtual void observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) = 0;
 
-    /// Asks the session to bring a window of an application to the front. False when it cannot; where it has
-    /// no window yet, a window that appears soon afterwards is raised.
+    /// Asks the session to bring a window of an application to the front. False when it cannot; where the
+    /// application has no window yet, a window that appears soon afterwards is raised.
     virtual bool raise(const RaiseRequest &request) = 0;
 };
 

@@ -1,99 +1,83 @@
-#include "platform/linux/source/ForeignToplevels.h"
+#include "platform/linux/source/WaylandFocusProvider.h"
 
-#include "platform/linux/source/ForeignToplevelProtocol.h"
+#include <wlr-foreign-toplevel-management-client-protocol.h>
 
 #include <algorithm>
 
 namespace fernhop::freedesktop {
-
-namespace protocol = foreigntoplevel;
-
 namespace {
 
-void request(wl_proxy *object, std::uint32_t opcode) {
-    wl_proxy_marshal_flags(object, opcode, nullptr, wl_proxy_get_version(object), 0);
+using Manager = zwlr_foreign_toplevel_manager_v1;
+using Handle = zwlr_foreign_toplevel_handle_v1;
+
+WaylandWindow &windowOf(void *data) {
+    return *static_cast<WaylandWindow *>(data);
 }
 
-void destroy(wl_proxy *object, std::uint32_t opcode) {
-    wl_proxy_marshal_flags(object, opcode, nullptr, wl_proxy_get_version(object), WL_MARSHAL_FLAG_DESTROY);
-}
-
-bool contains(const wl_array &states, std::uint32_t state) {
+bool isActivated(const wl_array &states) {
     const auto *const first = static_cast<const std::uint32_t *>(states.data);
     const auto *const end = first + states.size / sizeof(std::uint32_t);
-    return std::find(first, end, state) != end;
+    return std::find(first, end, ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_ACTIVATED) != end;
 }
+
+constexpr zwlr_foreign_toplevel_handle_v1_listener windowEvents{
+    .title = ignoreEvent,
+    .app_id = [](void *window, Handle *, const char *id) { windowOf(window).identity.names = {id}; },
+    .output_enter = ignoreEvent,
+    .output_leave = ignoreEvent,
+    .state = [](void *window, Handle *,
+                wl_array *states) { windowOf(window).isActive = isActivated(*states); },
+    .done = [](void *window, Handle *) { windowOf(window).isDescribed = true; },
+    .closed = [](void *window, Handle *) { windowOf(window).isClosed = true; },
+};
+
+class ForeignToplevels : public WaylandWindowFeed {
+  public:
+    ForeignToplevels(const WaylandConnection &connection, WaylandWindows &windowList, Manager *boundManager)
+        : server(connection), windows(windowList), manager(boundManager),
+          seat(static_cast<wl_seat *>(connection.bind(wl_seat_interface, 1))) {
+        static constexpr zwlr_foreign_toplevel_manager_v1_listener events{.toplevel = appeared,
+                                                                          .finished = ignoreEvent};
+        zwlr_foreign_toplevel_manager_v1_add_listener(manager, &events, this);
+    }
+    ~ForeignToplevels() override {
+        zwlr_foreign_toplevel_manager_v1_stop(manager);
+        zwlr_foreign_toplevel_manager_v1_destroy(manager);
+        if (seat)
+            wl_seat_destroy(seat);
+    }
+    ForeignToplevels(const ForeignToplevels &) = delete;
+    ForeignToplevels &operator=(const ForeignToplevels &) = delete;
+
+  private:
+    static void appeared(void *self, Manager *, Handle *handle) {
+        auto &feed = *static_cast<ForeignToplevels *>(self);
+        WaylandWindow &window = feed.windows.add();
+        window.handle = {handle, zwlr_foreign_toplevel_handle_v1_destroy};
+        window.activate = [&feed, handle] { feed.activate(handle); };
+        zwlr_foreign_toplevel_handle_v1_add_listener(handle, &windowEvents, &window);
+    }
+
+    void activate(Handle *handle) const {
+        if (!seat)
+            return;
+        zwlr_foreign_toplevel_handle_v1_activate(handle, seat);
+        server.flush();
+    }
+
+    const WaylandConnection &server;
+    WaylandWindows &windows;
+    Manager *manager;
+    wl_seat *seat; ///< null: the session has none, and no window can be activated
+};
 
 } // namespace
 
-/// In the order of the protocol's events, as libwayland calls them by their place.
-struct ForeignToplevels::ManagerEvents {
-    void (*toplevel)(void *self, wl_proxy *, wl_proxy *handle) = [](void *self, wl_proxy *,
-                                                                    wl_proxy *handle) {
-        static_cast<ForeignToplevels *>(self)->appeared(handle);
-    };
-    void (*finished)(void *self, wl_proxy *) = [](void *, wl_proxy *) {};
-};
-
-struct ForeignToplevels::HandleEvents {
-    void (*title)(void *, wl_proxy *, const char *) = [](void *, wl_proxy *, const char *) {};
-    void (*appID)(void *, wl_proxy *, const char *) = [](void *self, wl_proxy *, const char *id) {
-        static_cast<Toplevel *>(self)->window.identity.names = {id};
-    };
-    void (*outputEnter)(void *, wl_proxy *, wl_output *) = [](void *, wl_proxy *, wl_output *) {};
-    void (*outputLeave)(void *, wl_proxy *, wl_output *) = [](void *, wl_proxy *, wl_output *) {};
-    void (*state)(void *, wl_proxy *, wl_array *) = [](void *self, wl_proxy *, wl_array *states) {
-        static_cast<Toplevel *>(self)->window.isActive = contains(*states, protocol::stateActivated);
-    };
-    void (*done)(void *, wl_proxy *) = [](void *self, wl_proxy *) {
-        static_cast<Toplevel *>(self)->window.isDescribed = true;
-    };
-    void (*closed)(void *, wl_proxy *) = [](void *self, wl_proxy *) {
-        const Toplevel &toplevel = *static_cast<Toplevel *>(self);
-        toplevel.owner.disappeared(toplevel);
-    };
-};
-
-bool ForeignToplevels::isOfferedBy(const WaylandConnection &connection) {
-    return connection.offers(protocol::managerInterface);
-}
-
-ForeignToplevels::ForeignToplevels(const WaylandConnection &connection, WaylandWindows &windows)
-    : server(connection), list(windows),
-      manager(connection.bind(protocol::managerInterface, protocol::version)),
-      seat(connection.bind(wl_seat_interface, 1)) {
-    static ManagerEvents events;
-    wl_proxy_add_listener(manager, reinterpret_cast<void (**)()>(&events), this);
-}
-
-ForeignToplevels::~ForeignToplevels() {
-    for (const auto &toplevel : toplevels)
-        destroy(toplevel.handle, protocol::handleDestroy);
-    request(manager, protocol::managerStop);
-    wl_proxy_destroy(manager);
-    if (seat)
-        wl_proxy_destroy(seat);
-}
-
-void ForeignToplevels::appeared(wl_proxy *handle) {
-    static HandleEvents events;
-    WaylandWindow &window = list.add();
-    window.activate = [this, handle] { activate(handle); };
-    Toplevel &toplevel = toplevels.emplace_back(Toplevel{*this, handle, window});
-    wl_proxy_add_listener(handle, reinterpret_cast<void (**)()>(&events), &toplevel);
-}
-
-void ForeignToplevels::disappeared(const Toplevel &toplevel) {
-    destroy(toplevel.handle, protocol::handleDestroy);
-    list.remove(toplevel.window);
-    toplevels.remove_if([&](const Toplevel &other) { return &other == &toplevel; });
-}
-
-void ForeignToplevels::activate(wl_proxy *handle) const {
-    if (!seat)
-        return;
-    wl_proxy_marshal_flags(handle, protocol::handleActivate, nullptr, wl_proxy_get_version(handle), 0, seat);
-    server.flush();
+std::unique_ptr<WaylandWindowFeed> makeForeignToplevelFeed(const WaylandConnection &connection,
+                                                           WaylandWindows &windows) {
+    auto *const manager =
+        static_cast<Manager *>(connection.bind(zwlr_foreign_toplevel_manager_v1_interface, 1));
+    return manager ? std::make_unique<ForeignToplevels>(connection, windows, manager) : nullptr;
 }
 
 } // namespace fernhop::freedesktop

@@ -17,8 +17,8 @@ constexpr const char *interfaceName = "org.gtk.gio.DesktopAppInfo";
 constexpr const char *signalName = "Launched";
 constexpr const char *signalPath = "/org/gtk/gio/DesktopAppInfo";
 
-/// Launchers tell within a few milliseconds, also on a busy machine. A link does not wait for one that never
-/// does.
+/// Launchers send the signal within a few milliseconds, also on a busy machine. A link does not wait for one
+/// that never does.
 constexpr std::chrono::milliseconds longestWait{1000};
 
 std::optional<pid_t> processNumber(gint64 number) {
@@ -56,7 +56,7 @@ std::optional<ApplicationLaunch> launchOfSignal(GVariant *parameters) {
                              bytesOf(more.get(), "origin-desktop-file")};
 }
 
-/// What was heard, written on the connection's thread and read on ours.
+/// The latest launches, written on the connection's thread and read on the main one.
 class LaunchSignals::Memory {
   public:
     void add(ApplicationLaunch launch) {
@@ -66,14 +66,14 @@ class LaunchSignals::Memory {
             if (latest.size() > remembered)
                 latest.pop_back();
         }
-        heard.notify_all();
+        added.notify_all();
     }
 
     [[nodiscard]] std::optional<ApplicationLaunch> launchOf(pid_t child,
                                                             std::chrono::milliseconds wait) const {
         std::unique_lock lock(mutex);
         std::optional<ApplicationLaunch> launch;
-        heard.wait_for(lock, wait, [&] {
+        added.wait_for(lock, wait, [&] {
             const auto found = std::ranges::find(latest, child, &ApplicationLaunch::child);
             if (found != latest.end())
                 launch = *found;
@@ -84,11 +84,11 @@ class LaunchSignals::Memory {
 
   private:
     mutable std::mutex mutex;
-    mutable std::condition_variable heard;
+    mutable std::condition_variable added;
     std::deque<ApplicationLaunch> latest; ///< the newest first
 };
 
-// The subscription has the bus send the signals to us; the filter hears them the moment they come, while the
+// The subscription makes the bus send us the signals; the filter sees them as they arrive, even while the
 // main thread waits for one.
 LaunchSignals::LaunchSignals(GDBusConnection *sessionBus)
     : bus(sessionBus ? static_cast<GDBusConnection *>(g_object_ref(sessionBus)) : nullptr),
@@ -100,15 +100,15 @@ LaunchSignals::LaunchSignals(GDBusConnection *sessionBus)
         g_dbus_connection_signal_subscribe(bus.get(), nullptr, interfaceName, signalName, signalPath, nullptr,
                                            G_DBUS_SIGNAL_FLAGS_NONE, ignore, nullptr, nullptr);
     using Shared = std::shared_ptr<Memory>;
-    const GDBusMessageFilterFunction hear = [](auto *, GDBusMessage *message, gboolean incoming,
-                                               gpointer shared) {
+    const GDBusMessageFilterFunction remember = [](auto *, GDBusMessage *message, gboolean incoming,
+                                                   gpointer shared) {
         if (incoming && isLaunch(message))
             if (auto launch = launchOfSignal(g_dbus_message_get_body(message)))
                 (*static_cast<Shared *>(shared))->add(std::move(*launch));
         return message;
     };
-    // It may still run on its thread when it has been removed, so it holds the memory itself.
-    filter = g_dbus_connection_add_filter(bus.get(), hear, new Shared(memory),
+    // The filter may still run on its thread after it has been removed, so it shares the memory.
+    filter = g_dbus_connection_add_filter(bus.get(), remember, new Shared(memory),
                                           [](gpointer shared) { delete static_cast<Shared *>(shared); });
 }
 

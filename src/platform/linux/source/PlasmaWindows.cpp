@@ -1,124 +1,106 @@
-#include "platform/linux/source/PlasmaWindows.h"
+#include "platform/linux/source/WaylandFocusProvider.h"
 
 #include <plasma-window-management-client-protocol.h>
 
 #include <climits>
 
 namespace fernhop::freedesktop {
-
 namespace {
+
+using Management = org_kde_plasma_window_management;
+using Handle = org_kde_plasma_window;
 
 constexpr std::uint32_t newestKnownVersion = 16;
 
-/// Answers an event that says nothing to us.
-template <typename... Arguments>
-void ignore(void *, Arguments...) {}
+WaylandWindow &windowOf(void *data) {
+    return *static_cast<WaylandWindow *>(data);
+}
+
+// Field by field: a newer description of the protocol has more of them, for versions that we do not bind.
+constexpr auto windowEvents = [] {
+    org_kde_plasma_window_listener listener{};
+    listener.title_changed = ignoreEvent;
+    listener.app_id_changed = [](void *window, Handle *, const char *id) {
+        windowOf(window).identity.names = {id};
+    };
+    listener.state_changed = [](void *window, Handle *, std::uint32_t flags) {
+        windowOf(window).isActive = (flags & ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_ACTIVE) != 0;
+    };
+    listener.virtual_desktop_changed = ignoreEvent;
+    listener.themed_icon_name_changed = ignoreEvent;
+    listener.unmapped = [](void *window, Handle *) { windowOf(window).isClosed = true; };
+    listener.initial_state = [](void *window, Handle *) { windowOf(window).isDescribed = true; };
+    listener.parent_window = ignoreEvent;
+    listener.geometry = ignoreEvent;
+    listener.icon_changed = ignoreEvent;
+    listener.pid_changed = [](void *window, Handle *, std::uint32_t pid) {
+        if (pid > 0 && pid <= INT_MAX)
+            windowOf(window).identity.pid = static_cast<pid_t>(pid);
+    };
+    listener.virtual_desktop_entered = ignoreEvent;
+    listener.virtual_desktop_left = ignoreEvent;
+    listener.application_menu = ignoreEvent;
+    listener.activity_entered = ignoreEvent;
+    listener.activity_left = ignoreEvent;
+    listener.resource_name_changed = ignoreEvent;
+    return listener;
+}();
+
+class PlasmaWindows : public WaylandWindowFeed {
+  public:
+    PlasmaWindows(const WaylandConnection &connection, WaylandWindows &windowList, Management *bound)
+        : server(connection), windows(windowList), management(bound) {
+        static constexpr auto events = [] {
+            org_kde_plasma_window_management_listener listener{};
+            listener.show_desktop_changed = ignoreEvent;
+            listener.window = appeared;
+            listener.stacking_order_changed = ignoreEvent;
+            listener.stacking_order_uuid_changed = ignoreEvent;
+            listener.window_with_uuid = appearedWithUuid;
+            return listener;
+        }();
+        org_kde_plasma_window_management_add_listener(management, &events, this);
+    }
+    ~PlasmaWindows() override { org_kde_plasma_window_management_destroy(management); }
+    PlasmaWindows(const PlasmaWindows &) = delete;
+    PlasmaWindows &operator=(const PlasmaWindows &) = delete;
+
+  private:
+    static void appeared(void *self, Management *management, std::uint32_t number) {
+        // From that version on each window is announced a second time, by its UUID.
+        if (org_kde_plasma_window_management_get_version(management) <
+            ORG_KDE_PLASMA_WINDOW_MANAGEMENT_WINDOW_WITH_UUID_SINCE_VERSION)
+            static_cast<PlasmaWindows *>(self)->add(
+                org_kde_plasma_window_management_get_window(management, number));
+    }
+    static void appearedWithUuid(void *self, Management *management, std::uint32_t, const char *uuid) {
+        static_cast<PlasmaWindows *>(self)->add(
+            org_kde_plasma_window_management_get_window_by_uuid(management, uuid));
+    }
+
+    void add(Handle *handle) {
+        WaylandWindow &window = windows.add();
+        window.handle = {handle, org_kde_plasma_window_destroy};
+        window.activate = [this, handle] {
+            constexpr std::uint32_t active = ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_ACTIVE;
+            org_kde_plasma_window_set_state(handle, active, active);
+            server.flush();
+        };
+        org_kde_plasma_window_add_listener(handle, &windowEvents, &window);
+    }
+
+    const WaylandConnection &server;
+    WaylandWindows &windows;
+    Management *management;
+};
 
 } // namespace
 
-/// What the compositor tells; the context is the list, or one window of it.
-struct PlasmaWindows::Events {
-    static void windowByNumber(void *self, org_kde_plasma_window_management *management,
-                               std::uint32_t number) {
-        // From 13 on each window is told a second time, by its UUID.
-        if (org_kde_plasma_window_management_get_version(management) <
-            ORG_KDE_PLASMA_WINDOW_MANAGEMENT_WINDOW_WITH_UUID_SINCE_VERSION)
-            static_cast<PlasmaWindows *>(self)->appeared(
-                org_kde_plasma_window_management_get_window(management, number));
-    }
-    static void windowByUuid(void *self, org_kde_plasma_window_management *management, std::uint32_t,
-                             const char *uuid) {
-        static_cast<PlasmaWindows *>(self)->appeared(
-            org_kde_plasma_window_management_get_window_by_uuid(management, uuid));
-    }
-    static void appID(void *self, org_kde_plasma_window *, const char *id) {
-        static_cast<PlasmaWindow *>(self)->window.identity.names = {id};
-    }
-    static void state(void *self, org_kde_plasma_window *, std::uint32_t flags) {
-        static_cast<PlasmaWindow *>(self)->window.isActive =
-            (flags & ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_ACTIVE) != 0;
-    }
-    static void process(void *self, org_kde_plasma_window *, std::uint32_t pid) {
-        if (pid > 0 && pid <= INT_MAX)
-            static_cast<PlasmaWindow *>(self)->window.identity.pid = static_cast<pid_t>(pid);
-    }
-    static void described(void *self, org_kde_plasma_window *) {
-        static_cast<PlasmaWindow *>(self)->window.isDescribed = true;
-    }
-    static void unmapped(void *self, org_kde_plasma_window *) {
-        const PlasmaWindow &window = *static_cast<PlasmaWindow *>(self);
-        window.owner.disappeared(window);
-    }
-
-    // Field by field: a newer description of the protocol has more of them, for versions that we do not bind.
-    static constexpr auto ofManagement() {
-        org_kde_plasma_window_management_listener listener{};
-        listener.show_desktop_changed = ignore;
-        listener.window = windowByNumber;
-        listener.stacking_order_changed = ignore;
-        listener.stacking_order_uuid_changed = ignore;
-        listener.window_with_uuid = windowByUuid;
-        return listener;
-    }
-    static constexpr auto ofWindow() {
-        org_kde_plasma_window_listener listener{};
-        listener.title_changed = ignore;
-        listener.app_id_changed = appID;
-        listener.state_changed = state;
-        listener.virtual_desktop_changed = ignore;
-        listener.themed_icon_name_changed = ignore;
-        listener.unmapped = unmapped;
-        listener.initial_state = described;
-        listener.parent_window = ignore;
-        listener.geometry = ignore;
-        listener.icon_changed = ignore;
-        listener.pid_changed = process;
-        listener.virtual_desktop_entered = ignore;
-        listener.virtual_desktop_left = ignore;
-        listener.application_menu = ignore;
-        listener.activity_entered = ignore;
-        listener.activity_left = ignore;
-        listener.resource_name_changed = ignore;
-        return listener;
-    }
-};
-
-bool PlasmaWindows::isOfferedBy(const WaylandConnection &connection) {
-    return connection.offers(org_kde_plasma_window_management_interface);
-}
-
-PlasmaWindows::PlasmaWindows(const WaylandConnection &connection, WaylandWindows &windows)
-    : server(connection), list(windows),
-      management(reinterpret_cast<org_kde_plasma_window_management *>(
-          connection.bind(org_kde_plasma_window_management_interface, newestKnownVersion))) {
-    static constexpr auto listener = Events::ofManagement();
-    org_kde_plasma_window_management_add_listener(management, &listener, this);
-}
-
-PlasmaWindows::~PlasmaWindows() {
-    for (const auto &window : plasmaWindows)
-        org_kde_plasma_window_destroy(window.handle);
-    org_kde_plasma_window_management_destroy(management);
-}
-
-void PlasmaWindows::appeared(org_kde_plasma_window *handle) {
-    static constexpr auto listener = Events::ofWindow();
-    WaylandWindow &window = list.add();
-    window.activate = [this, handle] { activate(handle); };
-    PlasmaWindow &plasmaWindow = plasmaWindows.emplace_back(PlasmaWindow{*this, handle, window});
-    org_kde_plasma_window_add_listener(handle, &listener, &plasmaWindow);
-}
-
-void PlasmaWindows::disappeared(const PlasmaWindow &window) {
-    org_kde_plasma_window_destroy(window.handle);
-    list.remove(window.window);
-    plasmaWindows.remove_if([&](const PlasmaWindow &other) { return &other == &window; });
-}
-
-void PlasmaWindows::activate(org_kde_plasma_window *handle) const {
-    constexpr std::uint32_t active = ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_ACTIVE;
-    org_kde_plasma_window_set_state(handle, active, active);
-    server.flush();
+std::unique_ptr<WaylandWindowFeed> makePlasmaWindowFeed(const WaylandConnection &connection,
+                                                        WaylandWindows &windows) {
+    auto *const management = static_cast<Management *>(
+        connection.bind(org_kde_plasma_window_management_interface, newestKnownVersion));
+    return management ? std::make_unique<PlasmaWindows>(connection, windows, management) : nullptr;
 }
 
 } // namespace fernhop::freedesktop

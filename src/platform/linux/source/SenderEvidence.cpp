@@ -16,9 +16,9 @@ SenderEvidence::SenderEvidence(ApplicationMatcher &matcher, const Processes &pro
     : applications(matcher), runningProcesses(processes), launches(signals) {}
 
 std::optional<std::string> SenderEvidence::senderOf(const LinkSender &sender) {
-    return firstSource({[&] { return fromLaunch(sender); }, [&] { return fromUnit(sender); },
+    return firstSource({[&] { return fromLaunchSignal(sender); }, [&] { return fromUnit(sender); },
                         [&] { return fromAncestors(sender); }, [&] { return inherited(sender); },
-                        [&] { return fromLaunchToBeTold(sender); }});
+                        [&] { return fromPendingLaunchSignal(sender); }});
 }
 
 bool SenderEvidence::canBeSource(const std::optional<std::string> &desktopID) const {
@@ -33,22 +33,22 @@ SenderEvidence::firstSource(const std::vector<std::function<Answer()>> &searches
     return std::nullopt;
 }
 
-std::optional<std::string> SenderEvidence::fromLaunch(const LinkSender &sender) {
+std::optional<std::string> SenderEvidence::fromLaunchSignal(const LinkSender &sender) {
     const auto launch = sender.launchedPid ? launches.launchOf(*sender.launchedPid) : std::nullopt;
     return launch ? launcherOf(*launch) : std::nullopt;
 }
 
-/// GIO launches a process first and tells of it afterwards, and `fernhop-open` may be faster. It waits for
-/// us, so finding it there means that it was launched just now.
-std::optional<std::string> SenderEvidence::fromLaunchToBeTold(const LinkSender &sender) {
+/// GIO sends its signal after it has started the process, and `fernhop-open` may be faster. That program
+/// waits for our answer, so finding it still running means that it was launched just now.
+std::optional<std::string> SenderEvidence::fromPendingLaunchSignal(const LinkSender &sender) {
     if (!sender.launchedPid || runningProcesses.programOf(*sender.launchedPid) != linkProgram)
         return std::nullopt;
     const auto launch = launches.awaitLaunchOf(*sender.launchedPid);
     return launch ? launcherOf(*launch) : std::nullopt;
 }
 
-/// The desktop file comes last: whoever was started in a terminal inherited the terminal's. An opener of
-/// links has nothing else to go by, and there it is right.
+/// The desktop file comes last: a program started in a terminal inherits the terminal's. For a link opener it
+/// is the only evidence, and there it is right.
 std::optional<std::string> SenderEvidence::launcherOf(const ApplicationLaunch &launch) {
     return firstSource(
         {[&] { return launch.origin ? applications.applicationOf(*launch.origin) : std::nullopt; },
@@ -74,8 +74,8 @@ std::optional<std::string> SenderEvidence::fromAncestors(const LinkSender &sende
     return firstSource(searches);
 }
 
-/// What the environment of the sender says of itself or of any ancestor: weaker than all that is known of the
-/// processes themselves, as whoever is started in a terminal inherits the terminal's entry.
+/// The entry in the environment of the sender or of an ancestor: weaker than what is known of the processes
+/// themselves, as a program started in a terminal inherits the terminal's entry.
 std::optional<std::string> SenderEvidence::inherited(const LinkSender &sender) {
     std::vector<std::function<Answer()>> searches;
     if (sender.desktopFile)
@@ -88,7 +88,8 @@ std::optional<std::string> SenderEvidence::inherited(const LinkSender &sender) {
     return firstSource(searches);
 }
 
-/// Up to the first process of the session, or to ourselves: what we launched was not sent by our parents.
+/// The process and its ancestors, up to the session's first process or to Fernhop: what Fernhop launched was
+/// not sent by Fernhop's parents.
 std::vector<pid_t> SenderEvidence::ancestorsFrom(std::optional<pid_t> process) const {
     constexpr std::size_t deepest = 32;
     std::vector<pid_t> ancestors;

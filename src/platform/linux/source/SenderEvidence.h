@@ -20,9 +20,9 @@ class SenderEvidence {
     /// All outlive this object.
     SenderEvidence(ApplicationMatcher &matcher, const Processes &processes, const LaunchSignals &signals);
 
-    /// The sender's desktop-file ID, by the best evidence there is: what GIO told when it launched us, the
-    /// systemd unit it lives in, its ancestors, and the entry that one of them came from; nothing when none
-    /// of them tells.
+    /// The sender's desktop-file ID, by the best evidence there is: GIO's signal of the launch, the sender's
+    /// systemd unit, its ancestors, and the entry that one of them was launched from; nothing when there is
+    /// no such evidence.
     [[nodiscard]] std::optional<std::string> senderOf(const LinkSender &sender);
 
     /// Whether a user can be in this application and open a link there.
@@ -31,8 +31,8 @@ class SenderEvidence {
   private:
     using Answer = std::optional<std::string>;
 
-    Answer fromLaunch(const LinkSender &sender);
-    Answer fromLaunchToBeTold(const LinkSender &sender);
+    Answer fromLaunchSignal(const LinkSender &sender);
+    Answer fromPendingLaunchSignal(const LinkSender &sender);
     Answer launcherOf(const ApplicationLaunch &launch);
     Answer fromUnit(const LinkSender &sender);
     Answer fromAncestors(const LinkSender &sender);

@@ -11,10 +11,9 @@ SourceNotifications::SourceNotifications(FocusProvider &provider, SenderEvidence
 }
 
 void SourceNotifications::linkArrives(const LinkSender &sender) {
-    if (focusTells())
+    if (isFocusKnown())
         return;
-    // Evidence is about one link. When the next has none, the last sender is no longer known to be the
-    // source.
+    // Evidence is about one link. When the next has none, its source is unknown and not the last sender.
     if (lastSender)
         lastSender->forgetIdentifier();
     const auto id = evidence.senderOf(sender);
@@ -23,7 +22,7 @@ void SourceNotifications::linkArrives(const LinkSender &sender) {
         post(lastSender);
 }
 
-bool SourceNotifications::focusTells() const {
+bool SourceNotifications::isFocusKnown() const {
     const auto front = focus.frontmost();
     return front && evidence.canBeSource(front->bundleIdentifier());
 }

@@ -1,20 +1,41 @@
 #pragma once
 
-#include "platform/linux/source/DesktopApplication.h"
+#include "platform/Notifications.h"
 #include "platform/linux/source/FocusProvider.h"
 #include "platform/linux/source/LinkDelivery.h"
-#include "platform/linux/source/PostingNotificationCenter.h"
 #include "platform/linux/source/SenderEvidence.h"
 
+#include <deque>
 #include <memory>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
-/// Tells the workspace's observers which application the user is in: the one in front, and where the session
-/// does not tell which that is, the sender of a link, just before the link is handled. Main thread only.
+/// A notification centre whose notifications are posted by the backend. Main thread only.
+class PostingNotificationCenter : public NotificationCenter {
+  public:
+    void addObserver(std::string_view name, std::function<void(const Notification &)> observer) override {
+        observers.emplace_back(name, std::move(observer));
+    }
+
+    /// Calls the observers of this notification, in the order in which they were added. One that is added
+    /// during the call is not called.
+    void post(const Notification &notification) const {
+        for (std::size_t i = 0, count = observers.size(); i < count; ++i)
+            if (observers[i].first == notification.name)
+                observers[i].second(notification);
+    }
+
+  private:
+    // A vector would move an observer that adds another one while it is being called.
+    std::deque<std::pair<std::string, std::function<void(const Notification &)>>> observers;
+};
+
+/// Posts the focused application to the workspace's observers; where the session does not tell which it is,
+/// the sender of a link, just before the link is handled. Main thread only.
 class SourceNotifications {
   public:
-    /// Posts from now on whenever another application comes to the front. All outlive this object, and the
+    /// From now on posts whenever another application gets the focus. All outlive this object, and the
     /// provider has no other observer.
     SourceNotifications(FocusProvider &provider, SenderEvidence &senders,
                         PostingNotificationCenter &workspace);
@@ -24,7 +45,7 @@ class SourceNotifications {
 
   private:
     void post(std::shared_ptr<RunningApplication> application) const;
-    [[nodiscard]] bool focusTells() const;
+    [[nodiscard]] bool isFocusKnown() const;
 
     FocusProvider &focus;
     SenderEvidence &evidence;

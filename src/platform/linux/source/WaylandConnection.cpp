@@ -36,12 +36,12 @@ void WaylandConnection::withdrawn(void *self, wl_registry *, std::uint32_t name)
                   [name](const auto &global) { return global.second.name == name; });
 }
 
-wl_proxy *WaylandConnection::bind(const wl_interface &interface, std::uint32_t version) const {
+void *WaylandConnection::bind(const wl_interface &interface, std::uint32_t version) const {
     const auto found = globals.find(interface.name);
     if (!alive || found == globals.end())
         return nullptr;
-    return static_cast<wl_proxy *>(
-        wl_registry_bind(registry, found->second.name, &interface, std::min(version, found->second.version)));
+    return wl_registry_bind(registry, found->second.name, &interface,
+                            std::min(version, found->second.version));
 }
 
 void WaylandConnection::synchronize() {

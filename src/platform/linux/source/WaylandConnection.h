@@ -12,29 +12,23 @@
 namespace fernhop::freedesktop {
 
 /// A connection to a Wayland compositor whose events come through the GLib main loop. When the compositor
-/// goes away the connection falls silent. Main thread only.
+/// goes away no events come any more. Main thread only.
 class WaylandConnection {
   public:
-    /// `display` is a socket's name or path. Waits until the compositor has said what it offers.
+    /// `display` is a socket's name or path. Waits until the compositor has listed its interfaces.
     explicit WaylandConnection(const std::string &display);
     ~WaylandConnection();
     WaylandConnection(const WaylandConnection &) = delete;
     WaylandConnection &operator=(const WaylandConnection &) = delete;
 
-    [[nodiscard]] bool isAlive() const { return alive; }
-
-    [[nodiscard]] bool offers(const wl_interface &interface) const {
-        return globals.contains(interface.name);
-    }
-
     /// An object of an interface that the compositor offers, in the lower of its version and `version`; null
     /// when it offers none. The caller destroys it before the connection.
-    [[nodiscard]] wl_proxy *bind(const wl_interface &interface, std::uint32_t version) const;
+    [[nodiscard]] void *bind(const wl_interface &interface, std::uint32_t version) const;
 
-    /// Sends what is waiting and takes the compositor's answers to it.
+    /// Sends the queued requests and waits for the compositor's answers to them.
     void synchronize();
 
-    /// Sends what is waiting to be sent.
+    /// Sends the queued requests.
     void flush() const;
 
     /// Calls `dispatched` after each batch of events from now on, and `lost` once when the compositor has
@@ -60,5 +54,9 @@ class WaylandConnection {
     std::function<void()> onDispatched;
     std::function<void()> onLost;
 };
+
+/// The listener's function for an event that does not matter.
+template <typename... Arguments>
+void ignoreEvent(void *, Arguments...) {}
 
 } // namespace fernhop::freedesktop

@@ -3,19 +3,88 @@
 #include "platform/linux/source/ApplicationMatcher.h"
 #include "platform/linux/source/FocusProvider.h"
 #include "platform/linux/source/WaylandConnection.h"
-#include "platform/linux/source/WaylandWindows.h"
-#include "platform/linux/source/WindowSource.h"
+#include "platform/linux/source/WindowFocus.h"
 
+#include <cstdint>
+#include <functional>
+#include <list>
 #include <memory>
 #include <string>
 
 namespace fernhop::freedesktop {
 
-/// Follows the active window of a Wayland session by whichever protocol its compositor tells of windows. When
-/// the compositor goes away it tells nothing any more.
+/// A window of a Wayland session, kept up to date by a `WaylandWindowFeed`.
+struct WaylandWindow {
+    WindowIdentity identity;
+    bool isActive = false;
+    bool isDescribed = false;       ///< the compositor has sent all that it knows of it
+    bool isClosed = false;          ///< `WaylandWindows::settle` removes it
+    std::function<void()> activate; ///< asks the compositor to bring it to the front
+    std::shared_ptr<void> handle;   ///< the compositor's object, destroyed with the window
+
+    // These are for `WaylandWindows`:
+    std::uint64_t lastActive = 0;         ///< the higher the later
+    bool isNew = true;                    ///< not yet looked at
+    bool isOlderThanRaiseRequest = false; ///< than the last one
+};
+
+/// All windows of a Wayland session, the focused one, and the one that is to be focused. Main thread only.
+class WaylandWindows {
+  public:
+    /// The matcher outlives this object.
+    explicit WaylandWindows(ApplicationMatcher &matcher) : applications(matcher) {}
+
+    /// Adds a window that the compositor announced. It keeps its address until it is removed.
+    WaylandWindow &add() { return windows.emplace_back(); }
+    void removeAll();
+
+    /// Looks at what has changed. Called after each batch of events: within one there may be no active
+    /// window, or two.
+    void settle();
+
+    /// As `FocusProvider::raise`.
+    void raise(const RaiseRequest &request);
+
+    [[nodiscard]] FrontApplication &front() { return frontApplication; }
+    [[nodiscard]] const FrontApplication &front() const { return frontApplication; }
+
+  private:
+    [[nodiscard]] WaylandWindow *activeWindow();
+    [[nodiscard]] WaylandWindow *windowFor(const RaiseRequest &request);
+    void removeClosed();
+    void noticeFocus(WaylandWindow *active);
+    void noticeNewWindows();
+
+    ApplicationMatcher &applications;
+    FrontApplication frontApplication;
+    PendingRaise pending;
+    std::list<WaylandWindow> windows;
+    const WaylandWindow *lastFront = nullptr;
+    std::uint64_t activations = 0;
+};
+
+/// Keeps a `WaylandWindows` up to date as long as it lives, by one of the protocols that show a session's
+/// windows.
+class WaylandWindowFeed {
+  public:
+    virtual ~WaylandWindowFeed() = default;
+};
+
+/// The feed of wlroots compositors (sway and others), by zwlr_foreign_toplevel_management_unstable_v1; null
+/// when the compositor does not offer it. Both arguments outlive the feed. The windows are known after two
+/// synchronizations of the connection.
+[[nodiscard]] std::unique_ptr<WaylandWindowFeed> makeForeignToplevelFeed(const WaylandConnection &connection,
+                                                                         WaylandWindows &windows);
+
+/// The same for Plasma's compositor, by org_kde_plasma_window_management, which is offered only to programs
+/// whose desktop entry asks for it.
+[[nodiscard]] std::unique_ptr<WaylandWindowFeed> makePlasmaWindowFeed(const WaylandConnection &connection,
+                                                                      WaylandWindows &windows);
+
+/// Follows the active window of a Wayland session. When the compositor goes away it tells nothing any more.
 class WaylandFocusProvider : public FocusProvider {
   public:
-    /// Null when there is no such display, or its compositor tells us of no windows. The matcher outlives the
+    /// Null when there is no such display, or its compositor shows us no windows. The matcher outlives the
     /// provider.
     [[nodiscard]] static std::unique_ptr<WaylandFocusProvider> connect(const std::string &display,
                                                                        ApplicationMatcher &matcher);
@@ -26,13 +95,12 @@ class WaylandFocusProvider : public FocusProvider {
     bool raise(const RaiseRequest &request) override;
 
   private:
-    WaylandFocusProvider(std::unique_ptr<WaylandConnection> compositor, ApplicationMatcher &matcher);
-    void beginToFollow();
+    WaylandFocusProvider(const std::string &display, ApplicationMatcher &matcher);
 
-    std::unique_ptr<WaylandConnection> connection;
-    WaylandWindows windows;
+    WaylandConnection connection;
     std::string protocol;
-    std::unique_ptr<WindowSource> source; ///< null: the compositor offers no protocol
+    std::unique_ptr<WaylandWindowFeed> feed; ///< null: the compositor offers none, or is gone
+    WaylandWindows windows;
 };
 
 } // namespace fernhop::freedesktop

@@ -3,31 +3,30 @@
 #include <algorithm>
 
 namespace fernhop::freedesktop {
-
 namespace {
 
 bool contains(const std::vector<xcb_window_t> &windows, xcb_window_t window) {
-    return std::find(windows.begin(), windows.end(), window) != windows.end();
+    return std::ranges::find(windows, window) != windows.end();
 }
 
 } // namespace
 
 std::unique_ptr<X11FocusProvider> X11FocusProvider::connect(const std::string &display,
                                                             ApplicationMatcher &matcher) {
-    auto server = std::make_unique<XConnection>(display);
-    if (!server->isAlive())
-        return nullptr;
-    return std::unique_ptr<X11FocusProvider>(new X11FocusProvider(std::move(server), matcher));
+    std::unique_ptr<X11FocusProvider> provider(new X11FocusProvider(display, matcher));
+    return provider->connection.isAlive() ? std::move(provider) : nullptr;
 }
 
-X11FocusProvider::X11FocusProvider(std::unique_ptr<XConnection> server, ApplicationMatcher &matcher)
-    : connection(std::move(server)), windows(*connection), applications(matcher) {
-    windows.watchProperties(connection->root(), true);
-    connection->listen([this](const xcb_generic_event_t &event) { handle(event); },
-                       [this] {
-                           front.showNone();
-                           pending.forget();
-                       });
+X11FocusProvider::X11FocusProvider(const std::string &display, ApplicationMatcher &matcher)
+    : connection(display), windows(connection), applications(matcher) {
+    if (!connection.isAlive())
+        return;
+    windows.watchProperties(connection.root(), true);
+    connection.listen([this](const xcb_generic_event_t &event) { handle(event); },
+                      [this] {
+                          front.clear();
+                          pending.forget();
+                      });
     activeWindowChanged();
 }
 
@@ -40,36 +39,36 @@ void X11FocusProvider::handle(const xcb_generic_event_t &event) {
     if ((event.response_type & ~sentByClient) != XCB_PROPERTY_NOTIFY)
         return;
     const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
-    if (change.window == connection->root() && change.atom == windows.activeWindowProperty())
+    if (change.window == connection.root() && change.atom == windows.activeWindowProperty())
         activeWindowChanged();
-    else if (change.window == connection->root() && change.atom == windows.clientListProperty())
+    else if (change.window == connection.root() && change.atom == windows.clientListProperty())
         clientListChanged();
     else if (change.window == activeWindow && windows.isIdentityProperty(change.atom))
-        lookAtActiveWindow();
+        readActiveWindow();
 }
 
 void X11FocusProvider::activeWindowChanged() {
     const xcb_window_t window = windows.active();
     if (window == activeWindow)
         return;
-    if (contains(windowsBefore, window))
+    if (contains(windowsAtRaise, window))
         pending.forget();
     watchActiveWindow(false);
     activeWindow = window;
-    lookAtActiveWindow();
+    readActiveWindow();
 }
 
-void X11FocusProvider::lookAtActiveWindow() {
+void X11FocusProvider::readActiveWindow() {
     const XWindow window =
         activeWindow == XCB_WINDOW_NONE ? XWindow{} : windows.describe({activeWindow}).front();
     if (window.id == XCB_WINDOW_NONE || window.isPartOfDesktop) {
-        front.showNone();
+        front.clear();
         return;
     }
     const auto application = applicationOf(window);
-    // Some programs name themselves only after their window has come up.
+    // Some programs set their names only after their window has appeared.
     watchActiveWindow(!application);
-    front.show(application);
+    front.set(application);
 }
 
 void X11FocusProvider::watchActiveWindow(bool watch) {
@@ -84,11 +83,11 @@ std::optional<std::string> X11FocusProvider::applicationOf(const XWindow &window
 }
 
 bool X11FocusProvider::raise(const RaiseRequest &request) {
-    if (!connection->isAlive())
+    if (!connection.isAlive())
         return false;
-    windowsBefore = windows.managed();
-    windowsSince.clear();
-    auto candidates = windows.describe(windowsBefore);
+    windowsAtRaise = windows.managed();
+    windowsSinceRaise.clear();
+    auto candidates = windows.describe(windowsAtRaise);
     std::reverse(candidates.begin(), candidates.end());
     for (const auto &window : candidates) {
         if (!window.isPartOfDesktop &&
@@ -103,13 +102,13 @@ bool X11FocusProvider::raise(const RaiseRequest &request) {
 }
 
 void X11FocusProvider::clientListChanged() {
-    if (!pending.awaited())
+    if (!pending.isWaiting())
         return;
     std::vector<xcb_window_t> added = windows.managed();
     std::erase_if(added, [this](xcb_window_t window) {
-        return contains(windowsBefore, window) || contains(windowsSince, window);
+        return contains(windowsAtRaise, window) || contains(windowsSinceRaise, window);
     });
-    windowsSince.insert(windowsSince.end(), added.begin(), added.end());
+    windowsSinceRaise.insert(windowsSinceRaise.end(), added.begin(), added.end());
     for (const auto &window : windows.describe(added))
         if (pending.windowAppeared(applicationOf(window), window.identity.pid))
             windows.activate(window.id);

@@ -2,8 +2,7 @@
 
 #include "platform/linux/source/ApplicationMatcher.h"
 #include "platform/linux/source/FocusProvider.h"
-#include "platform/linux/source/FrontApplication.h"
-#include "platform/linux/source/PendingRaise.h"
+#include "platform/linux/source/WindowFocus.h"
 #include "platform/linux/source/XConnection.h"
 #include "platform/linux/source/XWindows.h"
 
@@ -27,22 +26,22 @@ class X11FocusProvider : public FocusProvider {
     bool raise(const RaiseRequest &request) override;
 
   private:
-    X11FocusProvider(std::unique_ptr<XConnection> server, ApplicationMatcher &matcher);
+    X11FocusProvider(const std::string &display, ApplicationMatcher &matcher);
 
     void handle(const xcb_generic_event_t &event);
     void activeWindowChanged();
     void clientListChanged();
-    void lookAtActiveWindow();
+    void readActiveWindow();
     void watchActiveWindow(bool watch);
     [[nodiscard]] std::optional<std::string> applicationOf(const XWindow &window);
 
-    std::unique_ptr<XConnection> connection;
+    XConnection connection;
     XWindows windows;
     ApplicationMatcher &applications;
     FrontApplication front;
     PendingRaise pending;
-    std::vector<xcb_window_t> windowsBefore; ///< those that were there when a raise was asked for
-    std::vector<xcb_window_t> windowsSince;  ///< those that have appeared since
+    std::vector<xcb_window_t> windowsAtRaise;    ///< those that were open when a raise was requested last
+    std::vector<xcb_window_t> windowsSinceRaise; ///< those that have appeared since
     xcb_window_t activeWindow = XCB_WINDOW_NONE;
     bool watchesActiveWindow = false;
 };

@@ -36,6 +36,11 @@ xcb_atom_t XConnection::atom(const std::string &name) const {
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
+void XConnection::sendToRoot(std::uint32_t eventMask, xcb_client_message_event_t message) const {
+    message.response_type = XCB_CLIENT_MESSAGE;
+    xcb_send_event(connection, 0, rootWindow, eventMask, reinterpret_cast<const char *>(&message));
+}
+
 void XConnection::listen(std::function<void(const xcb_generic_event_t &)> event, std::function<void()> lost) {
     static GSourceFuncs functions{prepare, check, dispatch, nullptr, nullptr, nullptr};
     onEvent = std::move(event);
@@ -48,7 +53,7 @@ void XConnection::listen(std::function<void(const xcb_generic_event_t &)> event,
     g_source_attach(base, nullptr);
 }
 
-/// Waiting for a reply may have read events too; the socket would not tell of those.
+/// Waiting for a reply may have read events, too, and these do not make the socket readable again.
 gboolean XConnection::prepare(GSource *base, gint *timeout) {
     *timeout = -1;
     return reinterpret_cast<Source *>(base)->owner->hasEvent();

@@ -10,29 +10,32 @@
 
 namespace fernhop::freedesktop {
 
-/// A connection to an X server whose events come through the GLib main loop. When the server goes away the
-/// connection falls silent: no event comes any more and every question gets no answer. Main thread only.
+/// A connection to an X server whose events come through the GLib main loop. When the server goes away no
+/// events come any more and requests get no reply. Main thread only.
 class XConnection {
   public:
-    /// `display` is a display name such as ":0".
+    /// `display` is a display name such as ":0". Only its first screen is looked at.
     explicit XConnection(const std::string &display);
     ~XConnection();
     XConnection(const XConnection &) = delete;
     XConnection &operator=(const XConnection &) = delete;
 
-    /// Whether the server is there.
+    /// Whether the server is connected.
     [[nodiscard]] bool isAlive() const;
 
     [[nodiscard]] xcb_connection_t *get() const { return connection; }
     [[nodiscard]] xcb_window_t root() const { return rootWindow; }
 
-    /// The number of a name; 0 when the server is gone.
+    /// The atom of a name; 0 when the server is gone.
     [[nodiscard]] xcb_atom_t atom(const std::string &name) const;
 
     /// Calls `event` for each event from now on, and `lost` once when the server has gone.
     void listen(std::function<void(const xcb_generic_event_t &)> event, std::function<void()> lost);
 
-    /// Sends what is waiting to be sent.
+    /// Sends a client message to the clients that selected one of these events on the root window. Queued.
+    void sendToRoot(std::uint32_t eventMask, xcb_client_message_event_t message) const;
+
+    /// Sends the queued requests.
     void flush() const { xcb_flush(connection); }
 
   private:

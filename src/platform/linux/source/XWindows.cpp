@@ -35,15 +35,15 @@ std::string hostName() {
 
 } // namespace
 
-/// What was asked about a window and not yet answered.
-struct XWindows::Questions {
+/// The requests about a window whose replies have not been read yet.
+struct XWindows::Requests {
     xcb_window_t window;
     xcb_get_property_cookie_t windowClass, type, processID, clientMachine, gtkApplicationID, kdeDesktopFile;
     xcb_res_query_client_ids_cookie_t client;
 };
 
 XWindows::XWindows(const XConnection &server)
-    : connection(server), atoms(internAtoms(server)), tellsProcesses(serverTellsProcesses(server)) {}
+    : connection(server), atoms(internAtoms(server)), hasClientPids(serverHasClientPids(server)) {}
 
 XWindows::Atoms XWindows::internAtoms(const XConnection &server) {
     return {server.atom("_NET_ACTIVE_WINDOW"),
@@ -53,14 +53,13 @@ XWindows::Atoms XWindows::internAtoms(const XConnection &server) {
             server.atom("_NET_WM_WINDOW_TYPE_DOCK"),
             server.atom("_NET_WM_WINDOW_TYPE_DESKTOP"),
             server.atom("_NET_WM_PID"),
-            server.atom("WM_CLIENT_MACHINE"),
             server.atom("_GTK_APPLICATION_ID"),
             server.atom("_KDE_NET_WM_DESKTOP_FILE"),
             server.atom("UTF8_STRING")};
 }
 
-/// The X-Resource extension knows the process from 1.2.
-bool XWindows::serverTellsProcesses(const XConnection &server) {
+/// The X-Resource extension knows the client's process from 1.2.
+bool XWindows::serverHasClientPids(const XConnection &server) {
     const auto *const extension = xcb_get_extension_data(server.get(), &xcb_res_id);
     if (!extension || !extension->present)
         return false;
@@ -98,7 +97,7 @@ std::vector<std::uint32_t> XWindows::numbers(xcb_get_property_cookie_t cookie, x
 
 xcb_window_t XWindows::active() const {
     const auto windows = numbers(ask(connection.root(), atoms.activeWindow), XCB_ATOM_WINDOW);
-    // The root window is nobody's, and its events are not ours to switch off.
+    // The root window belongs to no application, and we need its events.
     return windows.empty() || windows.front() == connection.root() ? xcb_window_t{XCB_WINDOW_NONE}
                                                                    : windows.front();
 }
@@ -112,39 +111,39 @@ std::vector<xcb_window_t> XWindows::managed() const {
 }
 
 std::vector<XWindow> XWindows::describe(const std::vector<xcb_window_t> &windows) const {
-    std::vector<Questions> asked;
+    std::vector<Requests> asked;
     for (const auto window : windows)
-        asked.push_back(askAbout(window));
+        asked.push_back(request(window));
     std::vector<XWindow> described;
-    for (const auto &questions : asked)
-        described.push_back(answers(questions));
+    for (const auto &requests : asked)
+        described.push_back(description(requests));
     return described;
 }
 
-XWindows::Questions XWindows::askAbout(xcb_window_t window) const {
-    Questions questions{window,
-                        ask(window, XCB_ATOM_WM_CLASS),
-                        ask(window, atoms.windowType),
-                        ask(window, atoms.processID),
-                        ask(window, atoms.clientMachine),
-                        ask(window, atoms.gtkApplicationID),
-                        ask(window, atoms.kdeDesktopFile),
-                        {}};
+XWindows::Requests XWindows::request(xcb_window_t window) const {
+    Requests requests{window,
+                      ask(window, XCB_ATOM_WM_CLASS),
+                      ask(window, atoms.windowType),
+                      ask(window, atoms.processID),
+                      ask(window, XCB_ATOM_WM_CLIENT_MACHINE),
+                      ask(window, atoms.gtkApplicationID),
+                      ask(window, atoms.kdeDesktopFile),
+                      {}};
     const xcb_res_client_id_spec_t process{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    if (tellsProcesses)
-        questions.client = xcb_res_query_client_ids(connection.get(), 1, &process);
-    return questions;
+    if (hasClientPids)
+        requests.client = xcb_res_query_client_ids(connection.get(), 1, &process);
+    return requests;
 }
 
-XWindow XWindows::answers(const Questions &questions) const {
+XWindow XWindows::description(const Requests &requests) const {
     XWindow window;
-    window.id = questions.window;
-    window.identity.names = classNames(text(questions.windowClass));
-    window.identity.pid = process(questions);
-    for (const auto cookie : {questions.gtkApplicationID, questions.kdeDesktopFile})
+    window.id = requests.window;
+    window.identity.names = classNames(text(requests.windowClass));
+    window.identity.pid = process(requests);
+    for (const auto cookie : {requests.gtkApplicationID, requests.kdeDesktopFile})
         if (auto id = text(cookie); !id.empty())
             window.identity.applicationIDs.push_back(std::move(id));
-    const auto types = numbers(questions.type, XCB_ATOM_ATOM);
+    const auto types = numbers(requests.type, XCB_ATOM_ATOM);
     window.isPartOfDesktop =
         !types.empty() && (types.front() == atoms.typeDock || types.front() == atoms.typeDesktop);
     return window;
@@ -152,19 +151,19 @@ XWindow XWindows::answers(const Questions &questions) const {
 
 /// The server knows the process at the other end of the connection; the property is a claim, and inside of a
 /// sandbox with process numbers of its own a wrong one.
-std::optional<pid_t> XWindows::process(const Questions &questions) const {
-    const auto claimed = numbers(questions.processID, XCB_ATOM_CARDINAL);
-    const auto machine = text(questions.clientMachine);
-    if (tellsProcesses)
-        return clientProcess(questions);
+std::optional<pid_t> XWindows::process(const Requests &requests) const {
+    const auto claimed = numbers(requests.processID, XCB_ATOM_CARDINAL);
+    const auto machine = text(requests.clientMachine);
+    if (hasClientPids)
+        return clientProcess(requests);
     const bool isOurs = !claimed.empty() && claimed.front() > 0 && claimed.front() <= INT_MAX &&
                         !machine.empty() && machine == hostName();
     return isOurs ? std::optional(static_cast<pid_t>(claimed.front())) : std::nullopt;
 }
 
-std::optional<pid_t> XWindows::clientProcess(const Questions &questions) const {
+std::optional<pid_t> XWindows::clientProcess(const Requests &requests) const {
     const XPointer<xcb_res_query_client_ids_reply_t> reply(
-        xcb_res_query_client_ids_reply(connection.get(), questions.client, nullptr));
+        xcb_res_query_client_ids_reply(connection.get(), requests.client, nullptr));
     if (!reply)
         return std::nullopt;
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
@@ -181,15 +180,12 @@ std::optional<pid_t> XWindows::clientProcess(const Questions &questions) const {
 void XWindows::activate(xcb_window_t window) const {
     constexpr std::uint32_t pager = 2;
     xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
     message.type = atoms.activeWindow;
     message.data.data32[0] = pager;
     message.data.data32[1] = XCB_CURRENT_TIME;
-    xcb_send_event(connection.get(), 0, connection.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char *>(&message));
+    connection.sendToRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, message);
     connection.flush();
 }
 
@@ -202,7 +198,7 @@ void XWindows::watchProperties(xcb_window_t window, bool watch) const {
 bool XWindows::isIdentityProperty(xcb_atom_t property) const {
     const std::array identity{xcb_atom_t{XCB_ATOM_WM_CLASS}, atoms.gtkApplicationID, atoms.kdeDesktopFile,
                               atoms.windowType, atoms.processID};
-    return std::find(identity.begin(), identity.end(), property) != identity.end();
+    return std::ranges::find(identity, property) != identity.end();
 }
 
 } // namespace fernhop::freedesktop

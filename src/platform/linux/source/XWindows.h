@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/source/WindowIdentity.h"
+#include "platform/linux/source/ApplicationMatcher.h"
 #include "platform/linux/source/XConnection.h"
 
 #include <string>
@@ -28,25 +28,25 @@ class XWindows {
     /// The windows that the window manager manages, those on top last.
     [[nodiscard]] std::vector<xcb_window_t> managed() const;
 
-    /// All about some windows, with two waits for the server however many there are.
+    /// Describes windows, with two waits for the server however many there are.
     [[nodiscard]] std::vector<XWindow> describe(const std::vector<xcb_window_t> &windows) const;
 
     /// Asks the window manager to bring a window to the front, as a pager does on the user's behalf.
     void activate(xcb_window_t window) const;
 
-    /// Whether changes of a window's properties are told to us.
+    /// Begins or ends to receive the changes of a window's properties as events.
     void watchProperties(xcb_window_t window, bool watch) const;
 
-    /// The properties whose changes tell something: of the root window, then of any.
+    /// The properties whose changes matter: two of the root window, then those of any window.
     [[nodiscard]] xcb_atom_t activeWindowProperty() const { return atoms.activeWindow; }
     [[nodiscard]] xcb_atom_t clientListProperty() const { return atoms.clientList; }
     [[nodiscard]] bool isIdentityProperty(xcb_atom_t property) const;
 
   private:
-    struct Questions;
+    struct Requests;
     struct Atoms {
         xcb_atom_t activeWindow, clientList, clientListStacking, windowType, typeDock, typeDesktop, processID,
-            clientMachine, gtkApplicationID, kdeDesktopFile, utf8String;
+            gtkApplicationID, kdeDesktopFile, utf8String;
     };
 
     [[nodiscard]] static Atoms internAtoms(const XConnection &server);
@@ -54,15 +54,15 @@ class XWindows {
     [[nodiscard]] XPointer<xcb_get_property_reply_t> answer(xcb_get_property_cookie_t cookie) const;
     [[nodiscard]] std::string text(xcb_get_property_cookie_t cookie) const;
     [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_get_property_cookie_t cookie, xcb_atom_t type) const;
-    [[nodiscard]] Questions askAbout(xcb_window_t window) const;
-    [[nodiscard]] XWindow answers(const Questions &questions) const;
-    [[nodiscard]] std::optional<pid_t> process(const Questions &questions) const;
-    [[nodiscard]] std::optional<pid_t> clientProcess(const Questions &questions) const;
-    [[nodiscard]] static bool serverTellsProcesses(const XConnection &server);
+    [[nodiscard]] Requests request(xcb_window_t window) const;
+    [[nodiscard]] XWindow description(const Requests &requests) const;
+    [[nodiscard]] std::optional<pid_t> process(const Requests &requests) const;
+    [[nodiscard]] std::optional<pid_t> clientProcess(const Requests &requests) const;
+    [[nodiscard]] static bool serverHasClientPids(const XConnection &server);
 
     const XConnection &connection;
     Atoms atoms;
-    bool tellsProcesses;
+    bool hasClientPids;
 };
 
 } // namespace fernhop::freedesktop

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/source/DesktopApplication.h"
 #include "platform/linux/source/FocusProvider.h"
 
 #include <memory>

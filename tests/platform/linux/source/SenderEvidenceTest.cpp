@@ -2,7 +2,7 @@
 
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
-#include "support/MainLoop.h"
+#include "platform/linux/service/BusClient.h"
 #include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -34,14 +34,6 @@ class SenderEvidenceTest : public testing::Test {
         ASSERT_TRUE(answer);
     }
 
-    static GObjectPointer<GDBusConnection> connect(const std::string &address) {
-        return GObjectPointer<GDBusConnection>(g_dbus_connection_new_for_address_sync(
-            address.c_str(),
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr));
-    }
-
     void tell(GVariant *parameters) {
         g_dbus_connection_emit_signal(launcher.get(), nullptr, "/org/gtk/gio/DesktopAppInfo",
                                       "org.gtk.gio.DesktopAppInfo", "Launched", parameters, nullptr);
@@ -70,8 +62,8 @@ class SenderEvidenceTest : public testing::Test {
 
     support::TemporaryHome home;
     support::PrivateBus daemon{home};
-    GObjectPointer<GDBusConnection> bus = connect(daemon.address());
-    GObjectPointer<GDBusConnection> launcher = connect(daemon.address());
+    BusConnection bus = connectTo(daemon.address());
+    BusConnection launcher = connectTo(daemon.address());
     fakes::FakeDesktopEntries entries;
     support::FakeProcesses kernel;
     Processes processes{kernel.root()};

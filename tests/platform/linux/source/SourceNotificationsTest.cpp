@@ -3,7 +3,7 @@
 #include "FakeFocusProvider.h"
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
-#include "platform/linux/source/LinkSenderFocusProvider.h"
+#include "platform/linux/source/FocusProviders.h"
 
 #include <gtest/gtest.h>
 
@@ -92,11 +92,11 @@ TEST_F(SourceNotificationsTest, FocusTakesOverAgainAfterASender) {
 }
 
 TEST_F(SourceNotificationsTest, WithoutFocusTheSourceIsTheSenderOfTheLastLink) {
-    LinkSenderFocusProvider nothing;
-    SourceNotifications blind(nothing, evidence, workspace);
-    EXPECT_EQ(nothing.name(), "link sender");
-    EXPECT_EQ(nothing.frontmost(), nullptr);
-    EXPECT_FALSE(nothing.raise({"mail", std::nullopt}));
+    const auto none = makeFocusProvider({}, matcher);
+    SourceNotifications blind(*none, evidence, workspace);
+    EXPECT_EQ(none->name(), "link sender");
+    EXPECT_EQ(none->frontmost(), nullptr);
+    EXPECT_FALSE(none->raise({"mail", std::nullopt}));
     blind.linkArrives(from("mail"));
     EXPECT_EQ(sourceID(), "mail");
     blind.linkArrives(from("chat"));

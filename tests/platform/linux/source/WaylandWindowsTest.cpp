@@ -1,7 +1,6 @@
-#include "platform/linux/source/WaylandWindows.h"
-
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
+#include "platform/linux/source/WaylandFocusProvider.h"
 
 #include <gtest/gtest.h>
 
@@ -57,7 +56,7 @@ TEST_F(WaylandWindowsTest, TheActiveWindowIsInFront) {
 TEST_F(WaylandWindowsTest, NothingIsInFrontWhenTheActiveWindowIsGone) {
     auto &mail = open("mail");
     turnTo(mail);
-    windows.remove(mail);
+    mail.isClosed = true;
     windows.settle();
     EXPECT_EQ(windows.front().current(), nullptr);
     windows.removeAll();

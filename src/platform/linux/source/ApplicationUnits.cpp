@@ -1,4 +1,7 @@
-#include "platform/linux/source/ControlGroup.h"
+#include "platform/linux/source/ApplicationUnits.h"
+
+#include "platform/Ascii.h"
+#include "platform/linux/base/Text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -6,17 +9,6 @@
 namespace fernhop::freedesktop {
 
 namespace {
-
-std::vector<std::string_view> split(std::string_view text, char separator) {
-    std::vector<std::string_view> pieces;
-    for (;;) {
-        const auto end = text.find(separator);
-        pieces.push_back(text.substr(0, end));
-        if (end == std::string_view::npos)
-            return pieces;
-        text.remove_prefix(end + 1);
-    }
-}
 
 /// Undoes systemd's escapes: a backslash, "x" and two hexadecimal digits.
 std::string unescaped(std::string_view text) {
@@ -36,6 +28,23 @@ std::string unescaped(std::string_view text) {
     return plain;
 }
 
+// Hyphens separate the components of a unit's name, so one within a component is escaped; so is a leading
+// dot.
+std::string escaped(std::string_view text) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string result;
+    for (const char character : text) {
+        const bool isPlain = ascii::isLetter(character) || ascii::isDigit(character) || character == '_' ||
+                             character == ':' || (character == '.' && !result.empty());
+        const auto byte = static_cast<unsigned char>(character);
+        if (isPlain)
+            result.push_back(character);
+        else
+            result += {'\\', 'x', digits[byte >> 4U], digits[byte & 15U]};
+    }
+    return result;
+}
+
 bool removePrefix(std::string_view &text, std::string_view prefix) {
     const bool has = text.starts_with(prefix);
     if (has)
@@ -53,7 +62,8 @@ bool removeSuffix(std::string_view &text, std::string_view suffix) {
 void addNames(std::string_view middle, std::vector<std::string> &names) {
     if (middle.empty())
         return;
-    // After the launcher's name comes the ID. If either holds hyphens as they are, the border may be at each.
+    // The ID follows the launcher's name. Where one of them holds plain hyphens, the ID may begin at any of
+    // them.
     const auto last = middle.rfind('-');
     if (last != std::string_view::npos)
         names.push_back(unescaped(middle.substr(last + 1)));
@@ -83,12 +93,12 @@ void addApplications(std::string_view unit, std::vector<std::string> &names) {
 void addSnap(std::string_view unit, std::vector<std::string> &names) {
     if (!removePrefix(unit, "snap.") || !(removeSuffix(unit, ".scope") || removeSuffix(unit, ".service")))
         return;
-    const auto pieces = split(unit, '.');
-    if (pieces.size() < 2)
+    const auto words = pieces(unit, '.');
+    if (words.size() < 2)
         return;
-    const std::string package(pieces[0]);
+    const std::string package(words[0]);
     constexpr std::size_t randomLength = 37; // a hyphen and a UUID
-    const std::string_view program = pieces[1];
+    const std::string_view program = words[1];
     if (program.size() > randomLength && program[program.size() - randomLength] == '-')
         names.push_back(package + "_" + std::string(program.substr(0, program.size() - randomLength)));
     names.push_back(package + "_" + std::string(program));
@@ -98,13 +108,17 @@ void addSnap(std::string_view unit, std::vector<std::string> &names) {
 
 std::vector<std::string> applicationsOfControlGroup(std::string_view path) {
     std::vector<std::string> names;
-    auto units = split(path, '/');
+    auto units = pieces(path, '/');
     std::reverse(units.begin(), units.end());
     for (const auto unit : units) {
         addApplications(unit, names);
         addSnap(unit, names);
     }
     return names;
+}
+
+std::string launchScopeName(std::string_view desktopID, std::string_view random) {
+    return "app-fernhop-" + escaped(desktopID) + "-" + std::string(random) + ".scope";
 }
 
 } // namespace fernhop::freedesktop
