@@ -2,7 +2,7 @@
 // that bring links, from bytes that need not be a well-formed value.
 
 #include "platform/linux/base/GPointer.h"
-#include "platform/linux/launch/LaunchEnvironment.h"
+#include "platform/linux/launch/LaunchCommand.h"
 #include "platform/linux/service/BusArguments.h"
 
 #include <cstdint>

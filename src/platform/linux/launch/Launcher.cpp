@@ -1,13 +1,8 @@
 #include "platform/linux/launch/Launcher.h"
 
-#include "platform/linux/applications/ExecLine.h"
 #include "platform/linux/applications/GenericOpener.h"
-#include "platform/linux/launch/BusActivation.h"
-#include "platform/linux/launch/ChildExit.h"
-#include "platform/linux/launch/LaunchScope.h"
-#include "platform/linux/launch/Spawn.h"
+#include "platform/linux/launch/BusLaunch.h"
 #include "platform/linux/launch/StartupNotification.h"
-#include "platform/linux/launch/TerminalEmulator.h"
 
 #include <utility>
 
@@ -16,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// What only asks for the default browser, and that is Fernhop, would send the link round in a circle.
+// A program that opens links in the default browser would send them back to Fernhop, round in a circle.
 std::optional<std::string> refusal(const DesktopEntry &entry) {
     if (isFernhop(entry))
         return "A link is never opened in Fernhop itself";
@@ -27,18 +22,18 @@ std::optional<std::string> refusal(const DesktopEntry &entry) {
 
 } // namespace
 
-/// Tells the outcome of one launch exactly once: what is never decided counts as opened.
+/// Reports the outcome of one launch exactly once: one that is never decided counts as opened.
 struct Launcher::Outcome {
     explicit Outcome(OpenCompletion whenDone) : completion(std::move(whenDone)) {}
     ~Outcome() { succeed(); }
     Outcome(const Outcome &) = delete;
     Outcome &operator=(const Outcome &) = delete;
 
-    void succeed() { tell(std::nullopt); }
-    void fail(std::string description) { tell(OpenError{std::move(description)}); }
+    void succeed() { complete(std::nullopt); }
+    void fail(std::string description) { complete(OpenError{std::move(description)}); }
 
   private:
-    void tell(std::optional<OpenError> error) {
+    void complete(std::optional<OpenError> error) {
         if (const auto call = std::exchange(completion, nullptr))
             call(nullptr, std::move(error));
     }
@@ -63,14 +58,13 @@ void Launcher::launch(LaunchRequest request, OpenCompletion completion) {
 
 void Launcher::launchOverBus(LaunchRequest request, std::shared_ptr<Outcome> outcome) {
     auto ended = [this, watched = std::weak_ptr(alive), request,
-                  outcome = std::move(outcome)](const BusActivationResult &result) mutable {
-        using Kind = BusActivationResult::Kind;
+                  outcome = std::move(outcome)](const Result<BusOpening> &opening) mutable {
         if (watched.expired())
             return;
-        if (result.kind == Kind::unavailable)
+        if (!opening)
+            return outcome->fail(opening.failure().reason);
+        if (*opening == BusOpening::unavailable)
             return launchProgram(std::move(request), outcome);
-        if (result.kind == Kind::failed)
-            return outcome->fail(result.description);
         raise(request, std::nullopt);
         outcome->succeed();
     };
@@ -78,10 +72,11 @@ void Launcher::launchOverBus(LaunchRequest request, std::shared_ptr<Outcome> out
 }
 
 void Launcher::launchProgram(LaunchRequest request, const std::shared_ptr<Outcome> &outcome) {
-    auto launches = commands(request);
-    if (auto *problem = std::get_if<OpenError>(&launches))
-        return outcome->fail(std::move(problem->localizedDescription));
-    for (auto &command : std::get<std::vector<Command>>(launches)) {
+    auto commands =
+        launchCommands(request.entry, request.urls, services.environment.value("PATH").value_or(""));
+    if (!commands)
+        return outcome->fail(commands.failure().reason);
+    for (auto &command : *commands) {
         const auto received = std::exchange(request.tokens, announced(request));
         if (!start(request, std::move(command), outcome) && request.tokens.startupID != received.startupID)
             withdrawStartup(services.environment.value("DISPLAY").value_or(""), *request.tokens.startupID);
@@ -89,23 +84,8 @@ void Launcher::launchProgram(LaunchRequest request, const std::shared_ptr<Outcom
     }
 }
 
-std::variant<std::vector<Launcher::Command>, OpenError>
-Launcher::commands(const LaunchRequest &request) const {
-    auto launches = execLaunches(request.entry, request.urls);
-    if (launches.empty())
-        return OpenError{request.entry.path + ": the Exec line cannot be used"};
-    if (!request.entry.terminal)
-        return launches;
-    const auto terminal = terminalPrefix(services.environment.value("PATH").value_or(""));
-    if (!terminal)
-        return OpenError{request.entry.name + " needs a terminal, and none is installed"};
-    for (auto &launch : launches)
-        launch.insert(launch.begin(), terminal->begin(), terminal->end());
-    return launches;
-}
-
-// On X11 a window may come to the front only with the identifier of a launch that the window manager knows.
-// One that came with the link is announced already.
+// On X11 a window may come to the front only with the identifier of a launch that was announced to the window
+// manager. One that came with the link was announced by the sender.
 LaunchTokens Launcher::announced(const LaunchRequest &request) const {
     auto tokens = request.tokens;
     const auto display = services.environment.value("DISPLAY").value_or("");
@@ -119,27 +99,23 @@ LaunchTokens Launcher::announced(const LaunchRequest &request) const {
 
 bool Launcher::start(const LaunchRequest &request, Command command, const std::shared_ptr<Outcome> &outcome) {
     const auto program = command.front();
-    const auto result = spawn({std::move(command),
-                               launchEnvironment(services.environment, request.tokens, request.entry.path),
-                               request.entry.workingDirectory, "GIO_LAUNCHED_DESKTOP_FILE_PID"});
-    if (const auto *error = std::get_if<SpawnError>(&result)) {
-        outcome->fail(program + ": " + g_strerror(error->code));
+    const auto child = spawn({std::move(command),
+                              launchEnvironment(services.environment, request.tokens, request.entry.path),
+                              request.entry.workingDirectory});
+    if (!child) {
+        outcome->fail(program + ": " + child.failure().reason);
         return false;
     }
-    started(std::get<pid_t>(result), request, outcome);
-    return true;
-}
-
-void Launcher::started(pid_t child, const LaunchRequest &request, const std::shared_ptr<Outcome> &outcome) {
     if (services.bus != nullptr)
-        moveToLaunchScope(services.bus, child, request.entry.id);
-    children.watch(child, [outcome, start = Clock::now()](int waitStatus) {
+        moveToLaunchScope(services.bus, *child, request.entry.id);
+    children.watch(*child, [outcome, start = Clock::now()](int waitStatus) {
         if (auto failure = launchFailure(waitStatus, Clock::now() - start))
-            outcome->fail(std::move(*failure));
+            outcome->fail(std::move(failure->reason));
         else
             outcome->succeed();
     });
-    raise(request, child);
+    raise(request, *child);
+    return true;
 }
 
 void Launcher::raise(const LaunchRequest &request, std::optional<pid_t> process) const {

@@ -2,17 +2,15 @@
 
 #include "platform/Workspace.h"
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/launch/ChildWatches.h"
-#include "platform/linux/launch/LaunchEnvironment.h"
+#include "platform/linux/launch/ChildProcesses.h"
+#include "platform/linux/launch/LaunchCommand.h"
 #include "platform/linux/source/FocusProvider.h"
 
 #include <gio/gio.h>
 
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -24,19 +22,19 @@ struct LaunchRequest {
     LaunchTokens tokens; ///< as they came with the links
     bool activates = true;
 
-    /// Let go when the links are no longer in this process's hands: the application runs, took them over the
-    /// bus, or cannot be started.
+    /// Kept until the links have been handled: the application runs, took them over the bus, or cannot be
+    /// started. May be null.
     std::shared_ptr<const void> delivery;
 };
 
-/// What launching stands on.
+/// What launching needs.
 struct LauncherServices {
-    Environment environment; ///< this process's, as it was before any toolkit changed it
+    Environment environment; ///< this process's, as it was before any library changed it
     GDBusConnection *bus;    ///< the session bus; null: there is none. Outlives the launcher
     FocusProvider *focus;    ///< brings windows to the front; null: nothing does. Outlives the launcher
 };
 
-/// Opens URLs in applications: directly, with no shell and no helper between, so that every failure is known.
+/// Opens URLs in applications: directly, without a shell or a helper program, so that every failure is known.
 /// Main thread only; outcomes come from the main loop.
 class Launcher {
   public:
@@ -53,14 +51,11 @@ class Launcher {
 
   private:
     struct Outcome;
-    using Command = std::vector<std::string>;
 
-    [[nodiscard]] std::variant<std::vector<Command>, OpenError> commands(const LaunchRequest &request) const;
     void launchOverBus(LaunchRequest request, std::shared_ptr<Outcome> outcome);
     void launchProgram(LaunchRequest request, const std::shared_ptr<Outcome> &outcome);
     [[nodiscard]] bool start(const LaunchRequest &request, Command command,
                              const std::shared_ptr<Outcome> &outcome);
-    void started(pid_t child, const LaunchRequest &request, const std::shared_ptr<Outcome> &outcome);
     [[nodiscard]] LaunchTokens announced(const LaunchRequest &request) const;
     void raise(const LaunchRequest &request, std::optional<pid_t> process) const;
 

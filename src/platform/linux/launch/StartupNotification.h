@@ -10,7 +10,7 @@ namespace fernhop::freedesktop {
 struct StartupAnnouncement {
     std::string display;     ///< as DISPLAY names it
     std::string desktopID;   ///< of the launched application
-    std::string name;        ///< of it, for people
+    std::string name;        ///< of the application, for people
     std::string windowClass; ///< StartupWMClass; empty: unknown
 };
 

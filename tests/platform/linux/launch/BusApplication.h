@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BusClient.h"
+#include "platform/linux/service/BusClient.h"
 
 #include <string>
 #include <vector>

@@ -56,7 +56,7 @@ class LauncherTest : public testing::Test {
     void launch(const DesktopEntry &entry, LaunchTokens tokens = {}, bool activates = true) {
         if (!launcher)
             start();
-        auto delivery = std::shared_ptr<const void>(&home, [this](const void *) { ++deliveriesLetGo; });
+        auto delivery = std::shared_ptr<const void>(&home, [this](const void *) { ++deliveriesHandled; });
         launcher->launch({entry, {"https://a/"}, std::move(tokens), activates, std::move(delivery)},
                          [this](const auto &, const std::optional<OpenError> &error) {
                              outcomes.push_back(error ? error->localizedDescription : "opened");
@@ -79,7 +79,7 @@ class LauncherTest : public testing::Test {
                              "DESKTOP_STARTUP_ID=ours", "JOURNAL_STREAM=8:1"}};
     RecordingFocus focus;
     std::vector<std::string> outcomes;
-    int deliveriesLetGo = 0;
+    int deliveriesHandled = 0;
     int scripts = 0;
     std::unique_ptr<Launcher> launcher;
 };
@@ -88,7 +88,7 @@ TEST_F(LauncherTest, OpensTheLinkInTheProgramOfTheEntry) {
     launch(browserEntry());
     EXPECT_EQ(onlyStart().arguments, std::vector<std::string>{"https://a/"});
     EXPECT_EQ(outcome(), "opened");
-    EXPECT_EQ(deliveriesLetGo, 1);
+    EXPECT_EQ(deliveriesHandled, 1);
 }
 
 TEST_F(LauncherTest, TheChildHasAnEnvironmentOfItsOwn) {
@@ -131,7 +131,7 @@ TEST_F(LauncherTest, LeavesTheBrowserWhereItIsOtherwise) {
 TEST_F(LauncherTest, AMissingProgramIsAnErrorAtOnce) {
     launch(programEntry("/nowhere/browser %u"));
     EXPECT_EQ(outcomes, std::vector<std::string>{"/nowhere/browser: No such file or directory"});
-    EXPECT_EQ(deliveriesLetGo, 1);
+    EXPECT_EQ(deliveriesHandled, 1);
     EXPECT_TRUE(focus.raised.empty());
 }
 
@@ -243,15 +243,25 @@ class BusLauncherTest : public LauncherTest {
 TEST_F(BusLauncherTest, AnActivatableBrowserIsAskedOverTheBus) {
     BusApplication application(bus.address(), "org.example.Web", "/org/example/Web", applicationXml);
     launch(activatable(), {"token", "id"});
-    EXPECT_EQ(deliveriesLetGo, 0) << "the link is still in our hands";
+    EXPECT_EQ(deliveriesHandled, 0) << "the link has not been handed over yet";
     EXPECT_EQ(outcome(), "opened");
     EXPECT_EQ(
         application.received,
         std::vector<std::string>{"Open(['https://a/'], {'activation-token': <'token'>, 'desktop-startup-id': "
                                  "<'id'>})"});
-    EXPECT_EQ(deliveriesLetGo, 1);
+    EXPECT_EQ(deliveriesHandled, 1);
     EXPECT_TRUE(browser.starts().empty());
     EXPECT_EQ(focus.raised.at(0).pid, std::nullopt);
+}
+
+TEST_F(BusLauncherTest, TheObjectPathFollowsFromTheIdentifier) {
+    BusApplication application(bus.address(), "org.example-site.Web-2", "/org/example_site/Web_2",
+                               applicationXml);
+    auto entry = activatable();
+    entry.id = "org.example-site.Web-2";
+    launch(entry);
+    EXPECT_EQ(outcome(), "opened");
+    EXPECT_EQ(application.received.size(), 1U);
 }
 
 TEST_F(BusLauncherTest, ItsErrorsAreFailures) {
@@ -267,7 +277,7 @@ TEST_F(BusLauncherTest, WithoutItsServiceItsProgramIsRun) {
     launch(activatable());
     EXPECT_EQ(onlyStart().arguments, std::vector<std::string>{"https://a/"});
     EXPECT_EQ(outcome(), "opened");
-    EXPECT_EQ(deliveriesLetGo, 1);
+    EXPECT_EQ(deliveriesHandled, 1);
 }
 
 TEST_F(BusLauncherTest, WithoutTheInterfaceItsProgramIsRun) {
@@ -295,7 +305,7 @@ TEST_F(BusLauncherTest, EndingWhileABrowserIsAskedLeavesNothingBehind) {
     BusApplication application(bus.address(), "org.example.Web", "/org/example/Web", applicationXml);
     launch(activatable());
     launcher.reset();
-    EXPECT_TRUE(runUntil([&] { return deliveriesLetGo == 1; }));
+    EXPECT_TRUE(runUntil([&] { return deliveriesHandled == 1; }));
     EXPECT_EQ(outcomes, std::vector<std::string>{"opened"});
 }
 

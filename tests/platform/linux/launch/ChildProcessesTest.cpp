@@ -1,4 +1,4 @@
-#include "platform/linux/launch/Spawn.h"
+#include "platform/linux/launch/ChildProcesses.h"
 
 #include "support/RecordingBrowser.h"
 #include "support/TemporaryHome.h"
@@ -21,16 +21,14 @@ using support::TemporaryHome;
 class SpawnTest : public testing::Test {
   protected:
     SpawnRequest request(const std::vector<std::string> &links) {
-        SpawnRequest made{
-            {RecordingBrowser::program(), home.root() + "/browser.record"}, environment, {}, {}};
+        SpawnRequest made{{RecordingBrowser::program(), home.root() + "/browser.record"}, environment};
         made.arguments.insert(made.arguments.end(), links.begin(), links.end());
         return made;
     }
 
     pid_t run(const SpawnRequest &asked) {
-        const auto result = spawn(asked);
-        const auto *child = std::get_if<pid_t>(&result);
-        if (child == nullptr)
+        const auto child = spawn(asked);
+        if (!child)
             return -1;
         int status = 0;
         EXPECT_EQ(waitpid(*child, &status, 0), *child);
@@ -39,9 +37,8 @@ class SpawnTest : public testing::Test {
     }
 
     int errorOf(const SpawnRequest &asked) {
-        const auto result = spawn(asked);
-        const auto *error = std::get_if<SpawnError>(&result);
-        return error == nullptr ? 0 : error->code;
+        const auto child = spawn(asked);
+        return child ? 0 : child.failure().errorNumber;
     }
 
     TemporaryHome home;
@@ -57,20 +54,19 @@ TEST_F(SpawnTest, HandsOverArgumentsAsTheyAre) {
 }
 
 TEST_F(SpawnTest, GivesExactlyTheEnvironmentAsked) {
-    auto asked = request({});
-    asked.pidVariable = "OWN_PID";
-    const pid_t child = run(asked);
+    const pid_t child = run(request({}));
     const std::map<std::string, std::string> expected = {
-        {"PATH", home.root() + "/bin"}, {"GREETING", "hello"}, {"OWN_PID", std::to_string(child)}};
+        {"PATH", home.root() + "/bin"},
+        {"GREETING", "hello"},
+        {"GIO_LAUNCHED_DESKTOP_FILE_PID", std::to_string(child)}};
     EXPECT_EQ(browser.starts().at(0).environment, expected);
 }
 
-TEST_F(SpawnTest, ThePidVariableReplacesAnOldOne) {
+TEST_F(SpawnTest, TheChildsPidReplacesAnInheritedOne) {
     auto asked = request({});
-    asked.environment.set("OWN_PID", "1");
-    asked.pidVariable = "OWN_PID";
+    asked.environment.set("GIO_LAUNCHED_DESKTOP_FILE_PID", "1");
     const pid_t child = run(asked);
-    EXPECT_EQ(browser.starts().at(0).environment.at("OWN_PID"), std::to_string(child));
+    EXPECT_EQ(browser.starts().at(0).environment.at("GIO_LAUNCHED_DESKTOP_FILE_PID"), std::to_string(child));
 }
 
 TEST_F(SpawnTest, TheChildLeadsASessionOfItsOwn) {
@@ -117,15 +113,15 @@ TEST_F(SpawnTest, SignalsAreAsFreshlyStarted) {
 
 TEST_F(SpawnTest, TellsWhyAProgramCannotRun) {
     EXPECT_EQ(errorOf({}), ENOENT);
-    EXPECT_EQ(errorOf({{"/nowhere/browser"}, environment, {}, {}}), ENOENT);
-    EXPECT_EQ(errorOf({{"browser-of-no-path"}, environment, {}, {}}), ENOENT);
-    EXPECT_EQ(errorOf({{home.home()}, environment, {}, {}}), EACCES);
+    EXPECT_EQ(errorOf({{"/nowhere/browser"}, environment}), ENOENT);
+    EXPECT_EQ(errorOf({{"browser-of-no-path"}, environment}), ENOENT);
+    EXPECT_EQ(errorOf({{home.home()}, environment}), EACCES);
     home.write(home.root() + "/plain", "text");
-    EXPECT_EQ(errorOf({{home.root() + "/plain"}, environment, {}, {}}), EACCES);
+    EXPECT_EQ(errorOf({{home.root() + "/plain"}, environment}), EACCES);
     home.writeProgram(home.root() + "/broken", "#!/nowhere/interpreter\n");
-    EXPECT_EQ(errorOf({{home.root() + "/broken"}, environment, {}, {}}), ENOENT);
+    EXPECT_EQ(errorOf({{home.root() + "/broken"}, environment}), ENOENT);
     home.writeProgram(home.root() + "/bare", "echo no interpreter is named\n");
-    EXPECT_EQ(errorOf({{home.root() + "/bare"}, environment, {}, {}}), ENOEXEC);
+    EXPECT_EQ(errorOf({{home.root() + "/bare"}, environment}), ENOEXEC);
 }
 
 TEST_F(SpawnTest, TellsThatTheWorkingDirectoryIsMissing) {
@@ -145,18 +141,57 @@ TEST_F(SpawnTest, FindsProgramsInThePathInItsOrder) {
     home.writeProgram(home.root() + "/second/tool", "");
     home.writeProgram(home.root() + "/third/tool", "");
     const auto path = home.root() + "/first:" + home.root() + "/second:" + home.root() + "/third";
-    EXPECT_EQ(std::get<std::string>(findProgram("tool", path)), home.root() + "/second/tool");
-    EXPECT_EQ(std::get<std::string>(findProgram("/a/tool", path)), "/a/tool");
-    EXPECT_EQ(std::get<SpawnError>(findProgram("tool", home.root() + "/first")).code, EACCES);
-    EXPECT_EQ(std::get<SpawnError>(findProgram("other", path)).code, ENOENT);
-    EXPECT_EQ(std::get<SpawnError>(findProgram("", path)).code, ENOENT);
+    EXPECT_EQ(*findProgram("tool", path), home.root() + "/second/tool");
+    EXPECT_EQ(*findProgram("/a/tool", path), "/a/tool");
+    EXPECT_EQ(findProgram("tool", home.root() + "/first").failure().errorNumber, EACCES);
+    EXPECT_EQ(findProgram("other", path).failure().errorNumber, ENOENT);
+    EXPECT_EQ(findProgram("", path).failure().errorNumber, ENOENT);
 }
 
 TEST_F(SpawnTest, NeverLooksForProgramsWhereTheUserHappensToBe) {
     home.writeProgram(home.root() + "/tool", "");
     ASSERT_EQ(chdir(home.root().c_str()), 0);
-    EXPECT_EQ(std::get<SpawnError>(findProgram("tool", ":.:/nowhere")).code, ENOENT);
+    EXPECT_EQ(findProgram("tool", ":.:/nowhere").failure().errorNumber, ENOENT);
     ASSERT_EQ(chdir("/"), 0);
+}
+
+using namespace std::chrono_literals;
+
+// The encoding of wait statuses on Linux: the exit status in the second byte, the signal in the first.
+int exited(int status) {
+    return status << 8;
+}
+
+/// Why a launch failed; empty when it did not.
+std::string failureOf(int waitStatus, std::chrono::nanoseconds lived) {
+    const auto failure = launchFailure(waitStatus, lived);
+    return failure ? failure->reason : std::string();
+}
+
+TEST(LaunchFailure, AnEndWithoutErrorHandedOver) {
+    EXPECT_EQ(failureOf(exited(0), 0ns), "");
+    EXPECT_EQ(failureOf(exited(0), 1h), "");
+}
+
+TEST(LaunchFailure, ProgramsThatCouldNotRunFailed) {
+    EXPECT_EQ(failureOf(exited(126), 1ms), "Permission denied");
+    EXPECT_EQ(failureOf(exited(127), 1ms), "No such file or directory");
+    EXPECT_EQ(failureOf(exited(255), 1ms), "The program ended with exit status 255");
+}
+
+TEST(LaunchFailure, ASignalSoonAfterTheStartFailed) {
+    EXPECT_EQ(failureOf(SIGSEGV, 1s), "Segmentation fault");
+    EXPECT_EQ(failureOf(SIGABRT | 0x80, 1s), "Aborted") << "with a core dump";
+}
+
+TEST(LaunchFailure, OtherStatusesAreTheBrowsersOwnBusiness) {
+    EXPECT_EQ(failureOf(exited(1), 1ms), "");
+}
+
+TEST(LaunchFailure, WhatEndsLaterHasRun) {
+    EXPECT_EQ(failureOf(exited(255), earlyExitWindow), "The program ended with exit status 255");
+    EXPECT_EQ(failureOf(exited(255), earlyExitWindow + 1ns), "");
+    EXPECT_EQ(failureOf(SIGKILL, 1h), "");
 }
 
 } // namespace

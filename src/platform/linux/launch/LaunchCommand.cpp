@@ -1,7 +1,11 @@
-#include "platform/linux/launch/LaunchEnvironment.h"
+#include "platform/linux/launch/LaunchCommand.h"
+
+#include "platform/linux/applications/ExecLine.h"
+#include "platform/linux/launch/ChildProcesses.h"
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -43,7 +47,55 @@ std::optional<std::string> usable(std::optional<std::string> token) {
     return token;
 }
 
+struct Emulator {
+    const char *program;
+    const char *commandOption; ///< stands before the command; null: none is needed
+};
+
+// What the user chose comes first (xdg-terminal-exec, Debian's alternative), then what desktops bring.
+constexpr std::array<Emulator, 12> emulators = {{
+    {"xdg-terminal-exec", nullptr},
+    {"x-terminal-emulator", "-e"},
+    {"kgx", "--"},
+    {"gnome-terminal", "--"},
+    {"konsole", "-e"},
+    {"xfce4-terminal", "-x"},
+    {"mate-terminal", "-x"},
+    {"qterminal", "-e"},
+    {"foot", nullptr},
+    {"kitty", nullptr},
+    {"alacritty", "-e"},
+    {"xterm", "-e"},
+}};
+
+/// What stands before a command that is to run in a terminal window; empty when no emulator is installed.
+Command terminalPrefix(const std::string &searchPath) {
+    for (const auto &emulator : emulators) {
+        auto program = findProgram(emulator.program, searchPath);
+        if (program && emulator.commandOption != nullptr)
+            return {std::move(*program), emulator.commandOption};
+        if (program)
+            return {std::move(*program)};
+    }
+    return {};
+}
+
 } // namespace
+
+Result<std::vector<Command>> launchCommands(const DesktopEntry &entry, const std::vector<std::string> &urls,
+                                            const std::string &searchPath) {
+    auto commands = execLaunches(entry, urls);
+    if (commands.empty())
+        return Failure{entry.path + ": the Exec line cannot be used"};
+    if (!entry.terminal)
+        return commands;
+    const auto prefix = terminalPrefix(searchPath);
+    if (prefix.empty())
+        return Failure{entry.name + " needs a terminal, and none is installed"};
+    for (auto &command : commands)
+        command.insert(command.begin(), prefix.begin(), prefix.end());
+    return commands;
+}
 
 LaunchTokens tokensForLaunch(LaunchTokens received, bool wayland) {
     LaunchTokens tokens{usable(std::move(received.activationToken)), usable(std::move(received.startupID))};

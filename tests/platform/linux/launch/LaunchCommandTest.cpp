@@ -1,4 +1,6 @@
-#include "platform/linux/launch/LaunchEnvironment.h"
+#include "platform/linux/launch/LaunchCommand.h"
+
+#include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
@@ -78,6 +80,26 @@ TEST(LaunchEnvironment, SetsExactlyTheTokensOfTheLaunch) {
 TEST(LaunchEnvironment, NamesTheDesktopFileOfTheLaunch) {
     const Environment base({"GIO_LAUNCHED_DESKTOP_FILE=/ours.desktop"});
     EXPECT_EQ(launchEnvironment(base, {}, "/its.desktop").value("GIO_LAUNCHED_DESKTOP_FILE"), "/its.desktop");
+}
+
+TEST(LaunchCommands, TakeTheUsersTerminalFirst) {
+    const support::TemporaryHome home;
+    const auto bin = home.root() + "/bin";
+    DesktopEntry entry;
+    entry.name = "Web";
+    entry.exec = "web %u";
+    entry.terminal = true;
+    const auto command = [&] { return launchCommands(entry, {"x:"}, bin)->at(0); };
+    EXPECT_EQ(launchCommands(entry, {"x:"}, bin).failure().reason,
+              "Web needs a terminal, and none is installed");
+    home.writeProgram(bin + "/xterm", "");
+    EXPECT_EQ(command(), (Command{bin + "/xterm", "-e", "web", "x:"}));
+    home.writeProgram(bin + "/gnome-terminal", "");
+    EXPECT_EQ(command(), (Command{bin + "/gnome-terminal", "--", "web", "x:"}));
+    home.writeProgram(bin + "/x-terminal-emulator", "");
+    EXPECT_EQ(command(), (Command{bin + "/x-terminal-emulator", "-e", "web", "x:"}));
+    home.writeProgram(bin + "/xdg-terminal-exec", "");
+    EXPECT_EQ(command(), (Command{bin + "/xdg-terminal-exec", "web", "x:"}));
 }
 
 } // namespace

@@ -1,0 +1,199 @@
+#include "platform/linux/launch/ChildProcesses.h"
+
+#include "platform/linux/base/Text.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <string_view>
+#include <utility>
+
+namespace fernhop::freedesktop {
+namespace {
+
+constexpr const char *pidVariable = "GIO_LAUNCHED_DESKTOP_FILE_PID";
+
+// Long enough for any process identifier and the zero byte after it.
+constexpr std::size_t pidSpace = 20;
+
+/// Everything the child needs, prepared in the parent: between vfork and exec nothing may be allocated.
+struct ChildPlan {
+    const char *program;
+    const char *directory; ///< null: stay
+    char *const *arguments;
+    char *const *environment;
+    char *pidText; ///< where the child writes its identifier, `pidSpace` zero bytes
+};
+
+std::vector<char *> pointers(std::vector<std::string> &texts) {
+    std::vector<char *> result;
+    result.reserve(texts.size() + 1);
+    for (auto &text : texts)
+        result.push_back(text.data());
+    result.push_back(nullptr);
+    return result;
+}
+
+void resetSignals() {
+    struct sigaction standard = {};
+    standard.sa_handler = SIG_DFL;
+    for (int number = 1; number < NSIG; ++number)
+        sigaction(number, &standard, nullptr);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+void standardInputFromNowhere() {
+    const int nowhere = open("/dev/null", O_RDONLY);
+    if (nowhere > STDIN_FILENO)
+        dup2(nowhere, STDIN_FILENO);
+}
+
+/// Becomes the program. Returns the errno value when that fails.
+int becomeProgram(const ChildPlan &plan) {
+    setsid();
+    if (plan.directory != nullptr && chdir(plan.directory) != 0)
+        return errno;
+    standardInputFromNowhere();
+    closefrom(STDERR_FILENO + 1);
+    std::to_chars(plan.pidText, plan.pidText + pidSpace, getpid());
+    resetSignals();
+    execve(plan.program, plan.arguments, plan.environment);
+    return errno;
+}
+
+/// Blocks signals while parent and child share their memory: a handler that ran in the child would write to
+/// the parent.
+class SignalsBlocked {
+  public:
+    SignalsBlocked() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before);
+    }
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    SignalsBlocked(const SignalsBlocked &) = delete;
+    SignalsBlocked &operator=(const SignalsBlocked &) = delete;
+
+  private:
+    sigset_t before{};
+};
+
+// vfork and not fork: a failing exec is reported through shared memory at once, and no page table is copied
+// while a link waits. Kept out of line, as the child runs on this very stack frame.
+[[gnu::noinline]] Result<pid_t> runChild(const ChildPlan &plan) {
+    const SignalsBlocked blocked;
+    volatile int failure = 0;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+    const pid_t child = vfork();
+#pragma GCC diagnostic pop
+    if (child == 0) {
+        failure = becomeProgram(plan);
+        _exit(127);
+    }
+    if (child < 0)
+        return Failure::ofSystem(errno);
+    if (failure == 0)
+        return child;
+    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    return Failure::ofSystem(failure);
+}
+
+bool isExecutableFile(const std::string &path) {
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0)
+        return false;
+    if (!S_ISREG(status.st_mode) || access(path.c_str(), X_OK) != 0) {
+        errno = EACCES;
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+Result<std::string> findProgram(const std::string &name, const std::string &searchPath) {
+    if (name.empty())
+        return Failure::ofSystem(ENOENT);
+    if (name.find('/') != std::string::npos)
+        return name;
+    int failure = ENOENT;
+    for (const auto folder : pieces(searchPath, ':')) {
+        // An empty or relative folder would find programs in whatever folder the user happens to be in.
+        if (!folder.starts_with('/'))
+            continue;
+        auto path = std::string(folder) + '/' + name;
+        if (isExecutableFile(path))
+            return path;
+        if (errno == EACCES)
+            failure = EACCES;
+    }
+    return Failure::ofSystem(failure);
+}
+
+Result<pid_t> spawn(SpawnRequest request) {
+    if (request.arguments.empty())
+        return Failure::ofSystem(ENOENT);
+    const auto program =
+        findProgram(request.arguments.front(),
+                    request.environment.value("PATH").value_or("/usr/local/bin:/usr/bin:/bin"));
+    if (!program)
+        return program.failure();
+    request.environment.unset(pidVariable);
+    auto assignments = request.environment.assignments();
+    const auto prefix = std::string(pidVariable) + '=';
+    auto &pidAssignment = assignments.emplace_back(prefix + std::string(pidSpace, '\0'));
+    const auto environment = pointers(assignments);
+    const auto arguments = pointers(request.arguments);
+    return runChild({program->c_str(),
+                     request.workingDirectory.empty() ? nullptr : request.workingDirectory.c_str(),
+                     arguments.data(), environment.data(), pidAssignment.data() + prefix.size()});
+}
+
+std::optional<Failure> launchFailure(int waitStatus, std::chrono::nanoseconds lived) {
+    if (lived > earlyExitWindow)
+        return std::nullopt;
+    if (WIFSIGNALED(waitStatus))
+        return Failure{g_strsignal(WTERMSIG(waitStatus))};
+    // 126 and 127 are the shell's "cannot run" and "not found" (POSIX, Shell Command Language 2.8.2); 255 is
+    // what wrapper scripts and runtimes end with when they could not start the program.
+    switch (WEXITSTATUS(waitStatus)) {
+    case 126:
+        return Failure::ofSystem(EACCES);
+    case 127:
+        return Failure::ofSystem(ENOENT);
+    case 255:
+        return Failure{"The program ended with exit status 255"};
+    default:
+        return std::nullopt;
+    }
+}
+
+ChildWatches::~ChildWatches() {
+    for (const auto &[child, watch] : watches)
+        g_source_remove(watch.source);
+}
+
+void ChildWatches::watch(pid_t child, Ended ended) {
+    const guint source = g_child_watch_add(child, childEnded, this);
+    watches.insert_or_assign(child, Watch{source, std::move(ended)});
+}
+
+void ChildWatches::childEnded(GPid child, gint waitStatus, gpointer self) {
+    auto &watches = static_cast<ChildWatches *>(self)->watches;
+    if (const auto found = watches.find(child); found != watches.end()) {
+        const auto ended = std::move(found->second.ended);
+        watches.erase(found);
+        ended(waitStatus);
+    }
+}
+
+} // namespace fernhop::freedesktop
