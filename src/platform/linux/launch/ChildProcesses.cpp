@@ -142,9 +142,8 @@ Result<std::string> findProgram(const std::string &name, const std::string &sear
 Result<pid_t> spawn(SpawnRequest request) {
     if (request.arguments.empty())
         return Failure::ofSystem(ENOENT);
-    const auto program =
-        findProgram(request.arguments.front(),
-                    request.environment.value("PATH").value_or("/usr/local/bin:/usr/bin:/bin"));
+    const auto program = findProgram(request.arguments.front(),
+                                     request.environment.value("PATH", "/usr/local/bin:/usr/bin:/bin"));
     if (!program)
         return program.failure();
     request.environment.unset(pidVariable);

@@ -105,7 +105,7 @@ LaunchTokens tokensForLaunch(LaunchTokens received, bool wayland) {
 }
 
 bool isWaylandSession(const Environment &environment) {
-    return !environment.value("WAYLAND_DISPLAY").value_or("").empty();
+    return !environment.value("WAYLAND_DISPLAY", "").empty();
 }
 
 Environment launchEnvironment(Environment base, const LaunchTokens &tokens,

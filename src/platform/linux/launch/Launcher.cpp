@@ -72,14 +72,13 @@ void Launcher::launchOverBus(LaunchRequest request, std::shared_ptr<Outcome> out
 }
 
 void Launcher::launchProgram(LaunchRequest request, const std::shared_ptr<Outcome> &outcome) {
-    auto commands =
-        launchCommands(request.entry, request.urls, services.environment.value("PATH").value_or(""));
+    auto commands = launchCommands(request.entry, request.urls, services.environment.value("PATH", ""));
     if (!commands)
         return outcome->fail(commands.failure().reason);
     for (auto &command : *commands) {
         const auto received = std::exchange(request.tokens, announced(request));
         if (!start(request, std::move(command), outcome) && request.tokens.startupID != received.startupID)
-            withdrawStartup(services.environment.value("DISPLAY").value_or(""), *request.tokens.startupID);
+            withdrawStartup(services.environment.value("DISPLAY", ""), *request.tokens.startupID);
         request.tokens = {};
     }
 }
@@ -88,7 +87,7 @@ void Launcher::launchProgram(LaunchRequest request, const std::shared_ptr<Outcom
 // manager. One that came with the link was announced by the sender.
 LaunchTokens Launcher::announced(const LaunchRequest &request) const {
     auto tokens = request.tokens;
-    const auto display = services.environment.value("DISPLAY").value_or("");
+    const auto display = services.environment.value("DISPLAY", "");
     if (tokens.startupID || !request.activates || !request.entry.startupNotify || display.empty() ||
         isWaylandSession(services.environment))
         return tokens;

@@ -1,16 +1,56 @@
 #include "platform/linux/source/ApplicationMatcher.h"
 
+#include "platform/linux/base/PassOnPrograms.h"
 #include "platform/linux/base/Text.h"
 #include "platform/linux/source/ApplicationUnits.h"
-#include "platform/linux/source/ProgramNames.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace fernhop::freedesktop {
-
 namespace {
 
+using namespace std::string_view_literals;
+
 constexpr std::size_t rememberedUnknown = 64;
+
+constexpr std::array desktopShells{"budgie-panel"sv,
+                                   "cinnamon"sv,
+                                   "gnome-flashback"sv,
+                                   "gnome-panel"sv,
+                                   "gnome-shell"sv,
+                                   "i3"sv,
+                                   "lxpanel"sv,
+                                   "lxqt-panel"sv,
+                                   "lxqt-runner"sv,
+                                   "marco"sv,
+                                   "mate-panel"sv,
+                                   "openbox"sv,
+                                   "org.gnome.Shell"sv,
+                                   "org.kde.krunner"sv,
+                                   "org.kde.kwin_wayland"sv,
+                                   "org.kde.plasmashell"sv,
+                                   "pcmanfm-desktop"sv,
+                                   "pcmanfm-qt-desktop-pref"sv,
+                                   "plasmashell"sv,
+                                   "sway"sv,
+                                   "waybar"sv,
+                                   "xfce4-panel"sv,
+                                   "xfdesktop"sv};
+
+bool isInterpreter(std::string_view program) {
+    return isPassOnProgram(program, PassOnProgram::Kind::interpreter);
+}
+
+/// The desktop-file ID that an ID, a file name or a path stands for: without folder and ".desktop".
+std::string desktopIDOf(std::string_view text) {
+    constexpr std::string_view suffix = ".desktop";
+    std::string_view name = fileNameOf(text);
+    if (name.ends_with(suffix))
+        name.remove_suffix(suffix.size());
+    return std::string(name);
+}
 
 std::string textOf(const std::optional<pid_t> &pid) {
     return pid ? std::to_string(*pid) : std::string();
@@ -26,6 +66,10 @@ std::string keyOf(const WindowIdentity &window) {
 }
 
 } // namespace
+
+bool isDesktopShell(std::string_view desktopID) {
+    return std::ranges::find(desktopShells, desktopID) != desktopShells.end();
+}
 
 ApplicationMatcher::ApplicationMatcher(const DesktopEntries &entries, const Processes &processes,
                                        OwnApplication ownApplication)
@@ -55,7 +99,7 @@ std::optional<std::string> ApplicationMatcher::applicationNamed(const std::strin
 }
 
 std::optional<std::string> ApplicationMatcher::applicationRunning(const std::string &program) {
-    if (isGenericProgram(program))
+    if (isPassOnProgram(program))
         return std::nullopt;
     return lookUp("program " + program, [&] { return index.byProgram(program); });
 }
@@ -67,7 +111,7 @@ std::optional<std::string> ApplicationMatcher::lookUp(const std::string &what,
         readEntries();
     Answer answer = search();
     // The application may have been installed since the entries were read.
-    if (!answer && std::find(unknown.begin(), unknown.end(), what) == unknown.end()) {
+    if (!answer && std::ranges::find(unknown, what) == unknown.end()) {
         if (wasRead) {
             readEntries();
             answer = search();
@@ -130,7 +174,7 @@ std::optional<std::string> ApplicationMatcher::ofLaunch(pid_t process) const {
     if (launched != std::to_string(process))
         return std::nullopt;
     const auto program = runningProcesses.programOf(process);
-    if (program && isGenericProgram(*program) && !isInterpreter(*program))
+    if (program && isPassOnProgram(*program) && !isInterpreter(*program))
         return std::nullopt;
     const auto file = runningProcesses.variableOf(process, "GIO_LAUNCHED_DESKTOP_FILE");
     return file ? named(*file) : std::nullopt;
@@ -141,12 +185,11 @@ std::optional<std::string> ApplicationMatcher::ofProgram(pid_t process) const {
     if (!program)
         return std::nullopt;
     if (!isInterpreter(*program))
-        return isGenericProgram(*program) ? std::nullopt : index.byProgram(*program);
+        return index.byProgram(*program);
     const auto arguments = runningProcesses.argumentsOf(process);
     if (arguments.size() < 2 || arguments[1].starts_with('-'))
         return std::nullopt;
-    const std::string script(fileNameOf(arguments[1]));
-    return isGenericProgram(script) ? std::nullopt : index.byProgram(script);
+    return index.byProgram(std::string(fileNameOf(arguments[1])));
 }
 
 std::optional<std::string> ApplicationMatcher::named(const std::string &text) const {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -20,6 +21,10 @@ struct WindowIdentity {
     std::vector<std::string> applicationIDs; ///< IDs that the toolkit gives beside the names
     std::optional<pid_t> pid;                ///< the process, where the session knows it
 };
+
+/// Whether this is the desktop-file ID of a part of the desktop itself: its shell, panel or window manager.
+/// Users open links with these, not in them.
+[[nodiscard]] bool isDesktopShell(std::string_view desktopID);
 
 /// This process as an application.
 struct OwnApplication {

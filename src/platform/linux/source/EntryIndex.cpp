@@ -1,12 +1,14 @@
 #include "platform/linux/source/EntryIndex.h"
 
-#include "platform/linux/source/ProgramNames.h"
+#include "platform/Ascii.h"
+#include "platform/linux/applications/ExecLine.h"
+#include "platform/linux/base/PassOnPrograms.h"
+#include "platform/linux/base/Text.h"
 
 #include <algorithm>
 #include <limits>
 
 namespace fernhop::freedesktop {
-
 namespace {
 
 std::optional<std::string> find(const std::unordered_map<std::string, std::string> &map,
@@ -16,17 +18,48 @@ std::optional<std::string> find(const std::unordered_map<std::string, std::strin
 }
 
 std::string withHyphens(std::string text) {
-    std::replace(text.begin(), text.end(), ' ', '-');
+    std::ranges::replace(text, ' ', '-');
     return text;
 }
 
-/// The fewer the better; what menus hide comes after all else.
+/// The lower the better; entries that menus hide come last.
 unsigned rankOf(const DesktopEntry &entry) {
     constexpr unsigned hidden = std::numeric_limits<unsigned>::max() / 2;
-    const auto blanks = std::count(entry.exec.begin(), entry.exec.end(), ' ');
-    const auto codes = std::count(entry.exec.begin(), entry.exec.end(), '%');
+    const auto blanks = std::ranges::count(entry.exec, ' ');
+    const auto codes = std::ranges::count(entry.exec, '%');
     return (entry.noDisplay ? hidden : 0) +
            static_cast<unsigned>(std::max(blanks - codes, decltype(blanks){0}));
+}
+
+bool isAssignment(std::string_view argument) {
+    const auto equals = argument.find('=');
+    return equals != std::string_view::npos && argument.substr(0, equals).find('/') == std::string_view::npos;
+}
+
+/// The place of what `env` runs, after its options and assignments.
+std::size_t commandOfEnv(const std::vector<ExecWord> &words) {
+    std::size_t place = 1;
+    for (; place < words.size(); ++place) {
+        const std::string &word = words[place].text;
+        if (word == "-u" || word == "--unset" || word == "-C" || word == "--chdir")
+            ++place;
+        else if (!isAssignment(word) && !word.starts_with('-'))
+            break;
+    }
+    return place;
+}
+
+/// The file name of the program that an Exec line runs, `env` and its assignments skipped; empty when the
+/// line cannot be parsed, or when the program only runs or opens something else.
+std::string programOfExec(const std::string &exec) {
+    const auto words = execWords(exec);
+    if (!words || words->empty())
+        return {};
+    const std::size_t place = fileNameOf(words->front().text) == "env" ? commandOfEnv(*words) : 0;
+    if (place >= words->size())
+        return {};
+    const std::string_view name = fileNameOf((*words)[place].text);
+    return isPassOnProgram(name) ? std::string() : std::string(name);
 }
 
 } // namespace
@@ -34,11 +67,11 @@ unsigned rankOf(const DesktopEntry &entry) {
 EntryIndex::EntryIndex(const std::vector<DesktopEntry> &entries) {
     for (const auto &entry : entries)
         add(entry);
-    // Exact spellings are all in place; other ones may only fill gaps.
+    // All exact spellings have been added; lower case only fills the gaps.
     for (const auto &entry : entries) {
-        ids.try_emplace(asciiLowercased(entry.id), entry.id);
+        ids.try_emplace(ascii::lowercased(entry.id), entry.id);
         if (!entry.startupWMClass.empty())
-            windowClasses.try_emplace(asciiLowercased(entry.startupWMClass), entry.id);
+            windowClasses.try_emplace(ascii::lowercased(entry.startupWMClass), entry.id);
     }
 }
 
@@ -67,19 +100,19 @@ void EntryIndex::addLastWord(const std::string &id) {
     const auto dot = id.rfind('.');
     if (dot == std::string::npos)
         return;
-    const auto [place, isNew] = lastWords.try_emplace(asciiLowercased(id.substr(dot + 1)), id);
+    const auto [place, isNew] = lastWords.try_emplace(ascii::lowercased(id.substr(dot + 1)), id);
     if (!isNew)
         place->second.clear();
 }
 
 std::optional<std::string> EntryIndex::byWindowClass(const std::string &name) const {
     const auto exact = find(windowClasses, name);
-    return exact ? exact : find(windowClasses, asciiLowercased(name));
+    return exact ? exact : find(windowClasses, ascii::lowercased(name));
 }
 
 std::optional<std::string> EntryIndex::byID(const std::string &id) const {
     const auto exact = find(ids, id);
-    return exact ? exact : find(ids, withHyphens(asciiLowercased(id)));
+    return exact ? exact : find(ids, withHyphens(ascii::lowercased(id)));
 }
 
 std::optional<std::string> EntryIndex::byPath(const std::string &path) const {
@@ -92,7 +125,7 @@ std::optional<std::string> EntryIndex::byProgram(const std::string &fileName) co
 }
 
 std::optional<std::string> EntryIndex::byLastWord(const std::string &word) const {
-    return find(lastWords, asciiLowercased(word));
+    return find(lastWords, ascii::lowercased(word));
 }
 
 } // namespace fernhop::freedesktop

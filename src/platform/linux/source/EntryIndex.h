@@ -10,9 +10,9 @@
 
 namespace fernhop::freedesktop {
 
-/// Finds desktop entries by what windows and processes tell. Holds the few words of each entry that this
-/// takes; an earlier entry wins over a later one that says the same. Every answer is a desktop-file ID, and
-/// empty text finds nothing.
+/// Finds desktop entries by the names that windows and processes show. Holds only the words of each entry
+/// that this needs; the first of several entries with the same word wins. Every answer is a desktop-file ID,
+/// and empty text finds nothing.
 class EntryIndex {
   public:
     EntryIndex() = default;
@@ -28,7 +28,8 @@ class EntryIndex {
     [[nodiscard]] std::optional<std::string> byPath(const std::string &path) const;
 
     /// The entry whose Exec runs a program of this file name; of several the plainest: shown in menus, and
-    /// started with the fewest arguments of its own.
+    /// with the fewest arguments of its own. Shells, link openers and other programs that run something else
+    /// belong to no entry.
     [[nodiscard]] std::optional<std::string> byProgram(const std::string &fileName) const;
 
     /// The only entry whose ID ends in this after a dot, letter case ignored ("konsole" finds

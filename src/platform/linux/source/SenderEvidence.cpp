@@ -1,9 +1,6 @@
 #include "platform/linux/source/SenderEvidence.h"
 
-#include "platform/linux/source/ProgramNames.h"
-
 namespace fernhop::freedesktop {
-
 namespace {
 
 /// What the desktop entry of Fernhop runs for links.

@@ -2,7 +2,6 @@
 
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
-#include "platform/linux/source/ProgramNames.h"
 
 #include <gtest/gtest.h>
 
@@ -170,24 +169,31 @@ TEST_F(ApplicationMatcherTest, TheDiskIsReadAgainOnlyForWhatIsNew) {
     EXPECT_EQ(entries.scans, 3);
 }
 
-TEST(ProgramNames, AnExecLineNamesItsProgram) {
-    EXPECT_EQ(programOfExec("firefox-esr %u"), "firefox-esr");
-    EXPECT_EQ(programOfExec("\"/opt/My Editor/my editor\" --x %F"), "my editor");
-    EXPECT_EQ(programOfExec("env GTK_THEME=dark -i /usr/bin/mail"), "mail");
-    EXPECT_EQ(programOfExec("env -u LANG -S /usr/bin/mail"), "mail");
-    EXPECT_EQ(programOfExec("env A=b C=d /usr/bin/mail %U"), "mail");
-    EXPECT_EQ(programOfExec("env"), "");
-    EXPECT_EQ(programOfExec("\"unbalanced"), "");
-    EXPECT_EQ(programOfExec(""), "");
-    EXPECT_EQ(programOfExec("xdg-open x"), "");
-    EXPECT_EQ(programOfExec("fernhop-open %U"), "");
+TEST(EntryIndex, FindsTheProgramOfAnExecLine) {
+    const auto runs = [](const std::string &exec, const std::string &program) {
+        DesktopEntry entry;
+        entry.id = "found";
+        entry.exec = exec;
+        return EntryIndex({entry}).byProgram(program) == "found";
+    };
+    EXPECT_TRUE(runs("firefox-esr %u", "firefox-esr"));
+    EXPECT_TRUE(runs("\"/opt/My Editor/my editor\" --x %F", "my editor"));
+    EXPECT_TRUE(runs("env GTK_THEME=dark -i /usr/bin/mail", "mail"));
+    EXPECT_TRUE(runs("env -u LANG -S /usr/bin/mail", "mail"));
+    EXPECT_TRUE(runs("env A=b C=d /usr/bin/mail %U", "mail"));
+    EXPECT_FALSE(runs("env", "env"));
+    EXPECT_FALSE(runs("\"unbalanced", "unbalanced"));
+    EXPECT_FALSE(runs("", ""));
+    EXPECT_FALSE(runs("xdg-open x", "xdg-open"));
+    EXPECT_FALSE(runs("fernhop-open %U", "fernhop-open"));
 }
 
-TEST(ProgramNames, AnIDIsReadFromAPath) {
-    EXPECT_EQ(desktopIDOf("/usr/share/applications/org.example.App.desktop"), "org.example.App");
-    EXPECT_EQ(desktopIDOf("org.example.App.desktop"), "org.example.App");
-    EXPECT_EQ(desktopIDOf("org.example.App"), "org.example.App");
-    EXPECT_EQ(desktopIDOf(""), "");
+TEST_F(ApplicationMatcherTest, AnApplicationIsNamedByIDFileNameOrPath) {
+    entries.install("org.example.App");
+    for (const std::string name :
+         {"/elsewhere/org.example.App.desktop", "org.example.App.desktop", "org.example.App"})
+        EXPECT_EQ(matcher.applicationNamed(name), "org.example.App") << name;
+    EXPECT_EQ(matcher.applicationNamed(""), std::nullopt);
 }
 
 } // namespace
