@@ -70,8 +70,7 @@ void checkFile(const std::filesystem::path &file, const std::string &bytes) {
 
     PropertyListDefaults defaults(file, isReadableSetting);
     const auto before = readAll(defaults);
-    defaults.setObject(PropertyValue{"text"}, "fuzzed");
-    if (defaults.lastWriteError()) {
+    if (!defaults.setObject(PropertyValue{"text"}, "fuzzed")) {
         require(read(file) == bytes);
         return;
     }

@@ -66,13 +66,8 @@ CommandResult carryOut(const command::AddURLRule &rule, const Call &call) {
     if (const auto *failure = std::get_if<CommandResult>(&browser))
         return *failure;
     const auto &bundleID = std::get<std::string>(browser);
-    call.context.preferences.addURLRule(rule.pattern, bundleID);
-
-    const auto rules = call.context.preferences.urlRules();
-    const auto stored = std::ranges::find_if(rules, [&](const URLRule &candidate) {
-        return text::caseInsensitiveEqual(candidate.pattern, text::trimmed(rule.pattern));
-    });
-    if (stored == rules.end() || stored->browserBundleID != bundleID)
+    const auto stored = call.context.preferences.addURLRule(rule.pattern, bundleID);
+    if (!stored)
         return failed(notStored);
     return ruleStored(describeRule(*stored, call.context), call.context);
 }
@@ -86,10 +81,7 @@ CommandResult carryOut(const command::EditURLRule &edit, const Call &call) {
     if (!hasRule(call.context.preferences, edit.id))
         return noSuchRule(edit.id);
     const URLRule wanted{edit.id, std::string(text::trimmed(edit.pattern)), std::get<std::string>(browser)};
-    call.context.preferences.updateURLRule(wanted.id, wanted.pattern, wanted.browserBundleID);
-
-    const auto rules = call.context.preferences.urlRules();
-    if (std::ranges::find(rules, wanted) == rules.end())
+    if (!call.context.preferences.updateURLRule(wanted.id, wanted.pattern, wanted.browserBundleID))
         return failed(notStored);
     return ruleStored(describeRule(wanted, call.context), call.context);
 }
@@ -98,9 +90,9 @@ CommandResult carryOut(const command::RemoveURLRule &rule, const Call &call) {
     Preferences &preferences = call.context.preferences;
     if (!hasRule(preferences, rule.id))
         return noSuchRule(rule.id);
-    preferences.removeURLRule(rule.id);
+    const bool isStored = preferences.removeURLRule(rule.id);
     call.context.controller.rebuildMenu();
-    return hasRule(preferences, rule.id) ? failed(notStored) : done("");
+    return isStored ? done("") : failed(notStored);
 }
 
 CommandResult carryOut(const command::SetAppRule &rule, const Call &call) {
@@ -112,11 +104,7 @@ CommandResult carryOut(const command::SetAppRule &rule, const Call &call) {
         return *failure;
     const auto &source = std::get<std::string>(app);
     const auto &bundleID = std::get<std::string>(browser);
-    call.context.preferences.setBrowser(bundleID, source);
-
-    const auto rules = call.context.preferences.appRules();
-    const auto stored = rules.find(source);
-    if (stored == rules.end() || stored->second != bundleID)
+    if (!call.context.preferences.setBrowser(bundleID, source))
         return failed(notStored);
     return ruleStored("Links from " + describeApplication(source, call.context) + " -> " +
                           describeApplication(bundleID, call.context),
@@ -128,9 +116,9 @@ CommandResult carryOut(const command::RemoveAppRule &rule, const Call &call) {
     if (const auto *failure = std::get_if<CommandResult>(&app))
         return *failure;
     const auto &source = std::get<std::string>(app);
-    call.context.preferences.removeRule(source);
+    const bool isStored = call.context.preferences.removeRule(source);
     call.context.controller.rebuildMenu();
-    return call.context.preferences.appRules().contains(source) ? failed(notStored) : done("");
+    return isStored ? done("") : failed(notStored);
 }
 
 } // namespace fernhop::cli

@@ -115,18 +115,19 @@ SettingsDocument storedSettings(const Preferences &preferences) {
 
 bool storeSettings(const SettingsDocument &document, Preferences &preferences) {
     UserDefaults &defaults = preferences.userDefaults();
-    bool stored = false;
-    defaults.update([&] {
-        preferences.setURLRules(document.urlRules);
+    // Where nothing can be written, what is there already may still be imported.
+    const bool isThereAlready = storedSettings(preferences) == document;
+    bool isEncoded = false;
+    const bool isStored = defaults.update([&] {
+        isEncoded = preferences.setURLRules(document.urlRules);
         defaults.setObject(PropertyValue{propertiesOf(document.appRules)}, settingsKey::appRules);
         std::optional<PropertyValue> fallback;
         if (document.routingFallbackBrowserID)
             fallback = PropertyValue{*document.routingFallbackBrowserID};
         defaults.setObject(std::move(fallback), settingsKey::routingFallbackBrowserID);
         defaults.setBool(document.restoresDefaultBrowserOnQuit, settingsKey::restoresDefaultBrowserOnQuit);
-        stored = storedSettings(preferences) == document;
     });
-    return stored;
+    return isThereAlready || (isEncoded && isStored);
 }
 
 std::string encodeSettings(const SettingsDocument &document) {

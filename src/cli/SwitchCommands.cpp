@@ -56,9 +56,7 @@ CommandResult carryOut(const command::SetDefault &choice, const Call &call) {
 CommandResult carryOut(const command::RestoreOnQuit &restore, const Call &call) {
     ui::Button checkBox;
     checkBox.state = restore.on ? ui::ControlState::on : ui::ControlState::off;
-    call.context.defaultHandlers.toggleRestoreDefaultBrowserOnQuit(&checkBox);
-    const UserDefaults &defaults = call.context.preferences.userDefaults();
-    if (defaults.boolForKey(settingsKey::restoresDefaultBrowserOnQuit) != restore.on)
+    if (!call.context.defaultHandlers.toggleRestoreDefaultBrowserOnQuit(&checkBox))
         return failed("The change could not be stored.");
     return done(std::string("The default browser is ") + (restore.on ? "" : "not ") +
                 "restored when Fernhop ends.\n");

@@ -86,12 +86,13 @@ void DefaultHandlerControl::updateDefaultBrowserFromWindow(const Object *sender)
     rebuildMenu();
 }
 
-void DefaultHandlerControl::toggleRestoreDefaultBrowserOnQuit(const Object *sender) {
-    sources.defaults.update([&] {
+bool DefaultHandlerControl::toggleRestoreDefaultBrowserOnQuit(const Object *sender) {
+    const bool isStored = sources.defaults.update([&] {
         const bool stored = sources.defaults.boolForKey(settingsKey::restoresDefaultBrowserOnQuit);
         sources.defaults.setBool(restoreWantedBy(sender, stored), settingsKey::restoresDefaultBrowserOnQuit);
     });
     rebuildMenu();
+    return isStored;
 }
 
 void DefaultHandlerControl::restoreSystemDefaultBrowserOnQuitIfNeeded() {

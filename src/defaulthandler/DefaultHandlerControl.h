@@ -65,8 +65,9 @@ class DefaultHandlerControl {
     void updateDefaultBrowserFromWindow(const Object *sender);
 
     /// Changes whether the default browser is restored on quit: to the state of a check box, to the opposite
-    /// of a menu item's, with any other sender to the opposite of the stored value.
-    void toggleRestoreDefaultBrowserOnQuit(const Object *sender);
+    /// of a menu item's, with any other sender to the opposite of the stored value. False when the
+    /// change could not be stored.
+    bool toggleRestoreDefaultBrowserOnQuit(const Object *sender);
 
     /// Hands the default role back when the user wants that, Fernhop has it and a browser is known.
     void restoreSystemDefaultBrowserOnQuitIfNeeded();

@@ -10,8 +10,8 @@
 namespace fernhop {
 
 /// The application's own settings, key by key, kept by the platform across runs. Main thread only. Reads see
-/// what was last written, by this process or another one; nothing is cached by the caller. No call fails
-/// visibly: what cannot be read is absent, what cannot be written is dropped.
+/// what was last written, by this process or another one; nothing is cached by the caller. What cannot be
+/// read is absent, what cannot be written is dropped; a write says which of the two happened.
 class UserDefaults {
   public:
     virtual ~UserDefaults() = default;
@@ -29,15 +29,17 @@ class UserDefaults {
     /// like a yes ("YES", "true", a digit 1 to 9); absent, or of another type, is false.
     [[nodiscard]] virtual bool boolForKey(std::string_view key) const = 0;
 
-    /// Stores `value` under `key` at once; no value removes the key.
-    virtual void setObject(std::optional<PropertyValue> value, std::string_view key) = 0;
+    /// Stores `value` under `key` at once; no value removes the key. False when it was dropped. Within an
+    /// update the value is stored with that one, whose result counts too.
+    virtual bool setObject(std::optional<PropertyValue> value, std::string_view key) = 0;
 
-    /// Stores a Boolean under `key` at once.
-    virtual void setBool(bool value, std::string_view key) = 0;
+    /// Stores a Boolean under `key`, as `setObject` does.
+    virtual bool setBool(bool value, std::string_view key) = 0;
 
     /// Runs `change`, which reads and then writes, as one update: where other processes can write too, they
-    /// wait, so that no update is lost. Updates may nest.
-    virtual void update(const std::function<void()> &change) = 0;
+    /// wait, so that no update is lost. Updates may nest. False when anything that `change` wrote was
+    /// dropped.
+    virtual bool update(const std::function<void()> &change) = 0;
 };
 
 } // namespace fernhop

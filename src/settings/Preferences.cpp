@@ -36,16 +36,25 @@ std::optional<URLRule> Preferences::firstURLRule(const std::function<bool(std::s
     return json && visitURLRules(*json, test) ? first : std::nullopt;
 }
 
-void Preferences::setURLRules(const std::vector<URLRule> &rules) {
-    if (auto json = encodeURLRules(rules))
-        defaults.setObject(PropertyValue{PropertyData{*std::move(json)}}, settingsKey::urlRules);
+bool Preferences::setURLRules(const std::vector<URLRule> &rules) {
+    auto json = encodeURLRules(rules);
+    return json && defaults.setObject(PropertyValue{PropertyData{*std::move(json)}}, settingsKey::urlRules);
 }
 
-void Preferences::removeURLRule(std::string_view id) {
-    defaults.update([&] {
+/// Changes the stored rules in one update, unless `change` says that there is nothing to store.
+bool Preferences::changeURLRules(const std::function<bool(std::vector<URLRule> &)> &change) {
+    bool isWritten = false;
+    const bool isStored = defaults.update([&] {
         std::vector<URLRule> rules = urlRules();
+        isWritten = change(rules) && setURLRules(rules);
+    });
+    return isWritten && isStored;
+}
+
+bool Preferences::removeURLRule(std::string_view id) {
+    return changeURLRules([id](std::vector<URLRule> &rules) {
         std::erase_if(rules, [id](const URLRule &rule) { return rule.id == id; });
-        setURLRules(rules);
+        return true;
     });
 }
 
@@ -63,52 +72,50 @@ AppRules Preferences::appRules() const {
     return rules;
 }
 
-void Preferences::setBrowser(const std::string &browserBundleID, const std::string &forApp) {
-    defaults.update([&] {
+bool Preferences::changeAppRules(const std::function<void(AppRules &)> &change) {
+    return defaults.update([&] {
         AppRules rules = appRules();
-        rules.insert_or_assign(forApp, browserBundleID);
+        change(rules);
         defaults.setObject(asProperty(rules), settingsKey::appRules);
     });
 }
 
-void Preferences::removeRule(const std::string &forApp) {
-    defaults.update([&] {
-        AppRules rules = appRules();
-        rules.erase(forApp);
-        defaults.setObject(asProperty(rules), settingsKey::appRules);
-    });
+bool Preferences::setBrowser(const std::string &browserBundleID, const std::string &forApp) {
+    return changeAppRules([&](AppRules &rules) { rules.insert_or_assign(forApp, browserBundleID); });
 }
 
-void Preferences::addURLRule(std::string_view pattern, const std::string &browserBundleID) {
+bool Preferences::removeRule(const std::string &forApp) {
+    return changeAppRules([&](AppRules &rules) { rules.erase(forApp); });
+}
+
+std::optional<URLRule> Preferences::addURLRule(std::string_view pattern, const std::string &browserBundleID) {
     const std::string_view trimmed = text::trimmed(pattern);
     if (trimmed.empty())
-        return;
-    defaults.update([&] {
-        std::vector<URLRule> rules = urlRules();
-        const auto same = std::ranges::find_if(rules, [trimmed](const URLRule &rule) {
-            return text::caseInsensitiveEqual(rule.pattern, trimmed);
+        return std::nullopt;
+    URLRule added;
+    const bool isStored = changeURLRules([&](std::vector<URLRule> &rules) {
+        auto rule = std::ranges::find_if(rules, [trimmed](const URLRule &candidate) {
+            return text::caseInsensitiveEqual(candidate.pattern, trimmed);
         });
-        if (same == rules.end())
-            rules.push_back({text::makeUuid(), std::string(trimmed), browserBundleID});
-        else
-            same->browserBundleID = browserBundleID;
-        setURLRules(rules);
+        if (rule == rules.end())
+            rule = rules.insert(rule, {text::makeUuid(), std::string(trimmed), {}});
+        rule->browserBundleID = browserBundleID;
+        added = *rule;
+        return true;
     });
+    return isStored ? std::optional(added) : std::nullopt;
 }
 
-void Preferences::updateURLRule(std::string_view id, std::string_view pattern,
+bool Preferences::updateURLRule(std::string_view id, std::string_view pattern,
                                 const std::string &browserBundleID) {
     const std::string_view trimmed = text::trimmed(pattern);
-    if (trimmed.empty())
-        return;
-    defaults.update([&] {
-        std::vector<URLRule> rules = urlRules();
+    return !trimmed.empty() && changeURLRules([&](std::vector<URLRule> &rules) {
         const auto rule = std::ranges::find(rules, id, &URLRule::id);
         if (rule == rules.end())
-            return;
+            return false;
         rule->pattern = trimmed;
         rule->browserBundleID = browserBundleID;
-        setURLRules(rules);
+        return true;
     });
 }
 

@@ -25,7 +25,7 @@ using AppRules = std::map<std::string, std::string, std::less<>>;
 
 /// The store of the user's choices. Main thread only. Nothing is cached: each read goes to the settings, each
 /// change is written at once. No operation fails visibly: what cannot be read is empty, what cannot be
-/// written is dropped.
+/// written is dropped. Each change says whether it is stored now; one that changes nothing is not.
 class Preferences {
   public:
     /// `defaults` must outlive this object.
@@ -38,29 +38,33 @@ class Preferences {
     [[nodiscard]] std::optional<URLRule>
     firstURLRule(const std::function<bool(std::string_view pattern)> &matches) const;
     /// Replaces all URL rules. Rules that cannot be encoded leave the stored ones as they are.
-    void setURLRules(const std::vector<URLRule> &rules);
+    bool setURLRules(const std::vector<URLRule> &rules);
     /// Removes every URL rule with this identifier and stores the others in their order, also when there is
     /// none.
-    void removeURLRule(std::string_view id);
+    bool removeURLRule(std::string_view id);
 
     /// The app rules; empty when absent, not a dictionary, or when any value in it is no string.
     [[nodiscard]] AppRules appRules() const;
     /// Adds or replaces the app rule of a source application.
-    void setBrowser(const std::string &browserBundleID, const std::string &forApp);
+    bool setBrowser(const std::string &browserBundleID, const std::string &forApp);
     /// Removes the app rule of a source application; the dictionary is written back in any case.
-    void removeRule(const std::string &forApp);
+    bool removeRule(const std::string &forApp);
 
     /// Adds a rule at the end, or gives the first rule with the same pattern, letter case ignored, a new
-    /// browser. The pattern is trimmed; an empty one changes nothing.
-    void addURLRule(std::string_view pattern, const std::string &browserBundleID);
+    /// browser. The pattern is trimmed; an empty one changes nothing. The rule as it is stored; nothing when
+    /// it is not.
+    std::optional<URLRule> addURLRule(std::string_view pattern, const std::string &browserBundleID);
     /// Changes the rule with this identifier in its place. An empty trimmed pattern, or no such rule, changes
     /// nothing.
-    void updateURLRule(std::string_view id, std::string_view pattern, const std::string &browserBundleID);
+    bool updateURLRule(std::string_view id, std::string_view pattern, const std::string &browserBundleID);
 
     /// The settings themselves, for the single values that are read and written by key.
     [[nodiscard]] UserDefaults &userDefaults() const { return defaults; }
 
   private:
+    bool changeURLRules(const std::function<bool(std::vector<URLRule> &rules)> &change);
+    bool changeAppRules(const std::function<void(AppRules &rules)> &change);
+
     UserDefaults &defaults;
 };
 

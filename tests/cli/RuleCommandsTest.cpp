@@ -188,19 +188,14 @@ TEST_F(Namesakes, AnIdentifierWinsOverAName) {
     EXPECT_EQ(preferences().urlRules().front().browserBundleID, alpha);
 }
 
-/// Settings that do not take what is written.
-class ReadOnlyDefaults : public fakes::FakeUserDefaults {
-  public:
-    void setObject(std::optional<PropertyValue>, std::string_view) override {}
-};
-
 TEST(UnwritableSettings, AreReportedByEveryChange) {
     World world;
     world.setDefaultBrowser(world.own);
     world.preferences().setURLRules({{"1", "a.example", world.alpha}});
     world.preferences().setBrowser(world.alpha, world.editor);
-    ReadOnlyDefaults defaults;
+    fakes::FakeUserDefaults defaults;
     defaults.stored = world.defaults.stored;
+    defaults.refusesWrites = true;
     ApplicationLayout layout = macApplicationLayout(world.applications);
     LocalSession session({world.workspace, world.launchServices, defaults, world.applications,
                           world.applications, world.sound, layout, world.report});

@@ -18,7 +18,7 @@ class UserDefaultsContract : public testing::Test {
     Backend backend;
     UserDefaults &defaults = backend.defaults;
 
-    void set(PropertyValue value) { defaults.setObject(std::move(value), "key"); }
+    void set(PropertyValue value) { EXPECT_TRUE(defaults.setObject(std::move(value), "key")); }
 };
 
 TYPED_TEST_SUITE_P(UserDefaultsContract);
@@ -62,7 +62,7 @@ TYPED_TEST_P(UserDefaultsContract, EachTypeReadsAsWritten) {
     }
 
     for (const bool truth : {true, false}) {
-        this->defaults.setBool(truth, "key");
+        EXPECT_TRUE(this->defaults.setBool(truth, "key"));
         EXPECT_EQ(this->defaults.boolForKey("key"), truth);
     }
 }
@@ -119,9 +119,9 @@ TYPED_TEST_P(UserDefaultsContract, NumbersAndTextsReadAsBooleans) {
 TYPED_TEST_P(UserDefaultsContract, NoValueRemovesTheKey) {
     this->defaults.setObject(PropertyValue{"kept"}, "other");
     this->set(PropertyValue{"text"});
-    this->defaults.setObject(std::nullopt, "key");
+    EXPECT_TRUE(this->defaults.setObject(std::nullopt, "key"));
     EXPECT_EQ(this->defaults.stringForKey("key"), std::nullopt);
-    this->defaults.setObject(std::nullopt, "key");
+    EXPECT_TRUE(this->defaults.setObject(std::nullopt, "key")) << "an absent key is removed already";
     EXPECT_EQ(this->defaults.stringForKey("other"), "kept");
 }
 
@@ -136,12 +136,13 @@ TYPED_TEST_P(UserDefaultsContract, KeysDoNotTouchEachOther) {
 
 TYPED_TEST_P(UserDefaultsContract, UpdatesReadWhatTheyWroteAndNest) {
     this->set(PropertyValue{"0"});
-    this->defaults.update([&] {
+    EXPECT_TRUE(this->defaults.update([] {})) << "nothing is dropped";
+    EXPECT_TRUE(this->defaults.update([&] {
         this->set(PropertyValue{*this->defaults.stringForKey("key") + "1"});
         this->defaults.update([&] { this->set(PropertyValue{*this->defaults.stringForKey("key") + "2"}); });
         EXPECT_EQ(this->defaults.stringForKey("key"), "012");
         this->set(PropertyValue{*this->defaults.stringForKey("key") + "3"});
-    });
+    }));
     EXPECT_EQ(this->defaults.stringForKey("key"), "0123");
 }
 

@@ -12,6 +12,7 @@ namespace fernhop::fakes {
 class FakeUserDefaults : public UserDefaults {
   public:
     PropertyDictionary stored;
+    bool refusesWrites = false; ///< every write is dropped
     int writes = 0;
     int updates = 0;
     std::vector<PropertyDictionary> history; ///< `stored` after each write
@@ -48,23 +49,32 @@ class FakeUserDefaults : public UserDefaults {
         return valueOf<bool>(key).value_or(false);
     }
 
-    void setObject(std::optional<PropertyValue> value, std::string_view key) override {
+    bool setObject(std::optional<PropertyValue> value, std::string_view key) override {
+        if (refusesWrites) {
+            hasDropped = true;
+            return false;
+        }
         ++writes;
         if (value)
             stored.insert_or_assign(std::string(key), std::move(*value));
         else
             stored.erase(std::string(key));
         history.push_back(stored);
+        return true;
     }
 
-    void setBool(bool value, std::string_view key) override { setObject(PropertyValue{value}, key); }
+    bool setBool(bool value, std::string_view key) override { return setObject(PropertyValue{value}, key); }
 
-    void update(const std::function<void()> &change) override {
+    bool update(const std::function<void()> &change) override {
         ++updates;
+        hasDropped = false;
         change();
+        return !hasDropped;
     }
 
   private:
+    bool hasDropped = false; ///< in the latest update
+
     template <typename Type>
     std::optional<Type> valueOf(std::string_view key) const {
         const auto found = stored.find(key);

@@ -117,6 +117,27 @@ TEST_F(PreferencesTest, AddingReplacesUnreadableURLRules) {
     EXPECT_EQ(preferences.urlRules()[0].pattern, "docs.example");
 }
 
+TEST_F(PreferencesTest, EachChangeSaysWhetherItIsStored) {
+    EXPECT_TRUE(preferences.setURLRules({docs}));
+    const auto added = preferences.addURLRule(" new ", "falkon");
+    ASSERT_TRUE(added);
+    EXPECT_EQ(preferences.urlRules().back(), *added);
+    EXPECT_TRUE(preferences.updateURLRule(docs.id, "newer", "falkon"));
+    EXPECT_FALSE(preferences.updateURLRule(docs.id, " ", "falkon"));
+    EXPECT_FALSE(preferences.updateURLRule("no such rule", "newer", "falkon"));
+    EXPECT_FALSE(preferences.updateURLRule(docs.id, "\xFF", "falkon"));
+    EXPECT_TRUE(preferences.removeURLRule(docs.id));
+    EXPECT_TRUE(preferences.setBrowser("falkon", "editor"));
+    EXPECT_TRUE(preferences.removeRule("editor"));
+    defaults.refusesWrites = true;
+    EXPECT_FALSE(preferences.setURLRules({docs}));
+    EXPECT_EQ(preferences.addURLRule("new", "okular"), std::nullopt);
+    EXPECT_FALSE(preferences.updateURLRule(added->id, "newest", "falkon"));
+    EXPECT_FALSE(preferences.removeURLRule(added->id));
+    EXPECT_FALSE(preferences.setBrowser("falkon", "editor"));
+    EXPECT_FALSE(preferences.removeRule("editor"));
+}
+
 TEST_F(PreferencesTest, RulesThatCannotBeEncodedAreNotWritten) {
     preferences.setURLRules({docs});
     preferences.setURLRules({mail, {"3", "\xFF", "b"}});

@@ -11,9 +11,9 @@ class StandardDefaults : public UserDefaults {
     [[nodiscard]] std::optional<std::string> dataForKey(std::string_view key) const override;
     [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) const override;
     [[nodiscard]] bool boolForKey(std::string_view key) const override;
-    void setObject(std::optional<PropertyValue> value, std::string_view key) override;
-    void setBool(bool value, std::string_view key) override;
-    void update(const std::function<void()> &change) override;
+    bool setObject(std::optional<PropertyValue> value, std::string_view key) override;
+    bool setBool(bool value, std::string_view key) override;
+    bool update(const std::function<void()> &change) override;
 };
 
 } // namespace fernhop::macos

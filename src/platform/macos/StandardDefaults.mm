@@ -45,24 +45,28 @@ bool StandardDefaults::boolForKey(std::string_view key) const {
     }
 }
 
-void StandardDefaults::setObject(std::optional<PropertyValue> value, std::string_view key) {
+// The system reports no failure: it keeps every value of these types, and writes the domain later.
+bool StandardDefaults::setObject(std::optional<PropertyValue> value, std::string_view key) {
     @autoreleasepool {
         if (value)
             [defaults() setObject:toPropertyList(*value) forKey:toNSString(key)];
         else
             [defaults() removeObjectForKey:toNSString(key)];
     }
+    return true;
 }
 
-void StandardDefaults::setBool(bool value, std::string_view key) {
+bool StandardDefaults::setBool(bool value, std::string_view key) {
     @autoreleasepool {
         [defaults() setBool:value forKey:toNSString(key)];
     }
+    return true;
 }
 
 // Only this process writes the domain, and only on its main thread.
-void StandardDefaults::update(const std::function<void()> &change) {
+bool StandardDefaults::update(const std::function<void()> &change) {
     change();
+    return true;
 }
 
 } // namespace fernhop::macos

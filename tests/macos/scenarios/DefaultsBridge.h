@@ -15,9 +15,9 @@ class DefaultsBridge : public UserDefaults {
     std::optional<std::string> dataForKey(std::string_view key) const override;
     std::optional<std::string> stringForKey(std::string_view key) const override;
     bool boolForKey(std::string_view key) const override;
-    void setObject(std::optional<PropertyValue> value, std::string_view key) override;
-    void setBool(bool value, std::string_view key) override;
-    void update(const std::function<void()> &change) override;
+    bool setObject(std::optional<PropertyValue> value, std::string_view key) override;
+    bool setBool(bool value, std::string_view key) override;
+    bool update(const std::function<void()> &change) override;
 
   private:
     [[nodiscard]] const StandardDefaults &filled() const;

@@ -42,20 +42,22 @@ bool DefaultsBridge::boolForKey(std::string_view key) const {
     return filled().boolForKey(key);
 }
 
-void DefaultsBridge::setObject(std::optional<PropertyValue> value, std::string_view key) {
+bool DefaultsBridge::setObject(std::optional<PropertyValue> value, std::string_view key) {
     (void)filled();
-    system.setObject(std::move(value), key);
+    const bool isStored = system.setObject(std::move(value), key);
     readBack(key);
+    return isStored;
 }
 
-void DefaultsBridge::setBool(bool value, std::string_view key) {
+bool DefaultsBridge::setBool(bool value, std::string_view key) {
     (void)filled();
-    system.setBool(value, key);
+    const bool isStored = system.setBool(value, key);
     readBack(key);
+    return isStored;
 }
 
-void DefaultsBridge::update(const std::function<void()> &change) {
-    memory.update([&] { system.update(change); });
+bool DefaultsBridge::update(const std::function<void()> &change) {
+    return memory.update([&] { (void)system.update(change); });
 }
 
 } // namespace fernhop::macos

@@ -74,20 +74,25 @@ bool PropertyListDefaults::boolForKey(std::string_view key) const {
     return truth && *truth;
 }
 
-void PropertyListDefaults::setObject(std::optional<PropertyValue> value, std::string_view key) {
-    update([&] {
-        if (const std::error_code error = store(value, std::string(key)))
-            current->error = error;
+bool PropertyListDefaults::setObject(std::optional<PropertyValue> value, std::string_view key) {
+    bool isTaken = false;
+    const bool isPartOfUpdate = current.has_value();
+    const bool isStored = update([&] {
+        isTaken = store(value, std::string(key));
+        current->hasFailed = current->hasFailed || !isTaken;
     });
+    return isTaken && (isPartOfUpdate || isStored);
 }
 
-void PropertyListDefaults::setBool(bool value, std::string_view key) {
-    setObject(PropertyValue{value}, key);
+bool PropertyListDefaults::setBool(bool value, std::string_view key) {
+    return setObject(PropertyValue{value}, key);
 }
 
-void PropertyListDefaults::update(const std::function<void()> &change) {
-    if (current)
-        return change();
+bool PropertyListDefaults::update(const std::function<void()> &change) {
+    if (current) {
+        change();
+        return !current->hasFailed;
+    }
     struct Ending {
         PropertyListDefaults &defaults;
         ~Ending() {
@@ -96,15 +101,12 @@ void PropertyListDefaults::update(const std::function<void()> &change) {
             defaults.current.reset();
         }
     };
-    current.emplace(Update{file.lock(longestWait), false, false, {}});
+    current.emplace(Update{file.lock(longestWait)});
     const Ending ending{*this};
     refresh();
     change();
-    if (current->hasChanges) {
-        if (const std::error_code error = commit())
-            current->error = error;
-    }
-    writeError = current->error;
+    const bool isStored = !current->hasChanges || commit();
+    return isStored && !current->hasFailed;
 }
 
 /// The node under a key, valid until the next call of anything; null when there is none.
@@ -135,13 +137,10 @@ void PropertyListDefaults::refresh() const {
 }
 
 /// Changes the snapshot; the file follows at the end of the update.
-std::error_code PropertyListDefaults::store(const std::optional<PropertyValue> &value,
-                                            const std::string &key) {
-    if (!current->lock)
-        return std::make_error_code(std::errc::resource_unavailable_try_again);
+bool PropertyListDefaults::store(const std::optional<PropertyValue> &value, const std::string &key) {
     PropertyListNode item = value ? propertyListNode(*value) : nullptr;
-    if (value && !item)
-        return std::make_error_code(std::errc::illegal_byte_sequence);
+    if (!current->lock || (value && !item))
+        return false;
     if (!snapshot.tree)
         snapshot.tree.reset(plist_new_dict());
     plist_t dictionary = snapshot.tree.get();
@@ -152,7 +151,7 @@ std::error_code PropertyListDefaults::store(const std::optional<PropertyValue> &
     else
         plist_dict_remove_item(dictionary, key.c_str());
     current->hasChanges = true;
-    return {};
+    return true;
 }
 
 bool PropertyListDefaults::isReadableNode(void *node, std::string_view key) const {
@@ -160,17 +159,12 @@ bool PropertyListDefaults::isReadableNode(void *node, std::string_view key) cons
     return value && (!isReadable || isReadable(key, *value));
 }
 
-std::error_code PropertyListDefaults::commit() {
+bool PropertyListDefaults::commit() {
     const auto bytes = encodePropertyList(snapshot.tree);
     if (!bytes)
-        return std::make_error_code(std::errc::value_too_large);
-    if (snapshot.isUnreadable || current->keepsOldFile) {
-        if (const auto kept = file.keepAside(); !kept)
-            return {kept.failure().errorNumber, std::generic_category()};
-    }
-    const auto replaced = file.replace(*bytes);
-    return replaced ? std::error_code()
-                    : std::error_code(replaced.failure().errorNumber, std::generic_category());
+        return false;
+    const bool keepsOldFile = snapshot.isUnreadable || current->keepsOldFile;
+    return (!keepsOldFile || file.keepAside()) && file.replace(*bytes);
 }
 
 } // namespace fernhop::freedesktop

@@ -10,7 +10,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 namespace fernhop::freedesktop {
 
@@ -36,15 +35,12 @@ class PropertyListDefaults final : public UserDefaults {
     [[nodiscard]] std::optional<std::string> dataForKey(std::string_view key) const override;
     [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) const override;
     [[nodiscard]] bool boolForKey(std::string_view key) const override;
-    void setObject(std::optional<PropertyValue> value, std::string_view key) override;
-    void setBool(bool value, std::string_view key) override;
+    bool setObject(std::optional<PropertyValue> value, std::string_view key) override;
+    bool setBool(bool value, std::string_view key) override;
 
     /// The file is replaced once, after `change`, if that wrote anything. When another process holds the
     /// settings for longer than this one waits, `change` runs and what it writes is dropped.
-    void update(const std::function<void()> &change) override;
-
-    /// Why what was last written was dropped; no error when it was stored.
-    [[nodiscard]] std::error_code lastWriteError() const { return writeError; }
+    bool update(const std::function<void()> &change) override;
 
   private:
     /// The file as it was last read, or as an update is changing it.
@@ -60,21 +56,20 @@ class PropertyListDefaults final : public UserDefaults {
         std::optional<FileLock> lock; ///< without it nothing is written
         bool hasChanges = false;
         bool keepsOldFile = false;
-        std::error_code error;
+        bool hasFailed = false; ///< something that was written was dropped
     };
 
     void *node(std::string_view key) const;
     void refresh() const;
-    [[nodiscard]] std::error_code store(const std::optional<PropertyValue> &value, const std::string &key);
+    [[nodiscard]] bool store(const std::optional<PropertyValue> &value, const std::string &key);
     [[nodiscard]] bool isReadableNode(void *node, std::string_view key) const;
-    [[nodiscard]] std::error_code commit();
+    [[nodiscard]] bool commit();
 
     SettingsFile file;
     ReadableCheck isReadable;
     std::chrono::milliseconds longestWait;
     mutable Snapshot snapshot;
     std::optional<Update> current;
-    std::error_code writeError;
 };
 
 } // namespace fernhop::freedesktop

@@ -72,12 +72,12 @@ TEST(SettingsWritersTest, AKilledWriterLeavesTheOldOrTheNewFile) {
 int countUp(const SettingsFolder &settings, const std::string &ownKey, int times) {
     auto defaults = settings.open();
     for (int count = 0; count < times; ++count) {
-        defaults.update([&] {
+        const bool isStored = defaults.update([&] {
             const int common = std::stoi(defaults.stringForKey("common").value_or("0"));
             defaults.setObject(PropertyValue{std::int64_t{common + 1}}, "common");
             defaults.setObject(PropertyValue{std::int64_t{count + 1}}, ownKey);
         });
-        if (defaults.lastWriteError())
+        if (!isStored)
             return 1;
     }
     return 0;
@@ -101,13 +101,12 @@ TEST(SettingsWritersTest, AWriterThatIsStuckDoesNotHoldTheOthersForGood) {
     ASSERT_TRUE(stuck);
     PropertyListDefaults defaults(settings.path(), {}, std::chrono::milliseconds(50));
     bool ran = false;
-    defaults.update([&] {
+    EXPECT_FALSE(defaults.update([&] {
         ran = true;
         EXPECT_TRUE(defaults.boolForKey("key"));
-        defaults.setBool(false, "key");
-    });
+        EXPECT_FALSE(defaults.setBool(false, "key"));
+    }));
     EXPECT_TRUE(ran);
-    EXPECT_TRUE(defaults.lastWriteError());
     EXPECT_TRUE(defaults.boolForKey("key"));
 }
 
