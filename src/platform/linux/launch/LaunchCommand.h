@@ -8,15 +8,15 @@
 #include <string>
 #include <vector>
 
-/// With which command lines and which environment a desktop entry is launched.
+/// The command lines and the environment that a desktop entry is launched with.
 namespace fernhop::freedesktop {
 
 /// A program and its arguments.
 using Command = std::vector<std::string>;
 
-/// The commands, in order, that open all of `urls` with the entry: one, or one for each URL. A terminal
-/// program's run in a terminal emulator of `searchPath` (a PATH value). Fails when the Exec line is not
-/// valid, or there is no terminal emulator.
+/// The commands, in order, that open all of `urls` with the entry: one, or one for each URL. Those of a
+/// terminal program run in a terminal emulator from `searchPath` (a PATH value). Fails when the Exec line is
+/// not valid, or there is no terminal emulator.
 [[nodiscard]] Result<std::vector<Command>> launchCommands(const DesktopEntry &entry,
                                                           const std::vector<std::string> &urls,
                                                           const std::string &searchPath);

@@ -9,7 +9,6 @@
 #include <utility>
 
 namespace fernhop::freedesktop {
-
 namespace {
 
 constexpr std::size_t remembered = 32;
@@ -39,8 +38,8 @@ bool isLaunch(GDBusMessage *message) {
            g_strcmp0(g_dbus_message_get_path(message), signalPath) == 0;
 }
 
-} // namespace
-
+/// Reads the parameters of a signal: (desktop file, display name, child's pid, URIs, more). Any program may
+/// send it, with any content; nothing when it names no child.
 std::optional<ApplicationLaunch> launchOfSignal(GVariant *parameters) {
     if (!parameters || !g_variant_is_of_type(parameters, G_VARIANT_TYPE("(aysxasa{sv})")))
         return std::nullopt;
@@ -55,6 +54,8 @@ std::optional<ApplicationLaunch> launchOfSignal(GVariant *parameters) {
     return ApplicationLaunch{*pid, processNumber(origin), bytesOf(more.get(), "origin-prgname"),
                              bytesOf(more.get(), "origin-desktop-file")};
 }
+
+} // namespace
 
 /// The latest launches, written on the connection's thread and read on the main one.
 class LaunchSignals::Memory {

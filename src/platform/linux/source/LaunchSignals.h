@@ -20,12 +20,8 @@ struct ApplicationLaunch {
     bool operator==(const ApplicationLaunch &) const = default;
 };
 
-/// Reads the parameters of the signal `Launched` of `org.gtk.gio.DesktopAppInfo`, as GLib broadcasts it since
-/// 2.58: (desktop file, display name, child's pid, URIs, more). Any program may send it, with any content;
-/// nothing when it names no child.
-[[nodiscard]] std::optional<ApplicationLaunch> launchOfSignal(GVariant *parameters);
-
-/// Listens to the session bus for launches and remembers the latest. Main thread only.
+/// Listens to the session bus for the signal `Launched` of `org.gtk.gio.DesktopAppInfo`, which GLib sends
+/// since 2.58, and remembers the latest launches. Main thread only.
 class LaunchSignals {
   public:
     /// `sessionBus` may be null: then no launch is ever known.

@@ -15,8 +15,8 @@ struct XWindow {
     bool isPartOfDesktop = false; ///< a panel, or the desktop behind the windows
 };
 
-/// Reads windows' properties. They are claims of any client: of the wrong type, too long, or gone with their
-/// window; then they are as if absent. Main thread only.
+/// Reads windows' properties. Any client may write them: those of the wrong type or length are ignored, as
+/// are windows that are gone. Main thread only.
 class XWindows {
   public:
     /// The connection outlives this object.
