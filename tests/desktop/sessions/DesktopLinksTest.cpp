@@ -12,7 +12,7 @@ namespace {
 using Links = std::vector<std::string>;
 
 /// A session of a desktop, by the name that it has in XDG_CURRENT_DESKTOP. `browser` is the default browser.
-class DesktopRoad : public testing::TestWithParam<std::string> {
+class DesktopLinks : public testing::TestWithParam<std::string> {
   protected:
     void SetUp() override {
         if (!support::PrivateDisplay::isAvailable() || !support::isInstalled("xdg-open"))
@@ -54,10 +54,10 @@ std::string nameOf(const testing::TestParamInfo<std::string> &info) {
     return info.param.empty() ? "Unnamed" : info.param;
 }
 
-INSTANTIATE_TEST_SUITE_P(Sessions, DesktopRoad, testing::Values("GNOME", "KDE", "XFCE", "LXQt", "sway", ""),
+INSTANTIATE_TEST_SUITE_P(Sessions, DesktopLinks, testing::Values("GNOME", "KDE", "XFCE", "LXQt", "sway", ""),
                          nameOf);
 
-TEST_P(DesktopRoad, LeadsThroughFernhopWhileRoutingIsOnAndPastItWhileItIsOff) {
+TEST_P(DesktopLinks, PassThroughFernhopOnlyWhileRoutingIsOn) {
     ASSERT_EQ(session.fernhop({"routing", "on"}), 0) << session.output();
     const auto status = session.status();
     EXPECT_EQ(status["routing"], true);

@@ -1,28 +1,39 @@
 #include "DesktopSession.h"
+#include "platform/linux/source/XTestClient.h"
+#include "support/PrivateDisplay.h"
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 namespace fernhop::desktoptest {
 namespace {
 
 using Links = std::vector<std::string>;
 
-/// A session that tells nobody which window is in front. Chat is started as desktops start applications.
+/// The application that runs the program which opens a link.
 class LinkSender : public testing::Test {
   protected:
-    void SetUp() override { session.begin({}); }
-
-    /// Lets Chat run a line of shell. GIO starts it, as it takes links of a kind of its own.
-    void chatRuns(const std::string &line) {
-        const auto program = session.home.root() + "/bin/chat";
-        session.home.writeProgram(program, "#!/bin/sh\n" + line + "\n");
+    /// Writes Chat's program and the entry that names it.
+    void writeChat(const std::string &script) {
+        session.home.writeProgram(program, "#!/bin/sh\n" + script + "\n");
         session.home.writeDesktopEntry(DesktopSession::chat,
                                        "[Desktop Entry]\nType=Application\nName=Chat\nExec=" + program +
                                            " %u\nMimeType=x-scheme-handler/chat;\n");
+    }
+
+    /// Chat runs a line of shell. GIO starts it as desktops do, by a link of a kind of its own.
+    void chatRuns(const std::string &line) {
+        writeChat(line);
         session.home.write(session.home.root() + "/etc/mimeapps.list",
                            "[Default Applications]\nx-scheme-handler/chat=org.example.Chat.desktop\n");
         ASSERT_EQ(session.run({"gio", "open", "chat:start"}), 0) << session.output();
+    }
+
+    /// Chat, started by nobody who tells, runs Fernhop's program for links.
+    int chatOpens(const std::string &link, const support::Environment &more = {}) {
+        writeChat("\"$@\"\nexit 0");
+        return session.run({program, LinkSession::program("fernhop-open"), link}, more);
     }
 
     void expectFromChat() {
@@ -32,9 +43,11 @@ class LinkSender : public testing::Test {
     }
 
     DesktopSession session;
+    const std::string program = session.home.root() + "/bin/chat";
 };
 
 TEST_F(LinkSender, IsKnownFromGioOpen) {
+    session.begin({});
     EXPECT_EQ(session.status()["sourceProvider"], "link sender");
     chatRuns("gio open https://chat/");
     expectFromChat();
@@ -43,22 +56,65 @@ TEST_F(LinkSender, IsKnownFromGioOpen) {
 TEST_F(LinkSender, IsKnownFromXdgOpen) {
     if (!support::isInstalled("xdg-open"))
         GTEST_SKIP() << "xdg-utils is not installed";
+    session.begin({});
     chatRuns("DISPLAY=:none xdg-open https://chat/");
     expectFromChat();
 }
 
 TEST_F(LinkSender, IsKnownFromACallOverTheBus) {
+    session.begin({});
     chatRuns("gdbus call --session --dest org.fernhop.Fernhop --object-path /org/fernhop/Fernhop "
              "--method org.freedesktop.Application.Open \"['https://chat/']\" '{}'");
     expectFromChat();
 }
 
 TEST_F(LinkSender, IsNotTakenForTheSenderOfTheNextLink) {
+    session.begin({});
     chatRuns("gio open https://chat/");
     expectFromChat();
     ASSERT_EQ(session.run({"gio", "open", "https://nobody/"}), 0) << session.output();
     EXPECT_EQ(linksOf(session.browser, 1), Links{"https://nobody/"});
     EXPECT_EQ(session.chatBrowser.links(), Links{"https://chat/"});
+}
+
+TEST_F(LinkSender, IsKnownFromItsProcesses) {
+    session.begin({});
+    EXPECT_EQ(chatOpens("https://chat/"), 0) << session.output();
+    expectFromChat();
+}
+
+TEST_F(LinkSender, IsKnownWithoutABus) {
+    session.begin({});
+    EXPECT_EQ(chatOpens("https://chat/", {{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}}), 0);
+    EXPECT_EQ(linksOf(session.chatBrowser, 1), Links{"https://chat/"}) << session.output();
+}
+
+TEST_F(LinkSender, IsUsedWhereTheFocusedWindowIsUnknown) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    const support::PrivateDisplay display(session.home);
+    support::XTestClient windows(display.name());
+    session.begin(display.environment());
+    windows.window("org.example.mail", DesktopSession::mail);
+    ASSERT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
+    const auto unknown = windows.window("nobody", "Nobody");
+    ASSERT_TRUE(support::waitUntil([&] { return windows.active() == unknown; }));
+    // Until the resident has read of the window, too, Mail counts.
+    EXPECT_TRUE(support::waitUntil([&] {
+        EXPECT_EQ(chatOpens("https://chat/"), 0) << session.output();
+        return !session.chatBrowser.links().empty();
+    }));
+}
+
+TEST_F(LinkSender, IsKnownAfterTheEndOfTheDisplay) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    support::PrivateDisplay display(session.home);
+    session.begin(display.environment());
+    display.kill();
+    EXPECT_EQ(chatOpens("https://chat/"), 0) << session.output();
+    EXPECT_EQ(linksOf(session.chatBrowser, 1), Links{"https://chat/"}) << session.output();
+    session.killResident(SIGTERM); // the one that was started for the link
 }
 
 } // namespace

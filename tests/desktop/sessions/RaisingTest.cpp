@@ -38,7 +38,7 @@ class RaisingOnX11 : public testing::Test {
 };
 
 // As of a browser that hands its links over to its first process.
-TEST_F(RaisingOnX11, TheWindowThatABrowserHasComesToTheFront) {
+TEST_F(RaisingOnX11, TheBrowsersWindowComesToTheFront) {
     const auto browser = windows->window("web-for-chat", "web-for-chat");
     ASSERT_TRUE(inFront(browser));
     showChat();
@@ -47,7 +47,7 @@ TEST_F(RaisingOnX11, TheWindowThatABrowserHasComesToTheFront) {
     EXPECT_TRUE(inFront(browser));
 }
 
-TEST_F(RaisingOnX11, AWindowThatComesLaterAndDoesNotAskForTheFocusComesToTheFront) {
+TEST_F(RaisingOnX11, AWindowThatOpensLaterInTheBackgroundComesToTheFront) {
     showChat();
     ASSERT_EQ(session.open({"https://chat/"}), 0) << session.output();
     ASSERT_EQ(linksOf(session.chatBrowser, 1), Links{"https://chat/"});
@@ -58,7 +58,7 @@ TEST_F(RaisingOnX11, AWindowThatComesLaterAndDoesNotAskForTheFocusComesToTheFron
     EXPECT_TRUE(inFront(browser));
 }
 
-TEST(RaisingOnSway, TheWindowThatABrowserHasComesToTheFront) {
+TEST(RaisingOnSway, TheBrowsersWindowComesToTheFront) {
     if (!support::HeadlessSway::isAvailable() || !support::isInstalled("foot"))
         GTEST_SKIP() << "sway or foot is not installed";
     const support::HeadlessSway sway;
