@@ -1,7 +1,7 @@
 #include "contract/WorkspaceContract.h"
 #include "platform/linux/applications/InstalledDesktopEntries.h"
 #include "platform/linux/launch/FreedesktopWorkspace.h"
-#include "platform/linux/source/FocusProvider.h"
+#include "platform/linux/source/FakeFocusProvider.h"
 #include "support/MainLoop.h"
 #include "support/RecordingBrowser.h"
 
@@ -11,17 +11,6 @@ namespace fernhop::contract {
 namespace {
 
 using namespace freedesktop;
-
-/// A session in which the test turns to applications.
-class TestFocus : public FocusProvider {
-  public:
-    std::string name() const override { return "test"; }
-    std::shared_ptr<RunningApplication> frontmost() const override { return front; }
-    void observe(std::function<void(std::shared_ptr<RunningApplication>)>) override {}
-    bool raise(const RaiseRequest &) override { return true; }
-
-    std::shared_ptr<RunningApplication> front;
-};
 
 /// Programs that are started for real, from the desktop entries of a private home.
 class FreedesktopSession : public WorkspaceSession {
@@ -37,9 +26,7 @@ class FreedesktopSession : public WorkspaceSession {
         home.writeProgram(home.root() + "/broken", "#!/nowhere/interpreter\n");
         install("org.example.A", home.root() + "/broken");
     }
-    void bringToFront(const std::string &id) override {
-        focus.front = std::make_shared<DesktopApplication>(id);
-    }
+    void bringToFront(const std::string &id) override { focus.activate(id); }
     bool runUntil(const std::function<bool()> &condition) override { return support::runUntil(condition); }
     std::vector<std::string> opened() const override { return browser.links(); }
 
@@ -53,7 +40,7 @@ class FreedesktopSession : public WorkspaceSession {
     support::TemporaryHome home;
     support::RecordingBrowser browser{home, "browser"};
     InstalledDesktopEntries entries{ApplicationPlaces{{home.applications()}, {"/usr/bin"}, {}, home.home()}};
-    TestFocus focus;
+    fakes::FakeFocusProvider focus;
     Launcher launcher{LauncherServices{Environment({"PATH=/usr/bin"}), nullptr, &focus}};
     CurrentDelivery current;
     FreedesktopWorkspace freedesktop{entries, focus, launcher, current};

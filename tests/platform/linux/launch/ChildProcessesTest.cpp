@@ -94,7 +94,7 @@ TEST_F(SpawnTest, NoDescriptorLeaks) {
     close(leaky);
 }
 
-TEST_F(SpawnTest, SignalsAreAsFreshlyStarted) {
+TEST_F(SpawnTest, ResetsSignals) {
     sigset_t blocked;
     sigset_t before;
     sigemptyset(&blocked);
@@ -111,7 +111,7 @@ TEST_F(SpawnTest, SignalsAreAsFreshlyStarted) {
     EXPECT_TRUE(sigismember(&after, SIGTERM)) << "ours are as they were";
 }
 
-TEST_F(SpawnTest, TellsWhyAProgramCannotRun) {
+TEST_F(SpawnTest, ReportsWhyAProgramCannotRun) {
     EXPECT_EQ(errorOf({}), ENOENT);
     EXPECT_EQ(errorOf({{"/nowhere/browser"}, environment}), ENOENT);
     EXPECT_EQ(errorOf({{"browser-of-no-path"}, environment}), ENOENT);
@@ -124,19 +124,19 @@ TEST_F(SpawnTest, TellsWhyAProgramCannotRun) {
     EXPECT_EQ(errorOf({{home.root() + "/bare"}, environment}), ENOEXEC);
 }
 
-TEST_F(SpawnTest, TellsThatTheWorkingDirectoryIsMissing) {
+TEST_F(SpawnTest, ReportsAMissingWorkingDirectory) {
     auto asked = request({});
     asked.workingDirectory = "/nowhere";
     EXPECT_EQ(errorOf(asked), ENOENT);
     EXPECT_TRUE(browser.starts().empty());
 }
 
-TEST_F(SpawnTest, TellsThatAnArgumentIsTooLong) {
+TEST_F(SpawnTest, ReportsAnArgumentThatIsTooLong) {
     EXPECT_EQ(errorOf(request({std::string(200'000, 'x')})), E2BIG);
     EXPECT_TRUE(browser.starts().empty());
 }
 
-TEST_F(SpawnTest, FindsProgramsInThePathInItsOrder) {
+TEST_F(SpawnTest, SearchesThePathInOrder) {
     home.write(home.root() + "/first/tool", "not executable");
     home.writeProgram(home.root() + "/second/tool", "");
     home.writeProgram(home.root() + "/third/tool", "");
@@ -148,7 +148,7 @@ TEST_F(SpawnTest, FindsProgramsInThePathInItsOrder) {
     EXPECT_EQ(findProgram("", path).failure().errorNumber, ENOENT);
 }
 
-TEST_F(SpawnTest, NeverLooksForProgramsWhereTheUserHappensToBe) {
+TEST_F(SpawnTest, NeverSearchesTheCurrentFolder) {
     home.writeProgram(home.root() + "/tool", "");
     ASSERT_EQ(chdir(home.root().c_str()), 0);
     EXPECT_EQ(findProgram("tool", ":.:/nowhere").failure().errorNumber, ENOENT);
@@ -168,7 +168,7 @@ std::string failureOf(int waitStatus, std::chrono::nanoseconds lived) {
     return failure ? failure->reason : std::string();
 }
 
-TEST(LaunchFailure, AnEndWithoutErrorHandedOver) {
+TEST(LaunchFailure, AnEndWithoutErrorIsNone) {
     EXPECT_EQ(failureOf(exited(0), 0ns), "");
     EXPECT_EQ(failureOf(exited(0), 1h), "");
 }
@@ -184,11 +184,11 @@ TEST(LaunchFailure, ASignalSoonAfterTheStartFailed) {
     EXPECT_EQ(failureOf(SIGABRT | 0x80, 1s), "Aborted") << "with a core dump";
 }
 
-TEST(LaunchFailure, OtherStatusesAreTheBrowsersOwnBusiness) {
+TEST(LaunchFailure, OtherStatusesAreNone) {
     EXPECT_EQ(failureOf(exited(1), 1ms), "");
 }
 
-TEST(LaunchFailure, WhatEndsLaterHasRun) {
+TEST(LaunchFailure, AnEndLaterOnIsNone) {
     EXPECT_EQ(failureOf(exited(255), earlyExitWindow), "The program ended with exit status 255");
     EXPECT_EQ(failureOf(exited(255), earlyExitWindow + 1ns), "");
     EXPECT_EQ(failureOf(SIGKILL, 1h), "");

@@ -7,7 +7,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-TEST(StartupNotification, QuotesWhatItTells) {
+TEST(StartupNotification, QuotesItsValues) {
     EXPECT_EQ(startupMessage("id_TIME5", {":0", "org.example.Web", "A \"web\" \\ browser", ""}),
               "new: ID=\"id_TIME5\" NAME=\"A \\\"web\\\" \\\\ browser\" SCREEN=0 "
               "APPLICATION_ID=\"org.example.Web.desktop\"");
@@ -15,7 +15,7 @@ TEST(StartupNotification, QuotesWhatItTells) {
               "new: ID=\"i\" NAME=\"ab\" SCREEN=0 APPLICATION_ID=\"w.desktop\" WMCLASS=\"Web\"");
 }
 
-TEST(StartupNotification, WithoutADisplayThereIsNone) {
+TEST(StartupNotification, IsNoneWithoutADisplay) {
     EXPECT_EQ(announceStartup({":no-display", "web", "Web", ""}), std::nullopt);
     withdrawStartup(":no-display", "id");
 }

@@ -50,7 +50,7 @@ TEST_F(ApplicationMatcherTest, EachKindOfEvidenceBeatsTheNext) {
     EXPECT_EQ(match({}), std::nullopt);
 }
 
-TEST_F(ApplicationMatcherTest, LetterCaseCountsOnlyToTellTwoApart) {
+TEST_F(ApplicationMatcherTest, LetterCaseMattersOnlyBetweenTwoEntries) {
     entries.install("Example");
     entries.install("example");
     entries.install("one", "", "Shared");
@@ -80,7 +80,7 @@ TEST_F(ApplicationMatcherTest, TheLastWordMustBeUnique) {
     EXPECT_EQ(both.applicationOf({{"Editor"}, {}, {}}), std::nullopt);
 }
 
-TEST_F(ApplicationMatcherTest, OurOwnWindowsAreOurs) {
+TEST_F(ApplicationMatcherTest, FernhopsOwnWindowsAreFernhop) {
     entries.install("class", "", "Fern");
     EXPECT_EQ(match({"Fern"}, {}, ownPid), "org.fernhop.Fernhop");
     EXPECT_EQ(matcher.applicationOf(ownPid), "org.fernhop.Fernhop");
@@ -104,7 +104,7 @@ TEST_F(ApplicationMatcherTest, SnapsAreKnownByTheirUnit) {
     EXPECT_EQ(matcher.applicationOf(61), "firefox_firefox");
 }
 
-TEST_F(ApplicationMatcherTest, AProcessIsTheEntryThatItWasLaunchedFrom) {
+TEST_F(ApplicationMatcherTest, AProcessBelongsToTheEntryItWasLaunchedFrom) {
     entries.install("web-app", "chromium --app=x");
     entries.install("chromium", "/usr/bin/chromium %U");
     const std::string file = "/usr/share/applications/web-app.desktop";
@@ -118,7 +118,7 @@ TEST_F(ApplicationMatcherTest, AProcessIsTheEntryThatItWasLaunchedFrom) {
     EXPECT_EQ(matcher.applicationOf(71), "chromium") << "an inherited variable speaks of another process";
 }
 
-TEST_F(ApplicationMatcherTest, OfSeveralEntriesOfAProgramThePlainestCounts) {
+TEST_F(ApplicationMatcherTest, PrefersThePlainestOfAProgramsEntries) {
     entries.install("office-writer", "office --writer %U");
     entries.install("office-hidden", "office %U").noDisplay = true;
     entries.install("office-start", "office %U");
@@ -136,7 +136,7 @@ TEST_F(ApplicationMatcherTest, AScriptIsKnownByItsName) {
     EXPECT_EQ(matcher.applicationOf(75), std::nullopt);
 }
 
-TEST_F(ApplicationMatcherTest, OpenersAndShellsAreNobody) {
+TEST_F(ApplicationMatcherTest, OpenersAndShellsAreNoApplications) {
     entries.install("a", "xdg-open https://example.org");
     entries.install("b", "sh -c \"something\"");
     entries.install("c", "python3 /usr/bin/thing");

@@ -21,14 +21,14 @@ class FocusProvidersTest : public testing::Test {
     ApplicationMatcher matcher{entries, processes, {"org.fernhop.Fernhop", 0}};
 };
 
-TEST_F(FocusProvidersTest, WithoutADisplayTheSenderMustDo) {
+TEST_F(FocusProvidersTest, WithoutADisplayTheSenderIsUsed) {
     EXPECT_EQ(nameFor({}), "link sender");
     EXPECT_EQ(nameFor({"tty", "", ""}), "link sender");
     EXPECT_EQ(nameFor({"x11", "", ":99999"}), "link sender");
     EXPECT_EQ(nameFor({"wayland", "/nowhere", ""}), "link sender");
 }
 
-TEST_F(FocusProvidersTest, AnXDisplayIsForXSessionsOnly) {
+TEST_F(FocusProvidersTest, UsesAnXDisplayOnlyInXSessions) {
     if (!support::PrivateDisplay::isAvailable())
         GTEST_SKIP() << "Xvfb or openbox is not installed";
     const support::TemporaryHome home;

@@ -72,14 +72,14 @@ class SenderEvidenceTest : public testing::Test {
     SenderEvidence evidence{matcher, processes, signals};
 };
 
-TEST_F(SenderEvidenceTest, NothingKnownIsUnknown) {
+TEST_F(SenderEvidenceTest, IsUnknownWithoutEvidence) {
     EXPECT_EQ(evidence.senderOf({}), std::nullopt);
     EXPECT_EQ(launched(), std::nullopt);
     LaunchSignals deaf(nullptr);
     EXPECT_EQ(deaf.launchOf(stub), std::nullopt);
 }
 
-TEST_F(SenderEvidenceTest, AnInheritedEntryCountsLeast) {
+TEST_F(SenderEvidenceTest, AnInheritedEntryIsTheWeakestEvidence) {
     kernel.add(400, {.program = "/usr/bin/notes"});
     LinkSender sender;
     sender.desktopFile = "org.example.mail";
@@ -94,7 +94,7 @@ TEST_F(SenderEvidenceTest, AnInheritedEntryCountsLeast) {
         EXPECT_EQ(evidence.senderOf({.desktopFile = nonsense}), std::nullopt) << nonsense;
 }
 
-TEST_F(SenderEvidenceTest, GioTellsWhoLaunchedUs) {
+TEST_F(SenderEvidenceTest, TheLaunchSignalNamesTheSender) {
     kernel.add(300, {.program = "/usr/bin/mail"});
     tellLaunch(stub, 300, "something", "/usr/share/applications/org.example.terminal.desktop");
     EXPECT_EQ(launched(), "org.example.mail") << "the process itself";
@@ -104,20 +104,20 @@ TEST_F(SenderEvidenceTest, GioTellsWhoLaunchedUs) {
     EXPECT_EQ(evidence.senderOf({.launchedPid = stub + 2}), "org.example.notes") << "its application ID";
 }
 
-TEST_F(SenderEvidenceTest, AnOpenerOfLinksGoesByItsOrigin) {
+TEST_F(SenderEvidenceTest, BehindALinkOpenerIsItsOrigin) {
     kernel.add(300, {.program = "/usr/bin/gio"});
     tellLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
     EXPECT_EQ(launched(), "org.example.chat");
 }
 
-TEST_F(SenderEvidenceTest, ALaunchThatIsToldAfterTheLinkCameIsWaitedFor) {
+TEST_F(SenderEvidenceTest, WaitsForALaunchSignalThatComesAfterTheLink) {
     kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
     emitLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
     EXPECT_EQ(evidence.senderOf({.launchedPid = stub, .parentPid = 1}), "org.example.chat");
     EXPECT_EQ(signals.launchOf(stub)->child, stub);
 }
 
-TEST_F(SenderEvidenceTest, ALaunchThatNobodyTellsOfIsUnknownInTheEnd) {
+TEST_F(SenderEvidenceTest, GivesUpOnALaunchSignalThatNeverComes) {
     kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
     EXPECT_EQ(launched(), std::nullopt);
     EXPECT_EQ(LaunchSignals(nullptr).awaitLaunchOf(stub), std::nullopt);
@@ -170,7 +170,7 @@ TEST_F(SenderEvidenceTest, AncestorsAreSearchedUpwards) {
     EXPECT_EQ(evidence.senderOf({.parentPid = 400}), "org.example.terminal");
 }
 
-TEST_F(SenderEvidenceTest, AnAncestorsUnitAndInheritedEntryCountLast) {
+TEST_F(SenderEvidenceTest, AnAncestorsUnitAndInheritedEntryComeLast) {
     const std::string file = "/usr/share/applications/org.example.chat.desktop";
     kernel.add(
         400,
@@ -181,7 +181,7 @@ TEST_F(SenderEvidenceTest, AnAncestorsUnitAndInheritedEntryCountLast) {
     EXPECT_EQ(evidence.senderOf({.parentPid = 400}), "org.example.notes");
 }
 
-TEST_F(SenderEvidenceTest, NeitherWeNorTheDesktopAreTheSource) {
+TEST_F(SenderEvidenceTest, NeitherFernhopNorTheDesktopIsTheSource) {
     kernel.add(400, {.parent = 399, .program = "/usr/bin/plasmashell"});
     kernel.add(399, {.parent = ownPid, .program = "/usr/bin/tool"});
     kernel.add(ownPid, {.parent = 398, .program = "/usr/bin/fernhop"});
@@ -202,7 +202,7 @@ TEST_F(SenderEvidenceTest, ACircleOfParentsEnds) {
     EXPECT_EQ(evidence.senderOf({.parentPid = 0}), std::nullopt);
 }
 
-TEST_F(SenderEvidenceTest, GioItselfIsUnderstood) {
+TEST_F(SenderEvidenceTest, UnderstandsTheSignalsOfGio) {
     if (!support::isInstalled("gio"))
         GTEST_SKIP() << "gio is not installed";
     const std::string handler = home.root() + "/handler";

@@ -61,7 +61,7 @@ TEST_F(SourceNotificationsTest, FocusBeatsTheSender) {
     EXPECT_EQ(posts, 1);
 }
 
-TEST_F(SourceNotificationsTest, WhereFocusSaysNothingUsefulTheSenderCounts) {
+TEST_F(SourceNotificationsTest, UsesTheSenderWhereTheFocusedApplicationIsNoSource) {
     const std::vector<std::optional<std::string>> useless{std::nullopt, "org.fernhop.Fernhop",
                                                           "org.kde.plasmashell"};
     for (const auto &front : useless) {

@@ -96,7 +96,7 @@ TYPED_TEST(WaylandFocusProviderTest, AWindowWithoutIdentityIsAnUnknownApplicatio
 // Sway tells an app_id only once, KWin each time.
 using KWinFocusTest = WaylandFocusProviderTest<support::HeadlessKWin>;
 
-TEST_F(KWinFocusTest, AWindowMayNameItselfLate) {
+TEST_F(KWinFocusTest, AWindowMaySetItsNameLate) {
     startProvider();
     auto &window = client->open("nobody-knows");
     ASSERT_TRUE(frontBecomes("(unknown)"));
@@ -104,7 +104,7 @@ TEST_F(KWinFocusTest, AWindowMayNameItselfLate) {
     EXPECT_TRUE(frontBecomes("org.example.Mail"));
 }
 
-TYPED_TEST(WaylandFocusProviderTest, KnowsTheWindowThatWasInFrontBefore) {
+TYPED_TEST(WaylandFocusProviderTest, KnowsTheWindowThatWasFocusedBefore) {
     this->startProvider();
     this->client->open("org.example.Mail");
     ASSERT_TRUE(this->frontBecomes("org.example.Mail"));
@@ -124,7 +124,7 @@ TYPED_TEST(WaylandFocusProviderTest, RaisesTheWindowOfAnApplication) {
     EXPECT_TRUE(this->frontBecomes("org.example.Mail"));
 }
 
-TYPED_TEST(WaylandFocusProviderTest, FallsSilentWhenTheCompositorDies) {
+TYPED_TEST(WaylandFocusProviderTest, ReportsNothingAfterTheCompositorDies) {
     this->startProvider();
     this->client->open("org.example.Mail");
     ASSERT_TRUE(this->frontBecomes("org.example.Mail"));
@@ -138,7 +138,7 @@ TYPED_TEST(WaylandFocusProviderTest, IsChosenForItsSession) {
     EXPECT_EQ(chosen->name(), (std::is_same_v<TypeParam, support::HeadlessSway> ? "wlroots" : "plasma"));
 }
 
-TEST(WaylandFocusProvider, ThereIsNoneWithoutACompositor) {
+TEST(WaylandFocusProvider, IsNullWithoutACompositor) {
     const fakes::FakeDesktopEntries entries;
     const Processes processes;
     ApplicationMatcher matcher{entries, processes, {"org.fernhop.Fernhop", 0}};

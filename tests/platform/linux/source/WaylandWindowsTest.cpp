@@ -63,7 +63,7 @@ TEST_F(WaylandWindowsTest, NothingIsInFrontWhenTheActiveWindowIsGone) {
     EXPECT_EQ(windows.front().current(), nullptr);
 }
 
-TEST_F(WaylandWindowsTest, AWindowCountsWhenItIsDescribed) {
+TEST_F(WaylandWindowsTest, IgnoresAWindowUntilItIsDescribed) {
     auto &window = windows.add();
     window.isActive = true;
     windows.settle();
@@ -105,7 +105,7 @@ TEST_F(WaylandWindowsTest, AWindowThatAppearsAfterwardsIsRaisedOnce) {
     EXPECT_EQ(activated, std::vector<std::string>{"chat"});
 }
 
-TEST_F(WaylandWindowsTest, ARaiseIsForgottenWhenTheUserTurnsToAnotherWindow) {
+TEST_F(WaylandWindowsTest, ARaiseIsForgottenWhenTheUserFocusesAnotherWindow) {
     auto &mail = open("mail");
     auto &notes = open("notes");
     turnTo(notes);
@@ -116,7 +116,7 @@ TEST_F(WaylandWindowsTest, ARaiseIsForgottenWhenTheUserTurnsToAnotherWindow) {
     EXPECT_TRUE(activated.empty());
 }
 
-TEST_F(WaylandWindowsTest, AFreshWindowOfAnotherApplicationIsNoTurnOfTheUser) {
+TEST_F(WaylandWindowsTest, ANewWindowOfAnotherApplicationDoesNotEndARaise) {
     turnTo(open("mail"));
     windows.raise({"chat", std::nullopt});
     turnTo(open("splash"));

@@ -61,12 +61,12 @@ class X11FocusProviderTest : public testing::Test {
     std::vector<std::string> seen;
 };
 
-TEST_F(X11FocusProviderTest, ThereIsNoneWithoutADisplay) {
+TEST_F(X11FocusProviderTest, IsNullWithoutADisplay) {
     EXPECT_EQ(X11FocusProvider::connect(":99999", matcher), nullptr);
     EXPECT_EQ(X11FocusProvider::connect("nonsense", matcher), nullptr);
 }
 
-TEST_F(X11FocusProviderTest, KnowsTheWindowThatWasInFrontBefore) {
+TEST_F(X11FocusProviderTest, KnowsTheWindowThatWasFocusedBefore) {
     const auto window = client->window("mail", "Mail");
     ASSERT_TRUE(support::waitUntil([&] { return client->active() == window; }));
     startProvider();
@@ -104,7 +104,7 @@ TEST_F(X11FocusProviderTest, AWindowWithoutIdentityIsAnUnknownApplication) {
     EXPECT_EQ(provider->frontmost()->bundleIdentifier(), std::nullopt);
 }
 
-TEST_F(X11FocusProviderTest, AWindowMayNameItselfLate) {
+TEST_F(X11FocusProviderTest, AWindowMaySetItsNameLate) {
     startProvider();
     const auto window = client->window();
     client->show(window);
@@ -113,7 +113,7 @@ TEST_F(X11FocusProviderTest, AWindowMayNameItselfLate) {
     EXPECT_TRUE(frontBecomes("org.gtk.Notes"));
 }
 
-TEST_F(X11FocusProviderTest, TheToolkitsOwnIDsCount) {
+TEST_F(X11FocusProviderTest, UsesTheIDsThatToolkitsSet) {
     startProvider();
     for (const auto *const property : {"_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE"}) {
         const auto window = client->window();
@@ -125,7 +125,7 @@ TEST_F(X11FocusProviderTest, TheToolkitsOwnIDsCount) {
     }
 }
 
-TEST_F(X11FocusProviderTest, HostilePropertiesAreAsIfAbsent) {
+TEST_F(X11FocusProviderTest, IgnoresHostileProperties) {
     startProvider();
     showMail();
     const auto huge = client->window();
@@ -151,7 +151,7 @@ TEST_F(X11FocusProviderTest, HostilePropertiesAreAsIfAbsent) {
     showMail();
 }
 
-TEST_F(X11FocusProviderTest, AWindowManagerThatTalksNonsenseTellsNothing) {
+TEST_F(X11FocusProviderTest, IgnoresNonsenseFromTheWindowManager) {
     startProvider();
     showMail();
     client->setText(client->root(), "_NET_ACTIVE_WINDOW", "STRING", "window");
@@ -218,7 +218,7 @@ TEST_F(X11FocusProviderTest, RaisesAWindowThatAppearsSoonAfterwards) {
     EXPECT_EQ(client->active(), chat);
 }
 
-TEST_F(X11FocusProviderTest, RaisesNothingOnceTheUserHasTurnedToAnotherWindow) {
+TEST_F(X11FocusProviderTest, RaisesNothingOnceTheUserHasFocusedAnotherWindow) {
     startProvider();
     const auto first = showMail();
     client->window("org.gtk.Notes", "Notes");
@@ -236,7 +236,7 @@ TEST_F(X11FocusProviderTest, RaisesNothingOnceTheUserHasTurnedToAnotherWindow) {
                                               "org.gtk.Notes"}));
 }
 
-TEST_F(X11FocusProviderTest, OurOwnWindowIsOurs) {
+TEST_F(X11FocusProviderTest, RecognizesFernhopsOwnWindow) {
     ApplicationMatcher ours(entries, processes, {"org.fernhop.Fernhop", getpid()});
     provider = X11FocusProvider::connect(display->name(), ours);
     // The server tells whose connection a window came through, whatever the window claims.
@@ -247,7 +247,7 @@ TEST_F(X11FocusProviderTest, OurOwnWindowIsOurs) {
     EXPECT_TRUE(frontBecomes("org.fernhop.Fernhop"));
 }
 
-TEST_F(X11FocusProviderTest, TheProcessBehindAWindowTells) {
+TEST_F(X11FocusProviderTest, FindsTheApplicationOfAWindowsProcess) {
     if (!support::isInstalled("xterm"))
         GTEST_SKIP() << "xterm is not installed";
     entries.install("debian-xterm", "xterm");
@@ -259,7 +259,7 @@ TEST_F(X11FocusProviderTest, TheProcessBehindAWindowTells) {
     EXPECT_TRUE(frontBecomes("debian-xterm"));
 }
 
-TEST_F(X11FocusProviderTest, FallsSilentWhenTheServerDies) {
+TEST_F(X11FocusProviderTest, ReportsNothingAfterTheServerDies) {
     startProvider();
     showMail();
     const auto count = seen.size();
