@@ -1,7 +1,6 @@
 #include "app/RuleActions.h"
 
-#include "platform/ui/Button.h"
-#include "platform/ui/MenuItem.h"
+#include "app/SenderText.h"
 #include "rules/RuleSelection.h"
 #include "rules/URLRuleSelection.h"
 
@@ -13,22 +12,12 @@ namespace fernhop {
 
 namespace {
 
-const std::string *textCarriedBy(const Object *sender) {
-    const auto *item = dynamic_cast<const ui::MenuItem *>(sender);
-    return item ? std::get_if<std::string>(&item->representedObject) : nullptr;
-}
-
 template <typename Selection>
 const Selection *selectionCarriedBy(const Object *sender) {
     const auto *item = dynamic_cast<const ui::MenuItem *>(sender);
     const auto *object =
         item ? std::get_if<std::shared_ptr<const Object>>(&item->representedObject) : nullptr;
     return object ? dynamic_cast<const Selection *>(object->get()) : nullptr;
-}
-
-const std::string *identifierOf(const Object *sender) {
-    const auto *button = dynamic_cast<const ui::Button *>(sender);
-    return button && !button->identifier.empty() ? &button->identifier : nullptr;
 }
 
 std::optional<URLRule> ruleWithID(const Preferences &preferences, const std::string &id) {

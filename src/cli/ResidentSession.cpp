@@ -1,14 +1,12 @@
 #include "cli/ResidentSession.h"
 
-#include "platform/ui/Button.h"
-
 #include <utility>
 
 namespace fernhop::cli {
 
 ResidentSession::ResidentSession(AppDelegate &running, const Platform &desktop,
-                                 const SessionReport &sessionReport, CallSoon soon)
-    : delegate(running), platform(desktop), report(sessionReport), callSoon(std::move(soon)) {}
+                                 const SessionReport &sessionReport, RequestDialog request)
+    : delegate(running), platform(desktop), report(sessionReport), requestDialog(std::move(request)) {}
 
 Context ResidentSession::context() {
     return {delegate.settings(),
@@ -46,12 +44,7 @@ bool ResidentSession::refresh() {
 }
 
 bool ResidentSession::openDialog(ui::Selector selector, const std::string &identifier) {
-    // An open dialog lasts as long as the user likes: whoever asked for it is answered before.
-    callSoon([&controller = delegate, selector, identifier] {
-        ui::Button sender;
-        sender.identifier = identifier;
-        (void)controller.perform(selector, {.sender = &sender});
-    });
+    requestDialog({std::string(selector), identifier});
     return true;
 }
 

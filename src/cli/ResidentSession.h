@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/DialogRequest.h"
 #include "app/Platform.h"
 #include "cli/Context.h"
 #include "cli/Controller.h"
@@ -12,12 +13,12 @@ namespace fernhop::cli {
 /// The running Fernhop as commands see it. Main thread only.
 class ResidentSession : public Controller {
   public:
-    /// Calls its argument once, from the main loop, soon after it returns itself.
-    using CallSoon = std::function<void(std::function<void()>)>;
+    /// Has a dialog opened, without waiting for it.
+    using RequestDialog = std::function<void(const DialogRequest &)>;
 
     /// The arguments must outlive the session; `platform` is what the controller was made with.
     ResidentSession(AppDelegate &delegate, const Platform &platform, const SessionReport &report,
-                    CallSoon callSoon);
+                    RequestDialog requestDialog);
 
     /// What `perform` works on.
     [[nodiscard]] Context context();
@@ -35,7 +36,7 @@ class ResidentSession : public Controller {
     AppDelegate &delegate;
     const Platform &platform;
     const SessionReport &report;
-    const CallSoon callSoon;
+    const RequestDialog requestDialog;
 };
 
 } // namespace fernhop::cli

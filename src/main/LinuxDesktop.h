@@ -8,7 +8,6 @@
 #include "platform/linux/base/Processes.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 #include "platform/linux/defaulthandler/LinkArrivalProblems.h"
-#include "platform/linux/dialogs-qt/LoadedAlerts.h"
 #include "platform/linux/launch/FreedesktopWorkspace.h"
 #include "platform/linux/launch/Launcher.h"
 #include "platform/linux/log/SystemLog.h"
@@ -24,10 +23,10 @@
 #include "platform/linux/source/SourceNotifications.h"
 #include "platform/linux/tray/IconFinder.h"
 #include "platform/linux/tray/LinuxImages.h"
-#include "platform/linux/tray/NoScreen.h"
-#include "platform/linux/tray/TrayStatusBar.h"
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace fernhop::freedesktop {
 
@@ -40,8 +39,9 @@ struct LinuxDesktop {
     LinuxDesktop(const LinuxDesktop &) = delete;
     LinuxDesktop &operator=(const LinuxDesktop &) = delete;
 
-    /// What the controller is made with; it refers to this object.
-    [[nodiscard]] Platform platform();
+    /// What the controller is made with, beside what it shows itself with. It refers to this object and to
+    /// the arguments.
+    [[nodiscard]] Platform platform(ui::StatusBar &statusBar, ui::AlertPresenter &alerts, Sound &sound);
 
     const ApplicationPlaces places;
     const XdgSession configuration;
@@ -68,14 +68,13 @@ struct LinuxDesktop {
     FreedesktopWorkspace workspace;
     SessionApplication application;
     const IconFinder icons;
-    const std::unique_ptr<TrayStatusBar> tray; ///< null without a bus
-    NoStatusBar noStatusBar;
     LinuxImages images;
-    LoadedAlerts alerts;
-
-  private:
-    [[nodiscard]] std::unique_ptr<TrayStatusBar> makeTray(const SessionDisplays &displays,
-                                                          GDBusConnection *bus);
 };
+
+/// A file of the installation or the build tree that this program is of, by its path below the prefix.
+[[nodiscard]] std::string installedFile(std::string_view path);
+
+/// What the environment says about the displays of the session.
+[[nodiscard]] SessionDisplays displaysOf(const Environment &environment);
 
 } // namespace fernhop::freedesktop

@@ -8,7 +8,6 @@
 #include "platform/linux/service/BusResidentConnection.h"
 
 #include <clocale>
-#include <filesystem>
 #include <iostream>
 
 namespace {
@@ -19,17 +18,11 @@ using namespace fernhop::freedesktop;
 // What fernhop-open hands links over with where there is no bus.
 constexpr const char *withoutBus = "--without-bus";
 
-std::string linkProgram() {
-    std::error_code error;
-    const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? "fernhop-open" : (own.parent_path() / "fernhop-open").string();
-}
-
 std::unique_ptr<ResidentConnection> connect(const Environment &environment) {
     auto bus = connectToSessionBus(environment);
     if (!bus)
         return nullptr;
-    return std::make_unique<BusResidentConnection>(std::move(*bus), linkProgram(),
+    return std::make_unique<BusResidentConnection>(std::move(*bus), installedFile("bin/fernhop-open"),
                                                    environment.value("XDG_ACTIVATION_TOKEN").value_or(""));
 }
 

@@ -1,18 +1,22 @@
 #include "main/Resident.h"
 
 #include "app/AppDelegate.h"
+#include "app/DialogRequest.h"
 #include "cli/Perform.h"
 #include "cli/ResidentSession.h"
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
-#include "platform/linux/applications/IconName.h"
-#include "platform/linux/base/CallSoon.h"
 #include "platform/linux/base/SessionBus.h"
+#include "platform/linux/dialogs-qt/DialogsProgram.h"
+#include "platform/linux/dialogs-qt/IconProgram.h"
 #include "platform/linux/service/LinkService.h"
-#include "platform/linux/tray/Symbols.h"
+#include "platform/linux/tray/NoScreen.h"
+#include "platform/linux/tray/TrayStatusBar.h"
+#include "platform/ui/Button.h"
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <utility>
 
@@ -24,34 +28,55 @@ int fail(const std::string &reason) {
     return exitStatus::failure;
 }
 
+// Long enough for a panel that starts with the session, short enough for someone who waits for the icon.
+constexpr std::chrono::milliseconds hostPatience{4000};
+
+// A dialog that is not brought to the front by then hangs.
+constexpr std::chrono::milliseconds dialogPatience{5000};
+
+std::string dialogsProgram() {
+    return installedFile("lib/fernhop/fernhop-dialogs");
+}
+
+EmbeddedTrayPlace embeddedTrayPlace(const Environment &environment, GDBusConnection *bus) {
+    const auto displays = displaysOf(environment);
+    return {isXSession(displays) ? displays.xDisplay : "",
+            [bus] {
+                return std::make_unique<IconProgram>(dialogsProgram(),
+                                                     g_dbus_connection_get_unique_name(bus));
+            },
+            hostPatience};
+}
+
 /// Fernhop as it runs: the controller with the desktop below it and the command line beside it.
 class Resident {
   public:
-    explicit Resident(LinuxDesktop &linuxDesktop)
-        : desktop(linuxDesktop), platform(desktop.platform()), delegate(platform),
-          report(*desktop.focus, desktop.arrivalProblems, desktop.tray.get(),
+    Resident(LinuxDesktop &linuxDesktop, GDBusConnection *sessionBus, const Environment &startEnvironment)
+        : desktop(linuxDesktop), bus(sessionBus), environment(startEnvironment),
+          tray(bus, desktop.icons, embeddedTrayPlace(environment, bus), [this] { appearanceChanged(); }),
+          platform(desktop.platform(tray, noAlerts, desktop.sound)), delegate(platform),
+          dialogs(dialogsProgram(), dialogPatience,
+                  {[this] { (void)delegate.perform("refreshApplicationList"); },
+                   [this] { desktop.sound.beep(); },
+                   [this](const auto &selector, const auto &identifier) { press(selector, identifier); },
+                   [this](const auto &reason, bool beeps) { dialogFailed(reason, beeps); }}),
+          report(*desktop.focus, desktop.arrivalProblems, &tray,
                  [this] { return delegate.sourceTracker().sourceBundleID(); }),
-          session(delegate, platform, report, callSoon) {}
+          session(delegate, platform, report, [this](const auto &request) { openDialog(request); }) {}
 
-    void run(GDBusConnection *bus, const Environment &environment) {
-        desktop.application.setShouldTerminate([this] { return shouldTerminate(); });
-        desktop.alerts.setHost({[this](ui::Selector action, const Object &sender) {
-                                    (void)delegate.perform(action, {.sender = &sender});
-                                },
-                                [this](const std::string &path) { return iconOfEntry(path); },
-                                [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); },
-                                [this] { return desktop.tray->statedAppearance(); },
-                                [this] { return std::exchange(activationToken, {}); }});
+    void run() {
+        desktop.application.setShouldTerminate([this] { return delegate.applicationShouldTerminate(); });
         desktop.application.endWithBus(bus);
         // The bus of a user may live on into the next session. Who stayed would keep the name, with the old
         // session's environment and no windows to look at.
         desktop.application.endWithDisplay(environment);
-        desktop.alerts.setWhenLoaded(
-            [this, &environment] { desktop.application.endWithDisplay(environment); });
-        desktop.tray->setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
-            (void)delegate.perform(selector, {.sender = &sender});
+        tray.setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
+            if (const auto request = dialogRequest(selector, &sender))
+                openDialog(*request);
+            else
+                (void)delegate.perform(selector, {.sender = &sender});
         });
-        desktop.tray->setTakeToken([this](const std::string &token) { setActivationToken(token); });
+        tray.setTakeToken([this](const std::string &token) { setActivationToken(token); });
         delegate.applicationDidFinishLaunching();
         desktop.application.run();
     }
@@ -66,21 +91,36 @@ class Resident {
     void reopen() { (void)delegate.perform("applicationShouldHandleReopen:hasVisibleWindows:"); }
 
   private:
-    TerminateReply shouldTerminate() {
-        const auto reply = delegate.applicationShouldTerminate();
-        // An open dialog runs a loop of its own within the main one.
-        desktop.alerts.dismiss();
-        return reply;
+    void openDialog(const DialogRequest &request) {
+        dialogs.open(request.selector, request.subject, std::exchange(activationToken, {}));
     }
 
-    std::string iconOfEntry(const std::string &path) const {
-        const auto entry = desktop.entries.entryAtPath(path);
-        return entry ? iconName(entry->icon) : "";
+    /// Performs the action of a button that the dialogs program shows.
+    void press(const std::string &selector, const std::string &identifier) {
+        ui::Button button;
+        button.identifier = identifier;
+        (void)delegate.perform(selector, {.sender = &button});
+    }
+
+    void dialogFailed(const std::string &reason, bool beeps) {
+        desktop.log.log("No dialog: " + reason);
+        if (beeps)
+            desktop.sound.beep();
+    }
+
+    void appearanceChanged() {
+        desktop.distributedNotifications.post({std::string(themeChangedNotification), std::nullopt});
+        dialogs.setAppearance(tray.statedAppearance());
     }
 
     LinuxDesktop &desktop;
+    GDBusConnection *const bus;
+    const Environment &environment;
+    TrayStatusBar tray;
+    NoAlerts noAlerts;
     const Platform platform;
     AppDelegate delegate;
+    DialogsProgram dialogs;
     const LinuxSessionReport report;
     cli::ResidentSession session;
     std::string activationToken; ///< empty: none came
@@ -118,8 +158,8 @@ int runResident(const Environment &environment) {
         return exitStatus::success;
     if (name == NameRequest::failed)
         return fail("the bus does not give Fernhop its name");
-    resident.emplace(desktop);
-    resident->run(bus, environment);
+    resident.emplace(desktop, bus, environment);
+    resident->run();
     // What was answered last, the call that ended Fernhop perhaps, is still on its way out.
     g_dbus_connection_flush_sync(bus, nullptr, nullptr);
     // Before the service goes: its callers are to hear that nobody is here, which has them start another
@@ -130,7 +170,9 @@ int runResident(const Environment &environment) {
 
 void openWithoutBus(const Environment &environment, const std::vector<std::string> &links) {
     LinuxDesktop desktop(environment, nullptr);
-    AppDelegate delegate(desktop.platform());
+    NoStatusBar statusBar;
+    NoAlerts alerts;
+    AppDelegate delegate(desktop.platform(statusBar, alerts, desktop.sound));
     delegate.applicationDidFinishLaunching();
     desktop.links.deliver({links, senderOf(environment, desktop.processes)}, nullptr);
 }

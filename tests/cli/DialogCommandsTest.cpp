@@ -13,12 +13,12 @@ class DialogCommands : public testing::Test, protected World {
         preferences().addURLRule("docs.example", alpha);
     }
 
-    /// The message of the dialog that a command shows once the main loop has run.
+    /// The message of the dialog that a command asks for.
     std::string shownBy(const std::vector<std::string> &words) {
         EXPECT_EQ(run(words), CommandResult{});
         EXPECT_TRUE(alerts.shown.empty()); // answered before it opens
-        for (const auto &call : std::exchange(soon, {}))
-            call();
+        for (const auto &request : std::exchange(dialogs, {}))
+            openDialog(*delegate, request);
         return alerts.shown.empty() ? "" : std::exchange(alerts.shown, {}).front().messageText;
     }
 
@@ -26,7 +26,7 @@ class DialogCommands : public testing::Test, protected World {
         const auto result = run(words);
         EXPECT_EQ(result.status, 1);
         EXPECT_NE(result.errors.find(reason), std::string::npos) << result.errors;
-        EXPECT_TRUE(soon.empty());
+        EXPECT_TRUE(dialogs.empty());
     }
 };
 

@@ -31,7 +31,7 @@ class World : public fakes::FakeDesktop {
         delegate.emplace(desktop);
         delegate->applicationDidFinishLaunching();
         resident.emplace(*delegate, desktop, report,
-                         [this](std::function<void()> call) { soon.push_back(std::move(call)); });
+                         [this](const DialogRequest &request) { dialogs.push_back(request); });
         statusBar.menusSet = 0;
     }
 
@@ -55,7 +55,7 @@ class World : public fakes::FakeDesktop {
 
     fakes::FakeSessionReport report;
 
-    std::vector<std::function<void()>> soon; ///< what the main loop has to call
+    std::vector<DialogRequest> dialogs; ///< that were requested
 
     std::optional<AppDelegate> delegate;
     std::optional<ResidentSession> resident;

@@ -62,6 +62,12 @@ bool DialogSession::tells(const std::vector<std::string> &command, const std::st
         [&] { return fernhop(command) == 0 && output().find(text) != std::string::npos; });
 }
 
+pid_t DialogSession::program() const {
+    const std::string process = std::to_string(resident->pid());
+    const std::string children = bytesOf("/proc/" + process + "/task/" + process + "/children");
+    return children.empty() ? 0 : std::stoi(children);
+}
+
 int DialogSession::beeps() const {
     const std::string lines = bytesOf(home.root() + "/beeps");
     return static_cast<int>(std::ranges::count(lines, '\n'));

@@ -35,6 +35,9 @@ class DialogSession : public LinkSession {
     /// Waits until what a command tells has a text in it.
     [[nodiscard]] bool tells(const std::vector<std::string> &command, const std::string &text);
 
+    /// The process of the program that shows the open dialog; 0: none runs.
+    [[nodiscard]] pid_t program() const;
+
     /// How often Fernhop has beeped so far.
     [[nodiscard]] int beeps() const;
 

@@ -1,10 +1,11 @@
-// Fernhop's icon in a tray that takes nothing but windows.
+// Fernhop's icon in an XEmbed tray.
 
 #include "LxqtPanel.h"
 #include "ShownIcon.h"
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <optional>
 
@@ -41,6 +42,7 @@ TEST_F(EmbeddedIconTest, ShowsInATrayThatWasThereFirstAndItsMenuWorks) {
     session->startFernhop();
     ASSERT_TRUE(shows(true)) << session->log();
     EXPECT_EQ(toldIconPlace(*session), "windowTray");
+    EXPECT_FALSE(hasToolkit(session->resident->pid()));
     EXPECT_EQ(session->click(12, 12), 0);
     constexpr ScreenArea menu{40, 30, 120, 100};
     ASSERT_TRUE(support::waitUntil([&] { return inkShows(*session, menu); }));
@@ -59,6 +61,19 @@ TEST_F(EmbeddedIconTest, ShowsInATrayThatComesLateAndInTheNextOne) {
     tray = startTray();
     EXPECT_TRUE(shows(true)) << session->log();
     EXPECT_TRUE(session->resident->isRunning());
+}
+
+TEST_F(EmbeddedIconTest, ComesBackWhenItsProgramCrashes) {
+    const auto tray = startTray();
+    session->startFernhop();
+    ASSERT_TRUE(shows(true)) << session->log();
+    const std::string process = std::to_string(session->resident->pid());
+    const std::string children = contentsOf("/proc/" + process + "/task/" + process + "/children");
+    ASSERT_FALSE(children.empty());
+    ASSERT_EQ(kill(std::stoi(children), SIGSEGV), 0);
+    EXPECT_TRUE(shows(false));
+    EXPECT_TRUE(shows(true)) << session->log();
+    EXPECT_EQ(session->residentPid(), session->resident->pid());
 }
 
 TEST_F(EmbeddedIconTest, ShowsInABlackTray) {

@@ -95,8 +95,7 @@ std::string toldIconPlace(PanelSession &session) {
 }
 
 bool hasToolkit(pid_t process) {
-    return contentsOf("/proc/" + std::to_string(process) + "/maps").find("libQt6Widgets") !=
-           std::string::npos;
+    return contentsOf("/proc/" + std::to_string(process) + "/maps").find("libQt") != std::string::npos;
 }
 
 std::string missingFor(const std::vector<std::string> &programs) {

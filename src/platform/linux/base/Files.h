@@ -31,6 +31,8 @@ class FileDescriptor {
 
     [[nodiscard]] explicit operator bool() const { return number >= 0; }
     [[nodiscard]] int get() const { return number; }
+    /// Gives the file up to the caller.
+    [[nodiscard]] int release() { return std::exchange(number, -1); }
 
   private:
     int number;

@@ -30,7 +30,7 @@ QWidget *makeOwnPicture(QWidget *parent) {
 
 } // namespace
 
-AlertDialog::AlertDialog(const ui::Alert &alert, const DialogHost &host)
+AlertDialog::AlertDialog(const ui::Alert &alert, const ViewContext &context)
     : answer(ui::alertFirstButtonReturn + static_cast<int>(alert.buttons.size()) - 1) {
     setWindowTitle(toText(alert.messageText));
     setWindowIcon(ownIcon());
@@ -41,7 +41,7 @@ AlertDialog::AlertDialog(const ui::Alert &alert, const DialogHost &host)
     auto *texts = makeTexts(alert);
     layout->addWidget(texts);
     if (alert.accessoryView) {
-        views = new ViewWidgets(alert.accessoryView, host, this);
+        views = new ViewWidgets(alert.accessoryView, context, this);
         texts->setMaximumWidth(views->width());
         layout->addWidget(views, 0, Qt::AlignHCenter);
     }

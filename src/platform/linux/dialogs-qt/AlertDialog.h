@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/DialogHost.h"
+#include "platform/linux/dialogs-qt/ViewContext.h"
 #include "platform/linux/dialogs-qt/ViewWidgets.h"
+#include "platform/ui/Alert.h"
 
 #include <QDialog>
 #include <functional>
@@ -12,8 +13,8 @@ namespace fernhop::freedesktop {
 /// An alert in the desktop's own manner.
 class AlertDialog : public QDialog {
   public:
-    /// `host` outlives the dialog.
-    AlertDialog(const ui::Alert &alert, const DialogHost &host);
+    /// `context` outlives the dialog.
+    AlertDialog(const ui::Alert &alert, const ViewContext &context);
 
     /// The response that the user gave; before that, and when the dialog was closed otherwise, the last
     /// button's.

@@ -2,6 +2,7 @@
 
 #include "platform/linux/dialogs-qt/ApplicationIcons.h"
 #include "platform/linux/dialogs-qt/PaintedIcon.h"
+#include "platform/linux/tray/Symbols.h"
 
 #include <QApplication>
 #include <QFile>
@@ -10,8 +11,6 @@
 namespace fernhop::freedesktop {
 
 namespace {
-
-constexpr double symbolSide = 16; // of the squares that symbols are drawn for
 
 struct AddTo {
     QPainterPath &path;
@@ -43,16 +42,16 @@ struct PaintSource {
     QPainter &painter;
     const QRectF &area;
     const QColor &tint;
-    const DialogHost &host;
+    const ViewContext &context;
 
     void operator()(const ui::ImageFile &file) const {
         paintIcon(painter, QIcon(QFile::decodeName(file.path.c_str())), area);
     }
     void operator()(const ui::ApplicationIcon &icon) const {
-        paintApplicationIcon(painter, host.iconOfEntry(icon.path), area, tint);
+        paintApplicationIcon(painter, context.iconOfEntry(icon.path), area, tint);
     }
     void operator()(const ui::SystemSymbol &symbol) const {
-        if (const auto drawing = host.drawingOfSymbol(symbol.name, {}))
+        if (const auto drawing = symbolNamed(symbol.name, {}))
             paintDrawing(painter, *drawing, symbolSide, area, tint);
     }
     void operator()(const ui::Drawing &drawing) const {
@@ -74,16 +73,16 @@ void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, co
 }
 
 void paintImage(QPainter &painter, const ui::ImageReference &image, const QRectF &area, const QColor &tint,
-                const DialogHost &host) {
+                const ViewContext &context) {
     if (image)
-        std::visit(PaintSource{painter, area, tint, host}, image->source);
+        std::visit(PaintSource{painter, area, tint, context}, image->source);
 }
 
-QIcon controlIcon(const ui::ImageReference &image, const DialogHost &host) {
+QIcon controlIcon(const ui::ImageReference &image, const ViewContext &context) {
     if (!image)
         return {};
-    return paintedIcon([image, &host](QPainter &painter, const QRectF &area) {
-        paintImage(painter, image, area, QApplication::palette().color(QPalette::ButtonText), host);
+    return paintedIcon([image, &context](QPainter &painter, const QRectF &area) {
+        paintImage(painter, image, area, QApplication::palette().color(QPalette::ButtonText), context);
     });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/DialogHost.h"
+#include "platform/linux/dialogs-qt/ViewContext.h"
 #include "platform/ui/Image.h"
 
 #include <QIcon>
@@ -15,9 +15,9 @@ void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, co
 /// Paints `image` (null: nothing) into `area`, scaled up or down in proportion. What may be tinted is drawn
 /// in `tint`.
 void paintImage(QPainter &painter, const ui::ImageReference &image, const QRectF &area, const QColor &tint,
-                const DialogHost &host);
+                const ViewContext &context);
 
-/// `image` (null: an icon that is null) for a button or an item; `host` outlives it.
-[[nodiscard]] QIcon controlIcon(const ui::ImageReference &image, const DialogHost &host);
+/// `image` (null: an icon that is null) for a button or an item; `context` outlives it.
+[[nodiscard]] QIcon controlIcon(const ui::ImageReference &image, const ViewContext &context);
 
 } // namespace fernhop::freedesktop

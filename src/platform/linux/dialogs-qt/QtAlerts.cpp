@@ -1,8 +1,6 @@
 #include "platform/linux/dialogs-qt/QtAlerts.h"
 
-#include "platform/linux/dialogs-qt/ApplicationIcons.h"
 #include "platform/linux/dialogs-qt/DialogPalette.h"
-#include "platform/linux/dialogs-qt/QtTrayIcon.h"
 
 #include <utility>
 
@@ -14,17 +12,8 @@ constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN";
 
 } // namespace
 
-QtAlerts::QtAlerts(DialogHost asks, std::string platformPlugin)
-    : host(std::move(asks)), words{"fernhop", "-platform", std::move(platformPlugin)} {
-    for (std::string &word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    argumentCount = static_cast<int>(words.size());
-    QApplication::setDesktopFileName(QStringLiteral("org.fernhop.Fernhop"));
-    application = std::make_unique<QApplication>(argumentCount, arguments.data());
-    QApplication::setQuitOnLastWindowClosed(false);
-    useAllIconPlaces();
-}
+QtAlerts::QtAlerts(ViewContext viewContext, std::function<void()> shown)
+    : context(std::move(viewContext)), onShown(std::move(shown)) {}
 
 bool QtAlerts::bringToFront() {
     if (!open)
@@ -34,23 +23,18 @@ bool QtAlerts::bringToFront() {
     return true;
 }
 
-void QtAlerts::bringForward(AlertDialog &dialog) const {
+void QtAlerts::bringForward(AlertDialog &dialog) {
     // The toolkit takes the token from here, and from nowhere else.
-    if (const std::string token = host.takeActivationToken(); !token.empty())
-        qputenv(tokenVariable, QByteArray::fromStdString(token));
+    if (!token.empty())
+        qputenv(tokenVariable, QByteArray::fromStdString(std::exchange(token, {})));
     dialog.raise();
     dialog.activateWindow();
-}
-
-std::unique_ptr<EmbeddedIcon> QtAlerts::makeEmbeddedIcon(PerformAction perform) {
-    if (QGuiApplication::platformName() != QStringLiteral("xcb"))
-        return nullptr;
-    return std::make_unique<QtTrayIcon>(host, std::move(perform));
+    onShown();
 }
 
 int QtAlerts::runModal(const ui::Alert &alert) {
-    appearanceChanged();
-    AlertDialog dialog(alert, host);
+    adoptAppearance(appearance);
+    AlertDialog dialog(alert, context);
     open = &dialog;
     dialog.whenShown([&] { bringForward(dialog); }); // compositors turn down what they do not show yet
     dialog.exec();
@@ -62,8 +46,9 @@ void QtAlerts::dismiss() {
         open->reject();
 }
 
-void QtAlerts::appearanceChanged() {
-    adoptAppearance(host.statedAppearance());
+void QtAlerts::setAppearance(std::optional<ui::AppearanceName> newAppearance) {
+    appearance = newAppearance;
+    adoptAppearance(appearance);
 }
 
 } // namespace fernhop::freedesktop

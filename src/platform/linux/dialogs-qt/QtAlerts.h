@@ -1,37 +1,42 @@
 #pragma once
 
 #include "platform/linux/dialogs-qt/AlertDialog.h"
-#include "platform/linux/dialogs-qt/DialogHost.h"
+#include "platform/linux/dialogs-qt/ViewContext.h"
+#include "platform/ui/Alert.h"
+#include "platform/ui/Appearance.h"
 
-#include <QApplication>
 #include <QPointer>
-#include <memory>
+#include <functional>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace fernhop::freedesktop {
 
-/// Shows alerts with Qt, whose events come through the process's own main loop: what the process does
-/// otherwise goes on while an alert is open.
-class QtAlerts : public DialogPresenter {
+/// Shows alerts with Qt, while a Toolkit is there. Main thread only.
+class QtAlerts : public ui::AlertPresenter {
   public:
-    /// `platformPlugin` is one that can show windows here.
-    QtAlerts(DialogHost asks, std::string platformPlugin);
+    /// `onShown` is called whenever an alert has come to the screen or to the front.
+    QtAlerts(ViewContext viewContext, std::function<void()> onShown);
 
     [[nodiscard]] bool bringToFront() override;
-    [[nodiscard]] std::unique_ptr<EmbeddedIcon> makeEmbeddedIcon(PerformAction perform) override;
     [[nodiscard]] int runModal(const ui::Alert &alert) override;
-    void dismiss() override;
-    void appearanceChanged() override;
+
+    /// Closes the open alert as its last button does; without one nothing happens.
+    void dismiss();
+
+    /// The desktop's token by which an alert may come to the front next, good for once; empty: none.
+    void setActivationToken(std::string newToken) { token = std::move(newToken); }
+
+    /// Has alerts, the open one included, look as the user asks; nothing: as the toolkit's theme says.
+    void setAppearance(std::optional<ui::AppearanceName> appearance);
 
   private:
-    void bringForward(AlertDialog &dialog) const;
+    void bringForward(AlertDialog &dialog);
 
-    DialogHost host;
-    std::vector<std::string> words; ///< the toolkit's command line, which it refers to
-    std::vector<char *> arguments;
-    int argumentCount;
-    std::unique_ptr<QApplication> application;
+    const ViewContext context;
+    const std::function<void()> onShown;
+    std::string token;
+    std::optional<ui::AppearanceName> appearance;
     QPointer<AlertDialog> open;
 };
 

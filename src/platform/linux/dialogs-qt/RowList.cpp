@@ -33,18 +33,18 @@ QVariant RowModel::data(const QModelIndex &index, int role) const {
     return texts.join(QStringLiteral(", "));
 }
 
-RowList::RowList(ui::TableView &shown, const DialogHost &dialogHost, QWidget *parent)
-    : QListView(parent), table(shown), host(dialogHost), model(new RowModel(table, this)),
+RowList::RowList(ui::TableView &shown, const ViewContext &viewContext, QWidget *parent)
+    : QListView(parent), table(shown), context(viewContext), model(new RowModel(table, this)),
       shownReload(table.reloads()) {
     setModel(model);
-    setItemDelegate(new RowPainter(table, host, this));
+    setItemDelegate(new RowPainter(table, context, this));
     setSelectionMode(table.allowsMultipleSelection ? ExtendedSelection : SingleSelection);
     setUniformItemSizes(true);
     setEditTriggers(NoEditTriggers);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { userSelected(); });
-    connect(this, &QListView::clicked, this, [this] { host.perform(table.action, table); });
+    connect(this, &QListView::clicked, this, [this] { context.perform(table.action, table); });
     showSelection();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/DialogHost.h"
+#include "platform/linux/dialogs-qt/ViewContext.h"
 #include "platform/ui/TableView.h"
 
 #include <QAbstractListModel>
@@ -31,8 +31,8 @@ class RowModel : public QAbstractListModel {
 /// A list that shows a table and keeps its selection in step with it, both ways.
 class RowList : public QListView {
   public:
-    /// `table` and `host` outlive this widget.
-    RowList(ui::TableView &shown, const DialogHost &dialogHost, QWidget *parent);
+    /// `table` and `context` outlive this widget.
+    RowList(ui::TableView &shown, const ViewContext &viewContext, QWidget *parent);
 
     /// Shows what changed in the table.
     void update();
@@ -43,7 +43,7 @@ class RowList : public QListView {
     void showSelection();
 
     ui::TableView &table;
-    const DialogHost &host;
+    const ViewContext &context;
     RowModel *model;
     unsigned shownReload;
     bool isFollowingTable = false;

@@ -55,8 +55,8 @@ bool isCut(const ui::View &view, const Frames &frames) {
 /// Paints a tree of labels and images.
 class TreePainter {
   public:
-    TreePainter(QPainter &target, const QStyleOptionViewItem &item, const DialogHost &dialogHost)
-        : painter(target), option(item), host(dialogHost) {
+    TreePainter(QPainter &target, const QStyleOptionViewItem &item, const ViewContext &viewContext)
+        : painter(target), option(item), context(viewContext) {
         if (option.state.testFlag(QStyle::State_Selected))
             palette.setColor(QPalette::WindowText, palette.color(QPalette::HighlightedText));
         else
@@ -82,12 +82,12 @@ class TreePainter {
 
     void paintPicture(const ui::ImageView &image, const QRectF &area) {
         const QColor tint = colorIn(palette, image.contentTintColor.value_or(ui::Color{}));
-        paintImage(painter, image.image, area, tint, host);
+        paintImage(painter, image.image, area, tint, context);
     }
 
     QPainter &painter;
     const QStyleOptionViewItem &option;
-    const DialogHost &host;
+    const ViewContext &context;
     QPalette palette = option.palette;
 };
 
@@ -111,7 +111,7 @@ void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
     if (!row)
         return;
     painter->save();
-    TreePainter(*painter, option, host).paint(*row, framesIn(option.rect, *row));
+    TreePainter(*painter, option, context).paint(*row, framesIn(option.rect, *row));
     if (option.state.testFlag(QStyle::State_HasFocus))
         paintKeyboardMark(*painter, option);
     painter->restore();

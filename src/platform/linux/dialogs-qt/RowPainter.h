@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/DialogHost.h"
+#include "platform/linux/dialogs-qt/ViewContext.h"
 #include "platform/ui/TableView.h"
 
 #include <QStyledItemDelegate>
@@ -11,9 +11,9 @@ namespace fernhop::freedesktop {
 /// as fast as one of ten.
 class RowPainter : public QStyledItemDelegate {
   public:
-    /// `table` and `host` outlive this object.
-    RowPainter(const ui::TableView &rowsOf, const DialogHost &dialogHost, QObject *parent)
-        : QStyledItemDelegate(parent), table(rowsOf), host(dialogHost) {}
+    /// `table` and `context` outlive this object.
+    RowPainter(const ui::TableView &rowsOf, const ViewContext &viewContext, QObject *parent)
+        : QStyledItemDelegate(parent), table(rowsOf), context(viewContext) {}
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
@@ -24,7 +24,7 @@ class RowPainter : public QStyledItemDelegate {
 
   private:
     const ui::TableView &table;
-    const DialogHost &host;
+    const ViewContext &context;
 };
 
 } // namespace fernhop::freedesktop

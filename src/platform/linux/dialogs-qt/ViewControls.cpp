@@ -22,11 +22,11 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-void showItems(QComboBox &box, const ui::PopUpButton &popUp, const DialogHost &host) {
+void showItems(QComboBox &box, const ui::PopUpButton &popUp, const ViewContext &context) {
     const QSignalBlocker quiet(box);
     box.clear();
     for (const ui::MenuItem &item : popUp.items()) {
-        box.addItem(controlIcon(item.image, host), toText(item.title));
+        box.addItem(controlIcon(item.image, context), toText(item.title));
         if (const int side = item.image ? static_cast<int>(item.image->side) : 0; side > 0)
             box.setIconSize({side, side});
     }
@@ -67,7 +67,7 @@ QWidget *ViewWidgets::makeField(ui::View &view) {
     connect(edit, &QLineEdit::textEdited, this, [this, &field, firesWhileTyping](const QString &text) {
         field.setStringValue(text.toStdString());
         if (firesWhileTyping)
-            host.perform(field.action, field);
+            context.perform(field.action, field);
     });
     follow(view, [&field, edit] {
         if (const QString text = toText(field.stringValue()); edit->text() != text)
@@ -81,13 +81,13 @@ QWidget *ViewWidgets::makePopUp(ui::View &view) {
     auto &popUp = static_cast<ui::PopUpButton &>(view);
     auto *box = new QComboBox(this);
     nameControl(*box, view);
-    showItems(*box, popUp, host);
+    showItems(*box, popUp, context);
     connect(box, &QComboBox::activated, this, [this, &popUp](int index) {
         popUp.selectItem(static_cast<std::size_t>(index));
-        host.perform(popUp.action, popUp);
+        context.perform(popUp.action, popUp);
     });
     inputs.push_back(box);
-    follow(view, [this, &popUp, box] { showItems(*box, popUp, host); });
+    follow(view, [this, &popUp, box] { showItems(*box, popUp, context); });
     return box;
 }
 
@@ -98,11 +98,11 @@ QWidget *ViewWidgets::makeButton(ui::View &view) {
                                                              : new QPushButton(text, this);
     if (button.image) {
         const int side = static_cast<int>(button.image->side);
-        push->setIcon(controlIcon(button.image, host));
+        push->setIcon(controlIcon(button.image, context));
         push->setIconSize({side, side});
     }
     push->setAccessibleName(toText(button.title));
-    connect(push, &QPushButton::clicked, this, [this, &button] { host.perform(button.action, button); });
+    connect(push, &QPushButton::clicked, this, [this, &button] { context.perform(button.action, button); });
     return push;
 }
 
@@ -111,7 +111,7 @@ QWidget *ViewWidgets::makeImage(ui::View &view) {
     return new PictureWidget(
         [this, &image](QPainter &painter, const QRectF &area) {
             const QColor tint = colorIn(palette(), image.contentTintColor.value_or(ui::Color{}));
-            paintImage(painter, image.image, area, tint, host);
+            paintImage(painter, image.image, area, tint, context);
         },
         this);
 }
@@ -123,7 +123,7 @@ QWidget *ViewWidgets::makeScroll(ui::View &view) {
     auto *table = dynamic_cast<ui::TableView *>(scroll.documentView.get());
     if (!table)
         return frame;
-    auto *list = new RowList(*table, host, frame);
+    auto *list = new RowList(*table, context, frame);
     nameControl(*list, *table);
     list->setFrameShape(scroll.hasBorder ? QFrame::StyledPanel : QFrame::NoFrame);
     list->setVerticalScrollBarPolicy(scroll.hasVerticalScroller ? Qt::ScrollBarAsNeeded

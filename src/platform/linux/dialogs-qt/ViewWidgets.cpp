@@ -39,8 +39,8 @@ bool isControl(const ui::View &view) {
 
 } // namespace
 
-ViewWidgets::ViewWidgets(std::shared_ptr<ui::View> tree, const DialogHost &dialogHost, QWidget *parent)
-    : QWidget(parent), root(std::move(tree)), host(dialogHost) {
+ViewWidgets::ViewWidgets(std::shared_ptr<ui::View> tree, const ViewContext &viewContext, QWidget *parent)
+    : QWidget(parent), root(std::move(tree)), context(viewContext) {
     build(*root);
     place();
 }

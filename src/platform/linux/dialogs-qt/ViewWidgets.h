@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/DialogHost.h"
+#include "platform/linux/dialogs-qt/ViewContext.h"
 #include "platform/linux/dialogs-qt/ViewLayout.h"
 #include "platform/ui/View.h"
 
@@ -15,8 +15,8 @@ namespace fernhop::freedesktop {
 /// views and their actions are fired; what the core changes shows. Destroyed before its views are.
 class ViewWidgets : public QWidget {
   public:
-    /// `host` outlives this widget.
-    ViewWidgets(std::shared_ptr<ui::View> tree, const DialogHost &dialogHost, QWidget *parent = nullptr);
+    /// `context` outlives this widget.
+    ViewWidgets(std::shared_ptr<ui::View> tree, const ViewContext &viewContext, QWidget *parent = nullptr);
     ~ViewWidgets() override;
 
     /// The widget that shows a view; null for one that shows nothing itself.
@@ -46,7 +46,7 @@ class ViewWidgets : public QWidget {
     [[nodiscard]] QWidget *makeScroll(ui::View &view);
 
     std::shared_ptr<ui::View> root;
-    const DialogHost &host;
+    const ViewContext &context;
     std::unordered_map<const ui::View *, QWidget *> widgets;
     std::vector<ui::View *> followed;
     std::vector<QWidget *> inputs; ///< fields and pop-ups, in their order

@@ -1,41 +1,14 @@
 #include "platform/linux/tray/EmbeddedTray.h"
 
-#include "platform/linux/tray/ImageRenderer.h"
-
 #include <utility>
 
 namespace fernhop::freedesktop {
 
-EmbeddedTray::EmbeddedTray(GDBusConnection *bus, EmbeddedTrayPlace trayPlace, PerformAction performAction)
-    : place(std::move(trayPlace)), perform(std::move(performAction)), hosts(bus, [this] { look(); }) {}
+EmbeddedTray::EmbeddedTray(GDBusConnection *bus, EmbeddedTrayPlace trayPlace)
+    : place(std::move(trayPlace)), hosts(bus, [this] { look(); }) {}
 
 EmbeddedTray::~EmbeddedTray() {
     stopWaiting();
-}
-
-void EmbeddedTray::setImage(ui::ImageReference newImage, bool withRim) {
-    const bool isNew = !ui::sameImage(image, newImage) || hasRim != withRim;
-    hasRim = withRim;
-    image = std::move(newImage);
-    if (icon && isNew)
-        drawIcon();
-}
-
-void EmbeddedTray::drawIcon() {
-    icon->setPicture([drawn = image, rim = hasRim](int side) { return iconPixels(drawn, rim, side); });
-}
-
-void EmbeddedTray::setToolTip(const std::string &text) {
-    if (text == std::exchange(toolTip, text))
-        return;
-    if (icon)
-        icon->setToolTip(text);
-}
-
-void EmbeddedTray::setMenu(std::shared_ptr<const ui::Menu> newMenu) {
-    menu = std::move(newMenu);
-    if (icon)
-        icon->setMenu(menu);
 }
 
 void EmbeddedTray::look() {
@@ -53,8 +26,8 @@ void EmbeddedTray::look() {
         stopWaiting();
         icon.reset();
     } else if (!icon && waiting == 0) {
-        // While a session starts the tray of a panel may be there before its StatusNotifier host; what
-        // shows an embedded icon is not to be loaded for that moment.
+        // While a session starts the tray of a panel may be there before its StatusNotifier host; no program
+        // is to be started for that moment.
         waiting = g_timeout_add(static_cast<guint>(place.patience.count()), waited, this);
     }
 }
@@ -65,19 +38,10 @@ void EmbeddedTray::stopWaiting() {
 }
 
 gboolean EmbeddedTray::waited(gpointer self) {
-    auto &tray = *static_cast<EmbeddedTray *>(self);
-    tray.waiting = 0;
-    tray.show();
+    auto &own = *static_cast<EmbeddedTray *>(self);
+    own.waiting = 0;
+    own.icon = own.place.showIcon();
     return G_SOURCE_REMOVE;
-}
-
-void EmbeddedTray::show() {
-    icon = place.makeIcon(perform);
-    if (!icon)
-        return;
-    drawIcon();
-    icon->setToolTip(toolTip);
-    icon->setMenu(menu);
 }
 
 } // namespace fernhop::freedesktop

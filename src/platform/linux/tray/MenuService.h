@@ -1,16 +1,19 @@
 #pragma once
 
 #include "platform/linux/base/BusObject.h"
-#include "platform/linux/tray/EmbeddedIcon.h"
 #include "platform/linux/tray/MenuIcons.h"
 #include "platform/linux/tray/MenuProperties.h"
 #include "platform/linux/tray/MenuReaders.h"
 #include "platform/linux/tray/MenuTree.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 namespace fernhop::freedesktop {
+
+/// Called with the selector of an item that was clicked, and the item, which lives until the call is over.
+using PerformAction = std::function<void(ui::Selector selector, const ui::MenuItem &sender)>;
 
 /// A menu on the bus by com.canonical.dbusmenu. Nothing is put into the form of the bus before a host asks;
 /// hosts are told at most once for each turn of the main loop that the menu looks different, and not at all

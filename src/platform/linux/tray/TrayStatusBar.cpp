@@ -9,9 +9,9 @@ namespace fernhop::freedesktop {
 /// The icon in each of the two kinds of tray.
 class TrayIcon {
   public:
-    TrayIcon(GDBusConnection *bus, const EmbeddedTrayPlace &embedding, const PerformAction &perform,
+    TrayIcon(GDBusConnection *bus, const EmbeddedTrayPlace &embedding,
              std::function<void(const std::string &token)> takeToken)
-        : item(bus, MenuService::path, std::move(takeToken)), embedded(bus, embedding, perform) {}
+        : item(bus, MenuService::path, std::move(takeToken)), embedded(bus, embedding) {}
 
     [[nodiscard]] IconPlace place() const {
         if (embedded.isShown())
@@ -34,23 +34,15 @@ class TrayStatusItem : public ui::StatusItem {
     // Whether a tray shows it can change at any time; what it is dressed with is kept for the next one.
     [[nodiscard]] bool hasButton() const override { return true; }
     [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return appearance; }
-    void setToolTip(const std::string &text) override {
-        icon->item.setToolTip(text);
-        icon->embedded.setToolTip(text);
-    }
+    void setToolTip(const std::string &text) override { icon->item.setToolTip(text); }
     void setTitle(const std::string &title) override { icon->item.setTitle(title); }
     // A tray shows nothing but the image.
     void setImagePosition(ui::ImagePosition) override {}
     void setImage(ui::ImageReference image) override {
         // Nobody tells what a panel looks like; where the user asks for nothing, many are dark all the same.
-        const bool withRim = !appearance.stated();
-        icon->item.setImage(image, withRim);
-        icon->embedded.setImage(std::move(image), withRim);
+        icon->item.setImage(std::move(image), !appearance.stated());
     }
-    void setMenu(std::shared_ptr<const ui::Menu> newMenu) override {
-        menu->setMenu(newMenu);
-        icon->embedded.setMenu(std::move(newMenu));
-    }
+    void setMenu(std::shared_ptr<const ui::Menu> newMenu) override { menu->setMenu(std::move(newMenu)); }
 
   private:
     const PortalAppearance &appearance;
@@ -72,7 +64,7 @@ std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
     };
     // The menu first, as whoever hears of the item may ask for it.
     auto menu = std::make_unique<MenuService>(bus, icons, click);
-    auto newIcon = std::make_shared<TrayIcon>(bus, embedding, click, [this](const std::string &token) {
+    auto newIcon = std::make_shared<TrayIcon>(bus, embedding, [this](const std::string &token) {
         if (takeToken)
             takeToken(token);
     });

@@ -158,7 +158,7 @@ TEST_F(DialogLooksTest, BadgeAndNoteAreTintedByTheAccent) {
 }
 
 TEST_F(DialogLooksTest, OpenDialogFollowsTheAppearance) {
-    open("showAddRuleDialog", [this](AlertDialog &dialog, const View &root) {
+    open("showAddRuleDialog", [](AlertDialog &dialog, const View &root) {
         auto *title =
             dialog.accessory()->widgetOf(*subview<StackView>(*subview<StackView>(root, 0), 1)->subviews[0]);
         ASSERT_TRUE(title);
@@ -166,12 +166,10 @@ TEST_F(DialogLooksTest, OpenDialogFollowsTheAppearance) {
         const auto isInk = [](const QColor &color) { return color.lightness() < 70; };
         EXPECT_TRUE(isLight(at(look(dialog), 2, 2)));
         EXPECT_FALSE(boxOf(look(*title), isInk).isEmpty());
-        stated = AppearanceName::darkAqua;
-        presenter().appearanceChanged();
+        presenter().setAppearance(AppearanceName::darkAqua);
         EXPECT_TRUE(isInk(at(look(dialog), 2, 2)));
         EXPECT_FALSE(boxOf(look(*title), isLight).isEmpty());
-        stated = AppearanceName::aqua;
-        presenter().appearanceChanged();
+        presenter().setAppearance(AppearanceName::aqua);
         EXPECT_TRUE(isLight(at(look(dialog), 2, 2)));
     });
 }

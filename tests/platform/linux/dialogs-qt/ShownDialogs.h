@@ -3,7 +3,7 @@
 #include "app/Controller.h"
 #include "dialogs/ExpectViews.h"
 #include "platform/linux/dialogs-qt/QtAlerts.h"
-#include "platform/linux/tray/Symbols.h"
+#include "platform/linux/dialogs-qt/Toolkit.h"
 
 #include <QPushButton>
 #include <QTimer>
@@ -20,14 +20,20 @@ class ShownDialogs : public ControllerTest {
   protected:
     static QtAlerts &presenter() {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        if (!alerts) // a process has one application at a time
-            alerts = std::make_unique<QtAlerts>(host(), "offscreen");
+        if (!toolkit) // a process has one at a time
+            toolkit = std::make_unique<Toolkit>("offscreen");
+        if (!alerts)
+            alerts = std::make_unique<QtAlerts>(context(), [] { ++current->timesShown; });
         return *alerts;
     }
 
     /// At exit it would be too late: the toolkit's own statics go first.
-    static void TearDownTestSuite() { alerts.reset(); }
+    static void TearDownTestSuite() {
+        alerts.reset();
+        toolkit.reset();
+    }
 
+    static inline std::unique_ptr<Toolkit> toolkit;
     static inline std::unique_ptr<QtAlerts> alerts;
 
     ShownDialogs() {
@@ -65,12 +71,13 @@ class ShownDialogs : public ControllerTest {
             }
             dialogs.dismiss();
         });
+        dialogs.setAppearance(current->stated);
         return dialogs.runModal(alert);
     }
 
     std::map<std::string, std::string> iconsOfEntries; ///< by the paths of the entries
     std::optional<ui::AppearanceName> stated;
-    std::string token;
+    int timesShown = 0; ///< how often an alert came to the screen or to the front
 
     /// Has the keyboard's events go to the dialog, as a window manager does.
     static void activate(AlertDialog &dialog) {
@@ -88,14 +95,12 @@ class ShownDialogs : public ControllerTest {
     static void press(AlertDialog &dialog, const QString &text) { buttonNamed(dialog, text)->click(); }
 
   private:
-    static DialogHost host() {
+    static ViewContext context() {
         return {[](ui::Selector action, const Object &sender) {
                     if (!action.empty())
                         current->controller->perform(action, {.sender = &sender});
                 },
-                [](const std::string &entry) { return current->iconsOfEntries[entry]; },
-                [](const std::string &name, ui::Color ink) { return symbolNamed(name, ink); },
-                [] { return current->stated; }, [] { return std::exchange(current->token, {}); }};
+                [](const std::string &entry) { return current->iconsOfEntries[entry]; }};
     }
 
     static inline ShownDialogs *current = nullptr;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/QtAlerts.h"
+#include "platform/linux/dialogs-qt/Toolkit.h"
 
 #include <gtest/gtest.h>
 
@@ -9,22 +9,18 @@
 
 namespace fernhop::freedesktop {
 
-/// A test with the toolkit's application, on a screen that nobody sees.
+/// A test with the toolkit, on a screen that nobody sees.
 class ToolkitApplication : public testing::Test {
   protected:
     static void SetUpTestSuite() {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        const DialogHost host{[](ui::Selector, const Object &) {},
-                              [](const std::string &) { return std::string(); },
-                              [](const std::string &, ui::Color) { return std::nullopt; },
-                              [] { return std::nullopt; }, [] { return std::string(); }};
-        alerts = std::make_unique<QtAlerts>(host, "offscreen");
+        toolkit = std::make_unique<Toolkit>("offscreen");
     }
 
     /// At exit it would be too late: the toolkit's own statics go first.
-    static void TearDownTestSuite() { alerts.reset(); }
+    static void TearDownTestSuite() { toolkit.reset(); }
 
-    static inline std::unique_ptr<QtAlerts> alerts;
+    static inline std::unique_ptr<Toolkit> toolkit;
 };
 
 } // namespace fernhop::freedesktop

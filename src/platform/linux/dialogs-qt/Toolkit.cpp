@@ -1,6 +1,7 @@
-#include "platform/linux/dialogs-qt/Screen.h"
+#include "platform/linux/dialogs-qt/Toolkit.h"
 
 #include "platform/linux/base/CompositorSocket.h"
+#include "platform/linux/dialogs-qt/ApplicationIcons.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -63,6 +64,17 @@ std::optional<std::string> usablePlatformPlugin() {
     if (displayAnswers() && pluginLoads(QStringLiteral("libqxcb.so")))
         return "xcb";
     return std::nullopt;
+}
+
+Toolkit::Toolkit(std::string platformPlugin) : words{"fernhop", "-platform", std::move(platformPlugin)} {
+    for (std::string &word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    argumentCount = static_cast<int>(words.size());
+    QApplication::setDesktopFileName(QStringLiteral("org.fernhop.Fernhop"));
+    application = std::make_unique<QApplication>(argumentCount, arguments.data());
+    QApplication::setQuitOnLastWindowClosed(false);
+    useAllIconPlaces();
 }
 
 } // namespace fernhop::freedesktop

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/linux/dialogs-qt/HelperProgram.h"
+#include "platform/ui/Appearance.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace fernhop::freedesktop {
+
+/// What the resident and the programs that it shows windows with tell each other, by first words.
+namespace message {
+/// To the program: open a dialog, by its action's selector, the rule's or application's identifier, and the
+/// activation token (empty: none). With one open already, that one comes to the front instead.
+inline constexpr const char *open = "open";
+/// To the program: the appearance that the user asks for, "dark", "light", or empty where nobody says.
+inline constexpr const char *appearance = "appearance";
+/// From the program: the last `open` was handled.
+inline constexpr const char *handled = "handled";
+/// From the program: settings or the default browser were changed.
+inline constexpr const char *changed = "changed";
+/// From the program: beep.
+inline constexpr const char *beep = "beep";
+/// From the program: perform the action of a button, by selector and the button's identifier.
+inline constexpr const char *perform = "perform";
+} // namespace message
+
+/// The exit status of a program that found no display to show windows on.
+inline constexpr int noDisplayStatus = 3;
+
+/// An appearance as the message of that name carries it.
+[[nodiscard]] std::string appearanceWord(std::optional<ui::AppearanceName> appearance);
+[[nodiscard]] std::optional<ui::AppearanceName> appearanceOfWord(const std::string &word);
+
+/// The program that shows dialogs, as the resident sees it: started for a dialog, gone with it. Whatever
+/// happens to it, the next dialog opens. Main thread only.
+class DialogsProgram {
+  public:
+    struct Callbacks {
+        /// The dialog changed settings or the default browser.
+        std::function<void()> changed;
+        std::function<void()> beep;
+        /// Performs the action of a button of the dialog, by the button's identifier.
+        std::function<void(const std::string &selector, const std::string &identifier)> perform;
+        /// A dialog could not be opened, or went away by itself; `reason` is for the log.
+        std::function<void(const std::string &reason, bool couldNotOpen)> failed;
+    };
+
+    /// `programPath` is the program's file. A running program that leaves a request unanswered for
+    /// `patience` counts as hung, and is killed.
+    DialogsProgram(std::string programPath, std::chrono::milliseconds patience, Callbacks callbacks);
+    ~DialogsProgram();
+    DialogsProgram(const DialogsProgram &) = delete;
+    DialogsProgram &operator=(const DialogsProgram &) = delete;
+
+    /// Opens a dialog by its action's selector and the identifier that goes with it, or brings the open one
+    /// to the front; returns at once. `token` is the desktop's for this, empty: none.
+    void open(const std::string &selector, const std::string &subject, const std::string &token);
+
+    /// Has dialogs look so, the open one included.
+    void setAppearance(std::optional<ui::AppearanceName> appearance);
+
+  private:
+    struct Request {
+        Message message;
+        int starts = 0; ///< how often the program was started for it
+    };
+
+    void start(Request request);
+    void received(const Message &message);
+    void ended(ExitStatus status);
+    void stopTimer();
+    static gboolean lostPatience(gpointer self);
+
+    const std::string path;
+    const std::chrono::milliseconds patience;
+    const Callbacks call;
+    std::string appearance;
+    std::unique_ptr<HelperProgram> program; ///< null: does not run
+    std::optional<Request> unanswered;
+    guint timer = 0; ///< runs while a program that showed a dialog is asked again
+};
+
+} // namespace fernhop::freedesktop
