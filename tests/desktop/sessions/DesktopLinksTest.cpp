@@ -80,7 +80,7 @@ TEST_P(DesktopLinks, PassThroughFernhopOnlyWhileRoutingIsOn) {
     open(work);
     EXPECT_EQ(session.browser.links(), (Links{"https://example.org/?q=a+b", work[0], work[1]}));
     EXPECT_EQ(session.mailBrowser.links().size(), 2U);
-    EXPECT_EQ(session.residentPid(), 0) << "Fernhop was asked for a link that was not its own";
+    EXPECT_EQ(session.residentPid(), 0) << "a link started Fernhop while routing was off";
 }
 
 } // namespace

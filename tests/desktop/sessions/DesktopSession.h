@@ -18,7 +18,7 @@ class DesktopSession : public LinkSession {
     /// Puts the session on a display and starts the bus and Fernhop there, with a rule for each application.
     void begin(const support::Environment &display);
 
-    /// What `fernhop status` tells.
+    /// The document of `fernhop status --json`.
     [[nodiscard]] nlohmann::json status();
 
     /// Waits until links count as coming from this application.
@@ -31,7 +31,7 @@ class DesktopSession : public LinkSession {
     support::RecordingBrowser chatBrowser{home, "web-for-chat"};
 };
 
-/// Waits until a browser was given as many links; what it was given.
+/// Waits until a browser was given this many links; all that it was given.
 [[nodiscard]] std::vector<std::string> linksOf(const support::RecordingBrowser &browser, std::size_t count);
 
 } // namespace fernhop::desktoptest

@@ -30,7 +30,7 @@ class LinkSender : public testing::Test {
         ASSERT_EQ(session.run({"gio", "open", "chat:start"}), 0) << session.output();
     }
 
-    /// Chat, started by nobody who tells, runs Fernhop's program for links.
+    /// Chat, started without GIO, runs Fernhop's program for links.
     int chatOpens(const std::string &link, const support::Environment &more = {}) {
         writeChat("\"$@\"\nexit 0");
         return session.run({program, LinkSession::program("fernhop-open"), link}, more);
@@ -99,7 +99,7 @@ TEST_F(LinkSender, IsUsedWhereTheFocusedWindowIsUnknown) {
     ASSERT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
     const auto unknown = windows.window("nobody", "Nobody");
     ASSERT_TRUE(support::waitUntil([&] { return windows.active() == unknown; }));
-    // Until the resident has read of the window, too, Mail counts.
+    // Mail is the source until the resident has received the change of focus, too.
     EXPECT_TRUE(support::waitUntil([&] {
         EXPECT_EQ(chatOpens("https://chat/"), 0) << session.output();
         return !session.chatBrowser.links().empty();

@@ -37,7 +37,7 @@ class RaisingOnX11 : public testing::Test {
     std::optional<support::XTestClient> windows;
 };
 
-// As of a browser that hands its links over to its first process.
+// As with a browser that hands its links over to its first process.
 TEST_F(RaisingOnX11, TheBrowsersWindowComesToTheFront) {
     const auto browser = windows->window("web-for-chat", "web-for-chat");
     ASSERT_TRUE(inFront(browser));

@@ -13,7 +13,7 @@ namespace {
 
 using Links = std::vector<std::string>;
 
-/// The ways in which an application in front opens a link.
+/// The focused application opens links in several ways.
 class WindowSwitch : public testing::Test {
   protected:
     void openWithXdgOpen(const std::string &link, const support::Environment &more = {}) {
@@ -29,16 +29,15 @@ class WindowSwitch : public testing::Test {
     }
 
     /// Opens a link in each way from Mail, from Chat, and from Mail again.
-    void expectLinksToFollow(const std::function<void()> &turnToMail,
-                             const std::function<void()> &turnToChat) {
-        turnToMail();
+    void expectLinksToFollow(const std::function<void()> &focusMail, const std::function<void()> &focusChat) {
+        focusMail();
         ASSERT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
         openWithXdgOpen("https://mail/1");
         EXPECT_EQ(linksOf(session.mailBrowser, 1), Links{"https://mail/1"});
 
-        turnToChat();
+        focusChat();
         ASSERT_TRUE(session.sourceBecomes(DesktopSession::chat)) << session.output();
-        // One after the other: browsers that start at once note their links in any order.
+        // One after the other: browsers that start at the same time record their links in any order.
         openWithGio("https://chat/1");
         EXPECT_EQ(linksOf(session.chatBrowser, 1).size(), 1U);
         openOverTheBus("https://chat/2");
@@ -47,7 +46,7 @@ class WindowSwitch : public testing::Test {
         EXPECT_EQ(linksOf(session.chatBrowser, 3),
                   (Links{"https://chat/1", "https://chat/2", "https://chat/3"}));
 
-        turnToMail();
+        focusMail();
         ASSERT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
         openWithGio("https://mail/2");
         EXPECT_EQ(linksOf(session.mailBrowser, 2).size(), 2U);
@@ -88,14 +87,14 @@ TEST_F(WindowSwitch, DecidesOnSway) {
     const auto terminal = [&](const std::string &id) {
         return sway.start({"foot", "--app-id=" + id, "cat"}, {{"LC_ALL", "C.UTF-8"}});
     };
-    const auto turnTo = [&](const std::string &id) {
+    const auto focus = [&](const std::string &id) {
         EXPECT_TRUE(sway.command("[app_id=" + id + "] focus")) << id;
     };
     const auto mail = terminal(DesktopSession::mail);
     ASSERT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
     const auto chat = terminal(DesktopSession::chat);
     ASSERT_TRUE(session.sourceBecomes(DesktopSession::chat)) << session.output();
-    expectLinksToFollow([&] { turnTo(DesktopSession::mail); }, [&] { turnTo(DesktopSession::chat); });
+    expectLinksToFollow([&] { focus(DesktopSession::mail); }, [&] { focus(DesktopSession::chat); });
     EXPECT_EQ(session.status()["sourceProvider"], "wlroots");
 }
 

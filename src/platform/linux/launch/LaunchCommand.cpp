@@ -10,7 +10,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-// What the launcher of a process tells that one process: systemd.exec(5), the D-Bus specification's "Message
+// Variables that a launcher sets for one process: systemd.exec(5), the D-Bus specification's "Message
 // Bus Starting Services", GIO's and BAMF's launch marks, the autostart protocol of session managers.
 constexpr std::array<std::string_view, 22> ownVariables = {
     "XDG_ACTIVATION_TOKEN",

@@ -46,7 +46,7 @@ class Launcher {
     Launcher &operator=(const Launcher &) = delete;
 
     /// Opens the links. `completion` is called once: with an error when the application cannot be started or
-    /// ends soon after in a way that says so, without one when it took the links or when it ends later.
+    /// ends soon with the status of a failed start, without one when it took the links or when it ends later.
     void launch(LaunchRequest request, OpenCompletion completion);
 
   private:

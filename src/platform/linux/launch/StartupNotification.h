@@ -19,11 +19,12 @@ struct StartupAnnouncement {
 [[nodiscard]] std::string startupMessage(const std::string &startupID,
                                          const StartupAnnouncement &announcement);
 
-/// Tells the window manager that an application is about to start, so that its window is let to the front;
-/// the identifier that the application must be given, or nothing when the display cannot be reached.
+/// Announces to the window manager that an application is about to start, so that its window may come to the
+/// front. Returns the identifier that the application must be given; nothing when the display cannot be
+/// reached.
 [[nodiscard]] std::optional<std::string> announceStartup(const StartupAnnouncement &announcement);
 
-/// Tells the window manager that an announced application will not start after all.
+/// Withdraws the announcement of an application that will not start after all.
 void withdrawStartup(const std::string &display, const std::string &startupID);
 
 } // namespace fernhop::freedesktop

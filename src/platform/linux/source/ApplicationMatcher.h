@@ -15,11 +15,11 @@
 
 namespace fernhop::freedesktop {
 
-/// What a window tells about its application. Texts are claims of the application: any bytes.
+/// What a window shows of its application. Texts are claims of the application: any bytes.
 struct WindowIdentity {
     std::vector<std::string> names;          ///< WM_CLASS instance and class; on Wayland the app_id
     std::vector<std::string> applicationIDs; ///< IDs that the toolkit gives beside the names
-    std::optional<pid_t> pid;                ///< the process, where the session knows it
+    std::optional<pid_t> pid;                ///< the process, where the session shows it
 };
 
 /// Whether this is the desktop-file ID of a part of the desktop itself: its shell, panel or window manager.

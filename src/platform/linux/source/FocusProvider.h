@@ -32,8 +32,8 @@ struct RaiseRequest {
     std::optional<pid_t> pid; ///< a process of it, where known
 };
 
-/// What a session tells about the focused application. One class for each kind of session; sessions that tell
-/// nothing have a class of their own, too. Main thread only; callbacks come from the GLib main loop.
+/// The session's view of the focused application. One class for each kind of session, and one for sessions
+/// that show nothing. Main thread only; callbacks come from the GLib main loop.
 class FocusProvider {
   public:
     virtual ~FocusProvider() = default;
@@ -41,7 +41,7 @@ class FocusProvider {
     /// Short name for people: "x11", "wlroots", "plasma", "link sender".
     [[nodiscard]] virtual std::string name() const = 0;
 
-    /// The focused application; null when there is none or the session does not tell.
+    /// The focused application; null when there is none or the session does not show it.
     [[nodiscard]] virtual std::shared_ptr<RunningApplication> frontmost() const = 0;
 
     /// From now on calls `activated` whenever another application gets the focus. Called once.

@@ -6,7 +6,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-/// For sessions that do not tell which window is focused, and without any session. All that is known there is
+/// For sessions that do not show which window is focused, and without any session. All that is known there is
 /// the sender of each link, which `SourceNotifications` finds.
 class NoFocusProvider : public FocusProvider {
   public:

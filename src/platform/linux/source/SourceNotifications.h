@@ -31,7 +31,7 @@ class PostingNotificationCenter : public NotificationCenter {
     std::deque<std::pair<std::string, std::function<void(const Notification &)>>> observers;
 };
 
-/// Posts the focused application to the workspace's observers; where the session does not tell which it is,
+/// Posts the focused application to the workspace's observers; where the session does not show which it is,
 /// the sender of a link, just before the link is handled. Main thread only.
 class SourceNotifications {
   public:

@@ -17,7 +17,7 @@ namespace fernhop::freedesktop {
 struct WaylandWindow {
     WindowIdentity identity;
     bool isActive = false;
-    bool isDescribed = false;       ///< the compositor has sent all that it knows of it
+    bool isDescribed = false;       ///< the compositor has described it completely
     bool isClosed = false;          ///< `WaylandWindows::settle` removes it
     std::function<void()> activate; ///< asks the compositor to bring it to the front
     std::shared_ptr<void> handle;   ///< the compositor's object, destroyed with the window
@@ -81,7 +81,7 @@ class WaylandWindowFeed {
 [[nodiscard]] std::unique_ptr<WaylandWindowFeed> makePlasmaWindowFeed(const WaylandConnection &connection,
                                                                       WaylandWindows &windows);
 
-/// Follows the active window of a Wayland session. When the compositor goes away it tells nothing any more.
+/// Follows the active window of a Wayland session. Without the compositor no application is focused.
 class WaylandFocusProvider : public FocusProvider {
   public:
     /// Null when there is no such display, or its compositor shows us no windows. The matcher outlives the

@@ -11,7 +11,7 @@
 /// What the providers of all sessions that show their windows have in common.
 namespace fernhop::freedesktop {
 
-/// The focused application, and who is told of changes. Main thread only.
+/// The focused application, and the observer of its changes. Main thread only.
 class FrontApplication {
   public:
     using Observer = std::function<void(std::shared_ptr<RunningApplication>)>;
@@ -21,8 +21,8 @@ class FrontApplication {
 
     void observe(Observer newObserver) { observer = std::move(newObserver); }
 
-    /// A window of this application is in front now; no ID: of an unknown one. Tells the observer when it is
-    /// another application than before.
+    /// A window of this application is in front now; no ID: of an unknown one. Notifies the observer when it
+    /// is another application than before.
     void set(const std::optional<std::string> &desktopID) {
         if (application && application->bundleIdentifier() == desktopID)
             return;

@@ -13,7 +13,7 @@
 namespace fernhop::freedesktop {
 
 /// Follows the active window on an X11 desktop, by what its window manager publishes on the root window.
-/// When the server goes away it tells nothing any more.
+/// Without the server no application is focused.
 class X11FocusProvider : public FocusProvider {
   public:
     /// Null when there is no such display. The matcher outlives the provider.

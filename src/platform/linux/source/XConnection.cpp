@@ -5,7 +5,7 @@
 
 namespace fernhop::freedesktop {
 
-/// GLib allocates the whole, and knows the first member.
+/// GLib allocates it, and uses the first member.
 struct XConnection::Source {
     GSource base;
     XConnection *owner;

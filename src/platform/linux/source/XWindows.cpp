@@ -69,65 +69,65 @@ bool XWindows::serverHasClientPids(const XConnection &server) {
     return reply && (reply->server_major > 1 || (reply->server_major == 1 && reply->server_minor >= 2));
 }
 
-xcb_get_property_cookie_t XWindows::ask(xcb_window_t window, xcb_atom_t property) const {
+xcb_get_property_cookie_t XWindows::requestProperty(xcb_window_t window, xcb_atom_t property) const {
     return xcb_get_property(connection.get(), 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0,
                             window == connection.root() ? longestList : longestText);
 }
 
-XPointer<xcb_get_property_reply_t> XWindows::answer(xcb_get_property_cookie_t cookie) const {
+XPointer<xcb_get_property_reply_t> XWindows::reply(xcb_get_property_cookie_t cookie) const {
     return XPointer<xcb_get_property_reply_t>(xcb_get_property_reply(connection.get(), cookie, nullptr));
 }
 
 std::string XWindows::text(xcb_get_property_cookie_t cookie) const {
-    const auto reply = answer(cookie);
-    if (!reply || reply->format != 8 || reply->bytes_after > 0 ||
-        (reply->type != XCB_ATOM_STRING && reply->type != atoms.utf8String))
+    const auto answer = reply(cookie);
+    if (!answer || answer->format != 8 || answer->bytes_after > 0 ||
+        (answer->type != XCB_ATOM_STRING && answer->type != atoms.utf8String))
         return {};
-    return {static_cast<const char *>(xcb_get_property_value(reply.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+    return {static_cast<const char *>(xcb_get_property_value(answer.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(answer.get()))};
 }
 
 std::vector<std::uint32_t> XWindows::numbers(xcb_get_property_cookie_t cookie, xcb_atom_t type) const {
-    const auto reply = answer(cookie);
-    if (!reply || reply->format != 32 || reply->type != type)
+    const auto answer = reply(cookie);
+    if (!answer || answer->format != 32 || answer->type != type)
         return {};
-    const auto *const first = static_cast<const std::uint32_t *>(xcb_get_property_value(reply.get()));
-    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
+    const auto *const first = static_cast<const std::uint32_t *>(xcb_get_property_value(answer.get()));
+    return {first, first + xcb_get_property_value_length(answer.get()) / 4};
 }
 
 xcb_window_t XWindows::active() const {
-    const auto windows = numbers(ask(connection.root(), atoms.activeWindow), XCB_ATOM_WINDOW);
+    const auto windows = numbers(requestProperty(connection.root(), atoms.activeWindow), XCB_ATOM_WINDOW);
     // The root window belongs to no application, and we need its events.
     return windows.empty() || windows.front() == connection.root() ? xcb_window_t{XCB_WINDOW_NONE}
                                                                    : windows.front();
 }
 
 std::vector<xcb_window_t> XWindows::managed() const {
-    const auto stacking = ask(connection.root(), atoms.clientListStacking);
-    const auto mapping = ask(connection.root(), atoms.clientList);
+    const auto stacking = requestProperty(connection.root(), atoms.clientListStacking);
+    const auto mapping = requestProperty(connection.root(), atoms.clientList);
     auto stacked = numbers(stacking, XCB_ATOM_WINDOW);
     auto mapped = numbers(mapping, XCB_ATOM_WINDOW);
     return stacked.empty() ? mapped : stacked;
 }
 
 std::vector<XWindow> XWindows::describe(const std::vector<xcb_window_t> &windows) const {
-    std::vector<Requests> asked;
+    std::vector<Requests> allRequests;
     for (const auto window : windows)
-        asked.push_back(request(window));
+        allRequests.push_back(request(window));
     std::vector<XWindow> described;
-    for (const auto &requests : asked)
+    for (const auto &requests : allRequests)
         described.push_back(description(requests));
     return described;
 }
 
 XWindows::Requests XWindows::request(xcb_window_t window) const {
     Requests requests{window,
-                      ask(window, XCB_ATOM_WM_CLASS),
-                      ask(window, atoms.windowType),
-                      ask(window, atoms.processID),
-                      ask(window, XCB_ATOM_WM_CLIENT_MACHINE),
-                      ask(window, atoms.gtkApplicationID),
-                      ask(window, atoms.kdeDesktopFile),
+                      requestProperty(window, XCB_ATOM_WM_CLASS),
+                      requestProperty(window, atoms.windowType),
+                      requestProperty(window, atoms.processID),
+                      requestProperty(window, XCB_ATOM_WM_CLIENT_MACHINE),
+                      requestProperty(window, atoms.gtkApplicationID),
+                      requestProperty(window, atoms.kdeDesktopFile),
                       {}};
     const xcb_res_client_id_spec_t process{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     if (hasClientPids)

@@ -22,7 +22,7 @@ class XWindows {
     /// The connection outlives this object.
     explicit XWindows(const XConnection &server);
 
-    /// The window that the window manager says is active; none when there is none, or no window manager.
+    /// The window manager's active window; XCB_WINDOW_NONE when there is none, or no window manager.
     [[nodiscard]] xcb_window_t active() const;
 
     /// The windows that the window manager manages, those on top last.
@@ -50,8 +50,8 @@ class XWindows {
     };
 
     [[nodiscard]] static Atoms internAtoms(const XConnection &server);
-    [[nodiscard]] xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property) const;
-    [[nodiscard]] XPointer<xcb_get_property_reply_t> answer(xcb_get_property_cookie_t cookie) const;
+    [[nodiscard]] xcb_get_property_cookie_t requestProperty(xcb_window_t window, xcb_atom_t property) const;
+    [[nodiscard]] XPointer<xcb_get_property_reply_t> reply(xcb_get_property_cookie_t cookie) const;
     [[nodiscard]] std::string text(xcb_get_property_cookie_t cookie) const;
     [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_get_property_cookie_t cookie, xcb_atom_t type) const;
     [[nodiscard]] Requests request(xcb_window_t window) const;

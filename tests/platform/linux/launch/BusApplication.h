@@ -10,7 +10,7 @@ namespace fernhop::freedesktop {
 /// An object on a bus that answers every method it declares, and remembers the calls.
 class BusApplication {
   public:
-    /// `interfaceXml` declares one interface; `name` is asked for on the bus when it is not empty.
+    /// `interfaceXml` declares one interface; `name` is its name on the bus.
     BusApplication(const std::string &address, const std::string &name, const std::string &path,
                    const std::string &interfaceXml)
         : bus(connectTo(address)) {
@@ -28,7 +28,7 @@ class BusApplication {
     BusApplication(const BusApplication &) = delete;
     BusApplication &operator=(const BusApplication &) = delete;
 
-    /// One text for each call: the method and its arguments.
+    /// The method and the arguments of each call, as one text.
     std::vector<std::string> received;
     bool fails = false;
 

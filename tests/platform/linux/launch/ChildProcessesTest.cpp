@@ -108,7 +108,7 @@ TEST_F(SpawnTest, ResetsSignals) {
     sigprocmask(SIG_SETMASK, &before, &after);
     EXPECT_TRUE(browser.starts().at(0).blockedSignals.empty());
     EXPECT_TRUE(browser.starts().at(0).ignoredSignals.empty());
-    EXPECT_TRUE(sigismember(&after, SIGTERM)) << "ours are as they were";
+    EXPECT_TRUE(sigismember(&after, SIGTERM)) << "this process's mask is unchanged";
 }
 
 TEST_F(SpawnTest, ReportsWhyAProgramCannotRun) {

@@ -115,7 +115,7 @@ TEST_F(ApplicationMatcherTest, AProcessBelongsToTheEntryItWasLaunchedFrom) {
         71, {.program = "/usr/lib/chromium/chromium",
              .environment = {{"GIO_LAUNCHED_DESKTOP_FILE", file}, {"GIO_LAUNCHED_DESKTOP_FILE_PID", "70"}}});
     EXPECT_EQ(matcher.applicationOf(70), "web-app");
-    EXPECT_EQ(matcher.applicationOf(71), "chromium") << "an inherited variable speaks of another process";
+    EXPECT_EQ(matcher.applicationOf(71), "chromium") << "an inherited variable is about another process";
 }
 
 TEST_F(ApplicationMatcherTest, PrefersThePlainestOfAProgramsEntries) {

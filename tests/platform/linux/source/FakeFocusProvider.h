@@ -8,7 +8,7 @@
 
 namespace fernhop::fakes {
 
-/// A session in which a test turns to windows.
+/// A session whose focused application a test sets.
 class FakeFocusProvider : public freedesktop::FocusProvider {
   public:
     std::shared_ptr<RunningApplication> front;

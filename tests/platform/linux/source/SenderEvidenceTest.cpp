@@ -15,7 +15,7 @@ namespace {
 constexpr pid_t ownPid = 7;
 constexpr pid_t stub = 500;
 
-/// A bus on which launches are told as GLib tells them.
+/// A bus with signals of launches as GLib sends them.
 class SenderEvidenceTest : public testing::Test {
   protected:
     void SetUp() override {
@@ -26,7 +26,7 @@ class SenderEvidenceTest : public testing::Test {
         waitForBus();
     }
 
-    /// Whatever was asked of the bus before has reached it.
+    /// Waits until all earlier requests have reached the bus.
     void waitForBus() {
         const GVariantPointer answer(g_dbus_connection_call_sync(
             bus.get(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetId", nullptr, nullptr,
@@ -34,13 +34,13 @@ class SenderEvidenceTest : public testing::Test {
         ASSERT_TRUE(answer);
     }
 
-    void tell(GVariant *parameters) {
+    void emit(GVariant *parameters) {
         g_dbus_connection_emit_signal(launcher.get(), nullptr, "/org/gtk/gio/DesktopAppInfo",
                                       "org.gtk.gio.DesktopAppInfo", "Launched", parameters, nullptr);
         g_dbus_connection_flush_sync(launcher.get(), nullptr, nullptr);
     }
 
-    void tellLaunch(pid_t child, pid_t origin, const std::string &program, const std::string &desktopFile) {
+    void signalLaunch(pid_t child, pid_t origin, const std::string &program, const std::string &desktopFile) {
         emitLaunch(child, origin, program, desktopFile);
         ASSERT_TRUE(support::runUntil([&] { return signals.launchOf(child).has_value(); }));
     }
@@ -54,7 +54,7 @@ class SenderEvidenceTest : public testing::Test {
             g_variant_builder_add(&more, "{sv}", "origin-desktop-file",
                                   g_variant_new_bytestring(desktopFile.c_str()));
         const char *const uris[] = {"https://example.org/", nullptr};
-        tell(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring("/x/org.fernhop.Fernhop.desktop"),
+        emit(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring("/x/org.fernhop.Fernhop.desktop"),
                            "Fernhop", static_cast<gint64>(child), uris, g_variant_builder_end(&more)));
     }
 
@@ -96,17 +96,17 @@ TEST_F(SenderEvidenceTest, AnInheritedEntryIsTheWeakestEvidence) {
 
 TEST_F(SenderEvidenceTest, TheLaunchSignalNamesTheSender) {
     kernel.add(300, {.program = "/usr/bin/mail"});
-    tellLaunch(stub, 300, "something", "/usr/share/applications/org.example.terminal.desktop");
+    signalLaunch(stub, 300, "something", "/usr/share/applications/org.example.terminal.desktop");
     EXPECT_EQ(launched(), "org.example.mail") << "the process itself";
-    tellLaunch(stub + 1, 301, "chat", "/usr/share/applications/org.example.terminal.desktop");
+    signalLaunch(stub + 1, 301, "chat", "/usr/share/applications/org.example.terminal.desktop");
     EXPECT_EQ(evidence.senderOf({.launchedPid = stub + 1}), "org.example.chat") << "the name of its program";
-    tellLaunch(stub + 2, 302, "org.example.notes", "");
+    signalLaunch(stub + 2, 302, "org.example.notes", "");
     EXPECT_EQ(evidence.senderOf({.launchedPid = stub + 2}), "org.example.notes") << "its application ID";
 }
 
 TEST_F(SenderEvidenceTest, BehindALinkOpenerIsItsOrigin) {
     kernel.add(300, {.program = "/usr/bin/gio"});
-    tellLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
+    signalLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
     EXPECT_EQ(launched(), "org.example.chat");
 }
 
@@ -126,7 +126,7 @@ TEST_F(SenderEvidenceTest, GivesUpOnALaunchSignalThatNeverComes) {
 TEST_F(SenderEvidenceTest, LaunchesBeatUnitsAndUnitsBeatAncestors) {
     kernel.add(300, {.program = "/usr/bin/mail"});
     kernel.add(400, {.program = "/usr/bin/notes"});
-    tellLaunch(stub, 300, "mail", "");
+    signalLaunch(stub, 300, "mail", "");
     LinkSender sender{.launchedPid = stub, .parentPid = 400, .controlGroup = "/app-org.example.chat-1.scope"};
     EXPECT_EQ(evidence.senderOf(sender), "org.example.mail");
     sender.launchedPid = stub + 1;
@@ -137,24 +137,24 @@ TEST_F(SenderEvidenceTest, LaunchesBeatUnitsAndUnitsBeatAncestors) {
 
 TEST_F(SenderEvidenceTest, OnlyTheLatestLaunchesAreRemembered) {
     for (pid_t child = 1000; child < 1100; ++child)
-        tellLaunch(child, 1, "mail", "");
+        signalLaunch(child, 1, "mail", "");
     EXPECT_EQ(signals.launchOf(1000), std::nullopt);
     EXPECT_NE(signals.launchOf(1099), std::nullopt);
 }
 
 TEST_F(SenderEvidenceTest, HostileSignalsAreIgnored) {
-    tell(g_variant_new("(s)", "nonsense"));
-    tell(nullptr);
+    emit(g_variant_new("(s)", "nonsense"));
+    emit(nullptr);
     const char *const uris[] = {nullptr};
     for (const gint64 child : {gint64{0}, gint64{-1}, G_MAXINT64})
-        tell(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring(""), "", child, uris,
+        emit(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring(""), "", child, uris,
                            g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0)));
     GVariantBuilder more;
     g_variant_builder_init(&more, G_VARIANT_TYPE_VARDICT);
     g_variant_builder_add(&more, "{sv}", "origin-pid", g_variant_new_string("five"));
     g_variant_builder_add(&more, "{sv}", "origin-prgname", g_variant_new_int32(5));
     g_variant_builder_add(&more, "{sv}", "origin-desktop-file", g_variant_new_string("mail"));
-    tell(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring(""), "", gint64{stub}, uris,
+    emit(g_variant_new("(@aysx^as@a{sv})", g_variant_new_bytestring(""), "", gint64{stub}, uris,
                        g_variant_builder_end(&more)));
     ASSERT_TRUE(support::runUntil([&] { return signals.launchOf(stub).has_value(); }));
     EXPECT_EQ(signals.launchOf(stub), (ApplicationLaunch{stub, std::nullopt, "", ""}));
@@ -186,7 +186,7 @@ TEST_F(SenderEvidenceTest, NeitherFernhopNorTheDesktopIsTheSource) {
     kernel.add(399, {.parent = ownPid, .program = "/usr/bin/tool"});
     kernel.add(ownPid, {.parent = 398, .program = "/usr/bin/fernhop"});
     kernel.add(398, {.parent = 1, .program = "/usr/bin/terminal"});
-    EXPECT_EQ(evidence.senderOf({.parentPid = 400}), std::nullopt) << "our own parents sent nothing";
+    EXPECT_EQ(evidence.senderOf({.parentPid = 400}), std::nullopt) << "Fernhop's own parents sent nothing";
     EXPECT_EQ(evidence.senderOf({.controlGroup = "/app-gnome-org.fernhop.Fernhop-1.scope"}), std::nullopt);
     EXPECT_FALSE(evidence.canBeSource("org.fernhop.Fernhop"));
     EXPECT_FALSE(evidence.canBeSource("org.kde.plasmashell"));

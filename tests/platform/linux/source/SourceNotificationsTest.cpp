@@ -10,7 +10,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-/// Follows the source as the controller does: by what is posted, and never by what has no identifier.
+/// Follows the source as the controller does: by notifications of applications that have an identifier.
 class SourceNotificationsTest : public testing::Test {
   protected:
     void SetUp() override {
@@ -102,7 +102,7 @@ TEST_F(SourceNotificationsTest, WithoutFocusTheSourceIsTheSenderOfTheLastLink) {
     blind.linkArrives(from("chat"));
     EXPECT_EQ(sourceID(), "chat");
     blind.linkArrives({});
-    EXPECT_EQ(sourceID(), "(unknown)") << "the rule of another link's sender is not for this one";
+    EXPECT_EQ(sourceID(), "(unknown)") << "the sender of another link is not its source";
     blind.linkArrives(from("org.fernhop.Fernhop"));
     EXPECT_EQ(sourceID(), "(unknown)");
     blind.linkArrives(from("mail"));

@@ -17,7 +17,7 @@ namespace {
 
 using support::runUntil;
 
-/// What holds for every Wayland compositor that tells of windows.
+/// What holds for every Wayland compositor with one of the protocols for windows.
 template <typename Compositor>
 class WaylandFocusProviderTest : public testing::Test {
   protected:
@@ -35,7 +35,7 @@ class WaylandFocusProviderTest : public testing::Test {
     void startProvider() {
         provider = WaylandFocusProvider::connect(display(), matcher);
         if (!provider)
-            throw std::runtime_error("the compositor tells of no windows");
+            throw std::runtime_error("the compositor offers no protocol for windows");
         provider->observe([this](const auto &application) {
             seen.push_back(application->bundleIdentifier().value_or("(unknown)"));
         });
@@ -93,7 +93,7 @@ TYPED_TEST(WaylandFocusProviderTest, AWindowWithoutIdentityIsAnUnknownApplicatio
     }
 }
 
-// Sway tells an app_id only once, KWin each time.
+// Sway sends an app_id only once, KWin each time it changes.
 using KWinFocusTest = WaylandFocusProviderTest<support::HeadlessKWin>;
 
 TEST_F(KWinFocusTest, AWindowMaySetItsNameLate) {

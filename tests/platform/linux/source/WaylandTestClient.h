@@ -12,7 +12,7 @@ struct xdg_wm_base;
 
 namespace fernhop::support {
 
-/// A client of a Wayland display that shows windows with the app_ids that a test wants.
+/// A client of a Wayland display that creates the windows of a test.
 class WaylandTestClient {
   public:
     explicit WaylandTestClient(const std::string &display);

@@ -25,7 +25,7 @@ class WaylandWindowsTest : public testing::Test {
         return window;
     }
 
-    void turnTo(WaylandWindow &window) {
+    void focus(WaylandWindow &window) {
         if (front)
             front->isActive = false;
         front = &window;
@@ -46,16 +46,16 @@ class WaylandWindowsTest : public testing::Test {
 TEST_F(WaylandWindowsTest, TheActiveWindowIsInFront) {
     EXPECT_EQ(windows.front().current(), nullptr);
     auto &mail = open("mail");
-    turnTo(mail);
-    turnTo(open("chat"));
-    turnTo(open("nobody"));
-    turnTo(mail);
+    focus(mail);
+    focus(open("chat"));
+    focus(open("nobody"));
+    focus(mail);
     EXPECT_EQ(seen, (std::vector<std::string>{"mail", "chat", "(unknown)", "mail"}));
 }
 
 TEST_F(WaylandWindowsTest, NothingIsInFrontWhenTheActiveWindowIsGone) {
     auto &mail = open("mail");
-    turnTo(mail);
+    focus(mail);
     mail.isClosed = true;
     windows.settle();
     EXPECT_EQ(windows.front().current(), nullptr);
@@ -78,10 +78,10 @@ TEST_F(WaylandWindowsTest, TheWindowUsedLastIsRaised) {
     auto &first = open("mail");
     auto &second = open("mail");
     second.activate = [this] { activated.push_back("second"); };
-    turnTo(second);
-    turnTo(first);
-    turnTo(second);
-    turnTo(open("chat"));
+    focus(second);
+    focus(first);
+    focus(second);
+    focus(open("chat"));
     windows.raise({"mail", std::nullopt});
     EXPECT_EQ(activated, std::vector<std::string>{"second"});
 }
@@ -93,7 +93,7 @@ TEST_F(WaylandWindowsTest, AWindowIsAlsoRaisedByItsProcess) {
 }
 
 TEST_F(WaylandWindowsTest, AWindowThatAppearsAfterwardsIsRaisedOnce) {
-    turnTo(open("mail"));
+    focus(open("mail"));
     windows.raise({"chat", std::nullopt});
     open("notes");
     windows.settle();
@@ -108,18 +108,18 @@ TEST_F(WaylandWindowsTest, AWindowThatAppearsAfterwardsIsRaisedOnce) {
 TEST_F(WaylandWindowsTest, ARaiseIsForgottenWhenTheUserFocusesAnotherWindow) {
     auto &mail = open("mail");
     auto &notes = open("notes");
-    turnTo(notes);
+    focus(notes);
     windows.raise({"chat", std::nullopt});
-    turnTo(mail);
+    focus(mail);
     open("chat");
     windows.settle();
     EXPECT_TRUE(activated.empty());
 }
 
 TEST_F(WaylandWindowsTest, ANewWindowOfAnotherApplicationDoesNotEndARaise) {
-    turnTo(open("mail"));
+    focus(open("mail"));
     windows.raise({"chat", std::nullopt});
-    turnTo(open("splash"));
+    focus(open("splash"));
     open("chat");
     windows.settle();
     EXPECT_EQ(activated, std::vector<std::string>{"chat"});

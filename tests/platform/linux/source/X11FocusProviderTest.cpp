@@ -197,9 +197,9 @@ TEST_F(X11FocusProviderTest, RaisesTheWindowOfAnApplication) {
     EXPECT_EQ(client->active(), mail);
 }
 
-/// A window that openbox leaves in the back: it says that the user has done nothing for it.
-xcb_window_t showInTheBack(support::XTestClient &client, std::string_view instance,
-                           std::string_view windowClass) {
+/// A window that openbox leaves in the background, as its time of the last user action is 0.
+xcb_window_t showInBackground(support::XTestClient &client, std::string_view instance,
+                              std::string_view windowClass) {
     const auto window = client.window();
     client.setClass(window, instance, windowClass);
     client.setNumbers(window, "_NET_WM_USER_TIME", "CARDINAL", {0});
@@ -211,9 +211,9 @@ TEST_F(X11FocusProviderTest, RaisesAWindowThatAppearsSoonAfterwards) {
     startProvider();
     showMail();
     EXPECT_TRUE(provider->raise({"org.example.Chat", std::nullopt}));
-    const auto other = showInTheBack(*client, "tool", "Tool");
+    const auto other = showInBackground(*client, "tool", "Tool");
     ASSERT_TRUE(runUntil([&] { return client->isManaged(other); }));
-    const auto chat = showInTheBack(*client, "org.example.Chat", "Chat");
+    const auto chat = showInBackground(*client, "org.example.Chat", "Chat");
     EXPECT_TRUE(frontBecomes("org.example.Chat"));
     EXPECT_EQ(client->active(), chat);
 }
@@ -226,10 +226,10 @@ TEST_F(X11FocusProviderTest, RaisesNothingOnceTheUserHasFocusedAnotherWindow) {
     EXPECT_TRUE(provider->raise({"org.example.Chat", std::nullopt}));
     client->activate(first);
     ASSERT_TRUE(frontBecomes("org.example.Mail"));
-    const auto chat = showInTheBack(*client, "org.example.Chat", "Chat");
+    const auto chat = showInBackground(*client, "org.example.Chat", "Chat");
     ASSERT_TRUE(runUntil([&] { return client->isManaged(chat); }));
     support::runPending();
-    // The window manager takes requests in order: had the window been raised, that came before this one.
+    // The window manager handles requests in order: a raise of the window would have come before this one.
     client->window("org.gtk.Notes", "Notes");
     ASSERT_TRUE(frontBecomes("org.gtk.Notes"));
     EXPECT_EQ(seen, (std::vector<std::string>{"org.example.Mail", "org.gtk.Notes", "org.example.Mail",
@@ -239,7 +239,7 @@ TEST_F(X11FocusProviderTest, RaisesNothingOnceTheUserHasFocusedAnotherWindow) {
 TEST_F(X11FocusProviderTest, RecognizesFernhopsOwnWindow) {
     ApplicationMatcher ours(entries, processes, {"org.fernhop.Fernhop", getpid()});
     provider = X11FocusProvider::connect(display->name(), ours);
-    // The server tells whose connection a window came through, whatever the window claims.
+    // The server knows whose connection created a window, whatever the window claims.
     const auto window = client->window();
     client->setClass(window, "org.example.Chat", "Chat");
     client->setNumbers(window, "_NET_WM_PID", "CARDINAL", {1});

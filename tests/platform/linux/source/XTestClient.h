@@ -10,7 +10,7 @@
 
 namespace fernhop::support {
 
-/// A client of an X display that makes windows as a test wants them.
+/// A client of an X display that creates the windows of a test.
 class XTestClient {
   public:
     explicit XTestClient(const std::string &display) : connection(display) {}
@@ -64,10 +64,10 @@ class XTestClient {
         connection.flush();
     }
 
-    /// Turns to a window as the user does in a task list.
+    /// Focuses a window as the user does in a task list.
     void activate(xcb_window_t id) { freedesktop::XWindows(connection).activate(id); }
 
-    /// The active window, as the window manager says.
+    /// The active window, from the window manager.
     xcb_window_t active() { return freedesktop::XWindows(connection).active(); }
 
     /// Whether the window manager manages a window.
