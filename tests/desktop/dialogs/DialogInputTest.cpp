@@ -14,7 +14,7 @@ using nlohmann::json;
 
 constexpr const char *addApps = "添加 App 浏览器规则", *editApp = "修改浏览器规则",
                      *addURL = "添加 URL 浏览器规则", *editURL = "修改 URL 浏览器规则",
-                     *feedback = "建议反馈";
+                     *feedbackTitle = "建议反馈";
 
 /// Every dialog, worked with the keyboard alone.
 class DialogInput : public testing::Test {
@@ -120,16 +120,16 @@ TEST_F(DialogInput, BlankPatternBeeps) {
 }
 
 TEST_F(DialogInput, ContactsAreOpenedOneAfterTheOther) {
-    ASSERT_TRUE(session->open({"feedback"}, feedback));
+    ASSERT_TRUE(session->open({"feedback"}, feedbackTitle));
     // The keyboard is with the closing button, and goes round.
     ASSERT_TRUE(session->press({"Tab", "Return"}));
     EXPECT_EQ(mailsOpened(1),
               std::vector<std::string>{"mailto:feedback@fernhop.example?subject=Fernhop%20Feedback"});
     ASSERT_TRUE(session->press({"Tab", "space"}));
     EXPECT_EQ(session->opened(1), std::vector<std::string>{"https://x.example/fernhop"});
-    EXPECT_TRUE(session->shows(feedback));
+    EXPECT_TRUE(session->shows(feedbackTitle));
     ASSERT_TRUE(session->press({"Escape"}));
-    EXPECT_TRUE(session->closes(feedback));
+    EXPECT_TRUE(session->closes(feedbackTitle));
     EXPECT_EQ(session->beeps(), 0);
 }
 

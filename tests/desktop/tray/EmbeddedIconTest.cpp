@@ -12,7 +12,7 @@
 namespace fernhop::desktoptest {
 namespace {
 
-constexpr ScreenArea icon{0, 0, 24, 24};
+constexpr ScreenArea embeddedIcon{0, 0, 24, 24};
 
 class EmbeddedIconTest : public testing::Test {
   protected:
@@ -31,7 +31,7 @@ class EmbeddedIconTest : public testing::Test {
         return session->start(words);
     }
     [[nodiscard]] bool shows(bool expected) {
-        return support::waitUntil([&] { return inkShows(*session, icon) == expected; });
+        return support::waitUntil([&] { return inkShows(*session, embeddedIcon) == expected; });
     }
 
     std::optional<PanelSession> session;
@@ -79,7 +79,7 @@ TEST_F(EmbeddedIconTest, ComesBackWhenItsProgramCrashes) {
 TEST_F(EmbeddedIconTest, ShowsInABlackTray) {
     const auto tray = startTray({"--transparent", "true", "--alpha", "0", "--tint", "0x000000"});
     session->startFernhop();
-    EXPECT_TRUE(support::waitUntil([&] { return lightShows(*session, icon); })) << session->log();
+    EXPECT_TRUE(support::waitUntil([&] { return lightShows(*session, embeddedIcon); })) << session->log();
 }
 
 TEST_F(EmbeddedIconTest, GivesWayToAPanelThatShowsNotifierItemsAndComesBack) {

@@ -6,10 +6,7 @@
 #include <algorithm>
 
 namespace fernhop::freedesktop {
-
 namespace {
-
-using Kind = KeyFileLine::Kind;
 
 /// What GLib does not see at the end of a group's line: what follows a zero byte, and stray continuation
 /// bytes, as it goes from character to character.
@@ -59,11 +56,11 @@ KeyFileLine KeyFileLine::parse(std::string_view line) {
         return {};
     const auto header = withoutUnseen(line);
     if (header.size() >= 2 && header.front() == '[' && header.back() == ']')
-        return {Kind::group, header.substr(1, header.size() - 2), std::nullopt};
+        return {KeyFileLine::Kind::group, header.substr(1, header.size() - 2), std::nullopt};
     const auto equals = text.find('=');
     if (equals == std::string_view::npos)
-        return {Kind::key, text, std::nullopt};
-    return {Kind::key, trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1))};
+        return {KeyFileLine::Kind::key, text, std::nullopt};
+    return {KeyFileLine::Kind::key, trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1))};
 }
 
 std::optional<KeyFileGroup> KeyFileGroup::read(std::string_view contents, std::string_view group) {
@@ -71,16 +68,16 @@ std::optional<KeyFileGroup> KeyFileGroup::read(std::string_view contents, std::s
     if (contents.starts_with(byteOrderMark))
         contents.remove_prefix(byteOrderMark.size());
     KeyFileLine line;
-    while (!contents.empty() && line.kind == Kind::blank)
+    while (!contents.empty() && line.kind == KeyFileLine::Kind::blank)
         line = KeyFileLine::parse(takePiece(contents, '\n'));
-    if (line.kind != Kind::group || line.name != group)
+    if (line.kind != KeyFileLine::Kind::group || line.name != group)
         return std::nullopt;
     KeyFileGroup found;
     while (!contents.empty()) {
         const auto bytes = takePiece(contents, '\n');
         line = KeyFileLine::parse(bytes);
         // What begins like another group ends this one, even if it is written wrongly.
-        if (line.kind == Kind::group || line.name.starts_with('['))
+        if (line.kind == KeyFileLine::Kind::group || line.name.starts_with('['))
             break;
         if (line.value && bytes.find('\0') == std::string_view::npos)
             found.values.emplace_back(line.name, *line.value);
@@ -160,9 +157,9 @@ std::vector<std::size_t> KeyFileText::occurrences(std::string_view group, std::s
     std::string_view current;
     for (std::size_t position = 0; position < lines.size(); ++position) {
         const auto line = KeyFileLine::parse(lines[position]);
-        if (line.kind == Kind::group)
+        if (line.kind == KeyFileLine::Kind::group)
             current = line.name;
-        else if (line.kind == Kind::key && current == group && line.name == key)
+        else if (line.kind == KeyFileLine::Kind::key && current == group && line.name == key)
             found.push_back(position);
     }
     return found;
@@ -184,7 +181,7 @@ std::optional<std::size_t> KeyFileText::endOfGroup(std::string_view group) const
     bool inside = group.empty();
     for (std::size_t position = 0; position < lines.size(); ++position) {
         const auto line = KeyFileLine::parse(lines[position]);
-        if (line.kind == Kind::group) {
+        if (line.kind == KeyFileLine::Kind::group) {
             if (end && inside)
                 return end;
             inside = line.name == group;

@@ -9,9 +9,9 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-constexpr std::string_view group = "General";
-constexpr std::string_view key = "BrowserApplication";
-constexpr std::string_view extension = ".desktop";
+constexpr std::string_view kdeGroup = "General";
+constexpr std::string_view kdeKey = "BrowserApplication";
+constexpr std::string_view entryExtension = ".desktop";
 
 // KConfig writes options behind a name, in any order: "[$e]", "[$d]" for deleted, "[$i]" for locked.
 constexpr std::array<std::string_view, 6> optionsInUse = {"", "[$e]", "[$d]", "[$i]", "[$ie]", "[$ei]"};
@@ -34,8 +34,8 @@ bool isLockedWhole(std::string_view bytes) {
 }
 
 std::string withoutExtension(std::string_view name) {
-    if (name.ends_with(extension))
-        name.remove_suffix(extension.size());
+    if (name.ends_with(entryExtension))
+        name.remove_suffix(entryExtension.size());
     return std::string(name);
 }
 
@@ -54,7 +54,7 @@ KdeBrowser::Globals KdeBrowser::parse(const std::optional<std::string> &bytes) {
     const KeyFileText text(bytes.value_or(""));
     for (const std::string_view inGroup : {"General", "General][$i"}) {
         for (const auto options : optionsInUse) {
-            auto value = text.value(inGroup, std::string(key).append(options));
+            auto value = text.value(inGroup, std::string(kdeKey).append(options));
             if (!value)
                 continue;
             globals.browser = isDeletion(options) ? "" : std::move(*value);
@@ -98,9 +98,9 @@ bool KdeBrowser::set(const std::string &id) {
     KeyFileText text(*bytes);
     for (const auto options : optionsInUse) {
         if (!options.empty())
-            text.remove(group, std::string(key).append(options));
+            text.remove(kdeGroup, std::string(kdeKey).append(options));
     }
-    text.set(group, key, id + std::string(extension));
+    text.set(kdeGroup, kdeKey, id + std::string(entryExtension));
     return text.bytes() == *bytes || bool(replaceConfigurationFile(paths.back(), text.bytes()));
 }
 

@@ -7,12 +7,12 @@ namespace fernhop::freedesktop {
 namespace {
 
 constexpr std::string_view settingsFile = "/xfce4/helpers.rc";
-constexpr std::string_view key = "WebBrowser";
+constexpr std::string_view webBrowserKey = "WebBrowser";
 constexpr std::string_view dismissedKey = "WebBrowserDismissed";
 constexpr std::string_view noGroup;
 
 std::optional<std::string> parseSettings(const std::optional<std::string> &bytes) {
-    return KeyFileText(bytes.value_or("")).value(noGroup, key);
+    return KeyFileText(bytes.value_or("")).value(noGroup, webBrowserKey);
 }
 
 std::optional<XfceHelper> parseHelper(const std::optional<std::string> &bytes) {
@@ -89,7 +89,7 @@ bool XfceBrowser::set(const DesktopEntry &entry) {
     if (!bytes || !isFileName(entry.id) || !provideHelper(entry))
         return false;
     KeyFileText text(*bytes);
-    text.set(noGroup, key, entry.id);
+    text.set(noGroup, webBrowserKey, entry.id);
     text.remove(noGroup, dismissedKey);
     return text.bytes() == *bytes || bool(replaceConfigurationFile(path, text.bytes()));
 }

@@ -15,7 +15,7 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-struct Free {
+struct FreeMemory {
     void operator()(void *memory) const { std::free(memory); }
 };
 
@@ -23,7 +23,7 @@ std::optional<PropertyArray> arrayValue(plist_t node) {
     PropertyArray values;
     plist_array_iter started = nullptr;
     plist_array_new_iter(node, &started);
-    const std::unique_ptr<void, Free> iterator(started);
+    const std::unique_ptr<void, FreeMemory> iterator(started);
     for (plist_t item = nullptr; plist_array_next_item(node, iterator.get(), &item), item; item = nullptr) {
         auto value = propertyValue(item);
         if (!value)
@@ -37,12 +37,12 @@ std::optional<PropertyDictionary> dictionaryValue(plist_t node) {
     PropertyDictionary values;
     plist_dict_iter started = nullptr;
     plist_dict_new_iter(node, &started);
-    const std::unique_ptr<void, Free> iterator(started);
+    const std::unique_ptr<void, FreeMemory> iterator(started);
     while (true) {
         char *key = nullptr;
         plist_t item = nullptr;
         plist_dict_next_item(node, iterator.get(), &key, &item);
-        const std::unique_ptr<char, Free> owner(key);
+        const std::unique_ptr<char, FreeMemory> owner(key);
         if (!item)
             return values;
         auto value = propertyValue(item);

@@ -13,7 +13,7 @@ namespace {
 
 using Kind = DeliveryResult::Kind;
 
-constexpr const char *name = "org.fernhop.Fernhop";
+constexpr const char *busName = "org.fernhop.Fernhop";
 constexpr const char *objectPath = "/org/fernhop/Fernhop";
 
 // A link that brings the resident down each time must not go round for ever.
@@ -126,8 +126,8 @@ class Courier {
     int call(Error &error) {
         const bool justStart = links.empty();
         sd_bus_message *created = nullptr;
-        int result = sd_bus_message_new_method_call(bus.get(), &created, name, objectPath,
-                                                    justStart ? "org.freedesktop.Application" : name,
+        int result = sd_bus_message_new_method_call(bus.get(), &created, busName, objectPath,
+                                                    justStart ? "org.freedesktop.Application" : busName,
                                                     justStart ? "Activate" : "OpenLinks");
         const Message message(created);
         if (result >= 0 && !justStart)
@@ -149,7 +149,7 @@ class Courier {
         if (error.is(SD_BUS_ERROR_SERVICE_UNKNOWN) || error.is(SD_BUS_ERROR_NAME_HAS_NO_OWNER) ||
             error.is("org.freedesktop.DBus.Error.TimedOut") ||
             error.isOneOf("org.freedesktop.DBus.Error.Spawn."))
-            return startResident(bus.get(), name, reason);
+            return startResident(bus.get(), busName, reason);
         return false;
     }
 

@@ -137,9 +137,9 @@ TEST_F(DialogControlsTest, BrowsersOfTheSameNameAreToldApart) {
         auto *box = dialog.findChild<QComboBox *>();
         ASSERT_EQ(box->count(), 3);
         box->setCurrentIndex(2);
-        emit box->activated(2);
+        Q_EMIT box->activated(2);
         dialog.findChild<QLineEdit *>()->setText("docs");
-        emit dialog.findChild<QLineEdit *>()->textEdited("docs");
+        Q_EMIT dialog.findChild<QLineEdit *>()->textEdited("docs");
         press(dialog, "保存");
     });
     EXPECT_EQ(controller->settings().urlRules().at(0).browserBundleID, controller->browsers().at(2).bundleID);
@@ -177,7 +177,7 @@ TEST_F(DialogControlsTest, SummaryFollowsThePickedBrowserAndHasRoom) {
         dialog.findChild<QListView *>()->selectAll();
         auto *box = dialog.findChild<QComboBox *>();
         box->setCurrentIndex(0);
-        emit box->activated(0);
+        Q_EMIT box->activated(0);
         EXPECT_TRUE(model->stringValue().ends_with("browser.a")) << model->stringValue();
         EXPECT_EQ(hint.text().toStdString(), model->stringValue());
         EXPECT_GE(hint.height(), 2 * oneLine - 2);

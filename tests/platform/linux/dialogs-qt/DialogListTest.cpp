@@ -159,7 +159,7 @@ TEST_F(DialogListTest, RowsThatTheSearchFindsAreSeen) {
         EXPECT_NE(alpha, beta);
         const auto type = [&](const QString &text) {
             search.setText(text);
-            emit search.textEdited(text);
+            Q_EMIT search.textEdited(text);
             QApplication::processEvents(); // the list places its rows when there is nothing else to do
         };
         type("beta");
@@ -203,7 +203,7 @@ TEST_F(DialogListTest, ListScrollsAsFarAsItsRowsGo) {
         EXPECT_EQ(list.verticalScrollBar()->maximum(), (more + 4) * rowHeight - list.viewport()->height());
         EXPECT_TRUE(list.verticalScrollBar()->isVisible());
         EXPECT_FALSE(list.horizontalScrollBar()->isVisible());
-        emit dialog.findChild<QLineEdit *>()->textEdited("beta");
+        Q_EMIT dialog.findChild<QLineEdit *>()->textEdited("beta");
         QApplication::processEvents();
         EXPECT_EQ(list.verticalScrollBar()->maximum(), 0);
     });

@@ -60,12 +60,12 @@ TEST_F(XEmbedMenuTest, SubmenusAreFilledWhenTheyOpen) {
     QMenu *first = action(0).menu();
     ASSERT_TRUE(first);
     EXPECT_TRUE(first->isEmpty());
-    emit first->aboutToShow();
-    emit first->aboutToShow();
+    Q_EMIT first->aboutToShow();
+    Q_EMIT first->aboutToShow();
     ASSERT_EQ(first->actions().size(), 1);
     QMenu *second = first->actions().at(0)->menu();
     ASSERT_TRUE(second);
-    emit second->aboutToShow();
+    Q_EMIT second->aboutToShow();
     ASSERT_EQ(second->actions().size(), 1);
     second->actions().at(0)->trigger();
     QCoreApplication::sendPostedEvents();

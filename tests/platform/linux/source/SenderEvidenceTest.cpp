@@ -12,7 +12,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-constexpr pid_t ownPid = 7;
+constexpr pid_t fernhopPid = 7;
 constexpr pid_t stub = 500;
 
 /// A bus with signals of launches as GLib sends them.
@@ -67,7 +67,7 @@ class SenderEvidenceTest : public testing::Test {
     fakes::FakeDesktopEntries entries;
     support::FakeProcesses kernel;
     Processes processes{kernel.root()};
-    ApplicationMatcher matcher{entries, processes, {"org.fernhop.Fernhop", ownPid}};
+    ApplicationMatcher matcher{entries, processes, {"org.fernhop.Fernhop", fernhopPid}};
     LaunchSignals signals{bus.get()};
     SenderEvidence evidence{matcher, processes, signals};
 };
@@ -183,8 +183,8 @@ TEST_F(SenderEvidenceTest, AnAncestorsUnitAndInheritedEntryComeLast) {
 
 TEST_F(SenderEvidenceTest, NeitherFernhopNorTheDesktopIsTheSource) {
     kernel.add(400, {.parent = 399, .program = "/usr/bin/plasmashell"});
-    kernel.add(399, {.parent = ownPid, .program = "/usr/bin/tool"});
-    kernel.add(ownPid, {.parent = 398, .program = "/usr/bin/fernhop"});
+    kernel.add(399, {.parent = fernhopPid, .program = "/usr/bin/tool"});
+    kernel.add(fernhopPid, {.parent = 398, .program = "/usr/bin/fernhop"});
     kernel.add(398, {.parent = 1, .program = "/usr/bin/terminal"});
     EXPECT_EQ(evidence.senderOf({.parentPid = 400}), std::nullopt) << "Fernhop's own parents sent nothing";
     EXPECT_EQ(evidence.senderOf({.controlGroup = "/app-gnome-org.fernhop.Fernhop-1.scope"}), std::nullopt);
