@@ -2,6 +2,7 @@
 // `gio open` straight to the same browser, taking turns in one run.
 
 #include "support/ChildProcess.h"
+#include "support/Folders.h"
 #include "support/PrivateBus.h"
 #include "support/RecordingBrowser.h"
 #include "support/Waiting.h"
@@ -73,7 +74,7 @@ void print(const char *name, std::vector<long long> times) {
 } // namespace
 
 int main() {
-    const std::string programs = FERNHOP_BUILD_DIR "/bin/";
+    const std::string programs = support::buildFolder() + "/bin/";
     Session direct("web", programs + "fernhop-open");
     Session routed("org.fernhop.Fernhop", programs + "fernhop-open");
     ChildProcess resident({{programs + "fernhop"}, routed.environment});

@@ -23,7 +23,7 @@ endStage() {
 # configure PRESET [cmake argument...]
 configure() {
     if command -v ccache >/dev/null; then
-        # Compilations are then shared between checkouts and presets that differ in their folder only.
+        # Compilations are shared between checkouts and presets that differ in their folder only.
         export CCACHE_BASEDIR="${CCACHE_BASEDIR:-$PWD}" CCACHE_NOHASHDIR=1
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache CMAKE_OBJCXX_COMPILER_LAUNCHER=ccache
     fi

@@ -2,6 +2,7 @@
 #include "fakes/FakeWorkspace.h"
 #include "platform/linux/applications/PosixFileManager.h"
 #include "support/AppBundles.h"
+#include "support/Folders.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,7 @@ using Schemes = std::set<std::string>;
 class AppBundleTreeTest : public testing::Test {
   protected:
     static Url folder(const std::string &name) {
-        return Url::fileUrl(std::string(FERNHOP_SOURCE_DIR) + "/tests/catalog/data/" + name);
+        return Url::fileUrl(support::sourceFolder() + "/tests/catalog/data/" + name);
     }
 
     static ApplicationLayout layout() {

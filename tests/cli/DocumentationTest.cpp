@@ -1,4 +1,5 @@
 #include "cli/HelpTree.h"
+#include "support/Folders.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,7 @@
 namespace fernhop::cli {
 namespace {
 
-const std::string packaging = FERNHOP_SOURCE_DIR "/packaging/linux/";
+const std::string packaging = support::sourceFolder() + "/packaging/linux/";
 
 const HelpTree &help() {
     static const HelpTree tree;

@@ -1,5 +1,7 @@
 #include "support/RecordingBrowser.h"
 
+#include "support/Folders.h"
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -89,7 +91,7 @@ std::vector<std::string> RecordingBrowser::links() const {
 }
 
 std::string RecordingBrowser::program() {
-    return FERNHOP_RECORDING_BROWSER;
+    return buildFolder() + "/tests/support/recording-browser";
 }
 
 } // namespace fernhop::support

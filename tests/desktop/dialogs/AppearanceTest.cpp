@@ -1,4 +1,5 @@
 #include "DialogSession.h"
+#include "support/Folders.h"
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +9,7 @@
 namespace fernhop::desktoptest {
 namespace {
 
-constexpr const char *title = "添加 URL 浏览器规则";
+constexpr const char *addRuleTitle = "添加 URL 浏览器规则";
 
 /// Dialogs on a desktop that the toolkit knows nothing of, where the settings portal tells light from dark.
 class DialogAppearance : public testing::Test {
@@ -24,14 +25,14 @@ class DialogAppearance : public testing::Test {
     /// Starts the portal and Fernhop, and opens a dialog.
     bool openWith(const std::string &colorScheme) {
         portal.emplace(support::Command{
-            {"/usr/bin/python3", FERNHOP_SOURCE_DIR "/tests/desktop/dialogs/portal.py", colorScheme},
+            {"/usr/bin/python3", support::sourceFolder() + "/tests/desktop/dialogs/portal.py", colorScheme},
             session->environment,
             session->home.root() + "/portal"});
         const bool answers = support::waitUntil([&] {
             return !portal->isRunning() || callPortal("Read", {"org.freedesktop.appearance", "color-scheme"});
         });
         session->startFernhop();
-        return answers && portal->isRunning() && session->open({"add-url-rule"}, title);
+        return answers && portal->isRunning() && session->open({"add-url-rule"}, addRuleTitle);
     }
 
     bool callPortal(const std::string &method, const std::vector<std::string> &arguments) {
@@ -51,7 +52,7 @@ class DialogAppearance : public testing::Test {
     /// How bright the dialog is on the whole, 0 to 1; nothing when it cannot be seen.
     std::optional<double> brightness() {
         const std::string picture = session->home.root() + "/dialog.png";
-        if (!session->input({"search", "--onlyvisible", "--name", title}))
+        if (!session->input({"search", "--onlyvisible", "--name", addRuleTitle}))
             return std::nullopt;
         const std::string windows = session->output();
         const std::string window = windows.substr(0, windows.find('\n'));

@@ -1,5 +1,6 @@
 #include "LinkSession.h"
 
+#include "support/Folders.h"
 #include "support/Waiting.h"
 
 #include <signal.h>
@@ -32,7 +33,7 @@ LinkSession::LinkSession() : environment(home.environment()) {
 }
 
 std::string LinkSession::program(const std::string &name) {
-    return FERNHOP_BUILD_DIR "/bin/" + name;
+    return support::buildFolder() + "/bin/" + name;
 }
 
 void LinkSession::makeActivatable() {

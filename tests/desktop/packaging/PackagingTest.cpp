@@ -1,4 +1,5 @@
 #include "support/ChildProcess.h"
+#include "support/Folders.h"
 #include "support/TemporaryHome.h"
 #include "support/Waiting.h"
 
@@ -35,8 +36,8 @@ class Packaging : public testing::Test {
     }
 
     void configure() const {
-        ASSERT_EQ(run({"cmake", "-S", std::string(FERNHOP_SOURCE_DIR) + "/tests/desktop/packaging/project",
-                       "-B", build, "-DFERNHOP_SOURCE_DIR=" FERNHOP_SOURCE_DIR}),
+        ASSERT_EQ(run({"cmake", "-S", support::sourceFolder() + "/tests/desktop/packaging/project", "-B",
+                       build, "-DFERNHOP_SOURCE_DIR=" + support::sourceFolder()}),
                   0)
             << contents(home.root() + "/output");
     }
@@ -148,9 +149,7 @@ TEST_F(Packaging, DesktopsFindTheSchemes) {
 /// Uninstalls as `make uninstall` does, from a checkout of its own folder structure.
 class Uninstalling : public Packaging {
   protected:
-    int uninstall() const {
-        return run({std::string(FERNHOP_SOURCE_DIR) + "/scripts/uninstall.sh", prefix, build});
-    }
+    int uninstall() const { return run({support::sourceFolder() + "/scripts/uninstall.sh", prefix, build}); }
 };
 
 TEST_F(Uninstalling, LeavesWhatWasThereBefore) {
@@ -186,7 +185,7 @@ TEST_F(Uninstalling, EndsTheAutostart) {
     install();
     const auto link = home.config() + "/autostart/org.fernhop.Fernhop.Resident.desktop";
     EXPECT_FALSE(files::exists(link));
-    const auto script = std::string(FERNHOP_SOURCE_DIR) + "/scripts/autostart.sh";
+    const auto script = support::sourceFolder() + "/scripts/autostart.sh";
     EXPECT_EQ(run({script, "on", prefix}), 0) << contents(home.root() + "/output");
     EXPECT_TRUE(hasLine(link, "Exec=" + prefix + "/bin/fernhop"));
     EXPECT_EQ(uninstall(), 0);

@@ -4,6 +4,7 @@
 #include "PanelSession.h"
 #include "TrayMenu.h"
 #include "platform/linux/source/XTestClient.h"
+#include "support/Folders.h"
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>
@@ -50,7 +51,7 @@ class IconAlone : public testing::Test {
     void TearDown() override {
         if (!session || !HasFailure())
             return;
-        const std::string picture = FERNHOP_BUILD_DIR "/tests/desktop/tray/failure.png";
+        const std::string picture = support::buildFolder() + "/tests/desktop/tray/failure.png";
         if (session->run({"import", "-silent", "-window", "root", picture}) == 0)
             std::cerr << "The screen: " << picture << "\n";
         std::cerr << "Fernhop:\n"

@@ -1,6 +1,7 @@
 // Fernhop's icon in the tray of a bar on a Wayland compositor.
 
 #include "ShownIcon.h"
+#include "support/Folders.h"
 #include "support/HeadlessSway.h"
 #include "support/Waiting.h"
 
@@ -32,7 +33,7 @@ class WaybarTest : public testing::Test {
 
     [[nodiscard]] std::unique_ptr<support::ChildProcess> startFernhop() const {
         return std::make_unique<support::ChildProcess>(
-            support::Command{{FERNHOP_BUILD_DIR "/bin/fernhop"}, sway->environment() + environment});
+            support::Command{{support::buildFolder() + "/bin/fernhop"}, sway->environment() + environment});
     }
     [[nodiscard]] bool iconShows() const {
         const std::string file = sway->home().home() + "/screen.ppm";

@@ -2,6 +2,7 @@
 #include "platform/linux/dialogs-qt/DialogPalette.h"
 #include "platform/linux/dialogs-qt/Looks.h"
 #include "platform/linux/dialogs-qt/ShownDialogs.h"
+#include "support/Folders.h"
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
@@ -185,7 +186,7 @@ TEST_F(DialogLooksTest, AlertShowsFernhopsIcon) {
 }
 
 TEST_F(DialogLooksTest, ContactButtonsShowTheImagesThatComeWithFernhop) {
-    desktop.applications.resources = FERNHOP_SOURCE_DIR "/resources";
+    desktop.applications.resources = support::sourceFolder() + "/resources";
     for (const char *name : {"ContactEmail", "X", "discord", "redbook"})
         desktop.applications.addPath(desktop.applications.resources + "/" + name + ".png");
     open("showFeedbackDialog", [](AlertDialog &dialog, const View &root) {

@@ -1,5 +1,6 @@
 #include "platform/linux/dialogs-qt/DialogsProgram.h"
 
+#include "support/Folders.h"
 #include "support/MainLoop.h"
 #include "support/TemporaryHome.h"
 
@@ -60,7 +61,7 @@ TEST_F(DialogsProgramTest, MissingProgramCannotOpen) {
 TEST_F(DialogsProgramTest, WithoutADisplayNothingOpens) {
     for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         unsetenv(variable);
-    const auto program = dialogs(FERNHOP_BUILD_DIR "/lib/fernhop/fernhop-dialogs");
+    const auto program = dialogs(support::buildFolder() + "/lib/fernhop/fernhop-dialogs");
     program->open("showFeedbackDialog", "", "");
     EXPECT_TRUE(becomes([this] { return notOpened == 1; }));
     setenv("DISPLAY", ":4711", 1);

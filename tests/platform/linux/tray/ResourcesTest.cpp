@@ -1,6 +1,7 @@
 #include "platform/linux/tray/Pixels.h"
 #include "platform/linux/tray/PngFile.h"
 #include "support/ChildProcess.h"
+#include "support/Folders.h"
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +9,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-constexpr const char *folder = FERNHOP_SOURCE_DIR "/resources/";
+const std::string folder = support::sourceFolder() + "/resources/";
 
 TEST(ResourcesTest, AreWhatTheDrawingsSay) {
     const support::TemporaryHome home;
@@ -25,7 +26,7 @@ TEST(ResourcesTest, AreWhatTheDrawingsSay) {
 
 TEST(ResourcesTest, TheStatusIconIsBlackForLightBarsAndWhiteForDarkOnes) {
     for (const auto &[name, ink] : {std::pair{"MenuBarIconLight.png", 0}, {"MenuBarIconDark.png", 255}}) {
-        const auto resource = readPng(std::string(folder) + name);
+        const auto resource = readPng(folder + name);
         ASSERT_TRUE(resource);
         // As large as 18 points are on screens of usual and of double density.
         for (const int side : {18, 36}) {
