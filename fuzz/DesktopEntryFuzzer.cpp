@@ -3,10 +3,9 @@
 
 #include "platform/Utf8.h"
 #include "platform/linux/applications/ApplicationPlaces.h"
-#include "platform/linux/applications/DesktopEntryParser.h"
+#include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/applications/ExecLine.h"
-#include "platform/linux/applications/GenericOpener.h"
-#include "platform/linux/base/FernhopDesktopID.h"
+#include "platform/linux/base/PassOnPrograms.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 // Settings files of any bytes: all keys are read, one is written, and all are read again.
 
-#include "platform/linux/settings/PropertyListCoding.h"
+#include "platform/linux/settings/PropertyList.h"
 #include "platform/linux/settings/PropertyListDefaults.h"
 #include "settings/Preferences.h"
 #include "settings/ReadableSetting.h"

@@ -1,6 +1,6 @@
 #include "main/LinuxDesktop.h"
 
-#include "platform/linux/base/FernhopDesktopID.h"
+#include "platform/linux/base/PassOnPrograms.h"
 #include "settings/ReadableSetting.h"
 
 #include <filesystem>

@@ -7,7 +7,7 @@
 #include "platform/linux/applications/PosixFileManager.h"
 #include "platform/linux/base/Processes.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
-#include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "platform/linux/launch/FreedesktopWorkspace.h"
 #include "platform/linux/launch/Launcher.h"
 #include "platform/linux/log/SystemLog.h"
@@ -51,7 +51,7 @@ struct LinuxDesktop {
     const DesktopBundles bundles;
     PropertyListDefaults defaults;
     FreedesktopLaunchServices launchServices;
-    const LinkArrivalProblems arrivalProblems;
+    const RoutingDiagnostics arrivalProblems;
     SystemLog log;
     CanberraSound sound;
     const Processes processes;

@@ -4,7 +4,7 @@
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
 #include "main/Resident.h"
-#include "platform/linux/base/SessionBus.h"
+#include "platform/linux/base/Bus.h"
 #include "platform/linux/service/BusResidentConnection.h"
 
 #include <clocale>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/SessionReport.h"
-#include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "platform/linux/source/FocusProvider.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 
@@ -15,7 +15,7 @@ class LinuxSessionReport : public SessionReport {
   public:
     /// `residentTray` is where the running Fernhop shows its icon; null in any other process. `sourceOfLinks`
     /// is asked each time. The others outlive the report.
-    LinuxSessionReport(const FocusProvider &focusProvider, const LinkArrivalProblems &arrivalProblems,
+    LinuxSessionReport(const FocusProvider &focusProvider, const RoutingDiagnostics &arrivalProblems,
                        const TrayStatusBar *residentTray,
                        std::function<std::optional<std::string>()> sourceOfLinks)
         : focus(focusProvider), arrival(arrivalProblems), tray(residentTray),
@@ -31,7 +31,7 @@ class LinuxSessionReport : public SessionReport {
 
   private:
     const FocusProvider &focus;
-    const LinkArrivalProblems &arrival;
+    const RoutingDiagnostics &arrival;
     const TrayStatusBar *tray;
     std::function<std::optional<std::string>()> askSource;
 };

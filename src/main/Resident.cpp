@@ -6,7 +6,7 @@
 #include "cli/ResidentSession.h"
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
-#include "platform/linux/base/SessionBus.h"
+#include "platform/linux/base/Bus.h"
 #include "platform/linux/dialogs-qt/DialogsProgram.h"
 #include "platform/linux/dialogs-qt/IconProgram.h"
 #include "platform/linux/service/LinkService.h"

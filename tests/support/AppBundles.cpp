@@ -1,7 +1,6 @@
 #include "support/AppBundles.h"
 
-#include "platform/linux/settings/PropertyListCoding.h"
-#include "platform/linux/settings/PropertyListValues.h"
+#include "platform/linux/settings/PropertyList.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,7 +1,7 @@
 #include "platform/linux/applications/DesktopBundles.h"
 
-#include "platform/linux/applications/GenericOpener.h"
-#include "platform/linux/base/FernhopDesktopID.h"
+#include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/base/PassOnPrograms.h"
 
 #include <unistd.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -24,6 +24,25 @@ struct DesktopEntry {
     bool startupNotify = false;
     bool terminal = false;
 };
+
+/// The desktop entry in `contents`, any bytes, with the names for the first fitting of `locales` (see
+/// `localeNames`); its `id` and `path` are the caller's to fill. Nothing when this is no application that can
+/// be launched: another type, Hidden, or neither a valid Exec line nor activation over D-Bus.
+[[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
+                                                            const std::vector<std::string> &locales);
+
+/// Whether the entry would hand a link back to the desktop instead of showing it: it runs Fernhop itself, or
+/// a program that opens a link in whatever is the default (xdg-open, gio open, sensible-browser, ...), also
+/// when that stands behind env, a shell script given in the line, or another wrapper. With Fernhop as the
+/// default, a link sent there would go round in a circle. Judged by the entry alone: no program is looked at.
+[[nodiscard]] bool isGenericOpener(const DesktopEntry &entry);
+
+/// Whether the entry is Fernhop's own.
+[[nodiscard]] bool isFernhop(const DesktopEntry &entry);
+
+/// The name to look up in the icon theme for the `Icon` of a desktop entry, or its path. Names with the
+/// ending of a file are against the rules of desktop entries, and common.
+[[nodiscard]] std::string iconName(std::string icon);
 
 /// The installed desktop entries by ID, found as the desktop finds them: the first folder that has the ID
 /// decides. Main thread only. Looks at the disk at each call.

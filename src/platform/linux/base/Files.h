@@ -5,6 +5,7 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -70,10 +71,6 @@ inline constexpr std::size_t largestUsualFile = std::size_t{16} << 20U;
 [[nodiscard]] std::optional<std::string> readFile(const std::string &path,
                                                   std::size_t largest = largestUsualFile);
 
-/// The contents of a file that is going to be changed: none when there is no file yet, nothing when there is
-/// one that cannot be read, which must not be overwritten.
-[[nodiscard]] std::optional<std::string> readForChange(const std::string &path);
-
 /// Whether there is anything at `path`, symbolic links followed.
 [[nodiscard]] bool exists(const std::string &path);
 
@@ -98,11 +95,19 @@ enum class Writers {
 /// replaced; owner and permissions stay as far as this process may set them. The folder must be there.
 Result<> replaceFile(const std::string &path, std::string_view bytes, Writers writers);
 
-/// Replaces a configuration file that other programs write too, or makes it and the folders above it. Fails
-/// when something that is no regular file is in the way.
-Result<> replaceConfigurationFile(const std::string &path, std::string_view bytes);
+/// The sole right to change something, among processes that ask for it by the same file. It ends with the
+/// object, or with the process however that ends.
+class FileLock {
+  public:
+    /// Waits for the lock at most so long, and makes the file when it is not there (its folder must be).
+    /// Nothing when the wait was in vain or the file cannot be made.
+    [[nodiscard]] static std::optional<FileLock> acquire(const std::string &file,
+                                                         std::chrono::milliseconds atMost);
 
-/// Whether `replaceConfigurationFile` has the permission to do its work.
-[[nodiscard]] bool canReplaceConfigurationFile(const std::string &path);
+  private:
+    explicit FileLock(FileDescriptor locked) : file(std::move(locked)) {}
+
+    FileDescriptor file;
+};
 
 } // namespace fernhop::freedesktop

@@ -7,6 +7,9 @@
 /// sent to one of the openers comes back to the default application.
 namespace fernhop::freedesktop {
 
+/// The desktop-file ID under which Fernhop is installed, also its name on the session bus.
+inline constexpr std::string_view fernhopDesktopID = "org.fernhop.Fernhop";
+
 struct PassOnProgram {
     enum class Kind {
         opener,        ///< opens links in the default application; the name means nothing else

@@ -1,6 +1,6 @@
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
 
-#include "platform/linux/defaulthandler/XfceOpener.h"
+#include "platform/linux/defaulthandler/XfceBrowser.h"
 
 #include <utility>
 
@@ -65,7 +65,7 @@ bool FreedesktopLaunchServices::setDefaultHandlerForUrlScheme(const std::string 
 // Settings of desktops other than this session's are left alone, unless they still name us when the role goes
 // to another.
 bool FreedesktopLaunchServices::setDesktopBrowsers(const DesktopEntry &entry) {
-    const auto stillNamesUs = [this](const std::optional<BrowserChoice> &choice) {
+    const auto stillNamesUs = [this](const std::optional<DesktopBrowserSetting> &choice) {
         return choice && choice->names(ownDesktopID);
     };
     bool isDone = true;

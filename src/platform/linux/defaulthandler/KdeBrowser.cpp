@@ -77,14 +77,14 @@ KdeBrowser::Globals KdeBrowser::effective() const {
     return result;
 }
 
-std::optional<BrowserChoice> KdeBrowser::choice() const {
+std::optional<DesktopBrowserSetting> KdeBrowser::choice() const {
     const auto setting = effective().browser;
     if (!setting || setting->empty())
         return std::nullopt;
     const auto id = withoutExtension(*setting);
     if (setting->starts_with('!') || !entries.entry(id))
-        return BrowserChoice{*setting, std::nullopt};
-    return BrowserChoice{*setting, id};
+        return DesktopBrowserSetting{*setting, std::nullopt};
+    return DesktopBrowserSetting{*setting, id};
 }
 
 bool KdeBrowser::isLocked() const {

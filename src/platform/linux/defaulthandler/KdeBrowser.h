@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/base/ConfigurationFile.h"
 #include "platform/linux/base/Environment.h"
-#include "platform/linux/base/ParsedFiles.h"
-#include "platform/linux/defaulthandler/BrowserChoice.h"
+#include "platform/linux/defaulthandler/DesktopBrowserSetting.h"
 
 #include <optional>
 #include <string>
@@ -20,7 +20,7 @@ class KdeBrowser {
     KdeBrowser(const XdgSession &session, const DesktopEntries &desktopEntries);
 
     /// What is set, by the user or for all users; nothing when nothing is.
-    [[nodiscard]] std::optional<BrowserChoice> choice() const;
+    [[nodiscard]] std::optional<DesktopBrowserSetting> choice() const;
 
     /// Writes the user's setting. False when the administrator locked it, or the file cannot be written.
     bool set(const std::string &id);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/base/ConfigurationFile.h"
 #include "platform/linux/base/Environment.h"
-#include "platform/linux/base/ParsedFiles.h"
 
 #include <map>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "platform/linux/dialogs-qt/Toolkit.h"
 
-#include "platform/linux/base/CompositorSocket.h"
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/dialogs-qt/ApplicationIcons.h"
 
 #include <sys/socket.h>

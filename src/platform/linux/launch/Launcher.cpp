@@ -1,6 +1,6 @@
 #include "platform/linux/launch/Launcher.h"
 
-#include "platform/linux/applications/GenericOpener.h"
+#include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/launch/BusLaunch.h"
 #include "platform/linux/launch/StartupNotification.h"
 

@@ -1,6 +1,6 @@
 #include "platform/linux/service/DisplayWatch.h"
 
-#include "platform/linux/base/CompositorSocket.h"
+#include "platform/linux/base/Environment.h"
 
 #include <glib-unix.h>
 #include <sys/socket.h>

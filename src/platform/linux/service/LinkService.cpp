@@ -85,7 +85,7 @@ bool LinkService::exportObject() {
     for (const char *introspection : {ownInterface, applicationInterface})
         interfaces.push_back(std::make_unique<BusObject>(bus, serviceObjectPath, introspection, behaviour));
     return std::ranges::all_of(
-        interfaces, &BusObject::isThere, [](const auto &each) -> auto & { return *each; });
+        interfaces, &BusObject::isRegistered, [](const auto &each) -> auto & { return *each; });
 }
 
 void LinkService::call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) {

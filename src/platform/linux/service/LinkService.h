@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/CommandResult.h"
-#include "platform/linux/base/BusObject.h"
+#include "platform/linux/base/Bus.h"
 #include "platform/linux/service/LinkDispatcher.h"
 
 #include <functional>

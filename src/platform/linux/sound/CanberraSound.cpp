@@ -1,6 +1,7 @@
 #include "platform/linux/sound/CanberraSound.h"
 
-#include "platform/linux/sound/Canberra.h"
+#include <canberra.h>
+#include <dlfcn.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -14,6 +15,54 @@
 namespace fernhop::freedesktop {
 
 namespace {
+
+/// The operations of libcanberra that are used, looked up in the library once it is wanted: with the sound
+/// systems behind it, it is too large to be loaded by every process that might beep one day.
+struct Canberra {
+    decltype(&ca_context_create) createContext;
+    decltype(&ca_context_destroy) destroyContext;
+    decltype(&ca_context_open) openContext;
+    decltype(&ca_context_play_full) play;
+    decltype(&ca_proplist_create) createProperties;
+    decltype(&ca_proplist_destroy) destroyProperties;
+    decltype(&ca_proplist_sets) setProperty;
+
+    /// Nothing when the library, or one of its operations, is not there. It is never unloaded.
+    [[nodiscard]] static std::optional<Canberra> load(const std::string &library);
+};
+
+template <typename Function>
+bool find(void *library, const char *name, Function &function) {
+    function = reinterpret_cast<Function>(dlsym(library, name));
+    return function != nullptr;
+}
+
+void ignoreAlsaError(const char *, int, const char *, int, const char *, ...) {}
+
+std::optional<Canberra> Canberra::load(const std::string &library) {
+    void *const opened = dlopen(library.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
+    Canberra found{};
+    const bool isComplete = opened && find(opened, "ca_context_create", found.createContext) &&
+                            find(opened, "ca_context_destroy", found.destroyContext) &&
+                            find(opened, "ca_context_open", found.openContext) &&
+                            find(opened, "ca_context_play_full", found.play) &&
+                            find(opened, "ca_proplist_create", found.createProperties) &&
+                            find(opened, "ca_proplist_destroy", found.destroyProperties) &&
+                            find(opened, "ca_proplist_sets", found.setProperty);
+    return isComplete ? std::optional(found) : std::nullopt;
+}
+
+/// Keeps ALSA, if libcanberra has loaded it, from telling standard error what it cannot open.
+void silenceAlsa() {
+    void *const alsa = dlopen("libasound.so.2", RTLD_LAZY | RTLD_NOLOAD);
+    using Handler = decltype(&ignoreAlsaError);
+    int (*setHandler)(Handler) = nullptr;
+    if (!alsa)
+        return;
+    if (find(alsa, "snd_lib_error_set_handler", setHandler))
+        setHandler(&ignoreAlsaError);
+    dlclose(alsa);
+}
 
 using namespace std::chrono_literals;
 

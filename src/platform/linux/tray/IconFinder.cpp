@@ -1,7 +1,7 @@
 #include "platform/linux/tray/IconFinder.h"
 
 #include "platform/Utf8.h"
-#include "platform/linux/applications/IconName.h"
+#include "platform/linux/applications/DesktopEntries.h"
 
 #include <algorithm>
 #include <array>

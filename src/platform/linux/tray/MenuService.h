@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/base/BusObject.h"
+#include "platform/linux/base/Bus.h"
 #include "platform/linux/tray/MenuIcons.h"
 #include "platform/linux/tray/MenuProperties.h"
 #include "platform/linux/tray/MenuReaders.h"

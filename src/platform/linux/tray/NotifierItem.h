@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/base/BusObject.h"
+#include "platform/linux/base/Bus.h"
 #include "platform/linux/tray/ItemRegistration.h"
 #include "platform/ui/Image.h"
 

@@ -1,4 +1,5 @@
-#include "platform/linux/base/ParsedFiles.h"
+#include "platform/linux/base/ConfigurationFile.h"
+
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>

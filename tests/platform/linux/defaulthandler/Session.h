@@ -3,7 +3,7 @@
 #include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/base/Files.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
-#include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "support/TemporaryHome.h"
 
 #include <string>
@@ -35,7 +35,7 @@ class Session {
 
     [[nodiscard]] std::vector<std::string> problems(const std::string &desktop,
                                                     std::optional<std::string> browser = {}) const {
-        return LinkArrivalProblems(places(desktop), entries, ownID, std::move(browser)).find();
+        return RoutingDiagnostics(places(desktop), entries, ownID, std::move(browser)).find();
     }
 
     [[nodiscard]] std::string config(const std::string &name) const { return home.config() + '/' + name; }

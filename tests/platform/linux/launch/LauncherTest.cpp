@@ -1,7 +1,7 @@
 #include "platform/linux/launch/Launcher.h"
 
 #include "BusApplication.h"
-#include "platform/linux/applications/DesktopEntryParser.h"
+#include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/source/FakeFocusProvider.h"
 #include "support/MainLoop.h"
 #include "support/PrivateBus.h"

@@ -3,7 +3,7 @@
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/applications/DesktopBundles.h"
-#include "platform/linux/applications/GenericOpener.h"
+#include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/source/ApplicationMatcher.h"
 
 #include <gtest/gtest.h>

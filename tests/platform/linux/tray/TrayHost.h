@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/applications/DesktopEntries.h"
-#include "platform/linux/base/BusObject.h"
+#include "platform/linux/base/Bus.h"
 #include "platform/linux/service/BusClient.h"
 
 #include <map>

@@ -1,4 +1,4 @@
-#include "platform/linux/base/SessionBus.h"
+#include "platform/linux/base/Bus.h"
 
 #include "support/PrivateBus.h"
 

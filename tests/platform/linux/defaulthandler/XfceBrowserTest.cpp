@@ -1,4 +1,4 @@
-#include "platform/linux/defaulthandler/XfceHelper.h"
+#include "platform/linux/defaulthandler/XfceBrowser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
-#include "platform/linux/settings/PropertyListValues.h"
+#include "platform/linux/settings/PropertyList.h"
 
 #include "platform/Utf8.h"
+#include "platform/linux/settings/PropertyListGuard.h"
 
 #include <plist/plist.h>
 
@@ -8,22 +9,45 @@
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
-#include <string_view>
+#include <memory>
 #include <utility>
 
 namespace fernhop::freedesktop {
 
 namespace {
 
-struct FreeMemory {
+/// What libplist writes is malloc's memory. Its own functions for this are named otherwise from version 2.3
+/// on, and only for programs with a heap of their own.
+struct Free {
     void operator()(void *memory) const { std::free(memory); }
 };
+
+std::string written(const PropertyListNode &tree, decltype(&plist_to_xml) write) {
+    char *bytes = nullptr;
+    std::uint32_t length = 0;
+    write(tree.get(), &bytes, &length);
+    const std::unique_ptr<char, Free> owner(bytes);
+    return bytes ? std::string(bytes, length) : std::string();
+}
+
+std::string binaryForm(const PropertyListNode &tree) {
+    return written(tree, plist_to_bin);
+}
+
+std::string xmlForm(const PropertyListNode &tree) {
+    return written(tree, plist_to_xml);
+}
+
+/// In XML a number can stand for half a character that is nothing by itself; libplist takes it.
+bool namesHalfCharacters(std::string_view bytes, const PropertyListNode &tree) {
+    return bytes.find("&#") != std::string_view::npos && !isValidUtf8(xmlForm(tree));
+}
 
 std::optional<PropertyArray> arrayValue(plist_t node) {
     PropertyArray values;
     plist_array_iter started = nullptr;
     plist_array_new_iter(node, &started);
-    const std::unique_ptr<void, FreeMemory> iterator(started);
+    const std::unique_ptr<void, Free> iterator(started);
     for (plist_t item = nullptr; plist_array_next_item(node, iterator.get(), &item), item; item = nullptr) {
         auto value = propertyValue(item);
         if (!value)
@@ -37,12 +61,12 @@ std::optional<PropertyDictionary> dictionaryValue(plist_t node) {
     PropertyDictionary values;
     plist_dict_iter started = nullptr;
     plist_dict_new_iter(node, &started);
-    const std::unique_ptr<void, FreeMemory> iterator(started);
+    const std::unique_ptr<void, Free> iterator(started);
     while (true) {
         char *key = nullptr;
         plist_t item = nullptr;
         plist_dict_next_item(node, iterator.get(), &key, &item);
-        const std::unique_ptr<char, FreeMemory> owner(key);
+        const std::unique_ptr<char, Free> owner(key);
         if (!item)
             return values;
         auto value = propertyValue(item);
@@ -136,6 +160,31 @@ struct NodeMaker {
 };
 
 } // namespace
+
+void PropertyListFree::operator()(void *node) const {
+    plist_free(node);
+}
+
+PropertyListNode decodePropertyList(std::string_view bytes) {
+    if (bytes.size() > propertyListLimit::bytes)
+        return nullptr;
+    plist_t tree = nullptr;
+    const auto length = static_cast<std::uint32_t>(bytes.size());
+    if (isSafeBinaryPropertyList(bytes))
+        plist_from_bin(bytes.data(), length, &tree);
+    else if (isSafeXmlPropertyList(bytes))
+        plist_from_xml(bytes.data(), length, &tree);
+    PropertyListNode root(tree);
+    return root && namesHalfCharacters(bytes, root) ? nullptr : std::move(root);
+}
+
+std::optional<std::string> encodePropertyList(const PropertyListNode &tree) {
+    const std::string binary = binaryForm(tree);
+    std::string xml = xmlForm(tree);
+    if (const PropertyListNode again = decodePropertyList(xml); again && binaryForm(again) == binary)
+        return xml;
+    return decodePropertyList(binary) ? std::optional(binary) : std::nullopt;
+}
 
 std::optional<PropertyValue> propertyValue(void *node) {
     switch (plist_get_node_type(node)) {

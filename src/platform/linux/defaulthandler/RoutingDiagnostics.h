@@ -14,12 +14,12 @@ namespace fernhop::freedesktop {
 
 /// Finds what in this desktop keeps links from arriving at Fernhop, for people who ask why one did not. Main
 /// thread only.
-class LinkArrivalProblems {
+class RoutingDiagnostics {
   public:
     /// `ownID` is Fernhop's desktop-file ID, `browserVariable` the value of BROWSER where that is set.
     /// `desktopEntries` outlives this object.
-    LinkArrivalProblems(XdgSession session, const DesktopEntries &desktopEntries, std::string ownID,
-                        std::optional<std::string> browserVariable);
+    RoutingDiagnostics(XdgSession session, const DesktopEntries &desktopEntries, std::string ownID,
+                       std::optional<std::string> browserVariable);
 
     /// The problems of this moment, one sentence or two each, the most serious first. Settings that
     /// contradict each other are problems only where at least one of them names Fernhop: where none does,

@@ -1,4 +1,4 @@
-#include "platform/linux/settings/PropertyListCoding.h"
+#include "platform/linux/settings/PropertyList.h"
 
 #include "SettingsFolder.h"
 #include "platform/linux/settings/PropertyListGuard.h"

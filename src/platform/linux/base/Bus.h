@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/Result.h"
 
 #include <functional>
 #include <string>
@@ -9,7 +11,15 @@
 
 namespace fernhop::freedesktop {
 
-/// One interface of one object on the bus, there from construction to destruction. Main thread only.
+/// Whether the session with this environment has a bus to be found: by DBUS_SESSION_BUS_ADDRESS, or as the
+/// user's bus in XDG_RUNTIME_DIR. A bus is never started, as nobody else in the session would know it.
+[[nodiscard]] bool hasSessionBus(const Environment &environment);
+
+/// The session bus, or why it cannot be reached. The process outlives the connection: it is told of
+/// the bus's end, not ended by it.
+Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &environment);
+
+/// One interface of an object of ours on the bus, from construction to destruction. Main thread only.
 class BusObject {
   public:
     /// What the object does. GDBus lets only declared calls through, with bodies of the declared types.
@@ -21,15 +31,14 @@ class BusObject {
     };
 
     /// `introspection` is an XML document whose first interface this is. `bus` outlives the object.
-    /// Construction with an interface that the connection has at this path already makes an object that is
-    /// not there.
+    /// Where the connection has this interface at this path already, the new object is not registered.
     BusObject(GDBusConnection *bus, const char *path, const char *introspection, Behaviour behaviour);
     ~BusObject();
     BusObject(const BusObject &) = delete;
     BusObject &operator=(const BusObject &) = delete;
 
     /// Whether the bus knows the object.
-    [[nodiscard]] bool isThere() const { return registration != 0; }
+    [[nodiscard]] bool isRegistered() const { return registration != 0; }
 
     /// Sends a signal of the interface to all who listen. `body` is taken, null for none.
     void emit(const char *signal, GVariant *body = nullptr) const;

@@ -1,4 +1,4 @@
-#include "platform/linux/text/AsciiOrder.h"
+#include "platform/linux/text/Collation.h"
 
 #include "platform/Text.h"
 #include "platform/UnicodeText.h"

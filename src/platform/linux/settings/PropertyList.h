@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PropertyValue.h"
+
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -31,5 +33,13 @@ inline constexpr std::size_t elements = 250'000;
 /// A tree as XML, or as a binary property list where XML could not carry every value unchanged (a fraction of
 /// a second, say). Nothing when it goes beyond the limits.
 [[nodiscard]] std::optional<std::string> encodePropertyList(const PropertyListNode &tree);
+
+/// The value of a node (`plist_t`, not null); nothing when it, or anything in it, is of a type that
+/// `PropertyValue` does not know.
+[[nodiscard]] std::optional<PropertyValue> propertyValue(void *node);
+
+/// A new tree with this value; null when a property list cannot hold it: text that is no UTF-8 or has a null
+/// character, a date beyond 68 years from 2001, or more than the limits allow.
+[[nodiscard]] PropertyListNode propertyListNode(const PropertyValue &value);
 
 } // namespace fernhop::freedesktop

@@ -1,6 +1,6 @@
-#include "platform/linux/defaulthandler/LinkArrivalProblems.h"
+#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 
-#include "platform/linux/defaulthandler/XfceOpener.h"
+#include "platform/linux/defaulthandler/XfceBrowser.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,13 +14,13 @@ constexpr std::string_view httpsType = "x-scheme-handler/https";
 
 } // namespace
 
-LinkArrivalProblems::LinkArrivalProblems(XdgSession session, const DesktopEntries &desktopEntries,
-                                         std::string ownID, std::optional<std::string> browserVariable)
+RoutingDiagnostics::RoutingDiagnostics(XdgSession session, const DesktopEntries &desktopEntries,
+                                       std::string ownID, std::optional<std::string> browserVariable)
     : places(std::move(session)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
       browser(std::move(browserVariable)), defaults(places, entries), kde(places, entries),
       xfce(places, entries) {}
 
-std::vector<std::string> LinkArrivalProblems::find() const {
+std::vector<std::string> RoutingDiagnostics::find() const {
     Problems problems;
     findInOwnEntry(problems);
     findInFiles(problems);
@@ -33,14 +33,14 @@ std::vector<std::string> LinkArrivalProblems::find() const {
     return problems;
 }
 
-bool LinkArrivalProblems::isOurs(const Setting &setting) const {
+bool RoutingDiagnostics::isOurs(const Setting &setting) const {
     if (!setting)
         return false;
     const auto choice = isXfceOpener(setting->id) ? xfce.choice() : std::nullopt;
     return setting->id == ownDesktopID || (choice && choice->id == ownDesktopID);
 }
 
-bool LinkArrivalProblems::isRoutingMeant() const {
+bool RoutingDiagnostics::isRoutingMeant() const {
     const auto choice = xfce.choice();
     return isOurs(defaults.setting(std::string(httpType))) ||
            isOurs(defaults.setting(std::string(httpsType))) ||
@@ -48,7 +48,7 @@ bool LinkArrivalProblems::isRoutingMeant() const {
            (places.isDesktop("xfce") && choice && choice->id == ownDesktopID);
 }
 
-void LinkArrivalProblems::findInOwnEntry(Problems &problems) const {
+void RoutingDiagnostics::findInOwnEntry(Problems &problems) const {
     const auto entry = entries.entry(ownDesktopID);
     if (!entry) {
         problems.push_back("The desktop entry " + ownDesktopID +
@@ -63,7 +63,7 @@ void LinkArrivalProblems::findInOwnEntry(Problems &problems) const {
     }
 }
 
-void LinkArrivalProblems::findInFiles(Problems &problems) const {
+void RoutingDiagnostics::findInFiles(Problems &problems) const {
     for (const auto &path : defaults.decisiveUserLists()) {
         if (defaults.isRejected(path))
             problems.push_back(path + " is damaged, so desktops ignore all of it.");
@@ -72,13 +72,13 @@ void LinkArrivalProblems::findInFiles(Problems &problems) const {
     }
 }
 
-std::string LinkArrivalProblems::describe(const std::string &scheme, const Setting &setting) const {
+std::string RoutingDiagnostics::describe(const std::string &scheme, const Setting &setting) const {
     if (!setting)
         return "No handler is set for " + scheme + " links.";
     return scheme + " links go to " + setting->id + ", as " + setting->path + " says.";
 }
 
-void LinkArrivalProblems::findInDefaults(Problems &problems) const {
+void RoutingDiagnostics::findInDefaults(Problems &problems) const {
     for (const auto type : {httpsType, httpType}) {
         const auto setting = defaults.setting(std::string(type));
         if (!isOurs(setting))
@@ -86,7 +86,7 @@ void LinkArrivalProblems::findInDefaults(Problems &problems) const {
     }
 }
 
-void LinkArrivalProblems::findInXfce(Problems &problems) const {
+void RoutingDiagnostics::findInXfce(Problems &problems) const {
     const auto choice = xfce.choice();
     if (!places.isDesktop("xfce") || (choice && choice->id == ownDesktopID))
         return;
@@ -101,7 +101,7 @@ void LinkArrivalProblems::findInXfce(Problems &problems) const {
                            "; xdg-open and exo-open take links there.");
 }
 
-void LinkArrivalProblems::findInKde(Problems &problems) const {
+void RoutingDiagnostics::findInKde(Problems &problems) const {
     const auto choice = kde.choice();
     if (!places.isDesktop("kde") || !choice || choice->id == ownDesktopID)
         return;
@@ -110,7 +110,7 @@ void LinkArrivalProblems::findInKde(Problems &problems) const {
                        (kde.isLocked() ? " The administrator has locked it." : ""));
 }
 
-void LinkArrivalProblems::findInEnvironment(Problems &problems) const {
+void RoutingDiagnostics::findInEnvironment(Problems &problems) const {
     if (browser && !browser->empty() && browser->find("fernhop-open") == std::string::npos)
         problems.push_back("The environment variable BROWSER is " + *browser +
                            "; programs that follow it take links there.");

@@ -1,17 +1,38 @@
-#include "platform/linux/applications/GenericOpener.h"
+#include "platform/linux/applications/DesktopEntries.h"
 
+#include "platform/Ascii.h"
 #include "platform/linux/applications/ExecLine.h"
-#include "platform/linux/base/FernhopDesktopID.h"
+#include "platform/linux/base/KeyFile.h"
 #include "platform/linux/base/PassOnPrograms.h"
 #include "platform/linux/base/Text.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <string_view>
 
 namespace fernhop::freedesktop {
 
 namespace {
+
+constexpr std::string_view schemeHandlerType = "x-scheme-handler/";
+
+bool isSchemeHandlerType(std::string_view mimeType) {
+    return mimeType.size() > schemeHandlerType.size() &&
+           ascii::lowercased(mimeType.substr(0, schemeHandlerType.size())) == schemeHandlerType;
+}
+
+std::vector<std::string> schemesOf(const std::vector<std::string> &mimeTypes) {
+    std::vector<std::string> schemes;
+    for (const auto &element : mimeTypes) {
+        const auto mimeType = trimmed(element);
+        if (isSchemeHandlerType(mimeType))
+            schemes.emplace_back(mimeType.substr(schemeHandlerType.size()));
+    }
+    return schemes;
+}
+
+bool canBeLaunched(const DesktopEntry &entry) {
+    return entry.exec.empty() ? entry.dbusActivatable : hasValidExec(entry);
+}
 
 using Kind = PassOnProgram::Kind;
 using Words = std::vector<std::string>;
@@ -69,6 +90,27 @@ bool startsOpeningSubcommand(const Words &words, std::size_t at) {
 
 } // namespace
 
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
+                                              const std::vector<std::string> &locales) {
+    const auto group = KeyFileGroup::read(contents, "Desktop Entry");
+    if (!group || group->raw("Type") != "Application" || group->isTrue("Hidden"))
+        return std::nullopt;
+    DesktopEntry entry;
+    entry.name = group->localizedText("Name", locales);
+    entry.unlocalizedName = group->localizedText("Name", {});
+    entry.exec = group->text("Exec");
+    entry.tryExec = group->text("TryExec");
+    entry.startupWMClass = group->text("StartupWMClass");
+    entry.icon = group->localizedText("Icon", locales);
+    entry.workingDirectory = group->text("Path");
+    entry.schemes = schemesOf(group->list("MimeType"));
+    entry.noDisplay = group->isTrue("NoDisplay");
+    entry.dbusActivatable = group->isTrue("DBusActivatable");
+    entry.startupNotify = group->isTrue("StartupNotify");
+    entry.terminal = group->isTrue("Terminal");
+    return canBeLaunched(entry) ? std::optional(std::move(entry)) : std::nullopt;
+}
+
 bool isFernhop(const DesktopEntry &entry) {
     return entry.id == fernhopDesktopID;
 }
@@ -88,6 +130,15 @@ bool isGenericOpener(const DesktopEntry &entry) {
             return true;
     }
     return false;
+}
+
+std::string iconName(std::string icon) {
+    if (icon.starts_with('/'))
+        return icon;
+    for (const std::string_view ending : {".png", ".svg", ".xpm"})
+        if (icon.size() > ending.size() && icon.ends_with(ending))
+            icon.resize(icon.size() - ending.size());
+    return icon;
 }
 
 } // namespace fernhop::freedesktop

@@ -6,9 +6,21 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace fernhop::freedesktop {
+
+/// The contents of a file that is going to be changed: none when there is no file yet, nothing when there is
+/// one that cannot be read, which must not be overwritten.
+[[nodiscard]] std::optional<std::string> readForChange(const std::string &path);
+
+/// Replaces a configuration file that other programs write too, or makes it and the folders above it. Fails
+/// when something that is no regular file is in the way.
+Result<> replaceConfigurationFile(const std::string &path, std::string_view bytes);
+
+/// Whether `replaceConfigurationFile` has the permission to do its work.
+[[nodiscard]] bool canReplaceConfigurationFile(const std::string &path);
 
 /// What was read from files, each kept until the file changes. The value of a file that cannot be read is
 /// that of no bytes. Not for several threads at once.

@@ -1,0 +1,149 @@
+#include "platform/Text.h"
+
+#include "platform/Ascii.h"
+#include "platform/UnicodeText.h"
+#include "platform/linux/text/ComparisonForm.h"
+
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+
+namespace fernhop::text {
+
+namespace {
+
+bool areAscii(std::string_view left, std::string_view right) {
+    return ascii::isAscii(left) && ascii::isAscii(right);
+}
+
+std::optional<Occurrence> firstPlace(std::string_view text, std::string_view piece, std::size_t from) {
+    const auto start = piece.empty() ? std::string_view::npos : text.find(piece, from);
+    return start == std::string_view::npos ? std::nullopt
+                                           : std::optional(Occurrence{start, start + piece.size()});
+}
+
+/// ASCII text without letter case among ASCII: in Turkic languages the partner of "I" is no ASCII letter, so
+/// that it equals only itself.
+std::string foldedAscii(std::string_view text, CaseRules rules) {
+    std::string result(text);
+    for (char &character : result)
+        if (rules != CaseRules::turkic || character != 'I')
+            character = ascii::lowercased(character);
+    return result;
+}
+
+bool isWhitespaceOrNewline(char32_t character) {
+    if (character < 0x80)
+        return character == ' ' || (character >= '\t' && character <= '\r');
+    return character == 0x85 || (U_GET_GC_MASK(static_cast<UChar32>(character)) & U_GC_Z_MASK) != 0;
+}
+
+/// Whether a byte that begins or ends a text shows at once that nothing is to be trimmed there.
+bool isVisibleAscii(char byte) {
+    return byte > ' ' && byte < 0x7F;
+}
+
+using UuidBytes = std::array<unsigned char, 16>;
+
+UuidBytes randomBytes() {
+    UuidBytes bytes{};
+    if (getentropy(bytes.data(), bytes.size()) != 0) {
+        std::random_device device;
+        for (unsigned char &byte : bytes)
+            byte = static_cast<unsigned char>(device());
+    }
+    return bytes;
+}
+
+} // namespace
+
+// ASCII text is its own form, so that a URL need not be brought into it for each pattern that is not ASCII.
+std::optional<Occurrence> firstOccurrence(std::string_view text, std::string_view piece, std::size_t from) {
+    if (areAscii(text, piece))
+        return firstPlace(text, piece, from);
+    if (ascii::isAscii(text))
+        return firstPlace(text, ComparisonForm::plain(piece).bytes(), from);
+    return ComparisonForm::plain(text).find(ComparisonForm::plain(piece), from);
+}
+
+bool endsWith(std::string_view text, std::string_view piece) {
+    if (areAscii(text, piece))
+        return text.ends_with(piece);
+    return ComparisonForm::plain(text).endsWith(ComparisonForm::plain(piece));
+}
+
+bool localizedCaseInsensitiveContains(std::string_view text, std::string_view pattern, const Locale &locale) {
+    const CaseRules rules = caseRules(locale);
+    if (!areAscii(text, pattern))
+        return ComparisonForm::caseless(text, rules)
+            .find(ComparisonForm::caseless(pattern, rules), 0)
+            .has_value();
+    return !pattern.empty() &&
+           foldedAscii(text, rules).find(foldedAscii(pattern, rules)) != std::string::npos;
+}
+
+bool caseInsensitiveEqual(std::string_view left, std::string_view right) {
+    if (!areAscii(left, right))
+        return ComparisonForm::caseless(left, CaseRules::usual) ==
+               ComparisonForm::caseless(right, CaseRules::usual);
+    return std::ranges::equal(
+        left, right, {}, [](char character) { return ascii::lowercased(character); },
+        [](char character) { return ascii::lowercased(character); });
+}
+
+std::string lowercased(std::string_view text) {
+    if (ascii::isAscii(text))
+        return ascii::lowercased(text);
+
+    // A character grows to three UTF-16 units at most.
+    const std::u16string source = toUtf16(text);
+    std::u16string lower(source.size() * 3, u'\0');
+    UErrorCode status = U_ZERO_ERROR;
+    const int32_t length = u_strToLower(lower.data(), static_cast<int32_t>(lower.size()), source.data(),
+                                        static_cast<int32_t>(source.size()), "", &status);
+    if (U_FAILURE(status))
+        return std::string(text);
+    return toUtf8(std::u16string_view(lower).substr(0, static_cast<std::size_t>(length)));
+}
+
+std::string_view trimmed(std::string_view text) {
+    if (!text.empty() && isVisibleAscii(text.front()) && isVisibleAscii(text.back()))
+        return text;
+    while (!text.empty()) {
+        const Character first = characterAt(text, 0);
+        if (!isWhitespaceOrNewline(first.value))
+            break;
+        text.remove_prefix(first.length);
+    }
+    while (!text.empty()) {
+        const Character last = lastCharacter(text);
+        if (!isWhitespaceOrNewline(last.value))
+            break;
+        text.remove_suffix(last.length);
+    }
+    return text;
+}
+
+std::string makeUuid() {
+    UuidBytes bytes = randomBytes();
+    // RFC 4122: version 4 in the seventh byte, the variant in the ninth.
+    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
+    bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);
+
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string result;
+    result.reserve(36);
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        if (index == 4 || index == 6 || index == 8 || index == 10)
+            result += '-';
+        result += digits[bytes[index] >> 4];
+        result += digits[bytes[index] & 0x0F];
+    }
+    return result;
+}
+
+} // namespace fernhop::text
