@@ -129,11 +129,11 @@ class Configuration {
         KdeBrowser kde(places(), entries);
         const bool isLocked = kde.isLocked();
         require(kde.set("web") != isLocked);
-        require(isLocked || (kde.choice() && kde.choice()->id == "web"));
+        require(isLocked || (kde.setting() && kde.setting()->id == "web"));
         checkOthersKept(bytes, contents(folder() + "/kdeglobals"), "BrowserApplication");
 
         XfceBrowser xfce(places(), entries);
-        require(xfce.set(entries.installed.front()) && xfce.choice() && xfce.choice()->id == "web");
+        require(xfce.set(entries.installed.front()) && xfce.setting() && xfce.setting()->id == "web");
         checkOthersKept(bytes, contents(folder() + "/xfce4/helpers.rc"), "WebBrowser");
     }
 

@@ -29,23 +29,23 @@ std::optional<std::string> FreedesktopLaunchServices::defaultApplication(const s
         return std::nullopt;
     if (!isXfceOpener(setting->id))
         return setting->id;
-    const auto choice = xfce.choice();
-    return choice ? choice->id : std::nullopt;
+    const auto browser = xfce.setting();
+    return browser ? browser->id : std::nullopt;
 }
 
 std::optional<std::string>
 FreedesktopLaunchServices::copyDefaultHandlerForUrlScheme(const std::string &scheme) const {
     const auto handler = defaultApplication(scheme);
     if (isKde() && !handler) {
-        const auto choice = kde.choice();
-        return choice ? choice->id : std::nullopt;
+        const auto browser = kde.setting();
+        return browser ? browser->id : std::nullopt;
     }
     if (!isXfce() || (scheme != https && handler))
         return handler;
-    const auto choice = xfce.choice();
+    const auto browser = xfce.setting();
     // Openers of both kinds are in use here. Ours are only the links that neither takes elsewhere.
-    if (choice && choice->id)
-        return choice->id == ownDesktopID ? handler : choice->id;
+    if (browser && browser->id)
+        return browser->id == ownDesktopID ? handler : browser->id;
     return handler == ownDesktopID ? std::nullopt : handler;
 }
 
@@ -65,13 +65,13 @@ bool FreedesktopLaunchServices::setDefaultHandlerForUrlScheme(const std::string 
 // Settings of desktops other than this session's are left alone, unless they still name us when the role goes
 // to another.
 bool FreedesktopLaunchServices::setDesktopBrowsers(const DesktopEntry &entry) {
-    const auto stillNamesUs = [this](const std::optional<DesktopBrowserSetting> &choice) {
-        return choice && choice->names(ownDesktopID);
+    const auto stillNamesUs = [this](const std::optional<DesktopBrowserSetting> &browser) {
+        return browser && browser->names(ownDesktopID);
     };
     bool isDone = true;
-    if (isXfce() || (entry.id != ownDesktopID && stillNamesUs(xfce.choice())))
+    if (isXfce() || (entry.id != ownDesktopID && stillNamesUs(xfce.setting())))
         isDone = xfce.set(entry);
-    const auto inKde = kde.choice();
+    const auto inKde = kde.setting();
     if (inKde && !inKde->names(entry.id) && (isKde() || stillNamesUs(inKde))) {
         // KIO opens links in the default application whatever this says, so a lock does no harm.
         isDone = (kde.set(entry.id) || kde.isLocked()) && isDone;

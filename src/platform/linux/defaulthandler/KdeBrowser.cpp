@@ -77,14 +77,14 @@ KdeBrowser::Globals KdeBrowser::effective() const {
     return result;
 }
 
-std::optional<DesktopBrowserSetting> KdeBrowser::choice() const {
-    const auto setting = effective().browser;
-    if (!setting || setting->empty())
+std::optional<DesktopBrowserSetting> KdeBrowser::setting() const {
+    const auto text = effective().browser;
+    if (!text || text->empty())
         return std::nullopt;
-    const auto id = withoutExtension(*setting);
-    if (setting->starts_with('!') || !entries.entry(id))
-        return DesktopBrowserSetting{*setting, std::nullopt};
-    return DesktopBrowserSetting{*setting, id};
+    const auto id = withoutExtension(*text);
+    if (text->starts_with('!') || !entries.entry(id))
+        return DesktopBrowserSetting{*text, std::nullopt};
+    return DesktopBrowserSetting{*text, id};
 }
 
 bool KdeBrowser::isLocked() const {

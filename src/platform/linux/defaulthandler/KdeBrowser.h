@@ -20,7 +20,7 @@ class KdeBrowser {
     KdeBrowser(const XdgSession &session, const DesktopEntries &desktopEntries);
 
     /// What is set, by the user or for all users; nothing when nothing is.
-    [[nodiscard]] std::optional<DesktopBrowserSetting> choice() const;
+    [[nodiscard]] std::optional<DesktopBrowserSetting> setting() const;
 
     /// Writes the user's setting. False when the administrator locked it, or the file cannot be written.
     bool set(const std::string &id);

@@ -36,16 +36,16 @@ std::vector<std::string> RoutingDiagnostics::find() const {
 bool RoutingDiagnostics::isOurs(const Setting &setting) const {
     if (!setting)
         return false;
-    const auto choice = isXfceOpener(setting->id) ? xfce.choice() : std::nullopt;
-    return setting->id == ownDesktopID || (choice && choice->id == ownDesktopID);
+    const auto preferred = isXfceOpener(setting->id) ? xfce.setting() : std::nullopt;
+    return setting->id == ownDesktopID || (preferred && preferred->id == ownDesktopID);
 }
 
 bool RoutingDiagnostics::isRoutingMeant() const {
-    const auto choice = xfce.choice();
+    const auto preferred = xfce.setting();
     return isOurs(defaults.setting(std::string(httpType))) ||
            isOurs(defaults.setting(std::string(httpsType))) ||
            defaults.userListNames(std::string(httpsType), ownDesktopID) ||
-           (places.isDesktop("xfce") && choice && choice->id == ownDesktopID);
+           (places.isDesktop("xfce") && preferred && preferred->id == ownDesktopID);
 }
 
 void RoutingDiagnostics::findInOwnEntry(Problems &problems) const {
@@ -87,25 +87,25 @@ void RoutingDiagnostics::findInDefaults(Problems &problems) const {
 }
 
 void RoutingDiagnostics::findInXfce(Problems &problems) const {
-    const auto choice = xfce.choice();
-    if (!places.isDesktop("xfce") || (choice && choice->id == ownDesktopID))
+    const auto preferred = xfce.setting();
+    if (!places.isDesktop("xfce") || (preferred && preferred->id == ownDesktopID))
         return;
-    if (!choice)
+    if (!preferred)
         problems.push_back(
             "Xfce's preferred web browser (helpers.rc) is not set; xdg-open and exo-open ask.");
-    else if (choice->names(ownDesktopID))
+    else if (preferred->names(ownDesktopID))
         problems.push_back("Xfce's preferred web browser (helpers.rc) is Fernhop, but its helper file is "
                            "missing or of no use.");
     else
-        problems.push_back("Xfce's preferred web browser (helpers.rc) is " + choice->setting +
+        problems.push_back("Xfce's preferred web browser (helpers.rc) is " + preferred->text +
                            "; xdg-open and exo-open take links there.");
 }
 
 void RoutingDiagnostics::findInKde(Problems &problems) const {
-    const auto choice = kde.choice();
-    if (!places.isDesktop("kde") || !choice || choice->id == ownDesktopID)
+    const auto preferred = kde.setting();
+    if (!places.isDesktop("kde") || !preferred || preferred->id == ownDesktopID)
         return;
-    problems.push_back("BrowserApplication in kdeglobals is " + choice->setting +
+    problems.push_back("BrowserApplication in kdeglobals is " + preferred->text +
                        "; older KDE applications take links there." +
                        (kde.isLocked() ? " The administrator has locked it." : ""));
 }

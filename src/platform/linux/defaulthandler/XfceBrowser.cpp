@@ -182,7 +182,7 @@ std::optional<std::string> helperFileFor(const DesktopEntry &entry) {
 XfceBrowser::XfceBrowser(const XdgSession &session, const DesktopEntries &desktopEntries)
     : places(session), entries(desktopEntries), settings(parseSettings), helpers(parseHelper) {}
 
-std::optional<std::string> XfceBrowser::setting() const {
+std::optional<std::string> XfceBrowser::settingText() const {
     for (const auto &folder : places.allConfigFolders()) {
         const auto &found = settings.at(folder + std::string(settingsFile));
         if (found)
@@ -202,23 +202,23 @@ std::optional<XfceBrowser::HelperFile> XfceBrowser::helperFile(const std::string
 }
 
 // A helper is named like its desktop entry, by xdg-settings' rule, or at least like its program.
-std::optional<DesktopBrowserSetting> XfceBrowser::choice() const {
-    const auto id = setting();
+std::optional<DesktopBrowserSetting> XfceBrowser::setting() const {
+    const auto id = settingText();
     if (!id || id->empty())
         return std::nullopt;
-    DesktopBrowserSetting choice{*id, std::nullopt};
+    DesktopBrowserSetting found{*id, std::nullopt};
     const auto file = isFileName(*id) ? helperFile(*id) : std::nullopt;
     if (!file || !file->helper || !file->helper->isUsable())
-        return choice;
+        return found;
     if (entries.entry(*id)) {
-        choice.id = *id;
-        return choice;
+        found.id = *id;
+        return found;
     }
     for (const auto &binary : file->helper->binaries) {
-        if (!choice.id && entries.entry(binary))
-            choice.id = binary;
+        if (!found.id && entries.entry(binary))
+            found.id = binary;
     }
-    return choice;
+    return found;
 }
 
 bool XfceBrowser::provideHelper(const DesktopEntry &entry) {

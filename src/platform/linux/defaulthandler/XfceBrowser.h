@@ -42,7 +42,7 @@ class XfceBrowser {
     XfceBrowser(const XdgSession &session, const DesktopEntries &desktopEntries);
 
     /// What is set, by the user or for all users; nothing when nothing is.
-    [[nodiscard]] std::optional<DesktopBrowserSetting> choice() const;
+    [[nodiscard]] std::optional<DesktopBrowserSetting> setting() const;
 
     /// Makes `entry` the user's setting, with a helper file for it where Xfce has none. False when a file
     /// cannot be written, or one of that name, not written by us, is in the way.
@@ -54,7 +54,7 @@ class XfceBrowser {
         std::optional<XfceHelper> helper;
     };
 
-    [[nodiscard]] std::optional<std::string> setting() const;
+    [[nodiscard]] std::optional<std::string> settingText() const;
     [[nodiscard]] std::optional<HelperFile> helperFile(const std::string &id) const;
     [[nodiscard]] bool provideHelper(const DesktopEntry &entry);
 

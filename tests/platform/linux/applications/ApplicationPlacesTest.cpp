@@ -27,7 +27,7 @@ TEST(ApplicationPlacesTest, TheUsersFolderComesFirstThenTheSystemsThenTheExports
                      "/var/lib/flatpak/exports/share/applications", "/var/lib/snapd/desktop/applications"}));
 }
 
-TEST(ApplicationPlacesTest, WhatIsNotSetHasItsDefault) {
+TEST(ApplicationPlacesTest, UnsetVariablesHaveDefaults) {
     const Texts expected{"/home/ada/.local/share/applications",
                          "/usr/local/share/applications",
                          "/usr/share/applications",
@@ -81,7 +81,7 @@ TEST(ApplicationPlacesTest, TheLayoutHasTheFoldersInOrder) {
     EXPECT_EQ(layout.bundleExtension, "desktop");
 }
 
-TEST(LocaleNamesTest, TheBestNameStandsFirst) {
+TEST(LocaleNamesTest, TheMostSpecificNameComesFirst) {
     EXPECT_EQ(localeNames("sr_YU.UTF-8@Latn"), (Texts{"sr_YU@Latn", "sr_YU", "sr@Latn", "sr"}));
     EXPECT_EQ(localeNames("sr_YU"), (Texts{"sr_YU", "sr"}));
     EXPECT_EQ(localeNames("sr@Latn"), (Texts{"sr@Latn", "sr"}));

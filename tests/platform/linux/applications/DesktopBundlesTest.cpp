@@ -53,7 +53,7 @@ class DesktopBundlesTest : public DesktopFixture {
     BrowserCatalog browsers{workspace, files, bundles, catalog()};
 };
 
-TEST_F(DesktopBundlesTest, AnEntrySpeaksInABundlesWords) {
+TEST_F(DesktopBundlesTest, EntriesAreDescribedAsBundles) {
     writeEntry(user("/org/falcon.desktop"), "Falcon", std::string("Name[de]=Falke\n") + web);
     const auto bundle = open(user("/org/falcon.desktop"));
     ASSERT_TRUE(bundle);
@@ -65,7 +65,7 @@ TEST_F(DesktopBundlesTest, AnEntrySpeaksInABundlesWords) {
     EXPECT_EQ(bundle->objectForInfoDictionaryKey("CFBundleVersion"), std::nullopt);
 }
 
-TEST_F(DesktopBundlesTest, WhatAnEntryDoesNotSayIsAbsent) {
+TEST_F(DesktopBundlesTest, MissingKeysAreAbsent) {
     home.write(user("/bare.desktop"), "[Desktop Entry]\nType=Application\nExec=a\n");
     const auto bundle = open(user("/bare.desktop"));
     ASSERT_TRUE(bundle);
@@ -137,7 +137,7 @@ TEST_F(DesktopBundlesTest, BrowsersDeclareAWebScheme) {
     EXPECT_EQ(names, (Texts{"Both", "Only https"}));
 }
 
-TEST_F(DesktopBundlesTest, AGenericOpenerIsNoTarget) {
+TEST_F(DesktopBundlesTest, GenericOpenersAreNotTargets) {
     home.write(user("/opener.desktop"),
                std::string("[Desktop Entry]\nType=Application\nName=Open\nExec=xdg-open %u\n") + web);
     EXPECT_FALSE(open(user("/opener.desktop")));

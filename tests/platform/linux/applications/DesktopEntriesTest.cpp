@@ -22,7 +22,7 @@ DesktopEntry launchable(const std::string &keys, const Texts &locales = {}) {
     return entry.value_or(DesktopEntry());
 }
 
-TEST(DesktopEntryParserTest, EveryKeyIsTakenOver) {
+TEST(DesktopEntryParserTest, ReadsEveryKey) {
     const auto entry =
         launchable("Name=Falcon\nExec=falcon --new %u\nTryExec=/opt/falcon\nStartupWMClass=Falcon-bin\n"
                    "Icon=falcon\nPath=/srv/my\\sfiles\nMimeType=text/html;x-scheme-handler/http;\n"
@@ -41,14 +41,14 @@ TEST(DesktopEntryParserTest, EveryKeyIsTakenOver) {
     EXPECT_TRUE(entry.terminal);
 }
 
-TEST(DesktopEntryParserTest, WhatIsNotSaidIsEmptyOrFalse) {
+TEST(DesktopEntryParserTest, MissingKeysAreEmptyOrFalse) {
     const auto entry = launchable("");
     EXPECT_EQ(entry.tryExec + entry.startupWMClass + entry.icon + entry.workingDirectory, "");
     EXPECT_EQ(entry.schemes, Texts{});
     EXPECT_FALSE(entry.noDisplay || entry.dbusActivatable || entry.startupNotify || entry.terminal);
 }
 
-TEST(DesktopEntryParserTest, OnlyApplicationsAreTaken) {
+TEST(DesktopEntryParserTest, OtherTypesAreRejected) {
     EXPECT_TRUE(parse("Type=Application\nExec=a\n"));
     EXPECT_FALSE(parse("Exec=a\n"));
     EXPECT_FALSE(parse("Type=Link\nURL=http://x\nExec=a\n"));
@@ -56,7 +56,7 @@ TEST(DesktopEntryParserTest, OnlyApplicationsAreTaken) {
     EXPECT_FALSE(parse("Type=application\nExec=a\n"));
 }
 
-TEST(DesktopEntryParserTest, AHiddenEntryIsNone) {
+TEST(DesktopEntryParserTest, HiddenEntriesAreRejected) {
     EXPECT_FALSE(parse("Type=Application\nExec=a\nHidden=true\n"));
     EXPECT_TRUE(parse("Type=Application\nExec=a\nHidden=false\n"));
 }
@@ -95,11 +95,9 @@ TEST(DesktopEntryParserTest, AProgramWhoseNameIsNoUtf8KeepsItsBytes) {
     EXPECT_EQ(launchable("Exec=/opt/br\xFCh\n").exec, "/opt/br\xFCh");
 }
 
-TEST(DesktopEntryParserTest, AnExecLineWithANulIsNone) {
+TEST(DesktopEntryParserTest, ExecLinesWithANulAreRejected) {
     EXPECT_FALSE(parse("Type=Application\nExec=a\0b\n"s));
 }
-
-} // namespace
 
 bool isOpener(const std::string &exec) {
     DesktopEntry entry;
@@ -140,7 +138,7 @@ TEST(GenericOpenerTest, ProgramsThatAskTheDesktopAreOpeners) {
         EXPECT_TRUE(isOpener(exec)) << exec;
 }
 
-TEST(GenericOpenerTest, AWrapperHidesNoOpener) {
+TEST(GenericOpenerTest, OpenersBehindWrappersAreFound) {
     for (const auto *exec :
          {"env BROWSER= xdg-open %u", "env -u DISPLAY FOO=bar gio open %u",
           "sh -c \"xdg-open \\\"\\$1\\\"\" sh %u", "sh -c 'exec xdg-open \"$0\"' %u",
@@ -151,7 +149,7 @@ TEST(GenericOpenerTest, AWrapperHidesNoOpener) {
         EXPECT_TRUE(isOpener(exec)) << exec;
 }
 
-TEST(GenericOpenerTest, FernhopIsAnOpenerByWhateverName) {
+TEST(GenericOpenerTest, FernhopIsAnOpenerUnderAllItsNames) {
     for (const auto *exec :
          {"fernhop open %u", "/usr/local/bin/fernhop open %u", "/opt/x/fernhop open %u", "fernhop-open %U",
           "/usr/libexec/fernhop-open %U", "env A=b fernhop open %u", "sh -c 'fernhop open $1' x %u",
@@ -166,7 +164,7 @@ TEST(GenericOpenerTest, FernhopIsAnOpenerByWhateverName) {
     EXPECT_FALSE(isFernhop(own));
 }
 
-TEST(GenericOpenerTest, BrowsersAreNone) {
+TEST(GenericOpenerTest, BrowsersAreNotOpeners) {
     for (const auto *exec :
          {"firefox %u", "/usr/lib/firefox-esr/firefox-esr %u", "env MOZ_X=1 /snap/bin/firefox %u",
           "/usr/bin/flatpak run --branch=stable --command=firefox --file-forwarding org.mozilla.firefox @@u "
@@ -181,8 +179,6 @@ TEST(GenericOpenerTest, BrowsersAreNone) {
 TEST(GenericOpenerTest, TheNameIsTheOneThatTheCoreKnows) {
     EXPECT_EQ(fernhopDesktopID, compiledInBundleID);
 }
-
-} // namespace
 
 } // namespace
 } // namespace fernhop::freedesktop

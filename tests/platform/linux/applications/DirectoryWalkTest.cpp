@@ -35,7 +35,7 @@ TEST_F(DirectoryWalkTest, FilesComeBeforeFoldersAndAllByName) {
     EXPECT_EQ(walk(root), (Texts{"/c", "/z", "/a", "/a/x", "/a/x/y", "/b", "/b/1", "/b/2"}));
 }
 
-TEST_F(DirectoryWalkTest, ACircleOfLinksEnds) {
+TEST_F(DirectoryWalkTest, SymbolicLinkCyclesEnd) {
     add("/a/file");
     fs::create_directory_symlink(root, root + "/a/back");
     fs::create_directory_symlink(".", root + "/self");
@@ -72,7 +72,7 @@ TEST_F(DirectoryWalkTest, PathsBeyondTheSystemsLengthEndTheWalkThere) {
     EXPECT_LE(met.size(), 30U);
 }
 
-TEST_F(DirectoryWalkTest, AnySortOfNameIsMet) {
+TEST_F(DirectoryWalkTest, AnyFileNameIsFound) {
     for (const auto *path : {"/a b", "/\xFF\xFE", "/new\nline", "/%41", "/\xC3\xA9"})
         add(path);
     EXPECT_EQ(walk(root).size(), 5U);

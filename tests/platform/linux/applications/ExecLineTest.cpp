@@ -39,36 +39,36 @@ TEST(ExecWordsTest, BlanksSeparateWords) {
     EXPECT_EQ(words("  "), Texts{});
 }
 
-TEST(ExecWordsTest, DoubleQuotesHoldAWordTogether) {
+TEST(ExecWordsTest, DoubleQuotesKeepBlanksInAWord) {
     EXPECT_EQ(words(R"("/opt/my browser" "" x)"), (Texts{"/opt/my browser", "", "x"}));
     EXPECT_EQ(words(R"("a\"b\`c\$d\\e")"), Texts{R"(a"b`c$d\e)"});
     EXPECT_EQ(words(R"("a\nb\ c")"), Texts{R"(a\nb\ c)"}) << "a backslash escapes only what may be escaped";
     EXPECT_EQ(words(R"q("it's | > < ~ & ; * ? # ( )")q"), Texts{"it's | > < ~ & ; * ? # ( )"});
 }
 
-TEST(ExecWordsTest, WhatOtherDesktopsTakeIsTakenToo) {
+TEST(ExecWordsTest, AcceptsTheQuotingThatOtherDesktopsAccept) {
     EXPECT_EQ(words(R"('a "b\' c)"), (Texts{R"(a "b\)", "c"}));
     EXPECT_EQ(words(R"(--x="a b"'c d'e)"), Texts{"--x=a bc de"});
     EXPECT_EQ(words(R"(a\ b \"c)"), (Texts{"a b", "\"c"}));
     EXPECT_EQ(words("a|b;c $x `y` #z"), (Texts{"a|b;c", "$x", "`y`", "#z"})) << "nothing is for a shell";
 }
 
-TEST(ExecWordsTest, WhatStaysOpenIsNoLine) {
+TEST(ExecWordsTest, UnclosedQuotesAreInvalid) {
     for (const auto *exec : {R"(a "b)", R"(a 'b)", R"(a "b\")", R"(a \)", "\"", "'"})
         EXPECT_EQ(words(exec), std::nullopt) << exec;
 }
 
-TEST(ExecWordsTest, QuotedWordsAreKnownAsSuch) {
+TEST(ExecWordsTest, QuotedWordsAreMarked) {
     EXPECT_EQ(execWords(R"(a "b" c"d" '')"),
               (std::vector<ExecWord>{{"a", false}, {"b", true}, {"cd", true}, {"", true}}));
 }
 
-TEST(ExecArgumentsTest, EachUrlCodeStandsForTheUrl) {
+TEST(ExecArgumentsTest, EachUrlCodeIsReplacedByTheUrl) {
     for (const auto *code : {"%u", "%U", "%f", "%F"})
         EXPECT_EQ(expand(std::string("a --x ") + code + " y"), (Texts{"a", "--x", "http://h/", "y"})) << code;
 }
 
-TEST(ExecArgumentsTest, WithoutACodeTheUrlComesLast) {
+TEST(ExecArgumentsTest, TheUrlIsAppendedWhereNoCodeIs) {
     EXPECT_EQ(expand("a --new"), (Texts{"a", "--new", "http://h/"}));
     EXPECT_EQ(expand("a %i %%"), (Texts{"a", "--icon", "falcon icon", "%", "http://h/"}));
 }
@@ -84,7 +84,7 @@ TEST(ExecArgumentsTest, OnlyTheFirstCodeTakesTheUrl) {
     EXPECT_EQ(expand("a --x=%u --y=%u"), (Texts{"a", "--x=http://h/", "--y="}));
 }
 
-TEST(ExecArgumentsTest, SeveralUrlsGoWhereManyMayGo) {
+TEST(ExecArgumentsTest, SeveralUrlsNeedACodeForSeveral) {
     const Texts two{"http://1/", "http://2/"};
     EXPECT_EQ(expand("a %U b", two), (Texts{"a", "http://1/", "http://2/", "b"}));
     EXPECT_EQ(expand("a %F", two), (Texts{"a", "http://1/", "http://2/"}));
@@ -105,14 +105,14 @@ TEST(ExecArgumentsTest, EveryUrlIsHandedOverInOneLaunchOrSeveral) {
     EXPECT_EQ(execLaunches(entryWith("a %z"), two), (std::vector<Texts>{}));
 }
 
-TEST(ExecArgumentsTest, WithoutUrlsTheCodesVanish) {
+TEST(ExecArgumentsTest, WithoutUrlsTheCodesAreRemoved) {
     EXPECT_EQ(expand("a %u b", {}), (Texts{"a", "b"}));
     EXPECT_EQ(expand("a %F", {}), Texts{"a"});
     EXPECT_EQ(expand("a --url=%u", {}), (Texts{"a", "--url="}));
     EXPECT_EQ(expand("a", {}), Texts{"a"});
 }
 
-TEST(ExecArgumentsTest, TheOtherCodesStandForWhatTheEntrySays) {
+TEST(ExecArgumentsTest, OtherCodesAreReplacedFromTheEntry) {
     EXPECT_EQ(expand("a %i %c %k %% 100%%", {}),
               (Texts{"a", "--icon", "falcon icon", "Falcon \"%u\" Browser",
                      "/usr/share/applications/falcon %u.desktop", "%", "100%"}));
@@ -121,7 +121,7 @@ TEST(ExecArgumentsTest, TheOtherCodesStandForWhatTheEntrySays) {
     EXPECT_EQ(execArguments(entry, {}), (Texts{"a", "b"})) << "no icon, no option";
 }
 
-TEST(ExecArgumentsTest, DeprecatedCodesVanish) {
+TEST(ExecArgumentsTest, DeprecatedCodesAreRemoved) {
     EXPECT_EQ(expand("a %d %D %n %N %v %m b %u"), (Texts{"a", "b", "http://h/"}));
     EXPECT_EQ(expand("a x%dy %u"), (Texts{"a", "xy", "http://h/"}));
 }
@@ -136,7 +136,7 @@ TEST(ExecArgumentsTest, ALineWithoutProgramIsInvalid) {
         EXPECT_EQ(expand(exec), std::nullopt) << exec;
 }
 
-TEST(ExecArgumentsTest, ACodeIsNoProgram) {
+TEST(ExecArgumentsTest, TheProgramMayNotBeACode) {
     for (const auto *exec : {"%d %u", "%i %u", "%k %u", "%c", "%n", "x%k %u", "%%%d %u"})
         EXPECT_EQ(expand(exec), std::nullopt) << exec << ": the URL, or whatever the entry says, would run";
     EXPECT_EQ(expand("a%%b %u"), (Texts{"a%b", "http://h/"})) << "a percent sign stands for itself";

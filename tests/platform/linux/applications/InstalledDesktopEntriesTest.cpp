@@ -41,7 +41,7 @@ TEST_F(InstalledDesktopEntriesTest, FoldersBecomeDashesInAnID) {
     EXPECT_EQ(nameOf("y"), "(nothing)");
 }
 
-TEST_F(InstalledDesktopEntriesTest, TextThatIsNoIDFindsNothing) {
+TEST_F(InstalledDesktopEntriesTest, InvalidIDsFindNothing) {
     writeEntry(user("/.hidden.desktop"), "Hidden");
     writeEntry(user("/a/.hidden.desktop"), "Hidden");
     writeEntry(user("/.desktop"), "No name");
@@ -84,7 +84,7 @@ TEST_F(InstalledDesktopEntriesTest, TheFirstFileDecidesHoweverItSpellsTheID) {
     EXPECT_EQ(allNames(), Texts{"User's, direct"});
 }
 
-TEST_F(InstalledDesktopEntriesTest, AnEntryThatIsNoneMasksTheNextFolders) {
+TEST_F(InstalledDesktopEntriesTest, InvalidEntriesMaskLaterFolders) {
     const Texts masks{"[Desktop Entry]\nType=Application\nName=A\nExec=a\nHidden=true\n",
                       "[Desktop Entry]\nHidden=true\n",
                       "[Desktop Entry]\nType=Application\nName=A\nExec=a\nTryExec=/nowhere/at-all\n",
@@ -99,7 +99,7 @@ TEST_F(InstalledDesktopEntriesTest, AnEntryThatIsNoneMasksTheNextFolders) {
     }
 }
 
-TEST_F(InstalledDesktopEntriesTest, ALinkToNowhereMasksNothingAndALinkToTheVoidMasks) {
+TEST_F(InstalledDesktopEntriesTest, DanglingLinksMaskNothingAndLinksToDevNullMask) {
     writeEntry(system("/falcon.desktop"), "System's");
     std::filesystem::create_symlink("/nowhere/falcon.desktop", user("/falcon.desktop"));
     EXPECT_EQ(nameOf("falcon"), "System's");
@@ -108,7 +108,7 @@ TEST_F(InstalledDesktopEntriesTest, ALinkToNowhereMasksNothingAndALinkToTheVoidM
     EXPECT_EQ(nameOf("falcon"), "(nothing)");
 }
 
-TEST_F(InstalledDesktopEntriesTest, AFolderNamedLikeAnEntryIsNone) {
+TEST_F(InstalledDesktopEntriesTest, FoldersNamedLikeEntriesAreIgnored) {
     writeEntry(system("/falcon.desktop"), "System's");
     writeEntry(user("/falcon.desktop/inside.desktop"), "Inside");
     EXPECT_EQ(nameOf("falcon"), "System's");
@@ -153,7 +153,7 @@ TEST_F(InstalledDesktopEntriesTest, AllHasEachIDOnceInFolderOrder) {
     EXPECT_EQ(allNames(), (Texts{"Z", "A", "B", "C"}));
 }
 
-TEST_F(InstalledDesktopEntriesTest, FoldersInOneAnotherGiveNoEntryTwice) {
+TEST_F(InstalledDesktopEntriesTest, NestedFoldersListEachEntryOnce) {
     writeEntry(user("/sub/a.desktop"), "A");
     auto nested = places();
     nested.folders = {user(), user("/sub")};
@@ -166,14 +166,14 @@ TEST_F(InstalledDesktopEntriesTest, AFileElsewhereHasItsOwnNameAsID) {
     EXPECT_FALSE(entries().entryAtPath(home.home() + "/Desktop/none.desktop"));
 }
 
-TEST_F(InstalledDesktopEntriesTest, WhatIsNoOrdinaryFileIsNotWaitedFor) {
+TEST_F(InstalledDesktopEntriesTest, PipesDoNotBlock) {
     std::filesystem::create_directories(user());
     ASSERT_EQ(mkfifo(user("/pipe.desktop").c_str(), 0600), 0);
     EXPECT_EQ(nameOf("pipe"), "(nothing)");
     EXPECT_EQ(allNames(), Texts{});
 }
 
-TEST_F(InstalledDesktopEntriesTest, AFileBeyondAnyEntrysSizeIsNone) {
+TEST_F(InstalledDesktopEntriesTest, OversizedFilesAreIgnored) {
     const std::string start = "[Desktop Entry]\nType=Application\nName=Big\nExec=big\n";
     const auto fill = [&](std::size_t size) { return start + std::string(size - start.size(), '#'); };
     home.write(user("/big.desktop"), fill(largestDesktopEntry));
@@ -182,7 +182,7 @@ TEST_F(InstalledDesktopEntriesTest, AFileBeyondAnyEntrysSizeIsNone) {
     EXPECT_EQ(nameOf("big"), "(nothing)");
 }
 
-TEST_F(InstalledDesktopEntriesTest, AFileNameThatIsNoUtf8IsNoApplication) {
+TEST_F(InstalledDesktopEntriesTest, FileNamesThatAreNotUtf8AreIgnored) {
     writeEntry(user("/br\xFCh.desktop"), "No");
     EXPECT_EQ(allNames(), Texts{});
 }

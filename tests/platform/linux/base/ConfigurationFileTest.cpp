@@ -39,14 +39,14 @@ TEST_F(ConfigurationFile, KeepsPermissionsAndLinks) {
     EXPECT_EQ(files::status(path).permissions(), files::perms(0640));
 }
 
-TEST_F(ConfigurationFile, LeavesNothingBeside) {
+TEST_F(ConfigurationFile, LeavesNoTemporaryFile) {
     home.write(path, "old");
     EXPECT_TRUE(replaceConfigurationFile(path, "new"));
     const files::directory_iterator items(files::path(path).parent_path());
     EXPECT_EQ(std::distance(begin(items), end(items)), 1);
 }
 
-TEST_F(ConfigurationFile, NeverIsAPipeOrAFolder) {
+TEST_F(ConfigurationFile, RefusesPipesAndFolders) {
     files::create_directories(files::path(path).parent_path());
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     EXPECT_EQ(readFile(path), std::nullopt);
@@ -57,7 +57,7 @@ TEST_F(ConfigurationFile, NeverIsAPipeOrAFolder) {
     EXPECT_FALSE(replaceConfigurationFile(path + "/below", "new"));
 }
 
-TEST_F(ConfigurationFile, IsNotReadWhenAbsurdlyLarge) {
+TEST_F(ConfigurationFile, IsNotReadAboveTheSizeLimit) {
     home.write(path, "x");
     files::resize_file(path, (16 << 20) + 1);
     EXPECT_EQ(readFile(path), std::nullopt);

@@ -17,7 +17,7 @@ TEST(Environment, KeepsValuesByteForByte) {
     EXPECT_EQ(environment.value("a"), std::nullopt);
 }
 
-TEST(Environment, TakesTheFirstOfANameAndLeavesOutWhatHasNone) {
+TEST(Environment, KeepsTheFirstOfEachNameAndDropsUnnamedEntries) {
     const Environment environment({"A=1", "A=2", "=x", "no equals", ""});
     EXPECT_EQ(environment.assignments(), Assignments{"A=1"});
 }

@@ -55,7 +55,7 @@ TEST(KeyFileGroupTest, BlanksAroundKeysAndValuesDoNotCount) {
     EXPECT_EQ(read.raw("C"), "x") << "the last line needs no end";
 }
 
-TEST(KeyFileGroupTest, OfAKeyThatStandsTwiceTheLastCounts) {
+TEST(KeyFileGroupTest, TheLastOfDuplicateKeysWins) {
     EXPECT_EQ(group("[Desktop Entry]\nA=1\nA=2\n").text("A"), "2");
 }
 
@@ -69,11 +69,11 @@ TEST(KeyFileGroupTest, AValueMayHoldEqualsSignsAndHashes) {
     EXPECT_EQ(group("[Desktop Entry]\nA=b=c #d\n").raw("A"), "b=c #d");
 }
 
-TEST(KeyFileGroupTest, LinesThatAreNoKeysArePassedOver) {
+TEST(KeyFileGroupTest, OtherLinesAreSkipped) {
     EXPECT_EQ(group("[Desktop Entry]\nnonsense\n#A=0\n=no key\nA=1\n").text("A"), "1");
 }
 
-TEST(KeyFileGroupTest, ALineWithANulIsPassedOver) {
+TEST(KeyFileGroupTest, LinesWithANulAreSkipped) {
     const auto contents = "[Desktop Entry]\nA=1\nA=2\0003\nB\0=4\nC=5\n"s;
     const auto read = group(contents);
     EXPECT_EQ(read.text("A"), "1");
@@ -126,7 +126,7 @@ TEST(KeyFileGroupTest, TheFirstLocaleThatHasATextCounts) {
     EXPECT_EQ(read.localizedText("Other", {"de"}), "");
 }
 
-TEST(KeyFileGroupTest, ATextThatIsNoUtf8IsPassedOver) {
+TEST(KeyFileGroupTest, InvalidUtf8IsSkipped) {
     const auto read = group("[Desktop Entry]\nName=none\nName[de]=\xE4\nBad=\xFF\nBad[de]=good\n");
     EXPECT_EQ(read.localizedText("Name", {"de"}), "none");
     EXPECT_EQ(read.localizedText("Bad", {}), "");

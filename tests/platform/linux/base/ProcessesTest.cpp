@@ -14,7 +14,7 @@ class ProcessesTest : public testing::Test {
     Processes processes{kernel.root()};
 };
 
-TEST_F(ProcessesTest, TellsWhatTheKernelShows) {
+TEST_F(ProcessesTest, ReadsProcessFacts) {
     kernel.add(40, {.parent = 30,
                     .program = "/usr/lib/mail/mail",
                     .arguments = {"mail", "--new", ""},
@@ -31,7 +31,7 @@ TEST_F(ProcessesTest, TellsWhatTheKernelShows) {
     EXPECT_EQ(processes.flatpakOf(40), "org.example.Mail");
 }
 
-TEST_F(ProcessesTest, AProcessThatIsGoneTellsNothing) {
+TEST_F(ProcessesTest, ReturnsNothingForMissingProcesses) {
     EXPECT_EQ(processes.parentOf(41), std::nullopt);
     EXPECT_EQ(processes.programOf(41), std::nullopt);
     EXPECT_TRUE(processes.argumentsOf(41).empty());
@@ -40,7 +40,7 @@ TEST_F(ProcessesTest, AProcessThatIsGoneTellsNothing) {
     EXPECT_EQ(processes.flatpakOf(41), std::nullopt);
 }
 
-TEST_F(ProcessesTest, NonsenseTellsNothing) {
+TEST_F(ProcessesTest, ReturnsNothingForMalformedFiles) {
     for (const std::string nonsense :
          {"", ")", "1 (x) S", "1 (x) S ", "1 (x) S -4", "1 (x) S 99999999999999", "\xff\xff"}) {
         kernel.write(42, "stat", nonsense);
@@ -60,7 +60,7 @@ TEST_F(ProcessesTest, AReplacedProgramKeepsItsName) {
     EXPECT_EQ(processes.programOf(43), "mail");
 }
 
-TEST_F(ProcessesTest, APipeInTheSandboxDoesNotHoldUs) {
+TEST_F(ProcessesTest, DoesNotBlockOnAPipe) {
     kernel.add(44, {.flatpakInformation = "[Application]\nname=x\n"});
     const std::string information = kernel.path(44, "root/.flatpak-info");
     std::filesystem::remove(information);
@@ -68,7 +68,7 @@ TEST_F(ProcessesTest, APipeInTheSandboxDoesNotHoldUs) {
     EXPECT_EQ(processes.flatpakOf(44), std::nullopt);
 }
 
-TEST_F(ProcessesTest, TheRealKernelIsUnderstood) {
+TEST_F(ProcessesTest, ReadsTheRealProc) {
     const Processes real;
     EXPECT_EQ(real.parentOf(getpid()), getppid());
     EXPECT_EQ(real.programOf(getpid()), "fernhop_linux_base_test");

@@ -335,13 +335,13 @@ TEST_F(InXfce, SettingProvidesAHelper) {
     EXPECT_NE(helper(ownID).find("=\"/opt/org.fernhop.Fernhop\" \"%s\";"), std::string::npos);
 }
 
-TEST_F(InXfce, SettingTakesTheHelperThatIsThere) {
+TEST_F(InXfce, SettingKeepsAnExistingHelper) {
     writeHelper(session.home.systemData(), "firefox", "sh");
     EXPECT_TRUE(setBoth(session, "XFCE", "firefox"));
     EXPECT_EQ(helper("firefox"), "(none)");
 }
 
-TEST_F(InXfce, SettingReplacesAHelperOfNoUse) {
+TEST_F(InXfce, SettingReplacesAnUnusableHelper) {
     writeHelper(session.home.systemData(), "firefox", "no-such-browser");
     EXPECT_TRUE(setBoth(session, "XFCE", "firefox"));
     EXPECT_NE(helper("firefox").find("\"/opt/firefox\" \"%s\""), std::string::npos);

@@ -8,7 +8,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-class LinkArrival : public testing::Test {
+class RoutingDiagnosticsTest : public testing::Test {
   protected:
     Session session;
 
@@ -27,7 +27,7 @@ class LinkArrival : public testing::Test {
     }
 };
 
-TEST_F(LinkArrival, HasNoProblemWhereAllIsSetOrNothingIs) {
+TEST_F(RoutingDiagnosticsTest, HasNoProblemWhereAllIsSetOrNothingIs) {
     for (const auto *desktop : {"GNOME", "KDE", "XFCE", "LXQt", ""}) {
         EXPECT_TRUE(session.problems(desktop).empty());
         routeIn(desktop);
@@ -39,18 +39,18 @@ TEST_F(LinkArrival, HasNoProblemWhereAllIsSetOrNothingIs) {
     }
 }
 
-TEST_F(LinkArrival, NeedsOurDesktopEntry) {
+TEST_F(RoutingDiagnosticsTest, NeedsOurDesktopEntry) {
     session.entries.uninstall(ownID);
     EXPECT_TRUE(isOnly(session.problems("GNOME"), "org.fernhop.Fernhop.desktop is not installed"));
 }
 
-TEST_F(LinkArrival, NeedsBothSchemesInOurDesktopEntry) {
+TEST_F(RoutingDiagnosticsTest, NeedsBothSchemesInOurDesktopEntry) {
     session.entries.uninstall(ownID);
     session.entries.install(ownID).schemes = {"http"};
     EXPECT_TRUE(isOnly(session.problems("GNOME"), "does not declare x-scheme-handler/https"));
 }
 
-TEST_F(LinkArrival, NamesADifferenceOfTheSchemes) {
+TEST_F(RoutingDiagnosticsTest, NamesADifferenceOfTheSchemes) {
     routeIn("GNOME");
     session.services("GNOME").setDefaultHandlerForUrlScheme("http", "firefox");
     EXPECT_TRUE(
@@ -59,7 +59,7 @@ TEST_F(LinkArrival, NamesADifferenceOfTheSchemes) {
     EXPECT_TRUE(isOnly(session.problems("GNOME"), "No handler is set for https links"));
 }
 
-TEST_F(LinkArrival, NamesAListThatOutranksOurs) {
+TEST_F(RoutingDiagnosticsTest, NamesAListThatOutranksOurs) {
     routeIn("GNOME");
     session.writeConfig("gnome-mimeapps.list", Session::defaults("https", "firefox"));
     EXPECT_TRUE(isOnly(session.problems("GNOME"),
@@ -67,17 +67,17 @@ TEST_F(LinkArrival, NamesAListThatOutranksOurs) {
     EXPECT_TRUE(session.problems("KDE").empty());
 }
 
-TEST_F(LinkArrival, NamesADamagedList) {
+TEST_F(RoutingDiagnosticsTest, NamesADamagedList) {
     session.writeConfig("mimeapps.list", "[Default Applications]\nwhat\n");
     EXPECT_TRUE(isOnly(session.problems("GNOME"), "mimeapps.list is damaged"));
 }
 
-TEST_F(LinkArrival, NamesAListThatCannotBeWritten) {
+TEST_F(RoutingDiagnosticsTest, NamesAListThatCannotBeWritten) {
     ASSERT_EQ(mkfifo(session.config("mimeapps.list").c_str(), 0600), 0);
     EXPECT_TRUE(isOnly(session.problems("GNOME"), "mimeapps.list cannot be written"));
 }
 
-TEST_F(LinkArrival, NamesXfcesPreferredBrowser) {
+TEST_F(RoutingDiagnosticsTest, NamesXfcesPreferredBrowser) {
     routeIn("GNOME");
     EXPECT_TRUE(isOnly(session.problems("XFCE"), "helpers.rc) is not set"));
     session.home.write(session.admin("xfce4/helpers.rc"), "WebBrowser=debian-sensible-browser\n");
@@ -87,7 +87,7 @@ TEST_F(LinkArrival, NamesXfcesPreferredBrowser) {
     EXPECT_TRUE(isOnly(session.problems("XFCE"), "helper file is missing"));
 }
 
-TEST_F(LinkArrival, NamesKdesBrowserApplication) {
+TEST_F(RoutingDiagnosticsTest, NamesKdesBrowserApplication) {
     routeIn("KDE");
     session.writeConfig("kdeglobals", "[General]\nBrowserApplication=!firefox\n");
     EXPECT_TRUE(isOnly(session.problems("KDE"), "BrowserApplication in kdeglobals is !firefox"));
@@ -96,7 +96,7 @@ TEST_F(LinkArrival, NamesKdesBrowserApplication) {
     EXPECT_TRUE(isOnly(session.problems("KDE"), "The administrator has locked it"));
 }
 
-TEST_F(LinkArrival, NamesTheBrowserVariable) {
+TEST_F(RoutingDiagnosticsTest, NamesTheBrowserVariable) {
     EXPECT_TRUE(isOnly(session.problems("sway", "firefox"), "BROWSER is firefox"));
     EXPECT_TRUE(session.problems("sway", "").empty());
     EXPECT_TRUE(session.problems("sway", "/usr/bin/fernhop-open").empty());

@@ -282,7 +282,7 @@ TEST_F(PropertyListDefaultsTest, WritesThroughASymbolicLink) {
     EXPECT_TRUE(PropertyListDefaults(real).boolForKey("second"));
 }
 
-TEST_F(PropertyListDefaultsTest, ALinkThatLeadsInACircleIsLeftAlone) {
+TEST_F(PropertyListDefaultsTest, ACyclicSymbolicLinkIsLeftAlone) {
     fs::create_directories(settings.folder());
     fs::create_symlink(settings.path(), settings.path());
     auto defaults = settings.open();

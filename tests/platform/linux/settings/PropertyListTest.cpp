@@ -81,7 +81,7 @@ TEST(PropertyListCodingTest, ElementsAreLimitedInXml) {
     EXPECT_FALSE(decodePropertyList(xmlList("<array>" + repeated("<true/>", 300'000) + "</array>")));
 }
 
-TEST(PropertyListCodingTest, ReadsTheUsualOrnaments) {
+TEST(PropertyListCodingTest, ReadsDeclarationsAndComments) {
     const auto tree =
         decodePropertyList("\n<?xml version='1.0'?><!-- by \"hand -->\n" +
                            xmlList("<!-- <dict> --><dict ><key>a</key ><string>x<![CDATA[<dict>]]>"
@@ -114,7 +114,7 @@ TEST(PropertyListCodingTest, SharedBytesAreCountedAsOftenAsTheyAreCopied) {
     EXPECT_FALSE(decodePropertyList(list.finished(below))) << "a gigabyte";
 }
 
-TEST(PropertyListCodingTest, CirclesAreRefused) {
+TEST(PropertyListCodingTest, CyclesAreRefused) {
     BinaryList itself;
     itself.add(BinaryList::array({0, 0}));
     EXPECT_FALSE(decodePropertyList(itself.finished(0)));
@@ -134,7 +134,7 @@ TEST(PropertyListCodingTest, DepthIsLimitedInBinary) {
     EXPECT_FALSE(decodePropertyList(list.finished(5'000)));
 }
 
-TEST(PropertyListCodingTest, TextThatIsNoneIsRefused) {
+TEST(PropertyListCodingTest, InvalidTextIsRefused) {
     for (const std::string text : {"\xff", "&#xD800;", "&#55296;", "\xed\xa0\x80"})
         EXPECT_FALSE(decodePropertyList(xmlList("<array><string>" + text + "</string></array>"))) << text;
     EXPECT_FALSE(decodePropertyList(xmlList("<string>a" + std::string(1, '\0') + "b</string>")));
