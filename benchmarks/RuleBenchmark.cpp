@@ -1,8 +1,8 @@
 // One rule test, side by side with what the C library offers for the same question over the same bytes.
 
 #include "platform/Url.h"
-#include "rules/PatternSubject.h"
 #include "rules/URLRule.h"
+#include "rules/UrlMatcher.h"
 
 #include <benchmark/benchmark.h>
 #include <fnmatch.h>
@@ -13,8 +13,8 @@
 
 namespace {
 
-using fernhop::PatternSubject;
 using fernhop::Url;
+using fernhop::UrlMatcher;
 using fernhop::URLRule;
 
 const std::string url =
@@ -36,10 +36,10 @@ constexpr Question wildcardAnchored{"https://intranet.example/*", "https://intra
 
 void preparedRule(benchmark::State &state, const Question &question) {
     const Url link = Url::parse(url).value();
-    const PatternSubject subject(link);
+    const UrlMatcher matcher(link);
     const std::string_view pattern = question.rule;
     for (auto _ : state)
-        benchmark::DoNotOptimize(subject.matches(pattern));
+        benchmark::DoNotOptimize(matcher.matches(pattern));
 }
 
 void singleRule(benchmark::State &state, const Question &question) {

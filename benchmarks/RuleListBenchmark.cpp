@@ -2,8 +2,8 @@
 // the JSON text, which is in memory already. Beside it, what the list costs where it is kept.
 
 #include "platform/Url.h"
-#include "rules/PatternSubject.h"
 #include "rules/URLRuleCoding.h"
+#include "rules/UrlMatcher.h"
 
 #include <benchmark/benchmark.h>
 
@@ -13,8 +13,8 @@
 
 namespace {
 
-using fernhop::PatternSubject;
 using fernhop::Url;
+using fernhop::UrlMatcher;
 using fernhop::URLRule;
 
 std::vector<URLRule> rules(int count) {
@@ -32,16 +32,16 @@ const Url link =
     Url::parse("https://docs.example/team/handbook/engineering/on-call?section=rotation&week=27").value();
 
 bool anyMatches(const std::vector<URLRule> &list) {
-    const PatternSubject subject(link);
+    const UrlMatcher matcher(link);
     return std::ranges::any_of(list,
-                               [&subject](const URLRule &rule) { return subject.matches(rule.pattern); });
+                               [&matcher](const URLRule &rule) { return matcher.matches(rule.pattern); });
 }
 
 bool anyMatches(std::string_view json) {
-    const PatternSubject subject(link);
+    const UrlMatcher matcher(link);
     bool found = false;
     const auto test = [&](const fernhop::URLRuleView &rule) {
-        found = subject.matches(rule.pattern);
+        found = matcher.matches(rule.pattern);
         return !found;
     };
     return fernhop::visitURLRules(json, test) && found;

@@ -1,7 +1,7 @@
 #include "routing/Router.h"
 
 #include "catalog/OwnBundleID.h"
-#include "rules/PatternSubject.h"
+#include "rules/UrlMatcher.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,9 +11,9 @@ namespace fernhop {
 namespace {
 
 std::optional<URLRule> firstMatchingRule(const Preferences &preferences, const Url &url) {
-    const PatternSubject subject(url);
+    const UrlMatcher matcher(url);
     return preferences.firstURLRule(
-        [&subject](std::string_view pattern) { return subject.matches(pattern); });
+        [&matcher](std::string_view pattern) { return matcher.matches(pattern); });
 }
 
 std::optional<std::string> ruleForApp(const AppRules &rules, const std::string &app) {

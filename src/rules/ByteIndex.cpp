@@ -8,9 +8,9 @@ namespace fernhop {
 
 namespace {
 
-/// With more places than this for every character that was looked at, the text repeats itself and the C
-/// library's search, which never goes back, is the better one.
-constexpr std::size_t fewPlaces = 16;
+/// When even the rarest sampled character occurs more often than this, the text is repetitive, and the C
+/// library's linear search is faster.
+constexpr std::size_t mostPositions = 16;
 
 std::size_t linearFind(std::string_view text, std::string_view piece, std::size_t from) {
     const void *found = memmem(text.data() + from, text.size() - from, piece.data(), piece.size());
@@ -20,16 +20,16 @@ std::size_t linearFind(std::string_view text, std::string_view piece, std::size_
 
 } // namespace
 
-ByteIndex::ByteIndex(std::string asciiText) : bytes(std::move(asciiText)), nextPlaces(bytes.size()) {
-    firstPlaces.fill(nowhere);
-    for (std::size_t place = bytes.size(); place-- > 0;) {
-        const auto character = static_cast<unsigned char>(bytes[place]);
-        nextPlaces[place] = std::exchange(firstPlaces[character], place);
+ByteIndex::ByteIndex(std::string asciiText) : bytes(std::move(asciiText)), nextPositions(bytes.size()) {
+    firstPositions.fill(none);
+    for (std::size_t position = bytes.size(); position-- > 0;) {
+        const auto character = static_cast<unsigned char>(bytes[position]);
+        nextPositions[position] = std::exchange(firstPositions[character], position);
         counts[character] = static_cast<unsigned char>(std::min(counts[character] + 1, 255));
     }
 }
 
-/// The offset in `piece` of a character that is rare in the text: the rarest one of a few.
+/// The offset in `piece` of a character that is rare in the text: the rarest of about eight samples.
 std::size_t ByteIndex::rareCharacterOf(std::string_view piece) const {
     const std::size_t stride = piece.size() / 8 + 1;
     std::size_t rarest = 0;
@@ -46,19 +46,20 @@ std::size_t ByteIndex::rareCharacterOf(std::string_view piece) const {
 
 std::size_t ByteIndex::find(std::string_view piece, std::size_t from) const {
     if (piece.size() > bytes.size() - from)
-        return nowhere;
+        return none;
     if (piece.empty())
         return from;
     const std::size_t offset = rareCharacterOf(piece);
     const auto character = static_cast<unsigned char>(piece[offset]);
-    if (counts[character] > fewPlaces)
+    if (counts[character] > mostPositions)
         return linearFind(bytes, piece, from);
     const std::size_t latest = bytes.size() - piece.size() + offset;
-    for (std::size_t place = firstPlaces[character]; place <= latest; place = nextPlaces[place])
-        if (place >= from + offset &&
-            std::memcmp(bytes.data() + place - offset, piece.data(), piece.size()) == 0)
-            return place - offset;
-    return nowhere;
+    for (std::size_t position = firstPositions[character]; position <= latest;
+         position = nextPositions[position])
+        if (position >= from + offset &&
+            std::memcmp(bytes.data() + position - offset, piece.data(), piece.size()) == 0)
+            return position - offset;
+    return none;
 }
 
 } // namespace fernhop

@@ -1,11 +1,11 @@
 #include "rules/URLRule.h"
 
-#include "rules/PatternSubject.h"
+#include "rules/UrlMatcher.h"
 
 namespace fernhop {
 
 bool URLRule::matches(const Url &url) const {
-    return PatternSubject(url).matches(pattern);
+    return UrlMatcher(url).matches(pattern);
 }
 
 } // namespace fernhop

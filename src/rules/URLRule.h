@@ -7,14 +7,14 @@
 
 namespace fernhop {
 
-/// Maps the URLs that a pattern matches to a browser.
+/// Assigns the URLs that a pattern matches to a browser.
 struct URLRule {
-    std::string id;              ///< identity: never changes, also when the rule is edited
+    std::string id;              ///< stays the same when the rule is edited
     std::string pattern;         ///< a substring, or with "*" a wildcard pattern; stored trimmed
     std::string browserBundleID; ///< the browser that opens matching URLs; not checked when stored
 
-    /// Whether the rule applies to `url`. Its text is taken as it stands, percent escapes included. A rule
-    /// whose trimmed pattern is empty applies to nothing.
+    /// Whether the pattern matches the text of `url`, whose percent escapes are not decoded. A pattern that
+    /// is empty when trimmed matches nothing.
     [[nodiscard]] bool matches(const Url &url) const;
 
     bool operator==(const URLRule &) const = default;

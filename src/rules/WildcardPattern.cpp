@@ -1,6 +1,5 @@
 #include "rules/WildcardPattern.h"
 
-#include "platform/Ascii.h"
 #include "platform/Text.h"
 
 #include <string>
@@ -10,8 +9,8 @@ namespace fernhop {
 
 namespace {
 
-/// Whether the "*" at this position is a star: one that carries a combining mark is another character. What
-/// follows it, four bytes at most, decides.
+/// Whether the "*" at this position is a star: with a combining mark after it, four bytes at most, it is
+/// another character.
 bool isStar(std::string_view pattern, std::size_t position) {
     const auto found = text::firstOccurrence(pattern.substr(position, 5), "*", 0);
     return found && found->start == 0;
@@ -30,30 +29,6 @@ std::vector<std::string_view> piecesOf(std::string_view pattern) {
     return pieces;
 }
 
-/// The match for ASCII. `starFrom` gives the first star of the pattern at or after a position.
-template <typename StarFrom>
-bool coveredByAscii(const ByteIndex &text, std::string_view pattern, StarFrom starFrom) {
-    const std::string_view whole = text.text();
-    std::size_t star = starFrom(0);
-    if (star == std::string_view::npos)
-        return whole.starts_with(pattern) && whole.ends_with(pattern);
-    if (!whole.starts_with(pattern.substr(0, star)))
-        return false;
-
-    for (std::size_t position = star;;) {
-        const std::size_t start = star + 1;
-        star = starFrom(start);
-        const std::string_view piece = pattern.substr(start, star - start);
-        if (star == std::string_view::npos)
-            // The last piece ends the text and lies after the others, so that it need not be searched.
-            return piece.size() <= whole.size() - position && whole.ends_with(piece);
-        const std::size_t found = text.find(piece, position);
-        if (found == std::string_view::npos)
-            return false;
-        position = found + piece.size();
-    }
-}
-
 } // namespace
 
 bool unicodeWildcardMatches(std::string_view text, std::string_view pattern) {
@@ -70,19 +45,26 @@ bool unicodeWildcardMatches(std::string_view text, std::string_view pattern) {
     return pieces.back().empty() || text::endsWith(text, pieces.back());
 }
 
-bool asciiWildcardMatches(const ByteIndex &text, std::string_view pattern) {
-    return coveredByAscii(text, pattern, [pattern](std::size_t from) { return pattern.find('*', from); });
-}
-
-bool asciiWildcardMatches(const ByteIndex &text, const LowercasePattern &pattern) {
-    return coveredByAscii(text, pattern.text(),
-                          [&pattern](std::size_t from) { return pattern.starFrom(from); });
-}
-
-bool wildcardMatches(std::string_view text, std::string_view pattern) {
-    return ascii::isAscii(text) && ascii::isAscii(pattern)
-               ? asciiWildcardMatches(ByteIndex(std::string(text)), pattern)
-               : unicodeWildcardMatches(text, pattern);
+bool asciiWildcardMatches(const ByteIndex &text, const ScannedPattern &scannedPattern) {
+    const std::string_view whole = text.text();
+    const std::string_view pattern = scannedPattern.text();
+    std::size_t star = scannedPattern.starFrom(0);
+    if (star == std::string_view::npos)
+        return whole.starts_with(pattern) && whole.ends_with(pattern);
+    if (!whole.starts_with(pattern.substr(0, star)))
+        return false;
+    for (std::size_t position = star;;) {
+        const std::size_t start = star + 1;
+        star = scannedPattern.starFrom(start);
+        const std::string_view piece = pattern.substr(start, star - start);
+        if (star == std::string_view::npos)
+            // The last piece ends the text and lies after the others, so it need not be searched for.
+            return piece.size() <= whole.size() - position && whole.ends_with(piece);
+        const std::size_t found = text.find(piece, position);
+        if (found == std::string_view::npos)
+            return false;
+        position = found + piece.size();
+    }
 }
 
 } // namespace fernhop

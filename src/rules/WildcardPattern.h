@@ -1,7 +1,7 @@
 #pragma once
 
 #include "rules/ByteIndex.h"
-#include "rules/LowercasePattern.h"
+#include "rules/ScannedPattern.h"
 
 #include <string_view>
 
@@ -10,15 +10,11 @@ namespace fernhop {
 /// Whether a pattern in which each "*" stands for any run of characters, also an empty one, covers `text`
 /// from its beginning to its end. No other character is special. Letter case counts; canonically equivalent
 /// sequences are equal. Each piece between two stars is found at its leftmost place after the piece before
-/// it; the last piece is then asked only to end the text. So a pattern without "*" asks whether the text both
-/// begins and ends with it.
-[[nodiscard]] bool wildcardMatches(std::string_view text, std::string_view pattern);
-
-/// The same for any text: the definition, by the platform's knowledge of Unicode.
+/// it; the last piece only has to end the text. So a pattern without "*" matches a text that both begins and
+/// ends with it.
 [[nodiscard]] bool unicodeWildcardMatches(std::string_view text, std::string_view pattern);
 
-/// The same, many times faster, where both are ASCII.
-[[nodiscard]] bool asciiWildcardMatches(const ByteIndex &text, std::string_view pattern);
-[[nodiscard]] bool asciiWildcardMatches(const ByteIndex &text, const LowercasePattern &pattern);
+/// The same result many times faster, for a text and a pattern that are both pure ASCII.
+[[nodiscard]] bool asciiWildcardMatches(const ByteIndex &text, const ScannedPattern &pattern);
 
 } // namespace fernhop

@@ -1,7 +1,7 @@
 #include "rules/URLRule.h"
 
 #include "platform/Text.h"
-#include "rules/PatternSubject.h"
+#include "rules/UrlMatcher.h"
 #include "rules/WildcardOracle.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ bool matches(std::string_view pattern, std::string_view url) {
 }
 
 bool matchesText(std::string_view pattern, std::string_view text, const text::Locale &locale = {}) {
-    return PatternSubject(text, locale).matches(pattern);
+    return UrlMatcher(text, locale).matches(pattern);
 }
 
 } // namespace
@@ -37,7 +37,7 @@ class URLRuleExamples : public testing::TestWithParam<WorkedExample> {};
 TEST_P(URLRuleExamples, Match) {
     const auto &[pattern, url, expected] = GetParam();
     EXPECT_EQ(matches(pattern, url), expected) << pattern << ' ' << url;
-    EXPECT_EQ(PatternSubject(Url::parse(url).value()).matches(pattern), expected);
+    EXPECT_EQ(UrlMatcher(Url::parse(url).value()).matches(pattern), expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -161,7 +161,7 @@ TEST(URLRule, IsEqualWhenAllFieldsAre) {
     EXPECT_NE(rule, (URLRule{"1", "pattern", "Browser"}));
 }
 
-TEST(PatternSubject, FastPathAnswersAsTheGeneralOne) {
+TEST(UrlMatcher, FastPathAnswersAsTheGeneralOne) {
     std::mt19937 random(5);
     const auto word = [&random](std::string_view letters, std::size_t longest) {
         std::string result;
@@ -182,7 +182,7 @@ TEST(PatternSubject, FastPathAnswersAsTheGeneralOne) {
                                                                                        trimmed, {locale}));
             EXPECT_EQ(matchesText(pattern, text, {locale}), expected)
                 << text << ' ' << pattern << ' ' << locale;
-            // A character that no pattern holds takes the subject off the fast path.
+            // A character that no pattern holds takes the matcher off the fast path.
             if (!wildcard) {
                 EXPECT_EQ(matchesText(pattern, text + "ж", {locale}), expected) << text << ' ' << pattern;
             }

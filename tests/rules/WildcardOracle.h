@@ -5,8 +5,8 @@
 
 namespace fernhop::tests {
 
-/// The wildcard match of ASCII text told again in the plainest way: the independent answer that the matcher
-/// is compared with. It tries every place for every piece by hand and knows no short cut.
+/// The wildcard match of ASCII text in its simplest form, which the matcher is compared with: it tries every
+/// position for every piece and takes no short cut.
 inline bool wildcardOracle(std::string_view text, std::string_view pattern) {
     std::vector<std::string_view> pieces(1, pattern.substr(0, 0));
     for (std::size_t index = 0, start = 0; index < pattern.size(); ++index) {

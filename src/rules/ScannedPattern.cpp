@@ -1,4 +1,4 @@
-#include "rules/LowercasePattern.h"
+#include "rules/ScannedPattern.h"
 
 #include <cstdint>
 #include <cstring>
@@ -7,7 +7,7 @@ namespace fernhop {
 
 namespace {
 
-/// Eight bytes that are handled at once, each without a carry into its neighbour.
+/// Eight bytes that are processed at once, none carrying into its neighbour.
 using Word = std::uint64_t;
 
 constexpr Word inEachByte(unsigned char byte) {
@@ -40,53 +40,53 @@ constexpr Word lowercasedWord(Word word) {
 static_assert(lowercasedWord(0x415A405B617AC1DA) == 0x617A405B617AC1DA);
 static_assert(zeroBytes(0x0100FF8000010000) == 0x0080000080008080);
 
-/// What has been seen in the words of a pattern so far.
-struct Seen {
-    Word characters = 0; ///< all of them, one upon the other
-    Word stars = 0;      ///< a bit for each place, where that is below 64
+/// What the words of a pattern contain so far.
+struct Findings {
+    Word characters = 0; ///< all of them, combined by "or"
+    Word stars = 0;      ///< a bit for each of the first 64 positions
     Word anyStar = 0;
 };
 
-void lowercaseWord(const char *source, char *target, std::size_t position, Seen &seen) {
+void lowercaseWord(const char *source, char *target, std::size_t position, Findings &found) {
     Word word;
     std::memcpy(&word, source + position, sizeof word);
     const Word starred = zeroBytes(word ^ inEachByte('*'));
-    seen.characters |= word;
-    seen.anyStar |= starred;
-    seen.stars |= position < 64 ? gathered(starred) << position : 0;
+    found.characters |= word;
+    found.anyStar |= starred;
+    found.stars |= position < 64 ? gathered(starred) << position : 0;
     word = lowercasedWord(word);
     std::memcpy(target + position, &word, sizeof word);
 }
 
-Seen lowercase(std::string_view pattern, char *target) {
-    Seen seen;
+Findings lowercase(std::string_view pattern, char *target) {
+    Findings found;
     const std::size_t size = pattern.size();
     if (size < sizeof(Word)) {
         char word[sizeof(Word)] = {};
         std::memcpy(word, pattern.data(), size);
-        lowercaseWord(word, target, 0, seen);
-        return seen;
+        lowercaseWord(word, target, 0, found);
+        return found;
     }
     // The last word may overlap the one before it.
     for (std::size_t position = 0; position + sizeof(Word) < size; position += sizeof(Word))
-        lowercaseWord(pattern.data(), target, position, seen);
-    lowercaseWord(pattern.data(), target, size - sizeof(Word), seen);
-    return seen;
+        lowercaseWord(pattern.data(), target, position, found);
+    lowercaseWord(pattern.data(), target, size - sizeof(Word), found);
+    return found;
 }
 
 } // namespace
 
-LowercasePattern::LowercasePattern(std::string_view pattern) {
-    char *target = near.data();
-    if (pattern.size() > near.size()) {
-        far.resize(pattern.size());
-        target = far.data();
+ScannedPattern::ScannedPattern(std::string_view pattern) {
+    char *target = inlineText.data();
+    if (pattern.size() > inlineText.size()) {
+        heapText.resize(pattern.size());
+        target = heapText.data();
     }
-    const Seen seen = lowercase(pattern, target);
+    const Findings found = lowercase(pattern, target);
     lowercased = {target, pattern.size()};
-    ascii = (seen.characters & highBits) == 0;
-    star = seen.anyStar != 0;
-    stars = seen.stars;
+    ascii = (found.characters & highBits) == 0;
+    star = found.anyStar != 0;
+    stars = found.stars;
 }
 
 } // namespace fernhop
