@@ -2,7 +2,6 @@
 
 #include "app/SenderText.h"
 #include "rules/RuleSelection.h"
-#include "rules/URLRuleSelection.h"
 
 #include <algorithm>
 #include <optional>

@@ -2,7 +2,6 @@
 
 #include "platform/macos/Conversions.h"
 #include "rules/RuleSelection.h"
-#include "rules/URLRuleSelection.h"
 
 #include <objc/runtime.h>
 

@@ -10,7 +10,7 @@ namespace fernhop {
 struct Browser {
     std::string name; ///< as shown to the user
     std::string bundleID;
-    Url appURL; ///< its bundle: what the platform is given to open a link in it
+    Url appURL; ///< its bundle, which the platform needs to open a link in it
 
     bool operator==(const Browser &) const = default;
 };

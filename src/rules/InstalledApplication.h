@@ -11,7 +11,7 @@ namespace fernhop {
 struct InstalledApplication {
     std::string name; ///< as shown to the user
     std::string bundleID;
-    Url appURL;                       ///< its bundle, as the folder scan gave it
+    Url appURL;                       ///< its bundle, as the folder scan found it
     std::set<std::string> urlSchemes; ///< the schemes that it declares, in lower case
 
     bool operator==(const InstalledApplication &) const = default;

@@ -7,7 +7,8 @@
 
 namespace fernhop {
 
-/// What a browser item in an application's submenu carries: the application and the browser to choose for it.
+/// The represented object of a browser item in an application's submenu: the browser to choose for the
+/// application.
 class RuleSelection : public Object {
   public:
     RuleSelection() = delete;
@@ -15,6 +16,17 @@ class RuleSelection : public Object {
         : sourceBundleID(std::move(source)), browserBundleID(std::move(browser)) {}
 
     const std::string sourceBundleID;
+    const std::string browserBundleID;
+};
+
+/// The represented object of a browser item in a URL rule's submenu: the browser to choose for the rule.
+class URLRuleSelection : public Object {
+  public:
+    URLRuleSelection() = delete;
+    URLRuleSelection(std::string rule, std::string browser)
+        : ruleID(std::move(rule)), browserBundleID(std::move(browser)) {}
+
+    const std::string ruleID;
     const std::string browserBundleID;
 };
 

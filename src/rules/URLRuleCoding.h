@@ -14,21 +14,21 @@ namespace fernhop {
 /// "browserBundleID". Nothing when a field is not valid UTF-8.
 [[nodiscard]] std::optional<std::string> encodeURLRules(const std::vector<URLRule> &rules);
 
-/// A rule as it is read: the texts live only during the visit.
+/// A rule as it is read; the texts are valid only during the visit.
 struct URLRuleView {
     std::string_view id;
     std::string_view pattern;
     std::string_view browserBundleID;
 };
 
-/// Reads such an array without keeping it: hands each rule to `visit`, in order, until that answers false,
-/// and checks the others all the same. False when the whole is no such array; what was visited before does
-/// not count then.
+/// Reads such an array without storing it: passes each rule to `visit`, in order, until `visit` returns
+/// false, and validates the rest all the same. False when the text is not such an array; the caller must then
+/// discard what it has visited.
 [[nodiscard]] bool visitURLRules(std::string_view json,
                                  const std::function<bool(const URLRuleView &)> &visit);
 
-/// The rules of such an array, in its order. Members of other names are ignored; anything else that differs,
-/// in any element, gives nothing for the whole.
+/// The rules of such an array, in its order. Members with other names are ignored; any other deviation, in
+/// any element, gives nothing at all.
 [[nodiscard]] std::optional<std::vector<URLRule>> decodeURLRules(std::string_view json);
 
 } // namespace fernhop

@@ -1,7 +1,6 @@
 #include "statusitem/StatusMenu.h"
 
 #include "rules/RuleSelection.h"
-#include "rules/URLRuleSelection.h"
 
 #include <memory>
 #include <utility>

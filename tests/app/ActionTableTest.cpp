@@ -2,7 +2,6 @@
 #include "platform/ui/Button.h"
 #include "platform/ui/MenuItem.h"
 #include "rules/RuleSelection.h"
-#include "rules/URLRuleSelection.h"
 
 #include <set>
 

@@ -1,7 +1,6 @@
 #include "main/MacSelections.h"
 #include "platform/macos/Conversions.h"
 #include "rules/RuleSelection.h"
-#include "rules/URLRuleSelection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 #include "rules/Browser.h"
 #include "rules/InstalledApplication.h"
 #include "rules/RuleSelection.h"
-#include "rules/URLRuleSelection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 #include "statusitem/MenuText.h"
 
 #include "rules/RuleSelection.h"
-#include "rules/URLRuleSelection.h"
 
 #include <memory>
 
