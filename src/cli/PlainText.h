@@ -1,17 +1,12 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace fernhop::cli {
 
-/// `text` fit for a terminal and for one line: what would move the cursor, change the direction of writing or
-/// is no UTF-8 at all is shown as an escape ("\x1b", "\u{202e}").
+/// `text` made safe for a terminal, on one line: characters that move the cursor or change the direction of
+/// writing, and bytes that are not valid UTF-8, become escapes ("\x1b", "\u{202e}").
 [[nodiscard]] std::string plain(std::string_view text);
-
-/// How many columns of a terminal `text` takes, which is the result of `plain`: two for a wide East Asian
-/// character or an emoji, none for a combining mark.
-[[nodiscard]] std::size_t columnsOf(std::string_view text);
 
 } // namespace fernhop::cli

@@ -1,6 +1,7 @@
 #include "cli/Table.h"
 
 #include "cli/PlainText.h"
+#include "platform/TerminalWidth.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -22,14 +23,14 @@ std::string Table::text() const {
     std::vector<std::size_t> widths(rows.front().size());
     for (const auto &row : rows)
         for (std::size_t column = 0; column < row.size(); ++column)
-            widths[column] = std::max(widths[column], columnsOf(row[column]));
+            widths[column] = std::max(widths[column], text::terminalColumns(row[column]));
 
     std::string result;
     for (const auto &row : rows) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             result += row[column];
             if (column + 1 < row.size())
-                result.append(widths[column] - columnsOf(row[column]) + 2, ' ');
+                result.append(widths[column] - text::terminalColumns(row[column]) + 2, ' ');
         }
         result.erase(result.find_last_not_of(' ') + 1);
         result += '\n';

@@ -32,18 +32,5 @@ TEST(PlainText, EscapesEveryByteThatIsNoUtf8) {
     EXPECT_EQ(plain("\xe0\x80\x80"), "\\xe0\\x80\\x80");
 }
 
-TEST(PlainText, CountsTheColumnsOfATerminal) {
-    EXPECT_EQ(columnsOf("abc"), 3U);
-    EXPECT_EQ(columnsOf("é"), 1U);
-    EXPECT_EQ(columnsOf("e\u0301"), 1U);
-    EXPECT_EQ(columnsOf("浏览器"), 6U);
-    EXPECT_EQ(columnsOf("한글"), 4U);
-    EXPECT_EQ(columnsOf("ﾊﾛｰ"), 3U); // half-width forms
-    EXPECT_EQ(columnsOf("🦊"), 2U);
-    EXPECT_EQ(columnsOf("\U0001F44D\U0001F3FD"), 2U); // with a skin tone
-    EXPECT_EQ(columnsOf("ภาษาไทย"), 7U);
-    EXPECT_EQ(columnsOf("ที่"), 1U);
-}
-
 } // namespace
 } // namespace fernhop::cli
