@@ -1,7 +1,6 @@
 #include "catalog/ApplicationCatalog.h"
 
-#include "catalog/DeclaredSchemes.h"
-#include "catalog/DisplayName.h"
+#include "catalog/BundleDescription.h"
 #include "platform/Text.h"
 
 #include <algorithm>

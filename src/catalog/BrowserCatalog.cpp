@@ -1,6 +1,6 @@
 #include "catalog/BrowserCatalog.h"
 
-#include "catalog/DisplayName.h"
+#include "catalog/BundleDescription.h"
 
 #include <utility>
 

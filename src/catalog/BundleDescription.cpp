@@ -1,4 +1,4 @@
-#include "catalog/DeclaredSchemes.h"
+#include "catalog/BundleDescription.h"
 
 #include "platform/Text.h"
 
@@ -8,7 +8,7 @@ namespace fernhop {
 
 namespace {
 
-/// The array in `value` if each of its elements is an `Element`: one of another type spoils the whole.
+/// The array in `value`; null when it is none, or when any of its elements is not an `Element`.
 template <typename Element>
 const PropertyArray *arrayOf(const PropertyValue &value) {
     const auto *array = value.as<PropertyArray>();
@@ -27,6 +27,17 @@ void addSchemes(const PropertyDictionary &urlType, std::set<std::string> &scheme
 }
 
 } // namespace
+
+std::string displayName(const Url &appURL, const Bundle *bundle, const FileManager &fileManager) {
+    if (bundle != nullptr) {
+        for (const auto *key : {"CFBundleDisplayName", "CFBundleName"}) {
+            const auto value = bundle->objectForInfoDictionaryKey(key);
+            if (const auto *name = value ? value->as<std::string>() : nullptr)
+                return *name;
+        }
+    }
+    return fileManager.displayNameAtPath(appURL.path());
+}
 
 std::set<std::string> declaredSchemes(const Bundle &bundle) {
     std::set<std::string> schemes;
