@@ -3,7 +3,6 @@
 #include "app/SenderText.h"
 #include "rules/RuleSelection.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -12,17 +11,11 @@ namespace fernhop {
 namespace {
 
 template <typename Selection>
-const Selection *selectionCarriedBy(const Object *sender) {
+const Selection *representedSelection(const Object *sender) {
     const auto *item = dynamic_cast<const ui::MenuItem *>(sender);
     const auto *object =
         item ? std::get_if<std::shared_ptr<const Object>>(&item->representedObject) : nullptr;
     return object ? dynamic_cast<const Selection *>(object->get()) : nullptr;
-}
-
-std::optional<URLRule> ruleWithID(const Preferences &preferences, const std::string &id) {
-    const auto rules = preferences.urlRules();
-    const auto found = std::ranges::find(rules, id, &URLRule::id);
-    return found == rules.end() ? std::nullopt : std::optional(*found);
 }
 
 } // namespace
@@ -31,11 +24,11 @@ RuleActions::RuleActions(Preferences &store, DefaultHandlerControl &handlers, Co
     : preferences(store), defaultHandlers(handlers), consequences(std::move(setOff)) {}
 
 void RuleActions::setBrowserForSelectedApp(const Object *sender) {
-    const auto *selection = selectionCarriedBy<RuleSelection>(sender);
+    const auto *selection = representedSelection<RuleSelection>(sender);
     if (!selection)
         return;
     preferences.setBrowser(selection->browserBundleID, selection->sourceBundleID);
-    turnRoutingOn();
+    defaultHandlers.turnAppRoutingOn();
     consequences.rebuildMenu();
 }
 
@@ -45,12 +38,12 @@ void RuleActions::clearRule(const Object *sender) {
 }
 
 void RuleActions::setBrowserForURLRule(const Object *sender) {
-    const auto *selection = selectionCarriedBy<URLRuleSelection>(sender);
-    const auto rule = selection ? ruleWithID(preferences, selection->ruleID) : std::nullopt;
+    const auto *selection = representedSelection<URLRuleSelection>(sender);
+    const auto rule = selection ? preferences.urlRuleWithID(selection->ruleID) : std::nullopt;
     if (!rule)
         return;
     preferences.updateURLRule(rule->id, rule->pattern, selection->browserBundleID);
-    turnRoutingOn();
+    defaultHandlers.turnAppRoutingOn();
     consequences.rebuildMenu();
 }
 
@@ -95,13 +88,8 @@ void RuleActions::removeURLRule(const std::string &id) {
 }
 
 void RuleActions::editExistingURLRule(const std::string &id) {
-    if (const auto rule = ruleWithID(preferences, id))
+    if (const auto rule = preferences.urlRuleWithID(id))
         consequences.editURLRule(*rule);
-}
-
-void RuleActions::turnRoutingOn() {
-    if (!defaultHandlers.isRoutingEnabled())
-        defaultHandlers.enableAppRouting();
 }
 
 } // namespace fernhop

@@ -46,7 +46,6 @@ class RuleActions {
     void removeAppRule(const std::string &app);
     void removeURLRule(const std::string &id);
     void editExistingURLRule(const std::string &id);
-    void turnRoutingOn();
 
     Preferences &preferences;
     DefaultHandlerControl &defaultHandlers;

@@ -2,7 +2,6 @@
 #include "cli/NameLookup.h"
 #include "cli/Results.h"
 
-#include <algorithm>
 #include <string>
 
 namespace fernhop::cli {
@@ -37,10 +36,7 @@ Lookup lookUpSource(const std::string &word, const Context &context) {
 }
 
 Lookup lookUpURLRule(const std::string &id, const Context &context) {
-    const auto rules = context.preferences.urlRules();
-    if (std::ranges::find(rules, id, &URLRule::id) == rules.end())
-        return failed("There is no URL rule " + inQuotes(id) + ". 'fernhop url-rules list' lists them.");
-    return id;
+    return context.preferences.urlRuleWithID(id) ? Lookup(id) : noSuchURLRule(id);
 }
 
 Lookup lookUpSubject(const command::ShowDialog &dialog, const Context &context) {

@@ -85,6 +85,10 @@ Lookup lookUpRuledApplication(const std::string &word, const Context &context) {
     return failed("There is no app rule for " + inQuotes(word) + ". 'fernhop app-rules list' lists them.");
 }
 
+CommandResult noSuchURLRule(const std::string &id) {
+    return failed("There is no URL rule " + inQuotes(id) + ". 'fernhop url-rules list' lists them.");
+}
+
 std::string describeApplication(const std::string &bundleID, const Context &context) {
     if (!isInstalled(bundleID, context))
         return bundleID + " (not installed)";

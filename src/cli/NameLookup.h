@@ -29,6 +29,9 @@ enum class BrowserKind {
 /// application is gone can be named too.
 [[nodiscard]] Lookup lookUpRuledApplication(const std::string &word, const Context &context);
 
+/// The failure of a command that names a URL rule which is not stored.
+[[nodiscard]] CommandResult noSuchURLRule(const std::string &id);
+
 /// An application for people: its name and identifier; with a remark where it is not installed.
 [[nodiscard]] std::string describeApplication(const std::string &bundleID, const Context &context);
 

@@ -24,21 +24,11 @@ std::optional<CommandResult> refusalOf(const std::string &pattern) {
     return std::nullopt;
 }
 
-CommandResult noSuchRule(const std::string &id) {
-    return failed("There is no URL rule " + inQuotes(id) + ". 'fernhop url-rules list' lists them.");
-}
-
-bool hasRule(const Preferences &preferences, const std::string &id) {
-    const auto rules = preferences.urlRules();
-    return std::ranges::find(rules, id, &URLRule::id) != rules.end();
-}
-
 /// What follows every choice of a browser for a rule, by menu, dialog or command: App Routing is on, so that
 /// the rule has a meaning.
 CommandResult ruleStored(const std::string &description, const Context &context) {
     const bool wasOn = context.defaultHandlers.isRoutingEnabled();
-    if (!wasOn)
-        context.defaultHandlers.enableAppRouting();
+    context.defaultHandlers.turnAppRoutingOn();
     context.controller.rebuildMenu();
     CommandResult result = done(plain(description) + "\n");
     if (!wasOn && context.defaultHandlers.isRoutingEnabled())
@@ -78,8 +68,8 @@ CommandResult carryOut(const command::EditURLRule &edit, const Call &call) {
     const auto browser = lookUpBrowser(edit.browser, BrowserKind::anyInstalled, call.context);
     if (const auto *failure = std::get_if<CommandResult>(&browser))
         return *failure;
-    if (!hasRule(call.context.preferences, edit.id))
-        return noSuchRule(edit.id);
+    if (!call.context.preferences.urlRuleWithID(edit.id))
+        return noSuchURLRule(edit.id);
     const URLRule wanted{edit.id, std::string(text::trimmed(edit.pattern)), std::get<std::string>(browser)};
     if (!call.context.preferences.updateURLRule(wanted.id, wanted.pattern, wanted.browserBundleID))
         return failed(notStored);
@@ -88,8 +78,8 @@ CommandResult carryOut(const command::EditURLRule &edit, const Call &call) {
 
 CommandResult carryOut(const command::RemoveURLRule &rule, const Call &call) {
     Preferences &preferences = call.context.preferences;
-    if (!hasRule(preferences, rule.id))
-        return noSuchRule(rule.id);
+    if (!preferences.urlRuleWithID(rule.id))
+        return noSuchURLRule(rule.id);
     const bool isStored = preferences.removeURLRule(rule.id);
     call.context.controller.rebuildMenu();
     return isStored ? done("") : failed(notStored);

@@ -97,13 +97,6 @@ SettingsDocument settingsIn(const ParsedJson &document) {
     return settings;
 }
 
-PropertyDictionary propertiesOf(const AppRules &rules) {
-    PropertyDictionary properties;
-    for (const auto &[app, browser] : rules)
-        properties.insert_or_assign(app, PropertyValue{browser});
-    return properties;
-}
-
 } // namespace
 
 SettingsDocument storedSettings(const Preferences &preferences) {
@@ -120,7 +113,7 @@ bool storeSettings(const SettingsDocument &document, Preferences &preferences) {
     bool isEncoded = false;
     const bool isStored = defaults.update([&] {
         isEncoded = preferences.setURLRules(document.urlRules);
-        defaults.setObject(PropertyValue{propertiesOf(document.appRules)}, settingsKey::appRules);
+        preferences.setAppRules(document.appRules);
         std::optional<PropertyValue> fallback;
         if (document.routingFallbackBrowserID)
             fallback = PropertyValue{*document.routingFallbackBrowserID};

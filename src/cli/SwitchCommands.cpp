@@ -12,8 +12,7 @@ namespace fernhop::cli {
 namespace {
 
 CommandResult turnRoutingOn(const Context &context) {
-    if (!context.defaultHandlers.isRoutingEnabled())
-        context.defaultHandlers.enableAppRouting();
+    context.defaultHandlers.turnAppRoutingOn();
     if (!context.defaultHandlers.isRoutingEnabled())
         return failed("The system did not let App Routing be turned on. 'fernhop status' may tell why.");
     return done("App Routing is on.\n");

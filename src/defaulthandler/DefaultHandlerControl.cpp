@@ -13,10 +13,6 @@ namespace fernhop {
 
 namespace {
 
-const std::string *textCarriedBy(const ui::MenuItem *item) {
-    return item ? std::get_if<std::string>(&item->representedObject) : nullptr;
-}
-
 bool restoreWantedBy(const Object *sender, bool stored) {
     if (const auto *button = dynamic_cast<const ui::Button *>(sender))
         return button->state == ui::ControlState::on; // a check box has changed already
@@ -56,6 +52,11 @@ void DefaultHandlerControl::enableAppRouting() {
     rebuildMenu();
 }
 
+void DefaultHandlerControl::turnAppRoutingOn() {
+    if (!isRoutingEnabled())
+        enableAppRouting();
+}
+
 void DefaultHandlerControl::disableAppRouting() {
     const auto browser = defaultBrowserFallbackChoice();
     if (!browser) {
@@ -67,7 +68,7 @@ void DefaultHandlerControl::disableAppRouting() {
 }
 
 void DefaultHandlerControl::switchSystemDefaultBrowser(const Object *sender) {
-    const std::string *browser = textCarriedBy(dynamic_cast<const ui::MenuItem *>(sender));
+    const std::string *browser = ui::representedText(dynamic_cast<const ui::MenuItem *>(sender));
     if (!browser)
         return;
     storeFallback(*browser);
@@ -77,7 +78,7 @@ void DefaultHandlerControl::switchSystemDefaultBrowser(const Object *sender) {
 
 void DefaultHandlerControl::updateDefaultBrowserFromWindow(const Object *sender) {
     const auto *popUp = dynamic_cast<const ui::PopUpButton *>(sender);
-    const std::string *browser = textCarriedBy(popUp ? popUp->selectedItem() : nullptr);
+    const std::string *browser = ui::representedText(popUp ? popUp->selectedItem() : nullptr);
     if (!browser)
         return;
     storeFallback(*browser);

@@ -53,6 +53,9 @@ class DefaultHandlerControl {
     /// Turns App Routing on, or off when it is on. The former default browser becomes the fallback.
     void enableAppRouting();
 
+    /// Turns App Routing on when it is off.
+    void turnAppRoutingOn();
+
     /// Turns App Routing off; beeps and leaves it on when there is no browser to hand the role to.
     void disableAppRouting();
 

@@ -19,8 +19,7 @@ ui::MenuItem itemFor(const Browser &browser, AppIcons &icons) {
 } // namespace
 
 std::optional<std::string> selectedBrowserID(const ui::PopUpButton *popup) {
-    const ui::MenuItem *item = popup ? popup->selectedItem() : nullptr;
-    const auto *text = item ? std::get_if<std::string>(&item->representedObject) : nullptr;
+    const std::string *text = ui::representedText(popup ? popup->selectedItem() : nullptr);
     return text ? std::optional(*text) : std::nullopt;
 }
 

@@ -29,8 +29,7 @@ struct RuleDialogSources {
 
     /// After a rule was saved: rules count only while Fernhop gets the links, and the menu shows the rule.
     void didSaveRule() const {
-        if (!defaultHandlers.isRoutingEnabled())
-            defaultHandlers.enableAppRouting();
+        defaultHandlers.turnAppRoutingOn();
         rebuildMenu();
     }
 };

@@ -7,17 +7,6 @@
 
 namespace fernhop {
 
-namespace {
-
-PropertyValue asProperty(const AppRules &rules) {
-    PropertyDictionary dictionary;
-    for (const auto &[app, browser] : rules)
-        dictionary.emplace(app, PropertyValue{browser});
-    return {std::move(dictionary)};
-}
-
-} // namespace
-
 Preferences::Preferences(UserDefaults &userDefaults) : defaults(userDefaults) {}
 
 std::vector<URLRule> Preferences::urlRules() const {
@@ -34,6 +23,12 @@ std::optional<URLRule> Preferences::firstURLRule(const std::function<bool(std::s
         return !first;
     };
     return json && visitURLRules(*json, test) ? first : std::nullopt;
+}
+
+std::optional<URLRule> Preferences::urlRuleWithID(std::string_view id) const {
+    const auto rules = urlRules();
+    const auto found = std::ranges::find(rules, id, &URLRule::id);
+    return found == rules.end() ? std::nullopt : std::optional(*found);
 }
 
 bool Preferences::setURLRules(const std::vector<URLRule> &rules) {
@@ -72,11 +67,18 @@ AppRules Preferences::appRules() const {
     return rules;
 }
 
+bool Preferences::setAppRules(const AppRules &rules) {
+    PropertyDictionary dictionary;
+    for (const auto &[app, browser] : rules)
+        dictionary.emplace(app, PropertyValue{browser});
+    return defaults.setObject(PropertyValue{std::move(dictionary)}, settingsKey::appRules);
+}
+
 bool Preferences::changeAppRules(const std::function<void(AppRules &)> &change) {
     return defaults.update([&] {
         AppRules rules = appRules();
         change(rules);
-        defaults.setObject(asProperty(rules), settingsKey::appRules);
+        setAppRules(rules);
     });
 }
 

@@ -37,6 +37,9 @@ class Preferences {
     /// all.
     [[nodiscard]] std::optional<URLRule>
     firstURLRule(const std::function<bool(std::string_view pattern)> &matches) const;
+    /// The URL rule with this identifier; nothing when there is none.
+    [[nodiscard]] std::optional<URLRule> urlRuleWithID(std::string_view id) const;
+
     /// Replaces all URL rules. Rules that cannot be encoded leave the stored ones as they are.
     bool setURLRules(const std::vector<URLRule> &rules);
     /// Removes every URL rule with this identifier and stores the others in their order, also when there is
@@ -45,6 +48,9 @@ class Preferences {
 
     /// The app rules; empty when absent, not a dictionary, or when any value in it is no string.
     [[nodiscard]] AppRules appRules() const;
+    /// Replaces all app rules. False when that failed.
+    bool setAppRules(const AppRules &rules);
+
     /// Adds or replaces the app rule of a source application.
     bool setBrowser(const std::string &browserBundleID, const std::string &forApp);
     /// Removes the app rule of a source application; the dictionary is written back in any case.

@@ -16,6 +16,10 @@ bool itemsLookTheSame(const MenuItem &left, const MenuItem &right) {
 
 } // namespace
 
+const std::string *representedText(const MenuItem *item) {
+    return item ? std::get_if<std::string>(&item->representedObject) : nullptr;
+}
+
 bool looksTheSame(const Menu &left, const Menu &right) {
     return std::ranges::equal(left.items, right.items, itemsLookTheSame);
 }

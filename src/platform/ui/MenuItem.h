@@ -49,7 +49,10 @@ class MenuItem : public Object {
     std::optional<Menu> submenu;
 };
 
-/// Whether two menus look the same: everything that shows, represented objects left aside.
+/// The text that an item carries; null when the item is null or carries no text.
+[[nodiscard]] const std::string *representedText(const MenuItem *item);
+
+/// Whether two menus look the same: represented objects and actions are not compared.
 [[nodiscard]] bool looksTheSame(const Menu &left, const Menu &right);
 
 } // namespace fernhop::ui
