@@ -109,13 +109,13 @@ void AppDelegate::activeApplicationDidChange(const Notification &notification) {
 }
 
 void AppDelegate::systemAppearanceDidChange() {
-    statusItemAppearance.update(*statusItem, defaultHandlerControl.isRoutingEnabled());
+    statusItemAppearance.updateStatusItemAppearance(*statusItem, defaultHandlerControl.isRoutingEnabled());
 }
 
 void AppDelegate::rebuildMenu() {
     // One reading, so that the tooltip and every item of the menu agree.
     const auto defaultBrowser = defaultHandlerControl.read();
-    statusItemAppearance.update(*statusItem, defaultBrowser.routingEnabled);
+    statusItemAppearance.updateStatusItemAppearance(*statusItem, defaultBrowser.routingEnabled);
     statusItem->setMenu(std::make_shared<const ui::Menu>(statusMenu.build(defaultBrowser)));
 }
 

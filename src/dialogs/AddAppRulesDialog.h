@@ -57,6 +57,7 @@ class AddAppRulesDialog {
     std::set<std::string> ruleDialogSelectedBundleIDs;
     bool isUpdatingRuleDialogSelection = false; ///< the list is told of the selection, not the user's choice
     std::weak_ptr<ui::TableView> ruleDialogTableView;
+    std::weak_ptr<ui::SearchField> ruleDialogSearchField;
     std::weak_ptr<ui::PopUpButton> ruleDialogBrowserPopup;
     std::weak_ptr<ui::TextField> ruleDialogHintLabel;
 };

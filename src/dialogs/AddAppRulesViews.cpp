@@ -61,6 +61,7 @@ std::shared_ptr<View> AddAppRulesDialog::makeAccessoryView() {
     const auto popup = makePopup();
     const auto hint = makeHintLabel();
     ruleDialogTableView = table;
+    ruleDialogSearchField = search;
     ruleDialogBrowserPopup = popup;
     ruleDialogHintLabel = hint;
 

@@ -17,7 +17,7 @@ bool isDark(const Appearance &appearance) {
 
 } // namespace
 
-void StatusItemAppearance::update(StatusItem &item, bool routingEnabled) const {
+void StatusItemAppearance::updateStatusItemAppearance(StatusItem &item, bool routingEnabled) const {
     if (!item.hasButton())
         return;
     item.setToolTip(routingEnabled ? "Fernhop - App Routing On" : "Fernhop");

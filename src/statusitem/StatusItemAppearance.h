@@ -16,7 +16,7 @@ class StatusItemAppearance {
 
     /// Gives the button its tooltip, which tells the routing state, and the image that suits the bar's
     /// appearance.
-    void update(ui::StatusItem &item, bool routingEnabled) const;
+    void updateStatusItemAppearance(ui::StatusItem &item, bool routingEnabled) const;
 
     /// The resource image for an appearance; null when it is missing or cannot be read. A missing dark one is
     /// not replaced by the light one.

@@ -20,7 +20,7 @@ class StatusBarTest : public InterfaceTest {
     static NSStatusItem *shown() { return macos_double::statusItems().at(0); }
     static NSStatusBarButton *button() { return [shown() button]; }
     void dress(bool routingEnabled) {
-        StatusItemAppearance(desktop.applications, images).update(*item, routingEnabled);
+        StatusItemAppearance(desktop.applications, images).updateStatusItemAppearance(*item, routingEnabled);
     }
 
     fakes::FakeDesktop desktop;
