@@ -7,8 +7,8 @@
 
 namespace fernhop::cli {
 
-/// The commands, one record each: what a person typed, understood but not yet checked against the system.
-/// Browsers and applications are still as typed: an identifier or a name.
+/// The commands, one record each: parsed, but not yet checked against the system. Browsers and applications
+/// are still as typed: an identifier or a name.
 namespace command {
 
 struct Run {};
@@ -17,12 +17,12 @@ struct Open {
 };
 struct Explain {
     std::string url;
-    std::optional<std::string> source; ///< nothing: the present source application
+    std::optional<std::string> source; ///< nothing: the current source application
     bool json = false;
 };
 struct Match {
     std::string pattern;
-    std::vector<std::string> urls; ///< empty: one in each line of the input
+    std::vector<std::string> urls; ///< empty: one on each line of the input
 };
 struct Status {
     bool json = false;
@@ -77,7 +77,7 @@ struct ShowDialog {
     enum class Kind { addAppRules, editAppRule, addURLRule, editURLRule, feedback };
 
     Kind kind = Kind::feedback;
-    std::string subject; ///< of the editing ones: the application or the rule's identifier
+    std::string subject; ///< for the edit dialogs: the application or the rule's identifier
 };
 struct Refresh {};
 struct Quit {};

@@ -22,17 +22,18 @@ bool isStandardStream(const std::string &file) {
     return file.empty() || file == "-";
 }
 
-/// The commands, as the client carries them out: on its files and streams, and with the running Fernhop where
+/// Carries out commands on behalf of the client: on its files and streams, and through the running Fernhop if
 /// there is one.
 class Client {
   public:
-    Client(const std::vector<std::string> &words, const Process &lent) : arguments(words), process(lent) {}
+    Client(const std::vector<std::string> &clientArguments, const Process &clientProcess)
+        : arguments(clientArguments), process(clientProcess) {}
 
-    /// Prints a result; the result's status, or failure when it could not be printed.
+    /// Prints a result and returns its status, or failure when it could not be printed.
     [[nodiscard]] int show(const CommandResult &result) const {
         process.errors << result.errors << std::flush;
         if (process.output)
-            errno = 0; // what a failed write left before tells why it failed
+            errno = 0; // so that errno afterwards is the reason of a failed write
         process.output << result.output << std::flush;
         return process.output ? result.status : outputEnded(result.status);
     }
@@ -51,8 +52,7 @@ class Client {
     [[nodiscard]] CommandResult performAnywhere(const std::vector<std::string> &words,
                                                 std::string_view input) const;
 
-    /// What becomes of a command whose reader went away ("| head"): nothing to complain about. Other reasons
-    /// are.
+    /// The status when standard output failed. A reader that went away ("| head") is not an error.
     [[nodiscard]] int outputEnded(int status) const {
         if (errno == EPIPE)
             return status;
@@ -65,9 +65,9 @@ class Client {
 };
 
 CommandResult Client::performAnywhere(const std::vector<std::string> &words, std::string_view input) const {
-    const auto wrong = std::ranges::find_if_not(words, isValidUtf8);
-    if (wrong != words.end())
-        return misused(inQuotes(*wrong) + " is not valid UTF-8.");
+    const auto invalid = std::ranges::find_if_not(words, isValidUtf8);
+    if (invalid != words.end())
+        return misused(inQuotes(*invalid) + " is not valid UTF-8.");
     if (const auto resident = process.connect())
         if (auto result = resident->perform(words, input))
             return *std::move(result);
@@ -89,8 +89,8 @@ int Client::operator()(const command::Open &open) const {
     const auto resident = process.connect();
     if (!resident)
         process.openHere(links);
-    else if (const auto obstacle = resident->open(links))
-        result = {exitStatus::failure, "", result.errors + failed(*obstacle).errors};
+    else if (const auto problem = resident->open(links))
+        result = {exitStatus::failure, "", result.errors + failed(*problem).errors};
     return show(result);
 }
 
@@ -101,14 +101,14 @@ int Client::operator()(const command::Match &match) const {
     std::string line;
     while (match.urls.empty() && process.output && std::getline(process.input, line)) {
         process.output << test.answerFor(line);
-        if (process.input.rdbuf()->in_avail() <= 0) // whoever writes the lines may wait for the answer
+        if (process.input.rdbuf()->in_avail() <= 0) // the writer may be waiting for the answer
             process.output.flush();
     }
     return show({test.allMatched() ? exitStatus::success : exitStatus::failure, "", ""});
 }
 
 int Client::operator()(const command::Explain &explain) const {
-    // The bus carries text only, and a URL may be any bytes: it is brought into its encoded form here.
+    // The bus carries only text, but a URL may be any bytes, so it is encoded here.
     const auto url = Url::parse(explain.url);
     if (!url)
         return show(misused(inQuotes(explain.url) + " is not a URL."));
@@ -125,15 +125,15 @@ int Client::operator()(const command::Export &transfer) const {
     auto result = performAnywhere({"export"}, "");
     if (result.status != exitStatus::success || isStandardStream(transfer.file))
         return show(result);
-    if (const auto obstacle = writeFile(transfer.file, result.output))
-        return show(failed(inQuotes(transfer.file) + " could not be written: " + *obstacle + "."));
+    if (const auto problem = writeFile(transfer.file, result.output))
+        return show(failed(inQuotes(transfer.file) + " could not be written: " + *problem + "."));
     return exitStatus::success;
 }
 
 int Client::operator()(const command::Import &transfer) const {
     const auto read = isStandardStream(transfer.file) ? readStream(process.input) : readFile(transfer.file);
-    if (const auto *obstacle = std::get_if<ReadingFailed>(&read))
-        return show(failed(inQuotes(transfer.file) + " could not be read: " + obstacle->reason + "."));
+    if (const auto *problem = std::get_if<ReadingFailed>(&read))
+        return show(failed(inQuotes(transfer.file) + " could not be read: " + problem->reason + "."));
     return show(performAnywhere({"import", "-"}, std::get<std::string>(read)));
 }
 

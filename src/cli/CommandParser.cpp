@@ -1,7 +1,7 @@
 #include "cli/CommandParser.h"
 
+#include "cli/ArgumentMarks.h"
 #include "cli/PlainText.h"
-#include "cli/Words.h"
 
 #include <CLI/CLI.hpp>
 
@@ -13,20 +13,20 @@ namespace fernhop::cli {
 
 namespace {
 
-constexpr const char *browserHelp = "Browser: its identifier, or its name where only one browser has it";
+constexpr const char *browserHelp = "Browser: its identifier, or its name if only one browser has it";
 constexpr const char *appHelp =
-    "Source application: its identifier, or its name where only one application has it";
+    "Source application: its identifier, or its name if only one application has it";
 constexpr const char *jsonHelp = "Print one JSON document";
 
-/// The grammar of the command line and, once words have been parsed by it, the command.
+/// The grammar of the command line and, once it has parsed arguments, the command.
 class Grammar {
   public:
-    Grammar() : app("Decides, link by link, which web browser opens a URL.", "fernhop") {
+    Grammar() : app("Opens each link in the browser that your rules choose.", "fernhop") {
         app.set_help_flag("-h,--help", "Print this help and exit");
         app.set_version_flag("--version", std::string("fernhop " FERNHOP_VERSION),
                              "Print the version and exit");
         app.require_subcommand(0, 1);
-        nameParts();
+        setLabels();
         addLinkCommands();
         addLists();
         addURLRuleCommands();
@@ -35,10 +35,10 @@ class Grammar {
         addTransfer();
         addDialogs();
         addLifecycle();
-        // Last, for subcommands take over what their parent has at the time.
+        // Last, because a subcommand copies the footer that its parent has when it is added.
         app.footer(
-            "Without a command Fernhop runs in this session, in the foreground.\n"
-            "A word after \"--\" is never an option. Exit status: 0 done, 1 could not, 2 wrong usage.");
+            "Without a command, runs Fernhop in this session, in the foreground.\n"
+            "Arguments after \"--\" are never options. Exit status: 0 success, 1 failure, 2 wrong usage.");
     }
 
     CLI::App app;
@@ -82,14 +82,14 @@ class Grammar {
         return *group;
     }
 
-    /// The words of help texts.
-    void nameParts() {
+    /// Sets the labels of help texts.
+    void setLabels() {
         const auto formatter = app.get_formatter();
         formatter->label("SUBCOMMAND", "COMMAND");
         formatter->label("Positionals", "Arguments");
         formatter->label("TEXT", "");
         formatter->label("REQUIRED", "");
-        app.group("Commands"); // subcommands take it over
+        app.group("Commands"); // subcommands inherit it
     }
 
     void addLinkCommands();
@@ -103,53 +103,53 @@ class Grammar {
 };
 
 void Grammar::addLinkCommands() {
-    add<command::Open>(app, "open", "Deliver links as another application would",
+    add<command::Open>(app, "open", "Open links as if another application had opened them",
                        [](CLI::App &open, command::Open &record) {
-                           open.add_option("URL", record.urls, "Links, opened in this order")->required();
+                           open.add_option("URL", record.urls, "Links to open, in this order")->required();
                        });
-    add<command::Explain>(app, "explain", "Tell which browser a link goes to, and why, without opening it",
+    add<command::Explain>(app, "explain", "Show which browser a link would open in, and why",
                           [](CLI::App &explain, command::Explain &record) {
                               explain
                                   .add_option(
                                       "--source", record.source,
-                                      "Identifier of the application that the link comes from, instead of "
-                                      "the present one")
+                                      "Identifier of the application that the link comes from; default: the "
+                                      "current source application")
                                   ->type_name("ID");
                               explain.add_flag("--json", record.json, jsonHelp);
-                              addText(explain, "URL", record.url, "Link to decide on");
+                              addText(explain, "URL", record.url, "Link to explain");
                           });
     add<command::Match>(
-        app, "match", "Print \"yes\" or \"no\" for each URL: whether a URL rule's pattern matches it",
+        app, "match", "Test whether the pattern of a URL rule matches URLs",
         [](CLI::App &match, command::Match &record) {
-            match.footer("Exits with 0 when all URLs match, else with 1.");
+            match.footer("Prints \"yes\" or \"no\" for each URL. Exits with 0 if all match, else with 1.");
             addText(match, "PATTERN", record.pattern,
-                    "Part of a URL; or with \"*\", which stands for any characters, a whole one");
-            match.add_option("URL", record.urls, "URLs to test; without any, the lines of standard input");
+                    "Part of a URL; or, with \"*\" for any characters, a pattern for the whole URL");
+            match.add_option("URL", record.urls, "URLs to test; default: the lines of standard input");
         });
 }
 
 void Grammar::addLists() {
-    addList<command::Status>(app, "status", "Print the state of Fernhop and what keeps links from arriving");
+    addList<command::Status>(app, "status",
+                             "Show the state of Fernhop and problems that keep links from arriving");
     addList<command::ListApps>(app, "apps", "List the installed applications");
     addList<command::ListBrowsers>(app, "browsers", "List the installed browsers");
 }
 
 void Grammar::addURLRuleCommands() {
     constexpr const char *idHelp = "Identifier of the rule, as listed";
-    constexpr const char *patternHelp = "Part of the URLs that the rule is for; or with \"*\", which stands "
-                                        "for any characters, the whole URL";
-    CLI::App &rules =
-        addGroup("url-rules", "List and change the URL rules; the first that matches a link decides");
+    constexpr const char *patternHelp = "Part of the URLs to match; or, with \"*\" for any characters, a "
+                                        "pattern for the whole URL";
+    CLI::App &rules = addGroup("url-rules", "List and change the URL rules; the first match decides");
     addList<command::ListURLRules>(rules, "list", "List the URL rules in their order");
     add<command::AddURLRule>(
         rules, "add",
-        "Add a rule at the end, or give the rule with this pattern another browser; turns App "
+        "Add a rule at the end, or change the browser of the rule with this pattern; turns App "
         "Routing on",
         [](CLI::App &rule, command::AddURLRule &record) {
             addText(rule, "PATTERN", record.pattern, patternHelp);
             addText(rule, "BROWSER", record.browser, browserHelp);
         });
-    add<command::EditURLRule>(rules, "edit", "Change a rule in its place; turns App Routing on",
+    add<command::EditURLRule>(rules, "edit", "Change a rule and keep its position; turns App Routing on",
                               [](CLI::App &rule, command::EditURLRule &record) {
                                   addText(rule, "ID", record.id, idHelp);
                                   addText(rule, "PATTERN", record.pattern, patternHelp);
@@ -161,8 +161,8 @@ void Grammar::addURLRuleCommands() {
 }
 
 void Grammar::addAppRuleCommands() {
-    CLI::App &rules = addGroup(
-        "app-rules", "List and change the app rules, which decide by the application that a link comes from");
+    CLI::App &rules =
+        addGroup("app-rules", "List and change the app rules, which choose by the source application");
     addList<command::ListAppRules>(rules, "list", "List the app rules");
     add<command::SetAppRule>(rules, "set",
                              "Choose the browser for an application's links; turns App Routing on",
@@ -176,32 +176,32 @@ void Grammar::addAppRuleCommands() {
 }
 
 void Grammar::addSwitches() {
-    addOnOff<command::SwitchRouting>(
-        "routing", "Turn App Routing on, or off and give the default browser its role back");
+    addOnOff<command::SwitchRouting>("routing",
+                                     "Turn App Routing on, or turn it off and restore the default browser");
     add<command::SetDefault>(app, "default",
                              "Make a browser the system's default, which turns App Routing off",
                              [](CLI::App &choice, command::SetDefault &record) {
                                  addText(choice, "BROWSER", record.browser, browserHelp);
                              });
     addOnOff<command::RestoreOnQuit>("restore-on-quit",
-                                     "Give the default browser its role back whenever Fernhop ends");
+                                     "Choose whether the default browser is restored when Fernhop quits");
 }
 
 void Grammar::addTransfer() {
     add<command::Export>(app, "export", "Write all rules and settings as one JSON document",
                          [](CLI::App &transfer, command::Export &record) {
                              transfer.add_option("FILE", record.file,
-                                                 "File to write; without it, or with \"-\", standard output");
+                                                 "File to write; default, or \"-\": standard output");
                          });
-    add<command::Import>(app, "import", "Replace all rules and settings by those of an exported document",
+    add<command::Import>(app, "import", "Replace all rules and settings with those of an exported document",
                          [](CLI::App &transfer, command::Import &record) {
-                             addText(transfer, "FILE", record.file, "File to read; \"-\" is standard input");
+                             addText(transfer, "FILE", record.file, "File to read; \"-\": standard input");
                          });
 }
 
 void Grammar::addDialogs() {
     using Kind = command::ShowDialog::Kind;
-    CLI::App &dialogs = addGroup("dialog", "Show a dialog of the running Fernhop");
+    CLI::App &dialogs = addGroup("dialog", "Open a dialog of the running Fernhop");
     const auto addDialog = [&](const std::string &name, Kind kind, const std::string &description,
                                const std::string &subject = "", const std::string &subjectHelp = "") {
         add<command::ShowDialog>(dialogs, name, description,
@@ -216,20 +216,20 @@ void Grammar::addDialogs() {
     addDialog("add-url-rule", Kind::addURLRule, "Add a URL rule");
     addDialog("edit-url-rule", Kind::editURLRule, "Change a URL rule", "ID",
               "Identifier of the rule, as listed");
-    addDialog("feedback", Kind::feedback, "List the ways to reach the developer");
+    addDialog("feedback", Kind::feedback, "Show how to contact the developer");
 }
 
 void Grammar::addLifecycle() {
-    add<command::Refresh>(app, "refresh", "Look for installed applications and browsers anew",
+    add<command::Refresh>(app, "refresh", "Rescan the installed applications and browsers",
                           [](CLI::App &, command::Refresh &) {});
-    add<command::Quit>(app, "quit", "End the running Fernhop", [](CLI::App &, command::Quit &) {});
+    add<command::Quit>(app, "quit", "Quit the running Fernhop", [](CLI::App &, command::Quit &) {});
 }
 
 void unprotect(std::string &word) {
     word = unprotected(std::move(word));
 }
 
-/// Takes the marks off the words that a command holds.
+/// Removes the marks from the arguments of a command.
 struct Unprotect {
     void operator()(command::Open &open) const { std::ranges::for_each(open.urls, unprotect); }
     void operator()(command::Explain &explain) const {
@@ -260,21 +260,21 @@ struct Unprotect {
     void operator()(command::ShowDialog &dialog) const { unprotect(dialog.subject); }
     void operator()(command::Export &transfer) const { unprotect(transfer.file); }
     void operator()(command::Import &transfer) const { unprotect(transfer.file); }
-    template <typename Wordless>
-    void operator()(Wordless &) const {}
+    template <typename WithoutArguments>
+    void operator()(WithoutArguments &) const {}
 };
 
-CommandResult usageError(const CLI::App &app, const std::string &complaint) {
-    const std::string help = "Try 'fernhop --help', or '--help' after a command.\n";
-    return {exitStatus::usage, "", app.get_name() + ": " + plain(withoutMarks(complaint)) + "\n" + help};
+CommandResult usageError(const CLI::App &app, const std::string &message) {
+    const std::string help = "Try 'fernhop --help' or 'fernhop COMMAND --help'.\n";
+    return {exitStatus::usage, "", app.get_name() + ": " + plain(withoutMarks(message)) + "\n" + help};
 }
 
 } // namespace
 
 std::variant<Command, CommandResult> parseCommand(const std::vector<std::string> &words) {
     Grammar grammar;
-    auto remaining = protectedWords(words);
-    std::ranges::reverse(remaining); // the order in which the parser takes them
+    auto remaining = protectedArguments(words);
+    std::ranges::reverse(remaining); // the parser takes them from the end
     try {
         grammar.app.parse(std::move(remaining));
     } catch (const CLI::CallForHelp &) {

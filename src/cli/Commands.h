@@ -8,14 +8,14 @@
 
 namespace fernhop::cli {
 
-/// What a command has to do with.
+/// The surroundings of a command.
 struct Call {
-    std::string_view input; ///< what it reads
+    std::string_view input; ///< what the command reads
     const Context &context;
 };
 
-/// Each command, carried out. What reads or writes files is the client's part: here documents come from the
-/// input and go to the output.
+/// Carries out a command. Only the client reads and writes files: here documents come from the input and go
+/// to the output.
 [[nodiscard]] CommandResult carryOut(const command::Run &, const Call &call);
 [[nodiscard]] CommandResult carryOut(const command::Open &open, const Call &call);
 [[nodiscard]] CommandResult carryOut(const command::Explain &explain, const Call &call);

@@ -10,8 +10,8 @@
 
 namespace fernhop::cli {
 
-/// What commands work on: the parts of the running Fernhop, or of a stand-in within the client process.
-/// Everything outlives the command.
+/// What commands work on: the parts of the running Fernhop, or of its replacement in the client process. All
+/// of them outlive the command.
 struct Context {
     Preferences &preferences;
     const LaunchServices &launchServices;

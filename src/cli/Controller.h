@@ -12,7 +12,7 @@
 
 namespace fernhop::cli {
 
-/// The running Fernhop as a command sees it; where none runs, a stand-in that looks at the system by itself.
+/// The running Fernhop as commands see it; when none is running, a replacement that reads the system itself.
 /// Main thread only.
 class Controller {
   public:
@@ -26,20 +26,20 @@ class Controller {
     [[nodiscard]] virtual RoutingDecision decide(const Url &url,
                                                  const std::optional<std::string> &source) = 0;
 
-    /// Routes a link as if an application had opened it. False when no Fernhop runs that could.
+    /// Routes a link as if an application had opened it. False when no Fernhop is running.
     [[nodiscard]] virtual bool deliver(const Url &url) = 0;
 
-    /// Shows a change that was made.
+    /// Makes the menu show a change.
     virtual void rebuildMenu() = 0;
 
-    /// Looks for applications anew. False when no Fernhop runs.
+    /// Scans the applications anew. False when no Fernhop is running.
     virtual bool refresh() = 0;
 
-    /// Opens a dialog by the selector of its action, soon after the call returns; `identifier` is what its
-    /// sender carries (empty: nothing). False when no Fernhop runs that could show it.
+    /// Opens a dialog by the selector of its action, soon after the call returns; `identifier` is that of the
+    /// sender (empty: none). False when no Fernhop is running.
     virtual bool openDialog(ui::Selector selector, const std::string &identifier) = 0;
 
-    /// Ends Fernhop, soon after the call returns. False when none runs.
+    /// Quits Fernhop, soon after the call returns. False when none is running.
     virtual bool quit() = 0;
 };
 

@@ -26,7 +26,7 @@ ui::Selector selectorOf(Kind kind) {
     return "showFeedbackDialog";
 }
 
-/// An application that is gone may still have a rule.
+/// An uninstalled application may still have a rule.
 Lookup lookUpSource(const std::string &word, const Context &context) {
     auto installed = lookUpApplication(word, context);
     if (std::holds_alternative<std::string>(installed))
@@ -51,12 +51,12 @@ Lookup lookUpSubject(const command::ShowDialog &dialog, const Context &context) 
 
 CommandResult carryOut(const command::ShowDialog &dialog, const Call &call) {
     if (!call.context.session.running())
-        return failed("Fernhop does not run: it is the running Fernhop that shows dialogs.");
+        return failed("Fernhop is not running: only a running Fernhop can show dialogs.");
     const auto subject = lookUpSubject(dialog, call.context);
     if (const auto *failure = std::get_if<CommandResult>(&subject))
         return *failure;
     if (!call.context.controller.openDialog(selectorOf(dialog.kind), std::get<std::string>(subject)))
-        return failed("Fernhop does not run: it is the running Fernhop that shows dialogs.");
+        return failed("Fernhop is not running: only a running Fernhop can show dialogs.");
     return done("");
 }
 

@@ -11,10 +11,10 @@
 
 namespace fernhop::cli {
 
-/// Members keep the order in which they are documented.
+/// Members keep the order in which they are added.
 using Json = nlohmann::ordered_json;
 
-/// The document as text, indented, with a newline at its end. Bytes that are no UTF-8 become replacement
+/// The document as indented text that ends with a newline. Bytes that are not valid UTF-8 become replacement
 /// characters.
 [[nodiscard]] std::string documentText(const Json &document);
 

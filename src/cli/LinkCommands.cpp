@@ -21,12 +21,12 @@ Json explanationDocument(const RoutingDecision &decision) {
             {"because", nameOf(decision.because)},   {"steps", std::move(steps)}};
 }
 
-std::string_view becauseWords(RoutingReason reason) {
+std::string_view reasonText(RoutingReason reason) {
     switch (reason) {
     case RoutingReason::urlRule:
-        return "the URL rule says so";
+        return "the URL rule names it";
     case RoutingReason::appRule:
-        return "the app rule says so";
+        return "the app rule names it";
     case RoutingReason::fallback:
         return "it is the fallback browser";
     case RoutingReason::firstBrowser:
@@ -57,7 +57,7 @@ std::string explanationText(const RoutingDecision &decision, const Context &cont
     text +=
         line("Opens in:   ",
              decision.target ? decision.target->name + " (" + decision.target->bundleID + ")" : "nothing");
-    return text + line("Because:    ", becauseWords(decision.because));
+    return text + line("Because:    ", reasonText(decision.because));
 }
 
 } // namespace
@@ -80,7 +80,7 @@ CommandResult carryOut(const command::Open &open, const Call &call) {
             continue;
         result.status = exitStatus::failure;
         result.errors +=
-            failed(inQuotes(text) + (url ? " was not opened: Fernhop does not run." : " is not a URL."))
+            failed(inQuotes(text) + (url ? " was not opened: Fernhop is not running." : " is not a URL."))
                 .errors;
     }
     return result;

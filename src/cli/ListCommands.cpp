@@ -45,14 +45,15 @@ Json iconName(IconPlace place) {
 std::string iconText(const SessionReport &session) {
     switch (session.iconPlace()) {
     case IconPlace::panel:
-        return "shown by a panel that takes StatusNotifier items";
+        return "shown by a panel that supports StatusNotifierItem";
     case IconPlace::windowTray:
-        return "shown by an X11 tray";
+        return "shown by an XEmbed tray";
     case IconPlace::nowhere:
         break;
     }
-    return session.running() ? "not shown: no panel or tray takes it (GNOME needs its AppIndicator extension)"
-                             : "not shown";
+    return session.running()
+               ? "not shown: there is no panel or tray for it (GNOME needs its AppIndicator extension)"
+               : "not shown";
 }
 
 struct State {
@@ -67,7 +68,7 @@ struct State {
 std::vector<std::string> problemsIn(const Context &context) {
     auto problems = context.session.problems();
     if (context.controller.installedBrowsers().empty())
-        problems.emplace_back("No web browser is found, so no link can be opened.");
+        problems.emplace_back("No web browser was found, so no link can be opened.");
     return problems;
 }
 
@@ -100,7 +101,7 @@ std::string statusText(const State &state, const Context &context) {
     };
     const SessionReport &session = context.session;
     std::string text =
-        "Fernhop:            " + std::string(session.running() ? "runs" : "does not run") + "\n";
+        "Fernhop:            " + std::string(session.running() ? "running" : "not running") + "\n";
     text += "Icon:               " + iconText(session) + "\n";
     text += "App Routing:        " + onOff(state.routing) + "\n";
     text += "Handler of http:    " + named(state.httpHandler, "none") + "\n";
@@ -108,7 +109,7 @@ std::string statusText(const State &state, const Context &context) {
     text += "Fallback browser:   " + named(state.fallback, "none stored") + "\n";
     text += "Restore on quit:    " + onOff(state.restoreOnQuit) + "\n";
     text += "Source application: " + named(session.source(), "unknown") + "\n";
-    text += "Source known from:  " + plain(session.sourceProvider()) + "\n";
+    text += "Source reported by: " + plain(session.sourceProvider()) + "\n";
     for (const auto &problem : state.problems)
         text += "Problem: " + plain(problem) + "\n";
     return text;

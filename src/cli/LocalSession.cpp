@@ -4,8 +4,8 @@
 
 namespace fernhop::cli {
 
-LocalSession::LocalSession(const Parts &lent)
-    : parts(lent), applicationCatalog(parts.files, parts.bundles, parts.layout),
+LocalSession::LocalSession(const Parts &sessionParts)
+    : parts(sessionParts), applicationCatalog(parts.files, parts.bundles, parts.layout),
       catalog(parts.workspace, parts.files, parts.bundles, applicationCatalog), preferences(parts.defaults),
       browserList(catalog.installedBrowsers(ownBundleID(parts.bundles))),
       router({preferences, catalog, parts.workspace, parts.files, parts.bundles, browserList}),

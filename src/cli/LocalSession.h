@@ -13,9 +13,8 @@
 
 namespace fernhop::cli {
 
-/// A stand-in for a Fernhop that does not run: commands look at the system and change the settings by
-/// themselves. It scans for browsers when it is made, for other applications when they are asked for. Main
-/// thread only.
+/// Replaces the running Fernhop when there is none: commands read the system and change the settings in the
+/// client process. Scans for browsers on construction, for other applications on first use. Main thread only.
 class LocalSession : public Controller {
   public:
     /// Everything must outlive the session.
@@ -34,7 +33,7 @@ class LocalSession : public Controller {
     LocalSession(const LocalSession &) = delete;
     LocalSession &operator=(const LocalSession &) = delete;
 
-    /// What `perform` works on.
+    /// The context for `perform`.
     [[nodiscard]] Context context();
 
     const std::vector<InstalledApplication> &installedApplications() override;

@@ -12,7 +12,7 @@ namespace fernhop::cli {
 
 namespace {
 
-/// What is looked through: the identifiers and names of a list.
+/// An entry of a list of applications or browsers that is searched.
 struct Candidate {
     std::string bundleID;
     std::string name;
@@ -27,7 +27,7 @@ std::vector<Candidate> candidatesOf(const List &list) {
 }
 
 CommandResult ambiguous(const std::string &word, const std::vector<Candidate> &named) {
-    std::string reason = inQuotes(word) + " is the name of several. Say which by its identifier:";
+    std::string reason = inQuotes(word) + " is the name of several. Use an identifier instead:";
     for (const auto &candidate : named)
         reason += ' ' + candidate.bundleID;
     return failed(reason);
@@ -54,7 +54,7 @@ bool isInstalled(const std::string &bundleID, const Context &context) {
 
 Lookup lookUpBrowser(const std::string &word, BrowserKind kind, const Context &context) {
     if (word == ownBundleID(context.bundles))
-        return failed("Fernhop cannot open links itself: they would go round in a circle.");
+        return failed("Fernhop cannot open links itself: they would loop.");
     const auto candidates = candidatesOf(context.controller.installedBrowsers());
     const bool isListed = std::ranges::find(candidates, word, &Candidate::bundleID) != candidates.end();
     if (!isListed && kind == BrowserKind::anyInstalled && isInstalled(word, context))
@@ -67,7 +67,7 @@ Lookup lookUpBrowser(const std::string &word, BrowserKind kind, const Context &c
 
 Lookup lookUpApplication(const std::string &word, const Context &context) {
     if (word == ownBundleID(context.bundles))
-        return failed("Fernhop is never the application that a link comes from.");
+        return failed("Fernhop itself is never the source of a link.");
     if (isInstalled(word, context))
         return word;
     if (const auto found = byIdentifierOrName(word, candidatesOf(context.controller.installedApplications())))

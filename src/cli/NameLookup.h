@@ -8,31 +8,29 @@
 
 namespace fernhop::cli {
 
-/// What a person's word for an application or browser stands for: a bundle identifier, or why it stands for
-/// nothing.
+/// The bundle identifier of the application or browser that a word names, or the failure when it names none.
 using Lookup = std::variant<std::string, CommandResult>;
 
-/// Which applications count as the browser of a command.
+/// Which applications a command accepts as a browser.
 enum class BrowserKind {
     listed,       ///< those that declare web links
     anyInstalled, ///< any application, by its identifier: a rule may name it
 };
 
-/// The browser that `word` names: by its identifier, else by its exact name where only one browser has it.
-/// Fernhop is no browser here: links would go round in a circle.
+/// The browser that `word` names: by its identifier, else by its exact name if only one browser has it.
+/// Fernhop itself is not accepted: links would loop.
 [[nodiscard]] Lookup lookUpBrowser(const std::string &word, BrowserKind kind, const Context &context);
 
-/// The application that `word` names, in the same way, installed but in no list included.
+/// The application that `word` names, in the same way; also one that is installed but not listed.
 [[nodiscard]] Lookup lookUpApplication(const std::string &word, const Context &context);
 
-/// The source application of an app rule that `word` names: of the stored rules alone, so that a rule whose
-/// application is gone can be named too.
+/// The source application of a stored app rule that `word` names; it need not be installed any more.
 [[nodiscard]] Lookup lookUpRuledApplication(const std::string &word, const Context &context);
 
 /// The failure of a command that names a URL rule which is not stored.
 [[nodiscard]] CommandResult noSuchURLRule(const std::string &id);
 
-/// An application for people: its name and identifier; with a remark where it is not installed.
+/// An application as shown to people: its name and identifier, with a remark when it is not installed.
 [[nodiscard]] std::string describeApplication(const std::string &bundleID, const Context &context);
 
 } // namespace fernhop::cli

@@ -7,15 +7,15 @@
 
 namespace fernhop::cli {
 
-/// Tests URLs against the pattern of a rule that need not be stored.
+/// Tests URLs against a pattern.
 class PatternTest {
   public:
     explicit PatternTest(std::string pattern);
 
-    /// "yes" or "no" and a newline: whether the pattern matches `url`. What is no URL matches nothing.
+    /// "yes" or "no" and a newline: whether the pattern matches `url`. Text that is not a URL never matches.
     [[nodiscard]] std::string_view answerFor(std::string_view url);
 
-    /// Whether every answer so far was "yes".
+    /// Whether all answers so far were "yes".
     [[nodiscard]] bool allMatched() const { return matchedAll; }
 
   private:

@@ -13,14 +13,14 @@ namespace fernhop::cli {
 /// The running Fernhop as commands see it. Main thread only.
 class ResidentSession : public Controller {
   public:
-    /// Has a dialog opened, without waiting for it.
+    /// Requests a dialog, without waiting until it opens.
     using RequestDialog = std::function<void(const DialogRequest &)>;
 
-    /// The arguments must outlive the session; `platform` is what the controller was made with.
+    /// The arguments must outlive the session; `platform` is the one that the controller uses.
     ResidentSession(AppDelegate &delegate, const Platform &platform, const SessionReport &report,
                     RequestDialog requestDialog);
 
-    /// What `perform` works on.
+    /// The context for `perform`.
     [[nodiscard]] Context context();
 
     const std::vector<InstalledApplication> &installedApplications() override;

@@ -8,7 +8,7 @@ namespace fernhop::cli {
 
 namespace {
 
-std::string complaint(std::string_view reason) {
+std::string errorLine(std::string_view reason) {
     return "fernhop: " + plain(reason) + "\n";
 }
 
@@ -19,11 +19,11 @@ CommandResult done(std::string output) {
 }
 
 CommandResult failed(std::string_view reason) {
-    return {exitStatus::failure, "", complaint(reason)};
+    return {exitStatus::failure, "", errorLine(reason)};
 }
 
 CommandResult misused(std::string_view reason) {
-    return {exitStatus::usage, "", complaint(reason)};
+    return {exitStatus::usage, "", errorLine(reason)};
 }
 
 std::string inQuotes(std::string_view text) {

@@ -7,16 +7,16 @@
 
 namespace fernhop::cli {
 
-/// A command that was carried out and has `output` to show, lines with their ends.
+/// Success, with `output` to print, whose lines end with newlines.
 [[nodiscard]] CommandResult done(std::string output);
 
-/// A command that could not be carried out; `reason` is a sentence, made harmless for a terminal here.
+/// Failure; `reason` is a sentence, which is made safe for a terminal here.
 [[nodiscard]] CommandResult failed(std::string_view reason);
 
-/// A command that makes no sense whatever the state of the system; `reason` as for `failed`.
+/// Wrong usage, independent of the system's state; `reason` as for `failed`.
 [[nodiscard]] CommandResult misused(std::string_view reason);
 
-/// `text` in quotation marks, for a sentence.
+/// `text` in quotation marks.
 [[nodiscard]] std::string inQuotes(std::string_view text);
 
 } // namespace fernhop::cli

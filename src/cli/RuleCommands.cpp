@@ -15,27 +15,26 @@ namespace {
 
 constexpr std::string_view notStored = "The change could not be stored.";
 
-/// What is wrong with a pattern whatever the system's state; nothing when it can be a rule's.
-std::optional<CommandResult> refusalOf(const std::string &pattern) {
+/// The failure for a pattern that no rule can have; nothing for a valid one.
+std::optional<CommandResult> checkPattern(const std::string &pattern) {
     if (!isValidUtf8(pattern))
         return misused("The pattern " + inQuotes(pattern) + " is not valid UTF-8.");
     if (text::trimmed(pattern).empty())
-        return misused("The pattern is empty: it would match nothing.");
+        return misused("The pattern is empty: it would match no URL.");
     return std::nullopt;
 }
 
-/// What follows every choice of a browser for a rule, by menu, dialog or command: App Routing is on, so that
-/// the rule has a meaning.
+/// Finishes every command that chooses a browser for a rule: turns App Routing on, as the menu and the
+/// dialogs do, since rules have no effect without it.
 CommandResult ruleStored(const std::string &description, const Context &context) {
     const bool wasOn = context.defaultHandlers.isRoutingEnabled();
     context.defaultHandlers.turnAppRoutingOn();
     context.controller.rebuildMenu();
     CommandResult result = done(plain(description) + "\n");
     if (!wasOn && context.defaultHandlers.isRoutingEnabled())
-        result.output += "App Routing is on now.\n";
+        result.output += "App Routing is now on.\n";
     else if (!wasOn) {
-        const auto refused =
-            failed("The rule is stored, but the system did not let App Routing be turned on.");
+        const auto refused = failed("The rule is stored, but the system refused to turn App Routing on.");
         result.status = refused.status;
         result.errors = refused.errors;
     }
@@ -50,8 +49,8 @@ std::string describeRule(const URLRule &rule, const Context &context) {
 } // namespace
 
 CommandResult carryOut(const command::AddURLRule &rule, const Call &call) {
-    if (const auto refusal = refusalOf(rule.pattern))
-        return *refusal;
+    if (const auto failure = checkPattern(rule.pattern))
+        return *failure;
     const auto browser = lookUpBrowser(rule.browser, BrowserKind::anyInstalled, call.context);
     if (const auto *failure = std::get_if<CommandResult>(&browser))
         return *failure;
@@ -63,8 +62,8 @@ CommandResult carryOut(const command::AddURLRule &rule, const Call &call) {
 }
 
 CommandResult carryOut(const command::EditURLRule &edit, const Call &call) {
-    if (const auto refusal = refusalOf(edit.pattern))
-        return *refusal;
+    if (const auto failure = checkPattern(edit.pattern))
+        return *failure;
     const auto browser = lookUpBrowser(edit.browser, BrowserKind::anyInstalled, call.context);
     if (const auto *failure = std::get_if<CommandResult>(&browser))
         return *failure;

@@ -13,12 +13,12 @@ namespace {
 
 constexpr int documentVersion = 1;
 
-using ParsedJson = nlohmann::json; // looks members up quickly, however many there are
+using ParsedJson = nlohmann::json; // looks members up quickly
 
-/// Parses a text and notices members that stand twice in their object, of which a parser keeps one.
+/// A JSON parser that also detects repeated members, of which the library keeps only one.
 class StrictParser {
   public:
-    /// The value; a discarded one when the text is no JSON.
+    /// The value; a discarded one when the text is not JSON.
     ParsedJson parse(std::string_view text) {
         using Event = ParsedJson::parse_event_t;
         const auto notice = [this](int, Event event, ParsedJson &parsed) {
@@ -57,7 +57,7 @@ bool isAppRule(const auto &member) {
     return member.key().find('\0') == std::string::npos && isText(member.value());
 }
 
-/// What is wrong with a document, in words; nothing when it is right.
+/// Why a document is invalid, for people; nothing when it is valid.
 std::optional<std::string> faultOf(const ParsedJson &document) {
     if (!document.is_object() || !document.contains("version"))
         return "it is not an exported document";
@@ -66,18 +66,18 @@ std::optional<std::string> faultOf(const ParsedJson &document) {
     if (!hasExactly(document,
                     {"version", settingsKey::appRules, settingsKey::urlRules,
                      settingsKey::routingFallbackBrowserID, settingsKey::restoresDefaultBrowserOnQuit}))
-        return "a member is missing, or there is one that does not belong there";
+        return "a member is missing or unknown";
     const ParsedJson &urlRules = document.at(std::string(settingsKey::urlRules));
     if (!urlRules.is_array() || !std::ranges::all_of(urlRules, isRule))
-        return "its URL rules are not of the right form";
+        return "its URL rules are malformed";
     const ParsedJson &appRules = document.at(std::string(settingsKey::appRules));
     const auto members = appRules.items();
     if (!appRules.is_object() ||
         !std::all_of(members.begin(), members.end(), [](const auto &member) { return isAppRule(member); }))
-        return "its app rules are not of the right form";
+        return "its app rules are malformed";
     const ParsedJson &fallback = document.at(std::string(settingsKey::routingFallbackBrowserID));
     if (!fallback.is_null() && !isText(fallback))
-        return "its fallback browser is neither a text nor null";
+        return "its fallback browser is neither a string nor null";
     if (!document.at(std::string(settingsKey::restoresDefaultBrowserOnQuit)).is_boolean())
         return "its restore option is neither true nor false";
     return std::nullopt;
@@ -129,7 +129,7 @@ std::string encodeSettings(const SettingsDocument &document) {
         urlRules.push_back(toJson(rule));
     Json appRules = Json::object();
     for (const auto &[app, browser] : document.appRules)
-        appRules.get_ref<Json::object_t &>().emplace_back(app, browser); // they differ: no need to search
+        appRules.get_ref<Json::object_t &>().emplace_back(app, browser); // the keys differ: no need to search
     Json json = {{"version", documentVersion}};
     json[std::string(settingsKey::urlRules)] = std::move(urlRules);
     json[std::string(settingsKey::appRules)] = std::move(appRules);
@@ -144,7 +144,7 @@ std::variant<SettingsDocument, std::string> decodeSettings(std::string_view json
     if (document.is_discarded())
         return "it is not JSON";
     if (parser.sawRepeatedMember())
-        return "a member stands twice in it";
+        return "it contains a member twice";
     if (auto fault = faultOf(document))
         return *std::move(fault);
     return settingsIn(document);

@@ -11,7 +11,7 @@
 
 namespace fernhop::cli {
 
-/// All rules and settings, as they are carried from one place to another.
+/// All rules and settings, as they are exported and imported.
 struct SettingsDocument {
     std::vector<URLRule> urlRules;
     AppRules appRules;
@@ -21,19 +21,19 @@ struct SettingsDocument {
     bool operator==(const SettingsDocument &) const = default;
 };
 
-/// What is stored now.
+/// The stored settings.
 [[nodiscard]] SettingsDocument storedSettings(const Preferences &preferences);
 
-/// Replaces what is stored, as one update. False when it could not be stored.
+/// Replaces the stored settings in one update. False when that failed.
 [[nodiscard]] bool storeSettings(const SettingsDocument &document, Preferences &preferences);
 
 /// The document as JSON: one object with the member "version", 1, and the settings' keys.
 [[nodiscard]] std::string encodeSettings(const SettingsDocument &document);
 
-/// The document in a JSON text, or in words why it is none. All members must be there, none besides, none
-/// twice, each of its type: whatever differs was written by another program or another version, and half of
-/// it would be worse than none. Everything that `encodeSettings` writes is accepted. A text with a zero
-/// character is not: settings cannot hold it.
+/// The document in a JSON text, or a description of why the text is not one. It must have exactly the
+/// expected members, each once and of its type: anything else comes from another program or version, and half
+/// of its settings would be worse than none. Everything that `encodeSettings` writes is accepted. A string
+/// with a zero character is refused, since settings cannot store it.
 [[nodiscard]] std::variant<SettingsDocument, std::string> decodeSettings(std::string_view json);
 
 } // namespace fernhop::cli

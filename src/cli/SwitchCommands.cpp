@@ -14,7 +14,7 @@ namespace {
 CommandResult turnRoutingOn(const Context &context) {
     context.defaultHandlers.turnAppRoutingOn();
     if (!context.defaultHandlers.isRoutingEnabled())
-        return failed("The system did not let App Routing be turned on. 'fernhop status' may tell why.");
+        return failed("The system refused to turn App Routing on. 'fernhop status' may show why.");
     return done("App Routing is on.\n");
 }
 
@@ -24,8 +24,8 @@ CommandResult turnRoutingOff(const Context &context) {
     if (!context.defaultHandlers.isRoutingEnabled())
         return done("App Routing is off.\n");
     if (!context.defaultHandlers.effectiveDefaultBrowserID())
-        return failed("App Routing stays on: there is no browser to give the links to.");
-    return failed("The system did not let App Routing be turned off. 'fernhop status' may tell why.");
+        return failed("App Routing stays on: there is no browser to take over the links.");
+    return failed("The system refused to turn App Routing off. 'fernhop status' may show why.");
 }
 
 bool isDefault(const std::string &bundleID, const LaunchServices &launchServices) {
@@ -58,20 +58,21 @@ CommandResult carryOut(const command::RestoreOnQuit &restore, const Call &call) 
     if (!call.context.defaultHandlers.toggleRestoreDefaultBrowserOnQuit(&checkBox))
         return failed("The change could not be stored.");
     return done(std::string("The default browser is ") + (restore.on ? "" : "not ") +
-                "restored when Fernhop ends.\n");
+                "restored when Fernhop quits.\n");
 }
 
 CommandResult carryOut(const command::Run &, const Call &call) {
-    return call.context.session.running() ? done("Fernhop runs already.\n") : failed("Fernhop does not run.");
+    return call.context.session.running() ? done("Fernhop is already running.\n")
+                                          : failed("Fernhop is not running.");
 }
 
 CommandResult carryOut(const command::Refresh &, const Call &call) {
-    // Without a running Fernhop nothing is out of date: each start, and each command, looks anew.
-    return done(call.context.controller.refresh() ? "" : "Fernhop does not run.\n");
+    // Without a running Fernhop nothing is out of date: each start and each command scans anew.
+    return done(call.context.controller.refresh() ? "" : "Fernhop is not running.\n");
 }
 
 CommandResult carryOut(const command::Quit &, const Call &call) {
-    return done(call.context.controller.quit() ? "" : "Fernhop does not run.\n");
+    return done(call.context.controller.quit() ? "" : "Fernhop is not running.\n");
 }
 
 } // namespace fernhop::cli

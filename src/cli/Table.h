@@ -5,16 +5,16 @@
 
 namespace fernhop::cli {
 
-/// Rows for people: columns aligned by what a terminal shows, two spaces between them, every cell on its line
-/// and harmless to the terminal.
+/// A table for people: columns are aligned by their width in a terminal, with two spaces between them; cells
+/// are made safe for the terminal.
 class Table {
   public:
     explicit Table(std::vector<std::string> headings);
 
-    /// Adds a row with as many cells as there are headings; cells may be any bytes.
+    /// Adds a row with as many cells as there are headings. Cells may be any bytes.
     void add(std::vector<std::string> cells);
 
-    /// The headings and rows, a line each.
+    /// The headings and the rows, one line each.
     [[nodiscard]] std::string text() const;
 
   private:

@@ -13,14 +13,14 @@ CommandResult carryOut(const command::Export &, const Call &call) {
 CommandResult carryOut(const command::Import &, const Call &call) {
     const auto decoded = decodeSettings(call.input);
     if (const auto *fault = std::get_if<std::string>(&decoded))
-        return failed("The document is refused and nothing is changed: " + *fault + ".");
+        return failed("The document was refused and nothing was changed: " + *fault + ".");
     const auto &document = std::get<SettingsDocument>(decoded);
     const bool stored = storeSettings(document, call.context.preferences);
     call.context.controller.rebuildMenu();
     if (!stored)
         return failed("The settings could not be stored.");
     return done(std::to_string(document.urlRules.size()) + " URL rules and " +
-                std::to_string(document.appRules.size()) + " app rules are stored now.\n");
+                std::to_string(document.appRules.size()) + " app rules were stored.\n");
 }
 
 } // namespace fernhop::cli

@@ -4,7 +4,7 @@ namespace fernhop {
 
 namespace {
 
-std::string_view candidateWords(RoutingReason reason) {
+std::string_view candidateText(RoutingReason reason) {
     switch (reason) {
     case RoutingReason::urlRule:
         return "The URL rule's browser ";
@@ -20,7 +20,7 @@ std::string_view candidateWords(RoutingReason reason) {
     return "";
 }
 
-std::string_view causeWords(PassedOver::Cause cause) {
+std::string_view causeText(PassedOver::Cause cause) {
     switch (cause) {
     case PassedOver::Cause::isFernhop:
         return " is Fernhop itself.";
@@ -29,7 +29,7 @@ std::string_view causeWords(PassedOver::Cause cause) {
     case PassedOver::Cause::outranked:
         break;
     }
-    return " stands back: a URL rule matches.";
+    return " is overridden by a matching URL rule.";
 }
 
 } // namespace
@@ -51,9 +51,9 @@ std::string_view nameOf(RoutingReason reason) {
 }
 
 std::string describe(const PassedOver &passed) {
-    std::string words(candidateWords(passed.candidate));
-    words.append(passed.bundleID).append(causeWords(passed.cause));
-    return words;
+    std::string sentence(candidateText(passed.candidate));
+    sentence.append(passed.bundleID).append(causeText(passed.cause));
+    return sentence;
 }
 
 std::string noTargetLogLine(const RoutingDecision &decision) {

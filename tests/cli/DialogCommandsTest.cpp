@@ -56,7 +56,7 @@ TEST(DialogCommandsWithoutFernhop, Fail) {
     world.report.runs = false;
     const auto result = world.run({"dialog", "feedback"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.errors.find("Fernhop does not run"), std::string::npos);
+    EXPECT_NE(result.errors.find("Fernhop is not running"), std::string::npos);
 }
 
 } // namespace

@@ -126,7 +126,7 @@ TEST_F(Opening, OpensTheOthersWhenOneIsNoURL) {
 TEST_F(Opening, NeedsARunningFernhop) {
     const auto told = run({"open", "https://a.example/"});
     EXPECT_EQ(told.status, 1);
-    EXPECT_NE(told.errors.find("does not run"), std::string::npos);
+    EXPECT_NE(told.errors.find("is not running"), std::string::npos);
     EXPECT_TRUE(workspace.opened.empty());
 }
 

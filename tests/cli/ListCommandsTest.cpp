@@ -49,13 +49,13 @@ TEST_P(ListCommands, StatusTellsWhatShowsTheIcon) {
         EXPECT_NE(output.find("\n" + line + "\n"), std::string::npos) << output;
     };
     tells(GetParam()
-              ? "Icon:               not shown: no panel or tray takes it (GNOME needs its AppIndicator "
+              ? "Icon:               not shown: there is no panel or tray for it (GNOME needs its AppIndicator "
                 "extension)"
               : "Icon:               not shown");
     report.icon = IconPlace::panel;
-    tells("Icon:               shown by a panel that takes StatusNotifier items");
+    tells("Icon:               shown by a panel that supports StatusNotifierItem");
     report.icon = IconPlace::windowTray;
-    tells("Icon:               shown by an X11 tray");
+    tells("Icon:               shown by an XEmbed tray");
 }
 
 TEST_P(ListCommands, StatusIsForPeopleToo) {
@@ -137,7 +137,7 @@ TEST_F(EmptySystem, IsSaidToHaveNoBrowser) {
     report.obstacles = {"No portal."};
     const auto status = json::parse(run({"status", "--json"}).output);
     EXPECT_EQ(status["problems"],
-              (json::array({"No portal.", "No web browser is found, so no link can be opened."})));
+              (json::array({"No portal.", "No web browser was found, so no link can be opened."})));
 }
 
 TEST_F(EmptySystem, HasNoTargetForALink) {

@@ -133,7 +133,7 @@ TEST_P(RuleCommands, ChoosingABrowserTurnsRoutingOn) {
     setDefaultBrowser(alpha);
     const auto added = run({"url-rules", "add", "docs.example", beta});
     EXPECT_EQ(added.status, 0);
-    EXPECT_NE(added.output.find("App Routing is on now.\n"), std::string::npos);
+    EXPECT_NE(added.output.find("App Routing is now on.\n"), std::string::npos);
     EXPECT_EQ(launchServices.handlers["https"], own);
     EXPECT_EQ(defaults.stringForKey("routingFallbackBrowserID"), alpha);
 
@@ -159,7 +159,7 @@ TEST_P(RuleCommands, TellsWhenRoutingCannotBeTurnedOn) {
     launchServices.refuses = true;
     const auto told = run({"url-rules", "add", "docs.example", beta});
     EXPECT_EQ(told.status, 1);
-    EXPECT_NE(told.errors.find("did not let"), std::string::npos);
+    EXPECT_NE(told.errors.find("refused to turn"), std::string::npos);
     EXPECT_EQ(preferences().urlRules().size(), 1U);
 }
 

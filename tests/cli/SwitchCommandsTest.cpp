@@ -64,12 +64,12 @@ TEST_P(SwitchCommands, DefaultTakesBrowsersOnly) {
 
 TEST_P(SwitchCommands, RestoreOnQuitIsStored) {
     EXPECT_EQ(run({"restore-on-quit", "on"}),
-              (CommandResult{0, "The default browser is restored when Fernhop ends.\n", ""}));
+              (CommandResult{0, "The default browser is restored when Fernhop quits.\n", ""}));
     EXPECT_EQ(defaults.stored["restoresDefaultBrowserOnQuit"], PropertyValue{true});
     EXPECT_EQ(run({"restore-on-quit", "on"}).status, 0);
     EXPECT_EQ(defaults.stored["restoresDefaultBrowserOnQuit"], PropertyValue{true});
     EXPECT_EQ(run({"restore-on-quit", "off"}),
-              (CommandResult{0, "The default browser is not restored when Fernhop ends.\n", ""}));
+              (CommandResult{0, "The default browser is not restored when Fernhop quits.\n", ""}));
     EXPECT_EQ(defaults.stored["restoresDefaultBrowserOnQuit"], PropertyValue{false});
     expectMenuRebuilt();
 }
@@ -103,14 +103,14 @@ TEST(Quit, EndsTheRunningFernhop) {
 
 TEST(WithoutARunningFernhop, ThereIsNothingToRefreshOrEnd) {
     World world;
-    EXPECT_EQ(world.run({"refresh"}), (CommandResult{0, "Fernhop does not run.\n", ""}));
-    EXPECT_EQ(world.run({"quit"}), (CommandResult{0, "Fernhop does not run.\n", ""}));
+    EXPECT_EQ(world.run({"refresh"}), (CommandResult{0, "Fernhop is not running.\n", ""}));
+    EXPECT_EQ(world.run({"quit"}), (CommandResult{0, "Fernhop is not running.\n", ""}));
 }
 
 TEST(RunAgain, IsNoFailure) {
     World world;
     world.launch();
-    EXPECT_EQ(world.run({}), (CommandResult{0, "Fernhop runs already.\n", ""}));
+    EXPECT_EQ(world.run({}), (CommandResult{0, "Fernhop is already running.\n", ""}));
     world.report.runs = false;
     EXPECT_EQ(world.run({}).status, 1);
 }

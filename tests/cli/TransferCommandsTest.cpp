@@ -38,7 +38,7 @@ TEST_P(Transfer, ImportReplacesEverythingAsOneUpdate) {
     defaults.stored["other"] = {std::string("kept")};
     const int updates = defaults.updates;
     const auto told = run({"import", "-"}, complete.dump());
-    EXPECT_EQ(told, (CommandResult{0, "1 URL rules and 2 app rules are stored now.\n", ""}));
+    EXPECT_EQ(told, (CommandResult{0, "1 URL rules and 2 app rules were stored.\n", ""}));
     EXPECT_GT(defaults.updates, updates);
     EXPECT_EQ(preferences().urlRules(), (std::vector<URLRule>{{"1", "*.pdf", "org.b"}}));
     EXPECT_EQ(preferences().appRules(), (AppRules{{"org.a", "org.b"}, {"org.c", "org.d"}}));
@@ -61,7 +61,7 @@ TEST_P(Transfer, ARefusedDocumentChangesNothing) {
     const auto told = run({"import", "-"}, "{}");
     EXPECT_EQ(told.status, 1);
     EXPECT_EQ(told.output, "");
-    EXPECT_NE(told.errors.find("nothing is changed"), std::string::npos);
+    EXPECT_NE(told.errors.find("nothing was changed"), std::string::npos);
     EXPECT_EQ(defaults.writes, 0);
     EXPECT_EQ(statusBar.menusSet, 0);
 }

@@ -49,7 +49,7 @@ TEST_F(Decision, TellsWhyEachEarlierCandidateWasPassedOver) {
     EXPECT_EQ(describe(decision.passedOver[0]),
               "The URL rule's browser org.fernhop.Fernhop is Fernhop itself.");
     EXPECT_EQ(describe(decision.passedOver[1]),
-              "The app rule's browser browser.a stands back: a URL rule matches.");
+              "The app rule's browser browser.a is overridden by a matching URL rule.");
     EXPECT_EQ(describe(decision.passedOver[2]), "The fallback browser browser.gone is not installed.");
 }
 

@@ -186,7 +186,7 @@ TEST_P(CommandLineSession, quitEndsTheRunningFernhop) {
         EXPECT_EQ(session.resident->wait(), 0);
         EXPECT_EQ(session.output(), "");
     } else {
-        EXPECT_EQ(session.output(), "Fernhop does not run.\n");
+        EXPECT_EQ(session.output(), "Fernhop is not running.\n");
     }
 }
 

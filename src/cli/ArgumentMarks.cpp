@@ -1,4 +1,4 @@
-#include "cli/Words.h"
+#include "cli/ArgumentMarks.h"
 
 #include <algorithm>
 #include <string_view>
@@ -24,7 +24,7 @@ bool mayBeOptionOrCommand(std::string_view word) {
     return isName(isLong ? word.substr(0, word.find('=')) : word);
 }
 
-/// "--option=value" with the mark on its value, which may be empty and would then not count as one.
+/// "--option=value" with the mark on the value. An empty value would otherwise count as missing.
 std::string withProtectedValue(std::string word) {
     const auto equals = word.find('=');
     if (equals != std::string::npos)
@@ -34,7 +34,7 @@ std::string withProtectedValue(std::string word) {
 
 } // namespace
 
-std::vector<std::string> protectedWords(const std::vector<std::string> &words) {
+std::vector<std::string> protectedArguments(const std::vector<std::string> &words) {
     std::vector<std::string> result;
     bool optionsEnded = false;
     for (const auto &word : words) {
