@@ -15,5 +15,5 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS "dbus-user-session | dbus-x11")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, libglib2.0-bin, libcanberra0, qt6-wayland, libqt6svg6")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "sound-theme-freedesktop")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "A link router for the desktop. As the default browser it receives every link that an application opens and hands it to\n the browser that the user's rules name: by the link itself, by the application that it comes from, or else to the fallback.")
+    "A link router for the desktop. As the default browser it receives every link that an application opens and passes it to\n the browser that the user's rules name, by the link or by the application that it comes from, or else to the fallback.")
 include(CPack)

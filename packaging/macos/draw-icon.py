@@ -10,10 +10,10 @@ import subprocess
 import sys
 from pathlib import Path
 
-# The container holds PNG files, each behind a code that says for which size in points and at which scale it is.
+# The container holds PNG files, each preceded by a code for its size in points and its scale.
 PIXELS = {b"ic07": 128, b"ic08": 256, b"ic09": 512,
           b"ic11": 32, b"ic12": 64, b"ic13": 256, b"ic14": 512, b"ic10": 1024}
-# Icons of the system leave a margin around them: 824 of 1024 are theirs.
+# The system's icons leave a margin: they use 824 of 1024 pixels.
 SHARE = 824 / 1024
 
 

@@ -7,8 +7,8 @@ _fernhop_identifiers() {
     fernhop "$@" --json 2>/dev/null | sed -n "s/^ *\"$field\": \"\(.*\)\",\{0,1\}$/\1/p"
 }
 
-# Offers those lines that begin like the word at the cursor. They are taken as they stand ("compgen -W" would run what
-# looks like a command in them) and quoted, for identifiers may hold anything.
+# Offers the lines that begin with the word at the cursor, quoted, since identifiers may contain anything. ("compgen -W"
+# would expand commands in them.)
 _fernhop_offer() {
     local line
     COMPREPLY=()

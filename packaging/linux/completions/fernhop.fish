@@ -35,22 +35,22 @@ complete --command fernhop --short-option h --long-option help --description 'Pr
 complete --command fernhop --condition __fernhop_after --long-option version --description 'Print the version and exit'
 
 set --local commands \
-    open 'Deliver links as another application would' \
-    explain 'Tell which browser a link goes to, and why' \
+    open 'Open links as if another application had opened them' \
+    explain 'Show which browser a link would open in, and why' \
     match 'Test a pattern against URLs' \
-    status 'Print the state of Fernhop' \
+    status 'Show the state of Fernhop' \
     apps 'List the installed applications' \
     browsers 'List the installed browsers' \
     url-rules 'List and change the URL rules' \
     app-rules 'List and change the app rules' \
     routing 'Turn App Routing on or off' \
     default 'Make a browser the system\'s default' \
-    restore-on-quit 'Give the default browser its role back when Fernhop ends' \
+    restore-on-quit 'Choose whether the default browser is restored on quit' \
     export 'Write all rules and settings' \
     import 'Replace all rules and settings' \
-    dialog 'Show a dialog of the running Fernhop' \
-    refresh 'Look for applications anew' \
-    quit 'End the running Fernhop'
+    dialog 'Open a dialog of the running Fernhop' \
+    refresh 'Rescan the applications and browsers' \
+    quit 'Quit the running Fernhop'
 while set --query commands[1]
     complete --command fernhop --condition __fernhop_after --arguments $commands[1] --description $commands[2]
     set --erase commands[1..2]

@@ -1,5 +1,5 @@
-# Runs when Fernhop is installed, not when it is built: only then is it known which folder the programs go to, and the
-# files written here name them by their whole path.
+# Runs when Fernhop is installed, not when it is built: the files written here contain the full paths of the programs,
+# which are not known before.
 #
 # Given: TEMPLATES (this folder), STAGING (a folder for the finished files), BINDIR and DATADIR (relative to the prefix, or
 # absolute).
@@ -14,7 +14,8 @@ function(escape_for_key_file text result)
     set(${result} "${escaped}" PARENT_SCOPE)
 endfunction()
 
-# A path as a word of a command line. Quotes only where they are needed: xdg-open splits Exec at spaces and knows none.
+# A path as an argument of a command line. It is quoted only if necessary: xdg-open splits Exec at spaces and does not
+# understand quotes.
 function(command_word path result)
     set(word "${path}")
     if(NOT path MATCHES "^[A-Za-z0-9/._+@:,%-]+$")
@@ -39,7 +40,7 @@ escape_for_key_file("${bin}/fernhop-open" OPENER_PATH)
 function(install_configured template folder name)
     configure_file("${TEMPLATES}/${template}" "${STAGING}/${folder}/${name}" @ONLY)
     file(INSTALL DESTINATION "${data}/${folder}" TYPE FILE FILES "${STAGING}/${folder}/${name}")
-    # The manifest is what the caller's scope holds at the end.
+    # CMake writes the manifest from the variable in the caller's scope.
     set(CMAKE_INSTALL_MANIFEST_FILES "${CMAKE_INSTALL_MANIFEST_FILES}" PARENT_SCOPE)
 endfunction()
 
@@ -48,7 +49,7 @@ install_configured(org.fernhop.Fernhop.Resident.desktop.in applications org.fern
 install_configured(org.fernhop.Fernhop.service.in dbus-1/services org.fernhop.Fernhop.service)
 install_configured(xfce4-helper.desktop.in xfce4/helpers org.fernhop.Fernhop.desktop)
 
-# Into a package's folder nothing more is done: the package manager refreshes what it installs.
+# In a package's staging folder nothing is refreshed: the package manager does that when it installs.
 if("$ENV{DESTDIR}" STREQUAL "")
     set(mimeCache "${data}/applications/mimeinfo.cache")
     if(NOT EXISTS "${mimeCache}")
@@ -61,12 +62,12 @@ if("$ENV{DESTDIR}" STREQUAL "")
     if(isCacheOurs AND EXISTS "${mimeCache}")
         list(APPEND CMAKE_INSTALL_MANIFEST_FILES "${mimeCache}")
     endif()
-    # Without a cache, icons are found at once; one that is there must not hide the new one.
+    # Without a cache, icons are found at once; an outdated cache would hide the new one.
     find_program(gtk_update_icon_cache gtk-update-icon-cache)
     if(gtk_update_icon_cache AND EXISTS "${data}/icons/hicolor/icon-theme.cache")
         execute_process(COMMAND "${gtk_update_icon_cache}" -q -t -f "${data}/icons/hicolor")
     endif()
-    # The bus watches only folders that were there when it started.
+    # The bus watches only folders that existed when it started.
     find_program(dbus_send dbus-send)
     if(dbus_send AND NOT "$ENV{DBUS_SESSION_BUS_ADDRESS}" STREQUAL "")
         execute_process(COMMAND "${dbus_send}" --session --print-reply --dest=org.freedesktop.DBus /org/freedesktop/DBus
