@@ -14,7 +14,7 @@
 
 namespace fernhop {
 
-/// What a selector is invoked with; each operation takes what it needs and ignores the rest.
+/// The arguments of an action; each operation uses what it needs and ignores the rest.
 struct ActionArguments {
     const Object *sender = nullptr; ///< the menu item or control
     const Notification *notification = nullptr;
@@ -23,10 +23,10 @@ struct ActionArguments {
     std::ptrdiff_t row = -1; ///< of a table
 };
 
-/// What a selector answers; most answer nothing.
+/// The result of an action; most have none.
 using ActionResult = std::variant<std::monostate, bool, std::size_t, TerminateReply, std::shared_ptr<Object>>;
 
-/// From selector text to operation: how menus, dialogs and the desktop invoke the controller.
+/// Maps each selector to its operation: this is how menus, dialogs and the desktop invoke the controller.
 using ActionTable = std::map<std::string_view, std::function<ActionResult(const ActionArguments &)>>;
 
 } // namespace fernhop

@@ -35,7 +35,7 @@ AppDelegate::AppDelegate(Platform desktop)
 }
 
 void AppDelegate::init() {
-    // Before launch has finished, so that the link which starts the application is caught.
+    // Before launch has finished, so that the link which started the application is not missed.
     platform.links.setEventHandler(
         [this](const LinkEventDescriptor &event, LinkEventDescriptor &) { intake.handleGetURLEvent(event); },
         getUrlEventCode, getUrlEventCode);
@@ -85,7 +85,7 @@ RoutingDecision AppDelegate::decide(const Url &url, const std::optional<std::str
 }
 
 void AppDelegate::open(const Url &url, const Browser &browser) {
-    // The completion may come on any thread: it has copies of its own and touches no state of the controller.
+    // The completion may come on any thread, so it uses copies and no state of the controller.
     auto report = [url, browser, &log = platform.log, &sound = platform.sound](
                       const std::shared_ptr<RunningApplication> &, const std::optional<OpenError> &error) {
         if (!error)
@@ -113,7 +113,7 @@ void AppDelegate::systemAppearanceDidChange() {
 }
 
 void AppDelegate::rebuildMenu() {
-    // One reading, so that the tooltip and every item of the menu agree.
+    // Read once, so that the tooltip and all menu items agree.
     const auto defaultBrowser = defaultHandlerControl.read();
     statusItemAppearance.updateStatusItemAppearance(*statusItem, defaultBrowser.routingEnabled);
     statusItem->setMenu(std::make_shared<const ui::Menu>(statusMenu.build(defaultBrowser)));

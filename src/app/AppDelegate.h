@@ -28,38 +28,38 @@
 
 namespace fernhop {
 
-/// The one controller: owns all state, receives links, and has the operation behind every menu item, control
-/// and callback of the desktop. Lives until the process ends. Main thread only.
+/// The one controller: owns all state, receives links, and implements every action of menu items, controls
+/// and the desktop. Lives until the process ends. Main thread only.
 class AppDelegate {
   public:
-    /// Sets up the state and starts to take links; they wait until launch has finished.
+    /// Sets up the state and begins to receive links, which are queued until launch has finished.
     explicit AppDelegate(Platform platform);
     AppDelegate(const AppDelegate &) = delete;
     AppDelegate &operator=(const AppDelegate &) = delete;
 
-    /// Invokes the operation of a selector; nothing when there is no such selector.
+    /// Performs the operation of a selector; nothing when there is no such selector.
     std::optional<ActionResult> perform(std::string_view selector, const ActionArguments &arguments = {});
 
     /// Every selector with its operation.
     [[nodiscard]] const ActionTable &actionTable() const { return actions; }
 
-    /// The start-up, run once when the desktop says that the application has launched.
+    /// Starts up; called once when the desktop reports that the application has launched.
     void applicationDidFinishLaunching();
     /// False: opening the application again does nothing.
     [[nodiscard]] bool applicationShouldHandleReopen() const { return false; }
-    /// False: the application has no windows to live by.
+    /// False: the application has no main window.
     [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
-    /// Hands the default role back where that is wanted; the answer is always `now`.
+    /// Restores the default browser if the user wants that; always returns `now`.
     [[nodiscard]] TerminateReply applicationShouldTerminate();
 
-    /// Decides on a link and opens it, or drops it with a log line and a beep.
+    /// Opens a link in the browser that the router chooses; without one, logs the link and beeps.
     void route(const Url &url);
-    /// Decides on a link from `source` without opening it.
+    /// The decision for a link from `source` (nothing: unknown), which is not opened.
     [[nodiscard]] RoutingDecision decide(const Url &url, const std::optional<std::string> &source);
 
-    /// Scans the installed applications and browsers anew. Does not rebuild the menu.
+    /// Rescans the installed applications and browsers. Does not rebuild the menu.
     void refreshBrowsers();
-    /// Builds the menu from the present state, gives it to the status item and dresses its icon.
+    /// Builds the menu from the current state and updates the status item.
     void rebuildMenu();
 
     [[nodiscard]] Preferences &settings() { return preferences; }
@@ -84,7 +84,7 @@ class AppDelegate {
     void systemAppearanceDidChange();
     void open(const Url &url, const Browser &browser);
 
-    /// Runs a dialog, unless one is open already: that one comes to the front instead.
+    /// Runs a dialog; if one is already open, brings it to the front instead.
     void runDialog(const std::function<void()> &dialog);
     void showAddURLRuleDialog();
     void showEditURLRuleDialog(const URLRule &rule);

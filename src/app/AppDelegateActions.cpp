@@ -4,7 +4,7 @@ namespace fernhop {
 
 namespace {
 
-/// An operation that takes nothing and answers nothing.
+/// An operation without arguments and result.
 template <typename Operation>
 auto plain(Operation operation) {
     return [operation](const ActionArguments &) -> ActionResult {
@@ -13,7 +13,7 @@ auto plain(Operation operation) {
     };
 }
 
-/// An operation that takes the sender and answers nothing.
+/// An operation that takes the sender and has no result.
 template <typename Operation>
 auto fromSender(Operation operation) {
     return [operation](const ActionArguments &arguments) -> ActionResult {

@@ -17,8 +17,8 @@
 
 namespace fernhop {
 
-/// The desktop as the controller is given it: one implementation of each interface, made once by `main`. All
-/// of them outlive the controller.
+/// The desktop as the controller uses it: one implementation of each interface, made once by `main`. All of
+/// them outlive the controller.
 struct Platform {
     Application &application;
     Workspace &workspace;

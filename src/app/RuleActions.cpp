@@ -20,8 +20,8 @@ const Selection *representedSelection(const Object *sender) {
 
 } // namespace
 
-RuleActions::RuleActions(Preferences &store, DefaultHandlerControl &handlers, Consequences setOff)
-    : preferences(store), defaultHandlers(handlers), consequences(std::move(setOff)) {}
+RuleActions::RuleActions(Preferences &store, DefaultHandlerControl &handlers, Callbacks actionCallbacks)
+    : preferences(store), defaultHandlers(handlers), callbacks(std::move(actionCallbacks)) {}
 
 void RuleActions::setBrowserForSelectedApp(const Object *sender) {
     const auto *selection = representedSelection<RuleSelection>(sender);
@@ -29,7 +29,7 @@ void RuleActions::setBrowserForSelectedApp(const Object *sender) {
         return;
     preferences.setBrowser(selection->browserBundleID, selection->sourceBundleID);
     defaultHandlers.turnAppRoutingOn();
-    consequences.rebuildMenu();
+    callbacks.rebuildMenu();
 }
 
 void RuleActions::clearRule(const Object *sender) {
@@ -44,7 +44,7 @@ void RuleActions::setBrowserForURLRule(const Object *sender) {
         return;
     preferences.updateURLRule(rule->id, rule->pattern, selection->browserBundleID);
     defaultHandlers.turnAppRoutingOn();
-    consequences.rebuildMenu();
+    callbacks.rebuildMenu();
 }
 
 void RuleActions::editURLRule(const Object *sender) {
@@ -59,7 +59,7 @@ void RuleActions::clearURLRule(const Object *sender) {
 
 void RuleActions::editRuleFromWindow(const Object *sender) {
     if (const std::string *app = identifierOf(sender))
-        consequences.editAppRule(*app);
+        callbacks.editAppRule(*app);
 }
 
 void RuleActions::clearRuleFromWindow(const Object *sender) {
@@ -79,17 +79,17 @@ void RuleActions::clearURLRuleFromWindow(const Object *sender) {
 
 void RuleActions::removeAppRule(const std::string &app) {
     preferences.removeRule(app);
-    consequences.rebuildMenu();
+    callbacks.rebuildMenu();
 }
 
 void RuleActions::removeURLRule(const std::string &id) {
     preferences.removeURLRule(id);
-    consequences.rebuildMenu();
+    callbacks.rebuildMenu();
 }
 
 void RuleActions::editExistingURLRule(const std::string &id) {
     if (const auto rule = preferences.urlRuleWithID(id))
-        consequences.editURLRule(*rule);
+        callbacks.editURLRule(*rule);
 }
 
 } // namespace fernhop

@@ -10,33 +10,33 @@
 
 namespace fernhop {
 
-/// The actions by which menu items and buttons change rules. Each reads what its sender carries; a sender
-/// that carries something else, or nothing, changes nothing. Choosing a browser turns App Routing on;
-/// removing a rule leaves it as it is. Main thread only.
+/// The actions of menu items and buttons that change rules. A sender without the expected represented object
+/// or identifier changes nothing. Choosing a browser turns App Routing on; removing a rule does not change
+/// it. Main thread only.
 class RuleActions {
   public:
-    /// What the actions set off beside their change.
-    struct Consequences {
+    /// What the actions call besides changing the settings.
+    struct Callbacks {
         std::function<void()> rebuildMenu;
         std::function<void(const URLRule &)> editURLRule;                   ///< opens its dialog
         std::function<void(const std::string &sourceBundleID)> editAppRule; ///< opens its dialog
     };
 
     /// The references must outlive this object.
-    RuleActions(Preferences &preferences, DefaultHandlerControl &defaultHandlers, Consequences consequences);
+    RuleActions(Preferences &preferences, DefaultHandlerControl &defaultHandlers, Callbacks callbacks);
 
-    /// A menu item that carries a `RuleSelection`.
+    /// The sender is a menu item with a `RuleSelection`.
     void setBrowserForSelectedApp(const Object *sender);
-    /// A menu item that carries the source application's identifier.
+    /// The sender is a menu item with the source application's identifier.
     void clearRule(const Object *sender);
-    /// A menu item that carries a `URLRuleSelection`; a rule that is gone is left alone.
+    /// The sender is a menu item with a `URLRuleSelection`; a removed rule stays removed.
     void setBrowserForURLRule(const Object *sender);
-    /// A menu item that carries the rule's identifier; a rule that is gone opens no dialog.
+    /// The sender is a menu item with the rule's identifier; a removed rule opens no dialog.
     void editURLRule(const Object *sender);
-    /// A menu item that carries the rule's identifier.
+    /// The sender is a menu item with the rule's identifier.
     void clearURLRule(const Object *sender);
 
-    /// The same by buttons, whose identifier is the source application's or the rule's.
+    /// The same for buttons, whose `identifier` is the source application's or the rule's.
     void editRuleFromWindow(const Object *sender);
     void clearRuleFromWindow(const Object *sender);
     void editURLRuleFromWindow(const Object *sender);
@@ -49,7 +49,7 @@ class RuleActions {
 
     Preferences &preferences;
     DefaultHandlerControl &defaultHandlers;
-    Consequences consequences;
+    Callbacks callbacks;
 };
 
 } // namespace fernhop

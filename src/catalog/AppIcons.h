@@ -13,11 +13,11 @@
 
 namespace fernhop {
 
-/// Icons and names of applications, for menus and dialogs. Icons are asked of the workspace once for each
-/// bundle and size. Main thread only.
+/// Icons and names of applications, for menus and dialogs. Each icon is fetched once for each bundle and
+/// size. Main thread only.
 class AppIcons {
   public:
-    /// What it looks at; everything must outlive it. The lists are read at each call.
+    /// Where icons and names come from; must outlive this object. The lists are read at each call.
     struct Sources {
         const Workspace &workspace;
         const BrowserCatalog &catalog;
@@ -25,21 +25,20 @@ class AppIcons {
         const std::vector<Browser> &installedBrowsers;
     };
 
-    explicit AppIcons(Sources looksAt) : sources(looksAt) {}
+    explicit AppIcons(Sources iconSources) : sources(iconSources) {}
 
-    /// The icon of the bundle at `appURL`, `size` points wide and high; never null. The same object each
-    /// time: it must not be resized. A size that is no finite number is a programming error and ends the
-    /// process.
+    /// The icon of the bundle at `appURL`, `size` points wide and high; never null. The object is shared. A
+    /// size that is not finite is a programming error and ends the process.
     [[nodiscard]] ui::ImageReference appIcon(const Url &appURL, double size);
 
     /// The icon of an application by its identifier, always at 16 points; null without an identifier or when
-    /// it is not installed.
+    /// the application is not installed.
     [[nodiscard]] ui::ImageReference appIcon(const std::optional<std::string> &bundleID, double size);
 
     /// The name to show for an identifier.
     [[nodiscard]] std::string appName(const std::string &bundleID) const;
 
-    /// Forgets all icons, so that those of updated applications are loaded anew.
+    /// Discards the cached icons, since applications may have changed theirs.
     void clear() { appIconCache.clear(); }
 
   private:

@@ -11,8 +11,8 @@ namespace fernhop {
 
 namespace {
 
-/// What follows the last dot of a path's last component. Empty without a dot, or when nothing stands before
-/// it: ".app" is a hidden file's name.
+/// The part of the last path component after its last dot; empty without a dot, or when the name begins with
+/// its only dot: ".app" is a hidden file.
 std::string_view pathExtension(std::string_view path) {
     const std::string_view name = path.substr(path.rfind('/') + 1);
     const auto dot = name.rfind('.');

@@ -11,15 +11,15 @@
 
 namespace fernhop {
 
-/// Finds the installed applications. Has no memory: each call scans the disk. Main thread only.
+/// Finds the installed applications. Caches nothing: each call scans the disk. Main thread only.
 class ApplicationCatalog {
   public:
     /// `files` and `bundles` must outlive this object.
     ApplicationCatalog(const FileManager &files, const Bundles &bundles, ApplicationLayout layout);
 
-    /// The installed applications but for the one named `excluding` (compared exactly), sorted by name in the
-    /// user's language, equal names in scan order. Of several with one identifier the first found counts.
-    /// Empty when nothing can be read.
+    /// The installed applications except the one with the identifier `excluding` (compared exactly), sorted
+    /// by name in the user's language, equal names in scan order. Of several with the same identifier only
+    /// the first found is listed. Empty when nothing can be read.
     [[nodiscard]] std::vector<InstalledApplication>
     installedApplications(const std::optional<std::string> &excluding) const;
 

@@ -10,19 +10,19 @@
 
 namespace fernhop {
 
-/// Turns bundle identifiers into browsers and names, and lists the installed browsers. Looks at the system
-/// afresh at each call. Main thread only.
+/// Finds browsers and names by bundle identifier, and lists the installed browsers. Caches nothing: each call
+/// asks the system. Main thread only.
 class BrowserCatalog {
   public:
     /// Owns `applications`; the others must outlive this object.
     BrowserCatalog(const Workspace &workspace, const FileManager &files, const Bundles &bundles,
                    ApplicationCatalog applications);
 
-    /// The application with this identifier, a browser or not, with the identifier as passed in; nothing when
-    /// it is not installed.
+    /// The application with this identifier, browser or not, with the identifier as given; nothing when it is
+    /// not installed.
     [[nodiscard]] std::optional<Browser> browser(const std::string &bundleID) const;
 
-    /// The name to show for an identifier: the application's, or the identifier itself when it is not
+    /// The name to show for an identifier: that of the application, or the identifier itself when it is not
     /// installed.
     [[nodiscard]] std::string appDisplayName(const std::string &bundleID) const;
 

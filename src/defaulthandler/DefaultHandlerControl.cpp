@@ -13,9 +13,9 @@ namespace fernhop {
 
 namespace {
 
-bool restoreWantedBy(const Object *sender, bool stored) {
+bool wantsRestore(const Object *sender, bool stored) {
     if (const auto *button = dynamic_cast<const ui::Button *>(sender))
-        return button->state == ui::ControlState::on; // a check box has changed already
+        return button->state == ui::ControlState::on; // a check box has already changed
     if (const auto *item = dynamic_cast<const ui::MenuItem *>(sender))
         return item->state != ui::ControlState::on; // a menu item still shows the old state
     return !stored;
@@ -23,8 +23,8 @@ bool restoreWantedBy(const Object *sender, bool stored) {
 
 } // namespace
 
-DefaultHandlerControl::DefaultHandlerControl(Sources worksOn, std::function<void()> rebuild)
-    : sources(worksOn), rebuildMenu(std::move(rebuild)) {}
+DefaultHandlerControl::DefaultHandlerControl(Sources controlSources, std::function<void()> rebuild)
+    : sources(controlSources), rebuildMenu(std::move(rebuild)) {}
 
 DefaultHandlerControl::Reading DefaultHandlerControl::read() const {
     const auto handler = defaultHandler();
@@ -90,7 +90,7 @@ void DefaultHandlerControl::updateDefaultBrowserFromWindow(const Object *sender)
 bool DefaultHandlerControl::toggleRestoreDefaultBrowserOnQuit(const Object *sender) {
     const bool isStored = sources.defaults.update([&] {
         const bool stored = sources.defaults.boolForKey(settingsKey::restoresDefaultBrowserOnQuit);
-        sources.defaults.setBool(restoreWantedBy(sender, stored), settingsKey::restoresDefaultBrowserOnQuit);
+        sources.defaults.setBool(wantsRestore(sender, stored), settingsKey::restoresDefaultBrowserOnQuit);
     });
     rebuildMenu();
     return isStored;
@@ -140,7 +140,7 @@ void DefaultHandlerControl::storeFallback(std::optional<std::string> bundleID) {
 }
 
 void DefaultHandlerControl::setDefaultHandler(const std::string &bundleID) {
-    // A refused change is not reported: the menu shows whatever the system says afterwards.
+    // A refused change is not reported: afterwards the menu shows what the system has set.
     sources.launchServices.setDefaultHandlerForUrlScheme("http", bundleID);
     sources.launchServices.setDefaultHandlerForUrlScheme("https", bundleID);
 }

@@ -21,7 +21,7 @@ bool contains(const InstalledApplication &application, std::string_view query) {
            text::localizedCaseInsensitiveContains(application.bundleID, query);
 }
 
-/// The first two names, and of how many when there are more.
+/// The first two names and, if there are more, the total.
 std::string listOf(const std::vector<const InstalledApplication *> &applications) {
     std::string list = applications.front()->name;
     if (applications.size() > 1)
@@ -33,7 +33,7 @@ std::string listOf(const std::vector<const InstalledApplication *> &applications
 
 } // namespace
 
-AddAppRulesDialog::AddAppRulesDialog(const RuleDialogSources &worksWith) : sources(worksWith) {}
+AddAppRulesDialog::AddAppRulesDialog(const RuleDialogSources &dialogSources) : sources(dialogSources) {}
 
 void AddAppRulesDialog::showAddRuleDialog() {
     ruleDialogAllApplications = nonBrowserApplications();

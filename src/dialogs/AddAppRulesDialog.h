@@ -16,28 +16,28 @@
 
 namespace fernhop {
 
-/// The dialog that chooses one browser for several applications, which are picked from a list that can be
-/// searched. The selection survives the search: what is selected and hidden stays selected. Main thread only.
+/// The dialog that chooses one browser for several applications, which the user selects in a searchable list.
+/// Applications that a search hides stay selected. Main thread only.
 class AddAppRulesDialog {
   public:
     /// `sources` must outlive this object.
     explicit AddAppRulesDialog(const RuleDialogSources &sources);
 
-    /// Shows the dialog and writes the rules when the user adds them.
+    /// Shows the dialog, and stores the rules if the user confirms it.
     void showAddRuleDialog();
 
-    /// The installed applications that are no browsers, in their order.
+    /// The installed applications that are not browsers, in catalog order.
     [[nodiscard]] std::vector<InstalledApplication> nonBrowserApplications() const;
 
     /// Shows the applications whose name or identifier contains the text of the search field `sender`.
     void filterRuleDialogApplications(const Object *sender);
-    /// Says in one line what would be changed.
+    /// Updates the line that summarises what would be changed.
     void updateRuleDialogHint() const;
     /// The number of rows of the list.
     [[nodiscard]] std::size_t numberOfRows() const { return ruleDialogApplications.size(); }
     /// A new view for a row of the list; null when there is no such row.
     [[nodiscard]] std::shared_ptr<ui::View> viewForRow(std::ptrdiff_t row) const;
-    /// Keeps the selection that the user changed.
+    /// Records the selection that the user changed.
     void selectionDidChange();
 
   private:
@@ -52,10 +52,10 @@ class AddAppRulesDialog {
     void commit();
 
     const RuleDialogSources &sources;
-    std::vector<InstalledApplication> ruleDialogAllApplications; ///< every application offered
+    std::vector<InstalledApplication> ruleDialogAllApplications; ///< all applications that are offered
     std::vector<InstalledApplication> ruleDialogApplications;    ///< the rows of the list
     std::set<std::string> ruleDialogSelectedBundleIDs;
-    bool isUpdatingRuleDialogSelection = false; ///< the list is told of the selection, not the user's choice
+    bool isUpdatingRuleDialogSelection = false; ///< the dialog, not the user, is changing the selection
     std::weak_ptr<ui::TableView> ruleDialogTableView;
     std::weak_ptr<ui::SearchField> ruleDialogSearchField;
     std::weak_ptr<ui::PopUpButton> ruleDialogBrowserPopup;

@@ -13,7 +13,7 @@ using namespace ui;
 namespace {
 
 std::shared_ptr<View> makeIcon(const InstalledApplication &application, AppIcons &icons) {
-    constexpr double requestedSize = 24, shownSide = 22; // asked for larger than it shows, on purpose
+    constexpr double requestedSize = 24, shownSide = 22; // requested larger than shown, on purpose
     auto icon = std::make_shared<ImageView>();
     icon->image = icons.appIcon(application.appURL, requestedSize);
     icon->constraints = {fixed(*icon, LayoutAttribute::width, shownSide),

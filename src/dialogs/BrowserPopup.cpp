@@ -31,7 +31,7 @@ void updateBrowserPopup(ui::PopUpButton *popup, const std::optional<std::string>
     std::vector<ui::MenuItem> items;
     for (const Browser &browser : installedBrowsers)
         items.push_back(itemFor(browser, icons));
-    popup->enabled = !installedBrowsers.empty(); // first, for whoever shows it is told of the items alone
+    popup->enabled = !installedBrowsers.empty(); // first, since only `setItems` notifies the renderer
     popup->setItems(std::move(items));
     if (toSelect) {
         const auto found = std::ranges::find(installedBrowsers, *toSelect, &Browser::bundleID);

@@ -10,12 +10,12 @@
 
 namespace fernhop {
 
-/// Fills `popup` (null: nothing happens) with the browsers and selects one: `selectedBundleID`, else the one
-/// that was selected, else the first. Without browsers it is empty and disabled.
+/// Fills `popup` (null: does nothing) with the browsers and selects `selectedBundleID`, else the browser that
+/// was selected before, else the first. Without browsers it is empty and disabled.
 void updateBrowserPopup(ui::PopUpButton *popup, const std::optional<std::string> &selectedBundleID,
                         const std::vector<Browser> &installedBrowsers, AppIcons &icons);
 
-/// The browser that `popup` has selected; nothing when it is null, has no selection or carries no text.
+/// The browser selected in `popup`; nothing when it is null, has no selection, or the item carries no text.
 [[nodiscard]] std::optional<std::string> selectedBrowserID(const ui::PopUpButton *popup);
 
 } // namespace fernhop

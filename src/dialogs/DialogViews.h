@@ -10,20 +10,20 @@
 
 namespace fernhop {
 
-/// A dialog's header: a symbol in a tinted badge beside a title and a subtitle of at most two lines. Without
-/// the symbol the badge is empty.
+/// A dialog's header: a symbol in a tinted badge beside a title and a subtitle of at most two lines. If the
+/// symbol does not exist, the badge is empty.
 [[nodiscard]] std::shared_ptr<ui::StackView> sectionHeader(const std::string &title,
                                                            const std::string &subtitle,
                                                            const std::string &symbolName,
                                                            const ui::Images &images);
 
-/// A view of this size that holds `rows` under each other, `spacing` points apart. They hang from its top and
-/// are no wider than it is; `endAtBottom` says how their lower end stands to its own.
+/// A view of this size with `rows` one below the other, `spacing` points apart. They begin at its top and
+/// have its width; `endAtBottom` relates the bottom of the last row to the bottom of the view.
 [[nodiscard]] std::shared_ptr<ui::View> stackedRows(std::vector<std::shared_ptr<ui::View>> rows,
                                                     double spacing, ui::Size size,
                                                     ui::LayoutRelation endAtBottom);
 
-/// A tinted box around `wrapped`, which it takes as its only subview.
+/// A tinted box whose only subview is `wrapped`.
 [[nodiscard]] std::shared_ptr<ui::View> noteView(const std::shared_ptr<ui::View> &wrapped);
 
 } // namespace fernhop

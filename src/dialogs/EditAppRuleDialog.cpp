@@ -21,7 +21,7 @@ std::shared_ptr<View> makeContainer(const std::string &name, const std::shared_p
 
 } // namespace
 
-EditAppRuleDialog::EditAppRuleDialog(const RuleDialogSources &worksWith) : sources(worksWith) {}
+EditAppRuleDialog::EditAppRuleDialog(const RuleDialogSources &dialogSources) : sources(dialogSources) {}
 
 void EditAppRuleDialog::showEditRuleDialog(const std::string &sourceBundleID) const {
     const auto popup = makePopup(sourceBundleID);

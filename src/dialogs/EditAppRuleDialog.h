@@ -8,13 +8,13 @@
 
 namespace fernhop {
 
-/// The dialog that chooses another browser for one application. Main thread only.
+/// The dialog that changes the browser of one application. Main thread only.
 class EditAppRuleDialog {
   public:
     /// `sources` must outlive this object.
     explicit EditAppRuleDialog(const RuleDialogSources &sources);
 
-    /// Shows the dialog for a source application and writes its rule when the user saves it.
+    /// Shows the dialog for a source application, and stores its rule if the user saves it.
     void showEditRuleDialog(const std::string &sourceBundleID) const;
 
   private:

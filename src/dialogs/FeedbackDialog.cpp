@@ -17,7 +17,7 @@ void FeedbackDialog::showFeedbackDialog() const {
     alert.informativeText = "欢迎通过以下渠道联系开发者。";
     alert.buttons = {"关闭"};
     alert.accessoryView = makeFeedbackView();
-    static_cast<void>(sources.alerts.runModal(alert)); // being closed is all that can happen to it
+    static_cast<void>(sources.alerts.runModal(alert)); // it can only be closed
 }
 
 std::shared_ptr<View> FeedbackDialog::makeFeedbackView() const {

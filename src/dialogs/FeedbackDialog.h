@@ -16,7 +16,7 @@ namespace fernhop {
 /// The dialog that lists the contact channels as buttons. Main thread only.
 class FeedbackDialog {
   public:
-    /// What it works with; everything must outlive it.
+    /// What the dialog uses; must outlive it.
     struct Sources {
         const Bundles &bundles;
         const ui::Images &images;
@@ -25,21 +25,21 @@ class FeedbackDialog {
         ui::AlertPresenter &alerts;
     };
 
-    explicit FeedbackDialog(Sources worksWith) : sources(worksWith) {}
+    explicit FeedbackDialog(Sources dialogSources) : sources(dialogSources) {}
 
     /// Shows the dialog and returns when it is closed.
     void showFeedbackDialog() const;
 
-    /// The dialog's content: the header and a row for each channel.
+    /// The dialog's content: a header and a row for each channel.
     [[nodiscard]] std::shared_ptr<ui::View> makeFeedbackView() const;
 
     /// A channel's icon; null when its PNG cannot be read, or when there is neither PNG nor symbol.
     [[nodiscard]] ui::ImageReference contactIcon(const ContactChannel &channel, double size) const;
 
-    /// Opens the link that the button `sender` carries as its identifier; the dialog stays open.
+    /// Opens the link in the identifier of the button `sender`; the dialog stays open.
     void openContactFromButton(const Object *sender) const;
 
-    /// Opens a link with the system's handler; beeps when it is none.
+    /// Opens a link with the system's handler; beeps when the text is not a URL.
     void openContact(const std::string &urlString) const;
 
   private:

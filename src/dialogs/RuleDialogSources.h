@@ -14,8 +14,7 @@
 
 namespace fernhop {
 
-/// What the dialogs that change rules work with; everything must outlive them. The lists are read when a
-/// dialog opens.
+/// What the dialogs that change rules use; must outlive them. The lists are read when a dialog opens.
 struct RuleDialogSources {
     Preferences &preferences;
     DefaultHandlerControl &defaultHandlers;
@@ -27,7 +26,8 @@ struct RuleDialogSources {
     const std::vector<Browser> &installedBrowsers;
     std::function<void()> rebuildMenu;
 
-    /// After a rule was saved: rules count only while Fernhop gets the links, and the menu shows the rule.
+    /// To be called when a rule was saved: turns App Routing on, without which rules have no effect, and
+    /// updates the menu.
     void didSaveRule() const {
         defaultHandlers.turnAppRoutingOn();
         rebuildMenu();

@@ -43,7 +43,7 @@ std::shared_ptr<View> makeContainer(const std::shared_ptr<View> &field, const st
 
 } // namespace
 
-URLRuleDialog::URLRuleDialog(const RuleDialogSources &worksWith) : sources(worksWith) {}
+URLRuleDialog::URLRuleDialog(const RuleDialogSources &dialogSources) : sources(dialogSources) {}
 
 void URLRuleDialog::showURLRuleDialog(const std::optional<URLRule> &existingRule) const {
     const Views views = makeViews(existingRule);

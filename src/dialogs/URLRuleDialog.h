@@ -11,13 +11,13 @@
 
 namespace fernhop {
 
-/// The dialog that adds a URL rule or changes one. Main thread only.
+/// The dialog that adds or changes a URL rule. Main thread only.
 class URLRuleDialog {
   public:
     /// `sources` must outlive this object.
     explicit URLRuleDialog(const RuleDialogSources &sources);
 
-    /// Shows the dialog, empty or filled from `existingRule`, and writes the rule when the user saves it.
+    /// Shows the dialog, empty or filled from `existingRule`, and stores the rule if the user saves it.
     void showURLRuleDialog(const std::optional<URLRule> &existingRule) const;
 
   private:

@@ -2,29 +2,29 @@
 
 namespace fernhop {
 
-/// How the application shows in the session.
+/// How the application appears in the session.
 enum class ActivationPolicy {
     regular = 0,
     accessory = 1, ///< no Dock icon, no menu bar
     prohibited = 2,
 };
 
-/// What to do when the application is asked to end.
+/// The reply to a request to terminate.
 enum class TerminateReply {
     cancel = 0,
     now = 1,
     later = 2,
 };
 
-/// The process as the desktop's application object. Main thread only.
+/// The desktop's application object for this process. Main thread only.
 class Application {
   public:
     virtual ~Application() = default;
 
-    /// How the application shows from now on.
+    /// Sets how the application appears in the session.
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
 
-    /// Asks the application to end: its controller is asked first, then the main loop returns.
+    /// Requests the application to terminate: asks its controller, then makes the main loop return.
     virtual void terminate() = 0;
 };
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-/// What can be said about text without Unicode knowledge. These answer for every text that is pure ASCII,
-/// which nearly every URL, identifier and pattern is.
+/// Text operations without Unicode knowledge, for the usual case of URLs, identifiers and patterns that are
+/// pure ASCII.
 namespace fernhop::ascii {
 
 /// Whether every byte is an ASCII character.
@@ -15,7 +15,7 @@ namespace fernhop::ascii {
     return seen < 0x80;
 }
 
-/// An ASCII capital letter in lower case; any other byte as it is.
+/// An ASCII capital letter in lower case; any other byte unchanged.
 [[nodiscard]] constexpr char lowercased(char character) {
     const auto fromA = static_cast<unsigned char>(character - 'A');
     return static_cast<char>(character | (fromA < 26 ? 0x20 : 0));
@@ -29,12 +29,12 @@ namespace fernhop::ascii {
     return result;
 }
 
-/// Whether it is one of "0" to "9".
+/// Whether `character` is one of "0" to "9".
 [[nodiscard]] constexpr bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// Whether it is an ASCII letter, small or capital.
+/// Whether `character` is an ASCII letter.
 [[nodiscard]] constexpr bool isLetter(char character) {
     const char small = lowercased(character);
     return small >= 'a' && small <= 'z';

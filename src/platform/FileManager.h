@@ -8,19 +8,19 @@
 
 namespace fernhop {
 
-/// A walk through everything beneath a folder, in the platform's order. Hidden items are left out.
+/// Enumerates everything below a folder, except hidden items, in the platform's order.
 class DirectoryEnumerator {
   public:
     virtual ~DirectoryEnumerator() = default;
 
-    /// The next item, as a file URL; nothing at the end. Folders that cannot be read contribute nothing.
+    /// The next item, as a file URL; nothing at the end. Unreadable folders are treated as empty.
     [[nodiscard]] virtual std::optional<Url> next() = 0;
 
-    /// The walk does not descend into the item that `next` returned last.
+    /// Skips everything below the item that `next` returned last.
     virtual void skipDescendants() = 0;
 };
 
-/// What the catalogs ask of the file system. Main thread only.
+/// The file system operations that the catalogs need. Main thread only.
 class FileManager {
   public:
     virtual ~FileManager() = default;
@@ -31,11 +31,11 @@ class FileManager {
     /// Whether anything, file or folder, exists at `path`.
     [[nodiscard]] virtual bool fileExistsAtPath(const std::string &path) const = 0;
 
-    /// A walk through `folder`; null when there can be none (no such folder, no permission). The caller owns
-    /// it.
+    /// An enumerator for `folder`, which the caller owns; null when the folder does not exist or is
+    /// unreadable.
     [[nodiscard]] virtual std::unique_ptr<DirectoryEnumerator> enumeratorAtUrl(const Url &folder) const = 0;
 
-    /// The name that the desktop shows for the file at `path`; never empty for a path that is not.
+    /// The name that the desktop shows for the file at `path`; not empty unless `path` is.
     [[nodiscard]] virtual std::string displayNameAtPath(const std::string &path) const = 0;
 };
 

@@ -10,13 +10,12 @@ class LaunchServices {
   public:
     virtual ~LaunchServices() = default;
 
-    /// The bundle identifier of the handler that is set for `scheme` ("http", "https"); nothing when none is
-    /// set.
+    /// The bundle identifier of the handler of `scheme` ("http", "https"); nothing when there is none.
     [[nodiscard]] virtual std::optional<std::string>
     copyDefaultHandlerForUrlScheme(const std::string &scheme) const = 0;
 
-    /// Makes `bundleID` the handler of `scheme`. False when the system refused; callers may rely on the next
-    /// read instead.
+    /// Makes `bundleID` the handler of `scheme`. False when the system refused; callers may also check the
+    /// handler afterwards.
     virtual bool setDefaultHandlerForUrlScheme(const std::string &scheme, const std::string &bundleID) = 0;
 };
 

@@ -8,10 +8,10 @@
 
 namespace fernhop {
 
-/// A code of four characters, the first in the highest byte, as Apple Events use them.
+/// A code of four characters as in Apple Events; the first is in the highest byte.
 using FourCharCode = std::uint32_t;
 
-/// "GURL": both the class and the identifier of the event that carries a link.
+/// "GURL": both the class and the identifier of the event that delivers a link.
 inline constexpr FourCharCode getUrlEventCode = 0x4755524C;
 /// "----": the keyword of an event's direct object.
 inline constexpr FourCharCode directObjectKeyword = 0x2D2D2D2D;
@@ -33,16 +33,16 @@ struct LinkEventDescriptor {
     }
 };
 
-/// Takes the event and the reply that goes back to the sender.
+/// Receives the event and the reply to its sender.
 using LinkEventHandler = std::function<void(const LinkEventDescriptor &event, LinkEventDescriptor &reply)>;
 
-/// Where links that other applications open arrive. Main thread only: the handler is called on it.
+/// Delivers the links that other applications open. Main thread only; the handler is called on it.
 class LinkEvents {
   public:
     virtual ~LinkEvents() = default;
 
-    /// Sets the one handler of events of this class and identifier; it stays until the process ends. Links
-    /// that arrived before are delivered to it, none is lost.
+    /// Sets the only handler of events with this class and identifier, until the process ends. Links that
+    /// have already arrived are delivered to it.
     virtual void setEventHandler(LinkEventHandler handler, FourCharCode eventClass, FourCharCode eventID) = 0;
 };
 

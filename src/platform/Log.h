@@ -9,8 +9,8 @@ class Log {
   public:
     virtual ~Log() = default;
 
-    /// Writes one line. `format` is read as a format string without arguments: "%%" is one percent sign, and
-    /// every other conversion stands as written. Raw control characters never reach the log.
+    /// Writes one line. `format` is a format string without arguments: "%%" becomes one percent sign, any
+    /// other conversion stays as written. Raw control characters never reach the log.
     virtual void log(const std::string &format) = 0;
 };
 

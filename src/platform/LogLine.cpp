@@ -17,9 +17,8 @@ bool isBetween(char32_t character, char32_t first, char32_t last) {
     return character >= first && character <= last;
 }
 
-/// Whether a character could change how a line is shown rather than be shown itself: controls (C0, delete,
-/// C1), direction marks, embeddings, overrides and isolates, line and paragraph separators, the byte-order
-/// mark.
+/// Whether a character affects how a line is displayed: controls (C0, delete, C1), direction marks,
+/// embeddings, overrides and isolates, line and paragraph separators, the byte-order mark.
 bool isControl(char32_t character) {
     return character < 0x20 || isBetween(character, 0x7F, 0x9F) || character == 0x061C ||
            isBetween(character, 0x200E, 0x200F) || isBetween(character, 0x2028, 0x202E) ||

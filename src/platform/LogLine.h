@@ -6,14 +6,15 @@
 
 namespace fernhop {
 
-/// The line that a format string without arguments stands for: "%%" is one percent sign, read from left to
-/// right, and any other percent sign stands as written, with what follows it. Control characters, and those
-/// that break lines or turn the direction of text, become "\u" and four hexadecimal digits ("\u001B"); bytes
-/// that are no UTF-8 become "\x" and two. The result is valid UTF-8 and one line.
+/// The line for a format string without arguments: from left to right, "%%" becomes one percent sign, and any
+/// other percent sign stays as written. Control characters, and characters that break lines or change the
+/// direction of text, become "\u" and four hexadecimal digits ("\u001B"); bytes that are not valid UTF-8
+/// become
+/// "\x" and two digits. The result is a single line of valid UTF-8.
 [[nodiscard]] std::string logLine(std::string_view format);
 
-/// `line` (valid UTF-8) in at most `most` bytes (64 or more). What has to go is taken out of the middle,
-/// since the end of a line says as much as its beginning, and "[... 123 bytes ...]" stands in its place.
+/// `line` (valid UTF-8) shortened to at most `most` bytes (64 or more). "[... 123 bytes ...]" replaces its
+/// middle, since the end of a line is as informative as its beginning.
 [[nodiscard]] std::string shortenedLogLine(std::string_view line, std::size_t most);
 
 } // namespace fernhop

@@ -2,8 +2,8 @@
 
 namespace fernhop {
 
-/// Root of what can be attached to a menu item, carried by a notification or passed as the sender of an
-/// action. The receiver asks for the type it expects with `dynamic_cast` and does nothing when it is another.
+/// Base class of represented objects of menu items, of information in notifications and of senders of
+/// actions. The receiver uses `dynamic_cast` and does nothing when the object has an unexpected type.
 class Object {
   public:
     virtual ~Object() = default;

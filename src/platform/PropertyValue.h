@@ -10,7 +10,7 @@ namespace fernhop {
 
 struct PropertyValue;
 
-/// A list of values, and values by their keys, which are UTF-8 text.
+/// A list of values, and values by UTF-8 keys.
 using PropertyArray = std::vector<PropertyValue>;
 using PropertyDictionary = std::map<std::string, PropertyValue, std::less<>>;
 
@@ -28,13 +28,13 @@ struct PropertyDate {
     bool operator==(const PropertyDate &) const = default;
 };
 
-/// What a property list can hold: the type of settings and of the values in an application's description.
+/// A value in a property list: the type of settings and of the values in an Info.plist.
 struct PropertyValue {
     std::variant<std::string, std::int64_t, double, bool, PropertyData, PropertyDate, PropertyArray,
                  PropertyDictionary>
         value;
 
-    /// The value as `Type`, or null when it is of another type.
+    /// The value as `Type`; null when it has another type.
     template <typename Type>
     [[nodiscard]] const Type *as() const {
         return std::get_if<Type>(&value);

@@ -10,19 +10,19 @@
 
 namespace fernhop {
 
-/// The way from the client process to the Fernhop that runs in the session. Each call blocks.
+/// The connection from the client process to the Fernhop running in the session. Each call blocks.
 class ResidentConnection {
   public:
     virtual ~ResidentConnection() = default;
 
-    /// Has the running Fernhop perform a command; nothing when none runs, and none is started. `arguments`
-    /// must be valid UTF-8; `input` may be any bytes. When Fernhop ends before it has answered, the result is
-    /// a failure that says so.
+    /// Has the running Fernhop perform a command; nothing when none is running, and none is started.
+    /// `arguments` must be valid UTF-8; `input` may be any bytes. If Fernhop ends before it answers, the
+    /// result is a failure with that message.
     [[nodiscard]] virtual std::optional<CommandResult> perform(const std::vector<std::string> &arguments,
                                                                std::string_view input) = 0;
 
-    /// Delivers links in their order, as another application would, and starts Fernhop when it does not run.
-    /// Nothing when they were taken; else why not, in words.
+    /// Delivers links in their order, as another application would, and starts Fernhop if it is not running.
+    /// Nothing on success, else the reason for people.
     [[nodiscard]] virtual std::optional<std::string> open(const std::vector<Url> &links) = 0;
 };
 

@@ -6,33 +6,33 @@
 
 namespace fernhop {
 
-/// What shows the icon by which Fernhop is worked with.
+/// Where the tray icon is shown.
 enum class IconPlace {
     nowhere,
-    panel,      ///< one that shows StatusNotifier items
-    windowTray, ///< a tray of X11, which takes windows
+    panel,      ///< in a panel that supports StatusNotifierItem
+    windowTray, ///< in an XEmbed tray of X11
 };
 
-/// What can be told about this desktop session: for people who ask why a link went where it went, or did not
-/// arrive. Main thread only. Asked afresh at each call.
+/// Describes the desktop session for people who want to know why a link opened where it did, or did not
+/// arrive. Main thread only. Nothing is cached.
 class SessionReport {
   public:
     virtual ~SessionReport() = default;
 
-    /// The bundle identifier of the application that links are taken to come from; nothing when unknown.
+    /// The bundle identifier of the current source application; nothing when unknown.
     [[nodiscard]] virtual std::optional<std::string> source() const = 0;
 
-    /// Short name of what tells the source in this session ("x11", "wlroots", "link sender").
+    /// Short name of what reports the source in this session ("x11", "wlroots", "link sender").
     [[nodiscard]] virtual std::string sourceProvider() const = 0;
 
-    /// Whether Fernhop runs in this session and takes links.
+    /// Whether Fernhop is running in this session and receives links.
     [[nodiscard]] virtual bool running() const = 0;
 
-    /// What shows the icon now.
+    /// Where the tray icon is shown now.
     [[nodiscard]] virtual IconPlace iconPlace() const = 0;
 
-    /// What in this desktop keeps links from arriving or from being opened: one sentence each, for people.
-    /// Empty when all is well.
+    /// The problems that keep links from arriving or from being opened, a sentence each; empty when there are
+    /// none.
     [[nodiscard]] virtual std::vector<std::string> problems() const = 0;
 };
 

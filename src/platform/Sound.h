@@ -2,12 +2,12 @@
 
 namespace fernhop {
 
-/// The sound that tells the user that something did not work. May be called on any thread; never blocks.
+/// The alert sound. May be called on any thread; never blocks.
 class Sound {
   public:
     virtual ~Sound() = default;
 
-    /// Starts the sound and returns at once; where there is no sound, nothing happens.
+    /// Starts the sound and returns at once; does nothing when sound is not available.
     virtual void beep() = 0;
 };
 

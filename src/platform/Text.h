@@ -6,21 +6,20 @@
 #include <string>
 #include <string_view>
 
-/// The text operations that need Unicode knowledge. Stateless; the implementation is chosen at link time. All
-/// text is UTF-8. Bytes that are not valid UTF-8 never fail: each is taken as a character of its own that
-/// equals only itself. Every function may be called on any thread.
+/// The text operations that need Unicode knowledge. Stateless; the implementation is chosen at link time.
+/// Text is UTF-8; a byte that is not valid UTF-8 is a character of its own that equals only itself. All
+/// functions may be called on any thread.
 namespace fernhop::text {
 
-/// The language rules that a locale-aware comparison follows: a BCP 47 or POSIX locale name ("tr_TR.UTF-8",
-/// "de").
+/// The language rules of a locale-aware comparison, by a BCP 47 or POSIX locale name ("tr_TR.UTF-8", "de").
 struct Locale {
     std::string name;
 
-    /// The user's locale, as the process found it at its start (LC_ALL, LC_CTYPE, LANG on a POSIX system).
+    /// The user's locale when the process started (LC_ALL, LC_CTYPE, LANG on a POSIX system).
     [[nodiscard]] static const Locale &current();
 };
 
-/// Where a piece was found in a text, in bytes.
+/// The position of an occurrence in a text, in bytes.
 struct Occurrence {
     std::size_t start;
     std::size_t end;
@@ -36,24 +35,24 @@ struct Occurrence {
 
 /// The leftmost occurrence of `piece` (not empty) in `text` at or after byte `from`, by a plain comparison in
 /// which canonically equivalent sequences are equal. An occurrence covers whole combining sequences only: "e"
-/// does not occur in "é", however that is spelled.
+/// does not occur in "é", whether composed or decomposed.
 [[nodiscard]] std::optional<Occurrence> firstOccurrence(std::string_view text, std::string_view piece,
                                                         std::size_t from);
 
 /// Whether `text` ends with `piece`, by the comparison of `firstOccurrence`.
 [[nodiscard]] bool endsWith(std::string_view text, std::string_view piece);
 
-/// Whether `text` contains `pattern` when letter case is ignored as the locale says (in Turkish "I" and "i"
-/// differ) and canonically equivalent sequences are equal. An empty pattern is contained in nothing.
+/// Whether `text` contains `pattern`. Letter case is ignored by the rules of the locale (in Turkish "I" and
+/// "i" differ); canonically equivalent sequences are equal. An empty pattern is contained in no text.
 [[nodiscard]] bool localizedCaseInsensitiveContains(std::string_view text, std::string_view pattern,
                                                     const Locale &locale = Locale::current());
 
-/// Whether two texts are equal when letter case is ignored, by no locale's rules; canonical equivalence
-/// counts.
+/// Whether two texts are equal, independent of a locale. Letter case is ignored; canonically equivalent
+/// sequences are equal.
 [[nodiscard]] bool caseInsensitiveEqual(std::string_view left, std::string_view right);
 
-/// Orders two texts as the locale's readers expect, letter case ignored. Equivalent texts ("Safari" and
-/// "safari") give `equivalent`, so that a stable sort keeps them as they were.
+/// Compares two texts in the locale's sorting order, letter case ignored. Texts that differ only in case
+/// ("Safari", "safari") are `equivalent`, so a stable sort keeps their order.
 [[nodiscard]] std::weak_ordering localizedCaseInsensitiveCompare(std::string_view left,
                                                                  std::string_view right,
                                                                  const Locale &locale = Locale::current());

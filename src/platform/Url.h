@@ -6,25 +6,25 @@
 
 namespace fernhop {
 
-/// A URL as the platform's own URL type understands it. A value: cheap to copy, never invalid, usable on any
-/// thread. How a text becomes a URL is chosen at link time, one implementation for each platform.
+/// A URL as the platform's own URL type understands it. A value that is cheap to copy, always valid, and
+/// usable on any thread. How a text is parsed is chosen at link time, one implementation for each platform.
 class Url {
   public:
-    /// Makes a URL of a text that an application delivered. A valid RFC 3986 URI is taken as it stands.
-    /// Otherwise the characters that RFC 3986 does not allow, and a "%" that starts no escape, are
+    /// Parses a text that an application delivered. A valid RFC 3986 URI is kept as it is. Otherwise the
+    /// characters that RFC 3986 does not allow, and each "%" that does not start an escape, are
     /// percent-encoded as UTF-8, and the result must be a valid URI. Nothing is decoded, normalised or
-    /// trimmed. Any bytes may be passed; empty text, or text that is still no URI, gives nothing.
+    /// trimmed. Accepts any bytes; nothing for empty text, or when the result is not a URI.
     [[nodiscard]] static std::optional<Url> parse(std::string_view text);
 
-    /// The file URL of an absolute path. Bytes that a URL path does not allow are percent-encoded one by one,
-    /// so `path()` gives the same bytes back, UTF-8 or not.
+    /// The file URL of an absolute path. Bytes that are not allowed in a URL path are percent-encoded one by
+    /// one, so `path()` returns the same bytes, UTF-8 or not.
     [[nodiscard]] static Url fileUrl(std::string_view absolutePath);
 
     /// The whole URL, exactly as delivered (or as encoded by `parse`).
     [[nodiscard]] const std::string &absoluteString() const { return text; }
 
-    /// The path component with its percent escapes decoded: the file-system path of a file URL. Empty when
-    /// the URL has no path. A trailing slash is not part of the result, except for the root folder.
+    /// The path component with percent escapes decoded: the file-system path of a file URL. Empty when the
+    /// URL has no path. Trailing slashes are removed, except for the root folder.
     [[nodiscard]] std::string path() const;
 
     /// Whether the scheme is "file".

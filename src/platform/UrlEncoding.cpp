@@ -12,7 +12,7 @@ constexpr std::string_view authorityCharacters = ":";
 constexpr std::string_view pathCharacters = ":@/";
 constexpr std::string_view queryCharacters = ":@/?";
 
-/// "unreserved" and "sub-delims" of RFC 3986, which are allowed in each component.
+/// Whether a character is "unreserved" or "sub-delims" in RFC 3986, which are allowed in every component.
 bool isAllowedEverywhere(char character) {
     return ascii::isLetter(character) || ascii::isDigit(character) ||
            std::string_view("-._~!$&'()*+,;=").find(character) != std::string_view::npos;
@@ -25,7 +25,7 @@ std::optional<int> hexadecimalValue(char character) {
     return small >= 'a' && small <= 'f' ? std::optional(small - 'a' + 10) : std::nullopt;
 }
 
-/// The byte for which the escape at `position` stands; nothing when there is no escape.
+/// The byte that the escape at `position` encodes; nothing when there is no escape.
 std::optional<char> escapeAt(std::string_view text, std::size_t position) {
     if (text[position] != '%' || text.size() - position < 3)
         return std::nullopt;
@@ -54,8 +54,8 @@ void appendEncoded(std::string &result, std::string_view text, std::string_view 
     }
 }
 
-/// Host and port. Brackets are kept around an IP literal only; whether it is one is for the validation to
-/// say.
+/// Appends host and port. Brackets are kept only around the host; the validation checks that they contain an
+/// IP literal.
 void appendEncodedHost(std::string &result, std::string_view host) {
     const auto closing = host.starts_with('[') ? host.rfind(']') : std::string_view::npos;
     if (closing != std::string_view::npos) {
@@ -64,7 +64,7 @@ void appendEncodedHost(std::string &result, std::string_view host) {
         result += ']';
         host.remove_prefix(closing + 1);
     }
-    // Every colon stays: more than one leave the port no number, and the whole no URL.
+    // All colons are kept: with more than one the port is not a number, and the validation fails.
     appendEncoded(result, host, authorityCharacters);
 }
 
@@ -78,7 +78,7 @@ void appendEncodedAuthority(std::string &result, std::string_view authority) {
     appendEncodedHost(result, authority);
 }
 
-/// Takes what follows the first `delimiter` off the end of `text`.
+/// Removes the first `delimiter` and what follows it from `text`, and returns what follows it.
 std::optional<std::string_view> takeAfter(std::string_view &text, char delimiter) {
     const auto found = text.find(delimiter);
     if (found == std::string_view::npos)

@@ -5,10 +5,10 @@
 
 namespace fernhop {
 
-/// The components of a URL's text as RFC 3986 cuts it (its appendix B), each without its delimiter but with
-/// what is inside as it stands. No validity is implied.
+/// The components of a URL's text as in appendix B of RFC 3986, without their delimiters and otherwise
+/// unchanged. They need not be valid.
 struct UrlComponents {
-    std::string_view scheme; ///< empty when the text does not begin with a scheme and a colon
+    std::string_view scheme; ///< empty when the text does not begin with a scheme
     std::string_view authority;
     std::string_view path;
     std::string_view query;
@@ -18,17 +18,17 @@ struct UrlComponents {
     bool hasFragment = false;
 };
 
-/// Cuts `text` at the delimiters.
+/// Splits `text` at the delimiters.
 [[nodiscard]] UrlComponents urlComponents(std::string_view text);
 
-/// The text with every byte percent-encoded that RFC 3986 does not allow where it stands, and every "%" that
-/// starts no escape. `text` must begin with a scheme, which is kept as it is.
+/// The URL's text with each byte percent-encoded that RFC 3986 does not allow in its place, and each "%" that
+/// does not start an escape. There must be a scheme, which is kept as it is.
 [[nodiscard]] std::string percentEncoded(const UrlComponents &components);
 
-/// The bytes of a file-system path as a URL's path component.
+/// The path component of a URL for the bytes of a file-system path.
 [[nodiscard]] std::string percentEncodedPath(std::string_view path);
 
-/// The text with its percent escapes replaced by the bytes they stand for.
+/// The text with its percent escapes decoded.
 [[nodiscard]] std::string percentDecoded(std::string_view text);
 
 } // namespace fernhop

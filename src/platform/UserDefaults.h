@@ -9,9 +9,9 @@
 
 namespace fernhop {
 
-/// The application's own settings, key by key, kept by the platform across runs. Main thread only. Reads see
-/// what was last written, by this process or another one; nothing is cached by the caller. What cannot be
-/// read is absent, what cannot be written is dropped; a write says which of the two happened.
+/// The application's own settings by key, which the platform keeps across runs. Main thread only. Reads see
+/// what was last written, by this process or another one; nothing is cached by the caller. Unreadable values are
+/// absent; each write returns whether it succeeded.
 class UserDefaults {
   public:
     virtual ~UserDefaults() = default;

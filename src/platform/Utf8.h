@@ -6,14 +6,14 @@
 
 namespace fernhop {
 
-/// One character of a text and the number of bytes it takes there.
+/// One character of a text and its length in bytes.
 struct Utf8Character {
     char32_t value;
     std::size_t length;
 };
 
-/// The character that `text` begins with; nothing when the text is empty or does not begin with valid UTF-8
-/// (overlong forms, surrogates and values beyond U+10FFFF are not valid).
+/// The first character of `text`; nothing when the text is empty or does not begin with valid UTF-8 (overlong
+/// forms, surrogates and values beyond U+10FFFF are invalid).
 [[nodiscard]] constexpr std::optional<Utf8Character> firstUtf8Character(std::string_view text) {
     if (text.empty())
         return std::nullopt;

@@ -8,27 +8,27 @@
 
 namespace fernhop {
 
-/// Takes the links that the system delivers and holds back those that come before launch has finished. Main
+/// Receives the links that the system delivers and queues those that come before launch has finished. Main
 /// thread only.
 class LinkIntake {
   public:
     /// `route` is called for each link, in order of arrival.
     explicit LinkIntake(std::function<void(const Url &)> route);
 
-    /// Takes the link out of a GetURL event. An event without one, or whose text is no URL, is ignored.
+    /// Handles the link of a GetURL event. An event without text, or with text that is not a URL, is ignored.
     void handleGetURLEvent(const LinkEventDescriptor &event);
 
-    /// Routes the link at once when launch has finished, else keeps it.
+    /// Routes the link at once if launch has finished, else queues it.
     void enqueueURLForRouting(const Url &url);
 
-    /// Routes the links that were kept.
+    /// Routes the queued links.
     void processPendingURLs();
 
-    /// From now on links are routed as they come; there is no way back.
+    /// From now on links are routed at once. Cannot be undone.
     void finishLaunching() { launched = true; }
     [[nodiscard]] bool didFinishLaunching() const { return launched; }
 
-    /// Links kept until launch has finished, in order of arrival.
+    /// The queued links, in order of arrival.
     [[nodiscard]] const std::vector<Url> &pendingURLs() const { return pending; }
 
   private:

@@ -17,8 +17,8 @@ namespace fernhop {
 /// Decides which browser a link goes to. Changes nothing and opens nothing. Main thread only.
 class Router {
   public:
-    /// What the decision looks at; everything must outlive the router. `installedBrowsers` is read at each
-    /// decision, so its owner may refresh it in between.
+    /// What decisions depend on; must outlive the router. `installedBrowsers` is read at each decision, so
+    /// its owner may refresh it in between.
     struct Sources {
         const Preferences &preferences;
         const BrowserCatalog &catalog;
@@ -28,21 +28,21 @@ class Router {
         const std::vector<Browser> &installedBrowsers;
     };
 
-    explicit Router(Sources decidesOn) : sources(decidesOn) {}
+    explicit Router(Sources routerSources) : sources(routerSources) {}
 
-    /// The decision for a link from the application `source` (none: unknown). Rules are read afresh.
+    /// The decision for a link from the application `source` (nothing: unknown). Reads the rules anew.
     [[nodiscard]] RoutingDecision decide(const Url &url, const std::optional<std::string> &source) const;
 
-    /// The browser that a rule names, or where that is unusable or none is named, the fallback; nothing when
+    /// The browser that a rule names or, if that is unusable or no rule applies, the fallback; nothing when
     /// there is no usable browser at all.
     [[nodiscard]] std::optional<Browser>
     resolvedTargetBrowser(const std::optional<std::string> &ruleBrowserID) const;
 
-    /// The application with this identifier, browser or not: from the browser list, else asked of the system.
+    /// The application with this identifier, browser or not: from the browser list, else from the system.
     [[nodiscard]] std::optional<Browser> browserForRouting(const std::string &bundleID) const;
 
-    /// The stored fallback if it can be used, else the first installed browser that is not Fernhop. The
-    /// stored value is left as it is.
+    /// The stored fallback if it is usable, else the first installed browser that is not Fernhop. Does not
+    /// change the stored value.
     [[nodiscard]] std::optional<std::string> validFallbackBrowserID() const;
 
   private:

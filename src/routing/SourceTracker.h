@@ -9,22 +9,23 @@
 
 namespace fernhop {
 
-/// Remembers the application, other than Fernhop, that last came to the front: the one that links are taken
-/// to come from. Never forgets it, also not when it quits. Main thread only.
+/// Tracks the source application: the one, other than Fernhop, that last came to the front. It remains the
+/// source even after it has quit. Main thread only.
 class SourceTracker {
   public:
-    /// Takes the application in front at launch, also one without an identifier; null changes nothing.
+    /// Sets the source at launch to the frontmost application, even one without an identifier; null changes
+    /// nothing.
     void seed(std::shared_ptr<RunningApplication> frontmost, const std::string &ownBundleID);
 
-    /// Takes the application of an activation notification; true when it is the source now. One without an
-    /// identifier, or Fernhop itself, changes nothing.
+    /// Makes the application of an activation notification the source and returns true. An application
+    /// without an identifier, or Fernhop itself, changes nothing: false.
     [[nodiscard]] bool applicationDidActivate(const Notification &notification,
                                               const std::string &ownBundleID);
 
     /// Null until an application is known.
     [[nodiscard]] const std::shared_ptr<RunningApplication> &lastSourceApplication() const { return source; }
 
-    /// The source's identifier, asked of it now; nothing when unknown.
+    /// The source's current identifier; nothing when unknown.
     [[nodiscard]] std::optional<std::string> sourceBundleID() const;
 
   private:

@@ -6,8 +6,8 @@
 
 namespace fernhop {
 
-/// Whether `stored` is of the form that Fernhop reads under `key`. Under one of its own keys anything else
-/// reads as absent, and is worth keeping before it is overwritten; under other keys nothing is unreadable.
+/// Whether Fernhop can read the value `stored` under `key`. An unreadable value under one of its own keys
+/// reads as absent and should be saved before it is overwritten; values under other keys are always readable.
 [[nodiscard]] bool isReadableSetting(std::string_view key, const PropertyValue &stored);
 
 } // namespace fernhop

@@ -10,7 +10,7 @@ Drawing makeFallbackGlyph(Color ink) {
     constexpr double lineWidth = 1.8;
     constexpr double dotRadius = 2.15;
 
-    // The lower arrow is the upper one turned by half a circle about the centre.
+    // The lower arrow is the upper one rotated by 180 degrees about the centre.
     const Path upperArc{
         {MoveTo{{minX + 4.0, midY + 0.6}},
          CurveTo{{maxX - 4.4, maxY - 5.2}, {minX + 4.8, maxY - 4.8}, {maxX - 7.2, maxY - 3.2}}},

@@ -7,8 +7,8 @@ namespace fernhop {
 /// Side of every status image, in points.
 inline constexpr double statusImageSide = 18;
 
-/// Two curved arrows circling a dot, in a square of `statusImageSide`: the status image where no resource can
-/// be loaded.
+/// Two curved arrows around a dot, in a square of `statusImageSide`: the status image when no resource can be
+/// loaded.
 [[nodiscard]] ui::Drawing makeFallbackGlyph(ui::Color ink);
 
 } // namespace fernhop

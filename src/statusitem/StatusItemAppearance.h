@@ -7,22 +7,22 @@
 
 namespace fernhop {
 
-/// Dresses the status item's button. Keeps no state: everything is chosen anew each time. Main thread only.
+/// Sets the tooltip and image of the status item's button. Keeps no state. Main thread only.
 class StatusItemAppearance {
   public:
     /// Both must outlive this object.
     StatusItemAppearance(const Bundles &resources, const ui::Images &loader)
         : bundles(resources), images(loader) {}
 
-    /// Gives the button its tooltip, which tells the routing state, and the image that suits the bar's
-    /// appearance.
+    /// Sets the tooltip, which shows the routing state, and the image for the bar's appearance. Does nothing
+    /// without a button.
     void updateStatusItemAppearance(ui::StatusItem &item, bool routingEnabled) const;
 
-    /// The resource image for an appearance; null when it is missing or cannot be read. A missing dark one is
-    /// not replaced by the light one.
+    /// The resource image for an appearance; null when it is missing or unreadable. The light image does not
+    /// replace a missing dark one.
     [[nodiscard]] ui::ImageReference menuBarImage(const ui::Appearance &appearance) const;
 
-    /// The drawn image for an appearance: white on dark, else black.
+    /// The drawn image for an appearance: white for a dark one, else black.
     [[nodiscard]] static ui::ImageReference makeFallbackMenuBarImage(const ui::Appearance &appearance);
 
   private:

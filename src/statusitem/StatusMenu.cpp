@@ -32,7 +32,7 @@ MenuItem checkedItem(std::string title, Selector action, bool checked) {
     return item;
 }
 
-MenuItem itemCarrying(std::string title, Selector action, const std::string &text) {
+MenuItem itemWithText(std::string title, Selector action, const std::string &text) {
     MenuItem item(std::move(title), action);
     item.representedObject = text;
     return item;
@@ -40,7 +40,7 @@ MenuItem itemCarrying(std::string title, Selector action, const std::string &tex
 
 } // namespace
 
-/// What is read once for a whole menu.
+/// The state that is read once for a whole menu.
 struct StatusMenu::Snapshot {
     AppRules appRules;
     DefaultHandlerControl::Reading defaultBrowser;
@@ -152,7 +152,7 @@ MenuItem StatusMenu::rulesMenuItem(bool isEnabled, const Snapshot &now) const {
     MenuItem item = itemWithSubmenu("App Rules", isEnabled);
     if (now.appRules.empty())
         item.submenu->items.push_back(disabledItem("No app rules yet"));
-    // The rules' own order is the one to show: by identifier, and UTF-8 sorts by code point.
+    // The map already has the order to show: by identifier, in code point order, as UTF-8 sorts.
     for (const auto &[source, browserID] : now.appRules)
         item.submenu->items.push_back(ruleItem(source, browserID, now));
     return item;
@@ -183,7 +183,7 @@ Menu StatusMenu::browserSelectionSubmenu(const std::string &source, const Snapsh
     }
     if (hasRule) {
         menu.items.push_back(MenuItem::separator());
-        menu.items.push_back(itemCarrying("Clear Rule", "clearRule:", source));
+        menu.items.push_back(itemWithText("Clear Rule", "clearRule:", source));
     }
     return menu;
 }
@@ -201,8 +201,8 @@ Menu StatusMenu::urlRuleSelectionSubmenu(const URLRule &rule, const Snapshot &no
         menu.items.back().representedObject = std::make_shared<const URLRuleSelection>(rule.id, browserID);
     }
     menu.items.push_back(MenuItem::separator());
-    menu.items.push_back(itemCarrying("Edit Rule…", "editURLRule:", rule.id));
-    menu.items.push_back(itemCarrying("Remove Rule", "clearURLRule:", rule.id));
+    menu.items.push_back(itemWithText("Edit Rule…", "editURLRule:", rule.id));
+    menu.items.push_back(itemWithText("Remove Rule", "clearURLRule:", rule.id));
     return menu;
 }
 

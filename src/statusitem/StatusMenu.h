@@ -14,11 +14,11 @@
 
 namespace fernhop {
 
-/// Builds the status menu from the present state. Keeps nothing: each call reads everything anew that it is
-/// not given, and makes every item anew. Main thread only.
+/// Builds the status menu from the current state. Keeps nothing: each call reads the state and makes all
+/// items anew. Main thread only.
 class StatusMenu {
   public:
-    /// What the menu shows; everything must outlive this object.
+    /// What the menu shows; must outlive this object.
     struct Sources {
         const BrowserCatalog &catalog;
         const Preferences &preferences;
@@ -29,18 +29,18 @@ class StatusMenu {
         const std::vector<Browser> &installedBrowsers;
     };
 
-    explicit StatusMenu(Sources shown) : sources(shown) {}
+    explicit StatusMenu(Sources menuSources) : sources(menuSources) {}
 
-    /// The whole menu, with the default browser as it was read.
+    /// The whole menu, for the default browser as read before.
     [[nodiscard]] ui::Menu build(const DefaultHandlerControl::Reading &defaultBrowser) const;
 
     /// "Set Browser for Apps" with a submenu of browsers for each installed application.
     [[nodiscard]] ui::MenuItem allAppsRuleMenuItem(bool isEnabled) const;
     /// "App Rules" with a submenu of browsers for each stored rule.
     [[nodiscard]] ui::MenuItem rulesMenuItem(bool isEnabled) const;
-    /// The browsers to choose from for a source application.
+    /// The browsers to choose from for a source application, and the removal of its rule.
     [[nodiscard]] ui::Menu browserSelectionSubmenu(const std::string &source) const;
-    /// The browsers to choose from for a URL rule, and what else can be done with it.
+    /// The browsers to choose from for a URL rule, and its editing and removal.
     [[nodiscard]] ui::Menu urlRuleSelectionSubmenu(const URLRule &rule) const;
 
   private:

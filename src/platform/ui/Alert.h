@@ -8,7 +8,7 @@
 
 namespace fernhop::ui {
 
-/// A modal dialog of one icon, two texts, an accessory view and buttons.
+/// A modal dialog with an icon, two texts, an accessory view and buttons.
 struct Alert {
     std::string messageText;
     std::string informativeText;
@@ -27,9 +27,9 @@ class AlertPresenter {
     /// Brings the open alert to the front; false when none is open.
     [[nodiscard]] virtual bool bringToFront() = 0;
 
-    /// Shows `alert` and returns once it is closed: `alertFirstButtonReturn` plus the index of the button
-    /// pressed; a dialog closed in another way, or that cannot be shown, gives the last button's response.
-    /// Events go on being handled meanwhile.
+    /// Shows `alert` until it is closed, and returns `alertFirstButtonReturn` plus the index of the pressed
+    /// button. If the dialog is closed in another way or cannot be shown, returns the response of the last
+    /// button. Other events are handled meanwhile.
     [[nodiscard]] virtual int runModal(const Alert &alert) = 0;
 };
 

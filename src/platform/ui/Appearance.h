@@ -5,19 +5,19 @@
 
 namespace fernhop::ui {
 
-/// The two appearances that the application knows.
+/// The appearances that the application distinguishes.
 enum class AppearanceName {
     aqua,     ///< light
     darkAqua, ///< dark
 };
 
-/// How a part of the screen looks at present.
+/// The current appearance of a part of the screen.
 class Appearance {
   public:
     virtual ~Appearance() = default;
 
-    /// The name among `names` that is nearest to this appearance, the earlier one in doubt; nothing when none
-    /// is.
+    /// The name in `names` that is nearest to this appearance, the first of equally near ones; nothing when
+    /// none matches.
     [[nodiscard]] virtual std::optional<AppearanceName>
     bestMatchFromAppearancesWithNames(const std::vector<AppearanceName> &names) const = 0;
 };

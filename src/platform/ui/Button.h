@@ -6,14 +6,14 @@
 
 namespace fernhop::ui {
 
-/// Where a button's image stands; the values are the desktop's.
+/// The position of a button's image; the values are those of AppKit.
 enum class ImagePosition { none = 0, imageOnly = 1, leading = 7 };
 
-/// How a title stands in its button: as the language reads, or to the left.
+/// The alignment of a button's title: by the direction of the language, or to the left.
 enum class TextAlignment { natural, left };
 
-/// A push button with a rounded bezel, or a check box. What it carries for its action is its identifier. A
-/// check box has changed its own state before its action runs.
+/// A push button with a rounded bezel, or a check box. Its action reads its identifier. A check box has
+/// already changed its state when its action runs.
 class Button : public View {
   public:
     std::string title;

@@ -2,7 +2,7 @@
 
 namespace fernhop::ui {
 
-/// Colours by their role; the desktop decides what they look like under its present appearance.
+/// Colours by role; the desktop chooses the actual colours for its current appearance.
 enum class ColorRole {
     label,
     secondaryLabel,
@@ -13,10 +13,10 @@ enum class ColorRole {
     black,
 };
 
-/// A role's colour at a strength.
+/// The colour of a role with an opacity.
 struct Color {
     ColorRole role = ColorRole::label;
-    double alpha = 1; ///< 0 to 1; 1: as strong as the desktop has it
+    double alpha = 1; ///< 0 to 1, multiplied with the opacity of the role's colour
 
     bool operator==(const Color &) const = default;
 };

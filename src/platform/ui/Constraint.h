@@ -4,15 +4,14 @@ namespace fernhop::ui {
 
 class View;
 
-/// An edge, centre line or measure of a view.
+/// An edge, centre line or dimension of a view.
 enum class LayoutAttribute { leading, trailing, top, bottom, centerX, centerY, width, height };
 
 /// How the two sides of a constraint compare.
 enum class LayoutRelation { equal, lessThanOrEqual, greaterThanOrEqual };
 
-/// `first.attribute` stands in `relation` to `second.secondAttribute + constant`; without a second view, to
-/// `constant`. Vertical measures grow downwards, as seen from the top. The views live in the tree that holds
-/// the constraint.
+/// `first.attribute` is in `relation` to `second.secondAttribute + constant` or, without a second view, to
+/// `constant`. Vertical positions grow downwards. The views belong to the tree that has the constraint.
 struct Constraint {
     const View *first;
     LayoutAttribute attribute;

@@ -2,7 +2,7 @@
 
 namespace fernhop::ui {
 
-/// The values are the desktop's.
+/// The size of a control; the values are those of AppKit.
 enum class ControlSize { regular = 0, large = 3 };
 
 } // namespace fernhop::ui

@@ -15,14 +15,14 @@ struct Point {
     bool operator==(const Point &) const = default;
 };
 
-/// Begins a new piece of the path.
+/// Begins a new part of the path.
 struct MoveTo {
     Point to;
 
     bool operator==(const MoveTo &) const = default;
 };
 
-/// A straight line from where the path is.
+/// A straight line from the current point.
 struct LineTo {
     Point to;
 
@@ -38,7 +38,7 @@ struct CurveTo {
     bool operator==(const CurveTo &) const = default;
 };
 
-/// A straight line back to where the piece began.
+/// A straight line to the beginning of the current part.
 struct ClosePath {
     bool operator==(const ClosePath &) const = default;
 };
@@ -55,7 +55,7 @@ struct Oval {
 /// One step of a path.
 using PathElement = std::variant<MoveTo, LineTo, CurveTo, ClosePath, Oval>;
 
-/// One path, filled, or stroked with round caps and the default join and miter limit.
+/// A path, either filled, or stroked with round caps and the default join and miter limit.
 struct Path {
     std::vector<PathElement> elements;
     double strokeWidth = 0; ///< in points; 0: the path is filled
@@ -63,7 +63,7 @@ struct Path {
     bool operator==(const Path &) const = default;
 };
 
-/// Paths drawn one after the other in one ink.
+/// Paths that are drawn in order, in one colour.
 struct Drawing {
     Color ink;
     std::vector<Path> paths;

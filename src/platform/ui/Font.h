@@ -2,7 +2,7 @@
 
 namespace fernhop::ui {
 
-/// How bold a font is.
+/// The weight of a font.
 enum class FontWeight { regular, medium, semibold };
 
 /// The system's font.

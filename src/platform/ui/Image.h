@@ -23,17 +23,17 @@ struct ApplicationIcon {
     bool operator==(const ApplicationIcon &) const = default;
 };
 
-/// A symbol of the system's own set, by its name ("link.circle").
+/// A symbol of the system by its name ("link.circle").
 struct SystemSymbol {
     std::string name;
 
     bool operator==(const SystemSymbol &) const = default;
 };
 
-/// A description of an image; a desktop turns it into pixels. Shared and never changed after it is made.
+/// The description of an image, which a desktop renders. Shared, and immutable after construction.
 class Image : public Object {
   public:
-    /// What the image is made of.
+    /// What the image is made from.
     using Source = std::variant<ImageFile, ApplicationIcon, SystemSymbol, Drawing>;
 
     Image(Source imageSource, double sideInPoints, bool tintable)
@@ -48,7 +48,7 @@ class Image : public Object {
     }
 };
 
-/// No image, or one that others may hold too.
+/// An image that may be shared; null: no image.
 using ImageReference = std::shared_ptr<const Image>;
 
 /// Whether two references show the same image.

@@ -7,10 +7,10 @@
 
 namespace fernhop::ui {
 
-/// Shows an image, scaled up or down in proportion to fit.
+/// Shows an image, scaled proportionally to fit.
 class ImageView : public View {
   public:
-    ImageReference image; ///< null: nothing shows
+    ImageReference image; ///< null: none
     std::optional<Color> contentTintColor;
 };
 

@@ -7,16 +7,16 @@
 
 namespace fernhop::ui {
 
-/// Where images come from. Main thread only.
+/// Loads images. Main thread only.
 class Images {
   public:
     virtual ~Images() = default;
 
-    /// The image in a file, `side` points wide and high and not tinted; null when it cannot be read as an
+    /// The image in a file, `side` points wide and high, not tinted; null when the file is not a readable
     /// image.
     [[nodiscard]] virtual ImageReference imageWithContentsOfUrl(const Url &file, double side) const = 0;
 
-    /// The system's symbol of this name, `side` points wide and high (0: natural size); null when it has
+    /// The system's symbol with this name, `side` points wide and high (0: natural size); null when there is
     /// none.
     [[nodiscard]] virtual ImageReference imageWithSystemSymbolName(const std::string &name,
                                                                    double side) const = 0;

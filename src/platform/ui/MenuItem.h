@@ -14,18 +14,18 @@ namespace fernhop::ui {
 
 class MenuItem;
 
-/// The data that an item or control carries for its action: none, a text, or an object.
+/// The data of an item for its action: none, a text, or an object.
 using RepresentedObject = std::variant<std::monostate, std::string, std::shared_ptr<const Object>>;
 
-/// Whether a check mark shows; the values are the desktop's.
+/// Whether a check mark is shown; the values are those of AppKit.
 enum class ControlState { off = 0, on = 1 };
 
-/// A list of items, top to bottom. A value: copying it copies the items.
+/// A list of items, top to bottom. Copying it copies the items.
 struct Menu {
     std::vector<MenuItem> items;
 };
 
-/// One row of a menu. It is the sender of the action it names.
+/// One row of a menu. It is the sender of its action.
 class MenuItem : public Object {
   public:
     MenuItem() = default;

@@ -11,13 +11,13 @@
 
 namespace fernhop::ui {
 
-/// A button that opens a list of items of which one is selected. The first is unless another was chosen; none
-/// is in an empty list.
+/// A button that opens a list of items, one of which is selected: the first unless another was chosen. An
+/// empty list has no selection.
 class PopUpButton : public View {
   public:
     [[nodiscard]] const std::vector<MenuItem> &items() const { return entries; }
 
-    /// The selected item, or null; it lives until the items are replaced.
+    /// The selected item, valid until the items are replaced; null when there is none.
     [[nodiscard]] const MenuItem *selectedItem() const { return selected ? &entries[*selected] : nullptr; }
     [[nodiscard]] std::optional<std::size_t> selectedIndex() const { return selected; }
 
@@ -28,7 +28,7 @@ class PopUpButton : public View {
         changed();
     }
 
-    /// Selects an item, as the user does; an index out of range leaves nothing selected.
+    /// Selects an item, as the user does; an index out of range clears the selection.
     void selectItem(std::size_t index) {
         selected = index < entries.size() ? std::optional(index) : std::nullopt;
         changed();
@@ -36,7 +36,7 @@ class PopUpButton : public View {
 
     bool enabled = true;
     ControlSize controlSize = ControlSize::regular;
-    Selector action; ///< fired when the user chose an item
+    Selector action; ///< sent when the user has chosen an item
 
   private:
     std::vector<MenuItem> entries;

@@ -4,7 +4,7 @@
 
 namespace fernhop::ui {
 
-/// The name of an action, as text with static lifetime ("clearURLRule:"). Empty: no action.
+/// The name of an action ("clearURLRule:"), as text with static lifetime. Empty: no action.
 using Selector = std::string_view;
 
 } // namespace fernhop::ui

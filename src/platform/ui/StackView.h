@@ -10,10 +10,10 @@ namespace fernhop::ui {
 /// The direction in which a stack lays out its views.
 enum class Orientation { horizontal, vertical };
 
-/// Where views stand across the direction of a stack.
+/// The alignment of views across the direction of a stack.
 enum class StackAlignment { leading, centerY };
 
-/// Lays its subviews out one after the other.
+/// Arranges its subviews in a row or column.
 class StackView : public View {
   public:
     StackView(Orientation direction, StackAlignment across, double gap,

@@ -10,32 +10,32 @@
 
 namespace fernhop::ui {
 
-/// The application's place in the menu bar or tray: a button with a menu. Main thread only.
+/// The application's item in the menu bar or tray: a button with a menu. Main thread only.
 class StatusItem {
   public:
     virtual ~StatusItem() = default;
 
-    /// Whether there is a button to dress; without one the other calls do nothing.
+    /// Whether there is a button; without one the other calls do nothing.
     [[nodiscard]] virtual bool hasButton() const = 0;
-    /// How the bar looks around the button; it lives as long as the item.
+    /// The appearance of the bar around the button; valid as long as the item.
     [[nodiscard]] virtual const Appearance &effectiveAppearance() const = 0;
 
-    /// The text that shows while the pointer rests on the button; empty: none.
+    /// Sets the tooltip; empty: none.
     virtual void setToolTip(const std::string &text) = 0;
-    /// The text beside or instead of the image; empty: none.
+    /// Sets the text beside or instead of the image; empty: none.
     virtual void setTitle(const std::string &title) = 0;
-    /// Where the image stands beside the title.
+    /// Sets the position of the image relative to the title.
     virtual void setImagePosition(ImagePosition position) = 0;
-    /// The button's image; none leaves the title alone.
+    /// Sets the button's image; null: only the title is shown.
     virtual void setImage(ImageReference image) = 0;
-    /// Replaces the menu. The item keeps it, and sends nothing when it looks as the former did.
+    /// Replaces the menu. If it looks the same as the previous one, the desktop is not notified.
     virtual void setMenu(std::shared_ptr<const Menu> menu) = 0;
 };
 
-/// The length of an item that is as wide as the bar is high.
+/// The length of a square item, as wide as the bar is high.
 inline constexpr double squareStatusItemLength = -2;
 
-/// Where status items come from. Main thread only.
+/// Makes status items. Main thread only.
 class StatusBar {
   public:
     virtual ~StatusBar() = default;

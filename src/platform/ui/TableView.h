@@ -12,22 +12,23 @@
 
 namespace fernhop::ui {
 
-/// A list of rows in one column, without a header. It asks its data source for rows and tells its delegate of
-/// changes of the selection, as soon as they are made, by whomever.
+/// A list of rows in one column, without a header. Requests rows from `numberOfRows` and `viewForRow`, and
+/// calls `selectionDidChange` for each change of the selection, by the user or by a call.
 class TableView : public View {
   public:
     double rowHeight = 0; ///< in points
     bool allowsMultipleSelection = false;
     std::string columnIdentifier;
     double columnWidth = 0; ///< in points
-    Selector action;        ///< fired when the user clicks a row
+    Selector action;        ///< sent when the user clicks a row
 
     std::function<std::size_t()> numberOfRows;
     /// A new view for a row; null for an index out of range.
     std::function<std::shared_ptr<View>(std::ptrdiff_t row)> viewForRow;
     std::function<void()> selectionDidChange;
 
-    /// Has the rows asked for again; a selection beyond them is dropped without telling the delegate.
+    /// Makes the renderer request the rows again. Selected rows beyond the end are deselected without calling
+    /// `selectionDidChange`.
     void reloadData() {
         std::erase_if(selection,
                       [rows = numberOfRows ? numberOfRows() : 0](std::size_t row) { return row >= rows; });
@@ -36,11 +37,11 @@ class TableView : public View {
     }
 
     [[nodiscard]] const std::set<std::size_t> &selectedRowIndexes() const { return selection; }
-    /// Counts the reloads, so that whoever shows the table sees when to ask for the rows again.
+    /// The number of reloads, by which the renderer knows when to request the rows again.
     [[nodiscard]] unsigned reloads() const { return generation; }
 
     void deselectAll() { select({}); }
-    /// Selects these rows, beside those that are selected already or instead of them.
+    /// Selects these rows in addition to the selected ones, or instead of them.
     void selectRowIndexes(const std::set<std::size_t> &rows, bool byExtendingSelection) {
         std::set<std::size_t> next = rows;
         if (byExtendingSelection)
@@ -62,7 +63,7 @@ class TableView : public View {
     unsigned generation = 0;
 };
 
-/// Shows a part of its document and scrolls it up and down.
+/// Shows a part of its document view, scrolled vertically.
 class ScrollView : public View {
   public:
     std::shared_ptr<View> documentView;

@@ -11,12 +11,12 @@
 
 namespace fernhop::ui {
 
-/// A label, or a field to type in.
+/// A label or an editable field.
 class TextField : public View {
   public:
     [[nodiscard]] const std::string &stringValue() const { return text; }
 
-    /// Changes the text and shows it; a desktop writes what the user typed by the same call.
+    /// Changes the text. The renderer calls this too, with what the user typed.
     void setStringValue(std::string value) {
         if (value == text)
             return;
@@ -31,20 +31,20 @@ class TextField : public View {
     bool wrapsByWord = false;
     int maximumLines = 0; ///< 0: no limit
     ControlSize controlSize = ControlSize::regular;
-    Selector action; ///< fired while the user types in a search field, else at Return
+    Selector action; ///< sent while the user types in a search field, else at Return
 
   private:
     std::string text;
 };
 
-/// A field that a list is searched with.
+/// A field for searching a list.
 class SearchField : public TextField {
   public:
     bool sendsSearchStringImmediately = false;
     bool sendsWholeSearchString = true;
 };
 
-/// A label in this font and colour that wraps by word and gives way across.
+/// A label in this font and colour that wraps by word and may be compressed horizontally.
 [[nodiscard]] std::shared_ptr<TextField> makeWrappingLabel(std::string text, Font font, ColorRole color,
                                                            int maximumLines = 0);
 

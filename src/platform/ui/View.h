@@ -20,7 +20,7 @@ struct Size {
     bool operator==(const Size &) const = default;
 };
 
-/// What a layer paints behind a view.
+/// What is painted behind a view.
 struct Layer {
     std::optional<Color> backgroundColor;
     double cornerRadius = 0; ///< in points
@@ -30,23 +30,24 @@ struct Layer {
     bool operator==(const Layer &) const = default;
 };
 
-/// Priority at which a view keeps close to its content, or gives way, across: "low".
+/// The "low" priority of horizontal content hugging and compression resistance.
 inline constexpr int lowPriority = 250;
 
-/// A rectangle in a dialog and the root of all others. The tree holds the state; a desktop shows it, writes
-/// what the user does into it, and is told through `didChange` of what the core changes. Main thread only.
+/// A rectangle in a dialog, and the base class of all views. The tree of views holds the state: a renderer
+/// shows it, writes the user's changes into it, and learns of the core's changes by `didChange`. Main thread
+/// only.
 class View : public Object {
   public:
     std::optional<Size> frameSize; ///< a fixed frame at the origin
     std::optional<Layer> layer;
-    bool translatesAutoresizingMask = true; ///< false: constraints alone place the view
+    bool translatesAutoresizingMask = true; ///< false: only constraints position the view
     std::optional<int> horizontalContentHugging;
     std::optional<int> horizontalCompressionResistance;
     std::string identifier; ///< empty: none
     std::vector<std::shared_ptr<View>> subviews;
-    std::vector<Constraint> constraints; ///< active between this view and those beneath it
+    std::vector<Constraint> constraints; ///< active constraints between this view and those below it
 
-    /// Set by whoever shows the view, called after each change that shows.
+    /// Set by the renderer; called after each visible change.
     std::function<void()> didChange;
 
   protected:
