@@ -83,7 +83,7 @@ TEST_F(Actions, TableHasEverySelector) {
     EXPECT_EQ(present, expected);
 }
 
-TEST_F(Actions, UnknownSelectorIsToldApart) {
+TEST_F(Actions, UnknownSelectorIsReported) {
     EXPECT_FALSE(controller->perform("noSuchSelector:"));
     EXPECT_TRUE(controller->perform("showFeedbackDialog"));
 }
@@ -105,7 +105,7 @@ TEST_F(Actions, EveryActionSurvivesASenderOfTheWrongKind) {
     EXPECT_TRUE(desktop.alerts.shown.empty());
 }
 
-TEST_F(Actions, LinksAndNotificationsArriveBySelectorToo) {
+TEST_F(Actions, LinksAndNotificationsAlsoArriveBySelector) {
     const auto event = LinkEventDescriptor::getUrl("https://one.example/");
     controller->perform("handleGetURLEvent:withReplyEvent:", {.event = &event});
     EXPECT_EQ(opened().size(), 1u);
@@ -136,7 +136,7 @@ TEST_F(Actions, BrowserForAnAppTurnsRoutingOnWhenItIsOff) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2); // for the mode, then for the rule
 }
 
-TEST_F(Actions, ClearingAnAppRuleLeavesRoutingAsItIs) {
+TEST_F(Actions, ClearingAnAppRuleDoesNotChangeRouting) {
     performFromItem("clearRule:", std::string("com.example.Mail"));
     EXPECT_TRUE(controller->settings().appRules().empty());
     EXPECT_TRUE(routing());
@@ -144,7 +144,7 @@ TEST_F(Actions, ClearingAnAppRuleLeavesRoutingAsItIs) {
     EXPECT_TRUE(desktop.launchServices.calls.empty());
 }
 
-TEST_F(Actions, BrowserForAURLRuleKeepsItsPatternAndPlace) {
+TEST_F(Actions, BrowserForAURLRuleKeepsItsPatternAndPosition) {
     performFromItem("setBrowserForURLRule:", urlSelection("1", "browser.b"));
     EXPECT_EQ(rules(),
               (std::vector<URLRule>{{"1", "one.example", "browser.b"}, {"2", "two.example", "browser.b"}}));
@@ -158,7 +158,7 @@ TEST_F(Actions, BrowserForAURLRuleTurnsRoutingOnWhenItIsOff) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
-TEST_F(Actions, BrowserForARuleThatIsGoneChangesNothing) {
+TEST_F(Actions, BrowserForARemovedRuleChangesNothing) {
     setHandlers("browser.b");
     performFromItem("setBrowserForURLRule:", urlSelection("3", "browser.b"));
     EXPECT_EQ(desktop.statusBar.menusSet, 0);
@@ -171,8 +171,8 @@ TEST_F(Actions, SelectionOfTheOtherKindChangesNothing) {
     EXPECT_EQ(desktop.statusBar.menusSet, 0);
 }
 
-TEST_F(Actions, ItemThatCarriesAnotherTypeDoesNothingAtAll) {
-    setHandlers("browser.b"); // so that an action which went ahead would turn routing on
+TEST_F(Actions, RepresentedObjectOfAnotherTypeDoesNothing) {
+    setHandlers("browser.b"); // so an action that did not stop would turn routing on
     const auto before = desktop.defaults.stored;
     const int writes = desktop.defaults.writes;
     for (const char *selector :
@@ -191,14 +191,14 @@ TEST_F(Actions, ItemThatCarriesAnotherTypeDoesNothingAtAll) {
     EXPECT_TRUE(desktop.alerts.shown.empty());
 }
 
-TEST_F(Actions, FirstOfTwoRulesWithOneIdentifierIsMeant) {
+TEST_F(Actions, FirstOfTwoRulesWithTheSameIdentifierIsUsed) {
     storeURLRules({{"1", "first.example", "browser.a"}, {"1", "second.example", "browser.b"}});
     performFromItem("setBrowserForURLRule:", urlSelection("1", "browser.b"));
     const std::vector<URLRule> changed{{"1", "first.example", "browser.b"},
                                        {"1", "second.example", "browser.b"}};
     EXPECT_EQ(rules(), changed);
 
-    // The dialog saves what it was opened with.
+    // The dialog saves its initial values.
     desktop.alerts.user = [](const ui::Alert &) { return ui::alertFirstButtonReturn; };
     performFromItem("editURLRule:", std::string("1"));
     EXPECT_EQ(desktop.alerts.shown.size(), 1u);
@@ -220,7 +220,7 @@ TEST_F(Actions, RemovingARuleKeepsTheOthersInOrder) {
     EXPECT_EQ(desktop.statusBar.menusSet, 1);
 }
 
-TEST_F(Actions, RemovingARuleThatIsGoneStoresTheListAndRebuilds) {
+TEST_F(Actions, RemovingARemovedRuleStoresTheListAndRebuilds) {
     const int writes = desktop.defaults.writes;
     performFromItem("clearURLRule:", std::string("9"));
     EXPECT_EQ(desktop.defaults.writes, writes + 1);
@@ -228,7 +228,7 @@ TEST_F(Actions, RemovingARuleThatIsGoneStoresTheListAndRebuilds) {
     EXPECT_EQ(desktop.statusBar.menusSet, 1);
 }
 
-TEST_F(Actions, ButtonsWorkFromTheirIdentifier) {
+TEST_F(Actions, ButtonsActOnTheirIdentifier) {
     performFromButton("editRuleFromWindow:", "com.example.Mail");
     performFromButton("editURLRuleFromWindow:", "1");
     performFromButton("editURLRuleFromWindow:", "9");

@@ -13,8 +13,7 @@
 
 namespace fernhop {
 
-/// A controller on a desktop in memory, with the browsers "browser.a" and "browser.b" installed in this
-/// order.
+/// A controller on a fake desktop with the browsers "browser.a" and "browser.b", installed in this order.
 class ControllerTest : public testing::Test {
   protected:
     static constexpr const char *own = "org.fernhop.Fernhop";
@@ -60,7 +59,7 @@ class ControllerTest : public testing::Test {
 
     void route(const std::string &url) { controller->route(Url::parse(url).value()); }
 
-    /// The links opened so far, each with the path of the application that got it.
+    /// The links opened so far, each with the path of its application.
     std::vector<std::pair<std::string, std::string>> opened() const {
         std::vector<std::pair<std::string, std::string>> all;
         for (const auto &call : desktop.workspace.opened)
@@ -69,12 +68,12 @@ class ControllerTest : public testing::Test {
         return all;
     }
 
-    /// The path of the application that got the last link.
+    /// The path of the application that opened the last link.
     std::string lastTarget() const {
         return desktop.workspace.opened.empty() ? "" : desktop.workspace.opened.back().applicationUrl.path();
     }
 
-    /// How often the menu was rebuilt since the last call.
+    /// How often the menu has been rebuilt since the last call.
     int rebuilds() { return std::exchange(desktop.statusBar.menusSet, 0); }
 
     std::optional<std::string> fallback() const {

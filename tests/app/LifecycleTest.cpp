@@ -80,7 +80,7 @@ TEST_F(Lifecycle, LinkAfterLaunchIsRoutedAtOnce) {
     EXPECT_TRUE(controller->linkIntake().pendingURLs().empty());
 }
 
-TEST_F(Lifecycle, LinkThatArrivesWhileTheMenuIsBuiltWaitsForItsTurn) {
+TEST_F(Lifecycle, LinkThatArrivesWhileTheMenuIsBuiltIsQueued) {
     construct();
     desktop.links.deliver("https://one.example/");
     desktop.links.deliver("https://two.example/");
@@ -102,7 +102,7 @@ TEST_F(Lifecycle, MalformedEventsAreIgnoredSilently) {
     EXPECT_EQ(desktop.sound.beeps, 0);
 }
 
-TEST_F(Lifecycle, ReplyIsLeftUntouched) {
+TEST_F(Lifecycle, ReplyIsNotChanged) {
     launch();
     desktop.links.deliver("https://docs.example/");
     ASSERT_EQ(desktop.links.replies.size(), 1u);
@@ -116,7 +116,7 @@ TEST_F(Lifecycle, AnySchemeIsRouted) {
     EXPECT_EQ(opened().size(), 1u);
 }
 
-TEST_F(Lifecycle, FernhopInFrontAtLaunchIsNoSource) {
+TEST_F(Lifecycle, FernhopInFrontAtLaunchIsNotTheSource) {
     desktop.workspace.front = running(own);
     launch();
     EXPECT_EQ(controller->sourceTracker().lastSourceApplication(), nullptr);
@@ -195,7 +195,7 @@ TEST_F(Lifecycle, NotificationsWithoutAnApplicationAreIgnored) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
-TEST_F(Lifecycle, SourceIsKeptAfterItsApplicationQuit) {
+TEST_F(Lifecycle, SourceIsKeptAfterItsApplicationHasQuit) {
     storeAppRule("com.example.Mail", "browser.b");
     launch();
     auto mail = running("com.example.Mail");
@@ -216,7 +216,7 @@ TEST_F(Lifecycle, IdentifierOfTheSourceIsReadWhenALinkIsRouted) {
     EXPECT_EQ(lastTarget(), "/Applications/browser.b.app");
 }
 
-TEST_F(Lifecycle, ThemeChangeDressesTheIcon) {
+TEST_F(Lifecycle, ThemeChangeUpdatesTheIcon) {
     launch();
     desktop.distributedCenter.post({std::string(themeChangedNotification), std::nullopt});
     EXPECT_EQ(desktop.statusBar.imagesSet, 2);
@@ -247,7 +247,7 @@ TEST_F(Lifecycle, QuitAsksTheApplicationWhichAsksTheController) {
     EXPECT_TRUE(desktop.launchServices.calls.empty());
 }
 
-TEST_F(Lifecycle, QuitWithRestoreHandsTheRoleBackAndIsNeverHeldUp) {
+TEST_F(Lifecycle, QuitWithRestoreRestoresTheDefaultAndIsNotDelayed) {
     store(settingsKey::restoresDefaultBrowserOnQuit, {true});
     storeFallback("browser.b");
     setHandlers(own);
@@ -258,7 +258,7 @@ TEST_F(Lifecycle, QuitWithRestoreHandsTheRoleBackAndIsNeverHeldUp) {
                                                 {"http", "browser.b"}, {"https", "browser.b"}}));
 }
 
-TEST_F(Lifecycle, RefreshListsWhatWasInstalledSinceAndRebuildsTheMenu) {
+TEST_F(Lifecycle, RefreshListsNewApplicationsAndRebuildsTheMenu) {
     launch();
     desktop.installBrowser("browser.c");
     controller->perform("refreshApplicationList");
@@ -280,7 +280,7 @@ TEST_F(Lifecycle, LaunchAndRefreshScanEachFolderForApplicationsAndForBrowsers) {
     EXPECT_EQ(desktop.applications.scans, 4 * folders);
 }
 
-TEST_F(Lifecycle, RefreshLoadsIconsAfresh) {
+TEST_F(Lifecycle, RefreshReloadsIcons) {
     storeAppRule("browser.a", "browser.b");
     launch();
     const auto atLaunch = desktop.workspace.iconRequests.size();
@@ -291,7 +291,7 @@ TEST_F(Lifecycle, RefreshLoadsIconsAfresh) {
     EXPECT_EQ(desktop.workspace.iconRequests.size(), 2 * atLaunch);
 }
 
-TEST_F(Lifecycle, RefreshOfTheListsAloneLeavesTheMenu) {
+TEST_F(Lifecycle, RefreshingTheListsDoesNotChangeTheMenu) {
     launch();
     desktop.installBrowser("browser.c");
     controller->refreshBrowsers();

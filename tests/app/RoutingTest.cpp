@@ -15,7 +15,7 @@ TEST_F(Routing, FirstMatchingURLRuleInListOrderWins) {
     EXPECT_EQ(lastTarget(), "/Applications/browser.b.app");
 }
 
-TEST_F(Routing, URLIsOpenedAloneAndItsBrowserComesToTheFront) {
+TEST_F(Routing, URLIsOpenedAloneAndItsBrowserIsActivated) {
     launch();
     route("https://docs.example/a%20b?q=%F0#f");
     ASSERT_EQ(desktop.workspace.opened.size(), 1u);
@@ -25,7 +25,7 @@ TEST_F(Routing, URLIsOpenedAloneAndItsBrowserComesToTheFront) {
     EXPECT_TRUE(call.configuration.activates);
 }
 
-TEST_F(Routing, URLRuleBeatsTheAppRule) {
+TEST_F(Routing, URLRulePrecedesTheAppRule) {
     storeURLRules({{"1", "docs.example", "browser.b"}});
     storeAppRule("com.example.Mail", "browser.a");
     desktop.workspace.front = running("com.example.Mail");
@@ -75,7 +75,7 @@ TEST_F(Routing, RulesNamingFernhopNeverSendALinkBackToIt) {
                             {"https://other.example/x", "/Applications/browser.a.app"}}));
 }
 
-TEST_F(Routing, OwnIdentifierIsReadAfreshAndHasACompiledInSubstitute) {
+TEST_F(Routing, OwnIdentifierIsReadEachTimeAndHasACompiledInDefault) {
     storeURLRules({{"1", "docs.example", "browser.b"}});
     launch();
     desktop.applications.mainIdentifier = "browser.b";
@@ -87,7 +87,7 @@ TEST_F(Routing, OwnIdentifierIsReadAfreshAndHasACompiledInSubstitute) {
     EXPECT_EQ(ownBundleID(desktop.applications), own);
 }
 
-TEST_F(Routing, StoredFallbackTakesWhatNoRuleClaims) {
+TEST_F(Routing, StoredFallbackOpensLinksWithoutARule) {
     storeFallback("browser.b");
     launch();
     route("https://docs.example/x");
@@ -102,7 +102,7 @@ TEST_F(Routing, UninstalledFallbackIsSkippedAndStaysStored) {
     EXPECT_EQ(fallback(), "browser.gone");
 }
 
-TEST_F(Routing, FallbackMayBeAnInstalledApplicationThatIsNoBrowser) {
+TEST_F(Routing, FallbackMayBeAnInstalledApplicationThatIsNotABrowser) {
     desktop.installApplication("com.example.Notes");
     storeFallback("com.example.Notes");
     launch();
@@ -110,7 +110,7 @@ TEST_F(Routing, FallbackMayBeAnInstalledApplicationThatIsNoBrowser) {
     EXPECT_EQ(lastTarget(), "/Applications/com.example.Notes.app");
 }
 
-TEST_F(Routing, AppRuleMayNameAnInstalledApplicationThatIsNoBrowser) {
+TEST_F(Routing, AppRuleMayNameAnInstalledApplicationThatIsNotABrowser) {
     desktop.installApplication("com.example.Notes");
     storeAppRule("com.example.Mail", "com.example.Notes");
     desktop.workspace.front = running("com.example.Mail");
@@ -134,7 +134,7 @@ TEST_F(Routing, IdentifiersAreComparedExactly) {
     EXPECT_EQ(lastTarget(), "/Applications/browser.a.app");
 }
 
-TEST_F(Routing, RulesAreReadAfreshForEachLink) {
+TEST_F(Routing, RulesAreReadForEachLink) {
     launch();
     route("https://docs.example/1");
     storeURLRules({{"1", "docs.example", "browser.b"}});
@@ -142,7 +142,7 @@ TEST_F(Routing, RulesAreReadAfreshForEachLink) {
     EXPECT_EQ(lastTarget(), "/Applications/browser.b.app");
 }
 
-TEST_F(Routing, UnreadableSettingsLeaveWhatRemains) {
+TEST_F(Routing, UnreadableSettingsDoNotAffectTheOthers) {
     store(settingsKey::urlRules, {PropertyData{"[{\"id\":1}]"}});
     store(settingsKey::appRules, {PropertyDictionary{{"com.example.Mail", {"browser.a"}}, {"x", {true}}}});
     storeFallback("browser.b");
@@ -152,7 +152,7 @@ TEST_F(Routing, UnreadableSettingsLeaveWhatRemains) {
     EXPECT_EQ(lastTarget(), "/Applications/browser.b.app");
 }
 
-TEST_F(Routing, SourceIsKeptFromLinkToLink) {
+TEST_F(Routing, SourceIsKeptBetweenLinks) {
     storeAppRule("com.example.Mail", "browser.b");
     desktop.workspace.front = running("com.example.Mail");
     launch();
@@ -188,7 +188,7 @@ TEST_F(RoutingWithoutBrowsers, LineIsWrittenBeforeTheBeep) {
     EXPECT_EQ(desktop.sound.beeps, 1);
 }
 
-TEST_F(RoutingWithoutBrowsers, LineNamesEverythingThatWasTried) {
+TEST_F(RoutingWithoutBrowsers, LineListsAllCandidates) {
     storeURLRules({{"1", "  docs.example ", "browser.gone"}});
     storeAppRule("com.example.Mail", "browser.lost");
     storeFallback(own);
@@ -209,14 +209,14 @@ TEST_F(RoutingWithoutBrowsers, BrowserListIsRefreshedOnceWhenItIsEmpty) {
               scans + 4); // two folders, scanned for applications and for browsers
 }
 
-TEST_F(RoutingWithoutBrowsers, RefreshBeforeRoutingFindsABrowserInstalledMeanwhile) {
+TEST_F(RoutingWithoutBrowsers, RefreshBeforeRoutingFindsANewBrowser) {
     launch();
     desktop.installBrowser("browser.new");
     route("https://docs.example/x");
     EXPECT_EQ(lastTarget(), "/Applications/browser.new.app");
 }
 
-TEST_F(RoutingWithoutBrowsers, FernhopAloneIsNoTarget) {
+TEST_F(RoutingWithoutBrowsers, FernhopAloneIsNotATarget) {
     desktop.installBrowser(own);
     launch();
     route("https://docs.example/x");
@@ -224,14 +224,14 @@ TEST_F(RoutingWithoutBrowsers, FernhopAloneIsNoTarget) {
     EXPECT_EQ(desktop.sound.beeps, 1);
 }
 
-TEST_F(Routing, FilledListIsNotRefreshed) {
+TEST_F(Routing, NonEmptyListIsNotRefreshed) {
     launch();
     const int scans = desktop.applications.scans;
     route("https://docs.example/x");
     EXPECT_EQ(desktop.applications.scans, scans);
 }
 
-TEST_F(Routing, FailedOpenGivesOneLineOneBeepAndNoRetry) {
+TEST_F(Routing, FailedOpenCausesOneLineOneBeepAndNoRetry) {
     launch();
     desktop.workspace.failure = OpenError{"The program is gone."};
     desktop.sound.atBeep = [&] { EXPECT_EQ(desktop.log.lines.size(), 1u); };
@@ -257,7 +257,7 @@ TEST_F(Routing, LateFailureReportsTheBrowserOfItsOwnLink) {
     desktop.workspace.failure = OpenError{"late"};
     route("https://one.example/");
     route("https://two.example/");
-    controller.reset(); // the completion touches no state of the controller
+    controller.reset(); // the completion uses no state of the controller
     for (const auto &complete : desktop.workspace.held)
         complete();
     EXPECT_EQ(desktop.log.lines, (std::vector<std::string>{

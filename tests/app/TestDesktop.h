@@ -4,7 +4,8 @@
 
 namespace fernhop {
 
-/// What the scenarios run on. Another backend runs them with a header of this name that comes first.
+/// The desktop of the scenarios. Another backend replaces it by a header with this name earlier in the
+/// include path.
 using TestDesktop = fakes::FakeDesktop;
 
 } // namespace fernhop

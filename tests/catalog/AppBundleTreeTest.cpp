@@ -13,7 +13,7 @@ namespace {
 
 using Schemes = std::set<std::string>;
 
-/// The catalogs over real `.app` folders, each named after what is odd about it.
+/// The catalogs on real `.app` folders, each named after its peculiarity.
 class AppBundleTreeTest : public testing::Test {
   protected:
     static Url folder(const std::string &name) {
@@ -35,7 +35,7 @@ class AppBundleTreeTest : public testing::Test {
     support::AppBundles bundles;
 };
 
-TEST_F(AppBundleTreeTest, OnlyWhatIsAnApplicationIsListed) {
+TEST_F(AppBundleTreeTest, OnlyApplicationsAreListed) {
     std::set<std::string> identifiers;
     for (const auto &[identifier, application] : scan())
         identifiers.insert(identifier);
@@ -67,7 +67,7 @@ TEST_F(AppBundleTreeTest, NamesComeFromTheInfoDictionary) {
     EXPECT_EQ(found.at("org.example.NoNames").name, "no names.app");
 }
 
-TEST_F(AppBundleTreeTest, SchemesComeFromXmlAndBinaryAlike) {
+TEST_F(AppBundleTreeTest, SchemesComeFromXmlAndBinary) {
     const auto found = scan();
     EXPECT_EQ(found.at("org.example.Xml").urlSchemes, (Schemes{"http", "https"}));
     EXPECT_EQ(found.at("org.example.Binary").urlSchemes, Schemes{"http"});
@@ -78,13 +78,13 @@ TEST_F(AppBundleTreeTest, SchemesComeFromXmlAndBinaryAlike) {
     EXPECT_EQ(found.at("org.example.Mail").urlSchemes, (Schemes{"ftp", "mailto"}));
 }
 
-TEST_F(AppBundleTreeTest, TheFirstFoldersCopyCounts) {
+TEST_F(AppBundleTreeTest, TheCopyInTheFirstFolderIsUsed) {
     const auto both = scan().at("org.example.Both");
     EXPECT_EQ(both.name, "The System Copy");
     EXPECT_EQ(both.appURL.path(), folder("Applications").path() + "/in both folders.app");
 }
 
-TEST_F(AppBundleTreeTest, TheBrowsersAreThoseThatDeclareAWebScheme) {
+TEST_F(AppBundleTreeTest, BrowsersAreTheApplicationsThatDeclareAWebScheme) {
     fakes::FakeApplications disk;
     fakes::FakeNotificationCenter notifications;
     const fakes::FakeWorkspace workspace(disk, notifications);

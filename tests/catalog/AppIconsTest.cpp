@@ -34,7 +34,7 @@ class AppIconsTest : public testing::Test {
     }
 };
 
-TEST_F(AppIconsTest, EachSizeIsAskedForOnce) {
+TEST_F(AppIconsTest, EachSizeIsFetchedOnce) {
     const Url url = Url::fileUrl("/Applications/A.app");
     const auto small = icons.appIcon(url, 16);
     const auto large = icons.appIcon(url, 18);
@@ -52,7 +52,7 @@ TEST_F(AppIconsTest, SizesOfTheSameWholePointsShareAnIcon) {
     EXPECT_EQ(requests().size(), 2u);
 }
 
-TEST_F(AppIconsTest, ClearingAsksAgain) {
+TEST_F(AppIconsTest, ClearedIconsAreFetchedAgain) {
     const Url url = Url::fileUrl("/Applications/A.app");
     (void)icons.appIcon(url, 16);
     icons.clear();
@@ -60,14 +60,14 @@ TEST_F(AppIconsTest, ClearingAsksAgain) {
     EXPECT_EQ(requests().size(), 2u);
 }
 
-TEST_F(AppIconsTest, SizeThatIsNoWholeNumberOfPointsEndsTheProcess) {
+TEST_F(AppIconsTest, SizeThatIsNotFiniteEndsTheProcess) {
     const Url url = Url::fileUrl("/Applications/A.app");
     for (const double size : {std::numeric_limits<double>::infinity(),
                               std::numeric_limits<double>::quiet_NaN(), 9223372036854775808.0, -1e19})
         EXPECT_DEATH((void)icons.appIcon(url, size), "") << size;
 }
 
-TEST_F(AppIconsTest, ApplicationsGoBeforeBrowsersAndTheWorkspace) {
+TEST_F(AppIconsTest, ApplicationsAreSearchedBeforeBrowsersAndTheWorkspace) {
     desktop.installBrowser("both");
     applications.push_back({"Both", "both", Url::fileUrl("/Applications/One.app"), {}});
     browsers.push_back({"Both", "both", Url::fileUrl("/Applications/Two.app")});
@@ -80,7 +80,7 @@ TEST_F(AppIconsTest, ApplicationsGoBeforeBrowsersAndTheWorkspace) {
     EXPECT_EQ(pathOf(named("both")), "/Applications/both.app");
 }
 
-TEST_F(AppIconsTest, FirstOfTwoWithAnIdentifierCounts) {
+TEST_F(AppIconsTest, FirstOfTwoWithTheSameIdentifierIsUsed) {
     applications.push_back({"First", "twice", Url::fileUrl("/Applications/1.app"), {}});
     applications.push_back({"Second", "twice", Url::fileUrl("/Applications/2.app"), {}});
     browsers.push_back({"First", "browser", Url::fileUrl("/Applications/3.app")});
@@ -104,7 +104,7 @@ TEST_F(AppIconsTest, IconByIdentifierIsAlwaysSmall) {
     EXPECT_EQ(requests(), (Requests{{"/Applications/known.app", 16}}));
 }
 
-TEST_F(AppIconsTest, NamesComeFromTheListElseFromTheCatalog) {
+TEST_F(AppIconsTest, NamesComeFromTheListOrElseTheCatalog) {
     applications.push_back({"Listed", "listed", Url::fileUrl("/Applications/Listed.app"), {}});
     desktop.applications.installApplication("/Elsewhere/Other.app", "other", "Other Name");
     EXPECT_EQ(icons.appName("listed"), "Listed");

@@ -43,7 +43,7 @@ class ApplicationCatalogTest : public testing::Test {
     fakes::FakeApplications disk;
 };
 
-TEST_F(ApplicationCatalogTest, TheFourFoldersOfMacOSStandInTheirOrder) {
+TEST_F(ApplicationCatalogTest, TheFourFoldersOfMacOSAreInOrder) {
     const auto layout = macApplicationLayout(disk);
     Names paths;
     for (const auto &directory : layout.directories)
@@ -58,7 +58,7 @@ TEST_F(ApplicationCatalogTest, AHomeThatIsTheRootFolderHasItsApplicationsThere) 
     EXPECT_EQ(macApplicationLayout(disk).directories.back().path(), "/Applications");
 }
 
-TEST_F(ApplicationCatalogTest, AnApplicationIsListedWithEverythingItSays) {
+TEST_F(ApplicationCatalogTest, AnApplicationIsListedWithAllItsProperties) {
     disk.installApplication("/Applications/Falcon.app", "org.Example.Falcon", "Falcon", {"http", "https"});
     const std::vector<InstalledApplication> expected{
         {"Falcon", "org.Example.Falcon", Url::fileUrl("/Applications/Falcon.app"), {"http", "https"}}};
@@ -92,7 +92,7 @@ TEST_F(ApplicationCatalogTest, TheFirstFoundInOneFolderWins) {
     EXPECT_EQ(names(), Names{"Found first"});
 }
 
-TEST_F(ApplicationCatalogTest, IdentifiersThatDifferInCaseAreTwoApplications) {
+TEST_F(ApplicationCatalogTest, IdentifiersThatDifferInCaseAreDifferentApplications) {
     disk.installApplication("/Applications/A.app", "org.example.a", "A");
     disk.installApplication("/Applications/B.app", "org.example.A", "B");
     EXPECT_EQ(names(), (Names{"A", "B"}));
@@ -128,21 +128,21 @@ TEST_F(ApplicationCatalogTest, SubfoldersAreSearchedAtAnyDepthAndHiddenItemsAreN
     EXPECT_EQ(names(), Names{"Deep"});
 }
 
-TEST_F(ApplicationCatalogTest, FoldersThatAreNotThereAreLeftOut) {
+TEST_F(ApplicationCatalogTest, MissingFoldersAreOmitted) {
     disk.installApplication("/Applications/A.app", "a", "A");
     disk.installApplication("/System/Applications/B.app", "b", "B");
     EXPECT_EQ(names(), (Names{"A", "B"}));
     EXPECT_EQ(disk.scans, 2) << "only folders that exist are walked";
 }
 
-TEST_F(ApplicationCatalogTest, AFolderThatCannotBeReadContributesNothing) {
+TEST_F(ApplicationCatalogTest, AnUnreadableFolderIsTreatedAsEmpty) {
     disk.installApplication("/Applications/A.app", "a", "A");
     disk.installApplication("/System/Applications/B.app", "b", "B");
     disk.unreadableFolders = {"/Applications"};
     EXPECT_EQ(names(), Names{"B"});
 }
 
-TEST_F(ApplicationCatalogTest, AMachineWithoutApplicationsGivesNone) {
+TEST_F(ApplicationCatalogTest, AMachineWithoutApplicationsHasAnEmptyList) {
     EXPECT_EQ(scan().size(), 0U);
 }
 
@@ -151,7 +151,7 @@ TEST_F(ApplicationCatalogTest, AnApplicationWithoutIdentifierIsNotListed) {
     EXPECT_EQ(names(), Names{});
 }
 
-TEST_F(ApplicationCatalogTest, TheExcludedOneIsLeftOutInEveryCopy) {
+TEST_F(ApplicationCatalogTest, EveryCopyOfTheExcludedApplicationIsOmitted) {
     disk.installApplication("/Applications/Own.app", "org.fernhop.Fernhop", "Own");
     disk.installApplication("/System/Applications/Own.app", "org.fernhop.Fernhop", "Own, again");
     disk.installApplication("/Applications/A.app", "a", "A");
@@ -159,12 +159,12 @@ TEST_F(ApplicationCatalogTest, TheExcludedOneIsLeftOutInEveryCopy) {
     EXPECT_EQ(names(), (Names{"A", "Own"}));
 }
 
-TEST_F(ApplicationCatalogTest, ExclusionLooksAtCase) {
+TEST_F(ApplicationCatalogTest, ExclusionIsCaseSensitive) {
     disk.installApplication("/Applications/Own.app", "org.fernhop.Fernhop", "Own");
     EXPECT_EQ(names("org.fernhop.fernhop"), Names{"Own"});
 }
 
-TEST_F(ApplicationCatalogTest, TheNameIsTheDisplayNameThenTheNameThenTheFiles) {
+TEST_F(ApplicationCatalogTest, TheDisplayNamePrecedesTheNameAndTheFileName) {
     disk.install("/Applications/1.app",
                  {"1", {{"CFBundleDisplayName", {"Display"}}, {"CFBundleName", {"Name"}}}});
     disk.install("/Applications/2.app", {"2", {{"CFBundleName", {"Name"}}}});
@@ -177,24 +177,24 @@ TEST_F(ApplicationCatalogTest, AnEmptyDisplayNameIsAName) {
     EXPECT_EQ(names(), Names{""});
 }
 
-TEST_F(ApplicationCatalogTest, ANameThatIsNoTextIsPassedOver) {
+TEST_F(ApplicationCatalogTest, ANameThatIsNotTextIsSkipped) {
     disk.install("/Applications/1.app",
                  {"1", {{"CFBundleDisplayName", {std::int64_t{7}}}, {"CFBundleName", {"Name"}}}});
     disk.install("/Applications/2.app", {"2", {{"CFBundleName", {PropertyArray{{"Name"}}}}}});
     EXPECT_EQ(names(), (Names{"2.app", "Name"}));
 }
 
-TEST_F(ApplicationCatalogTest, SchemesAreLowerCasedAndFallTogether) {
+TEST_F(ApplicationCatalogTest, SchemesAreLowerCasedAndMerged) {
     EXPECT_EQ(schemesOf({PropertyArray{urlType(texts({"HTTP", "http", "Web+Foo"}))}}),
               (Schemes{"http", "web+foo"}));
 }
 
-TEST_F(ApplicationCatalogTest, TheSchemesOfAllTypesAreTakenTogether) {
+TEST_F(ApplicationCatalogTest, TheSchemesOfAllTypesAreMerged) {
     EXPECT_EQ(schemesOf({PropertyArray{urlType(texts({"http"})), urlType(texts({"https", "ftp"}))}}),
               (Schemes{"ftp", "http", "https"}));
 }
 
-TEST_F(ApplicationCatalogTest, ATypeWithoutASchemeListContributesNothing) {
+TEST_F(ApplicationCatalogTest, ATypeWithoutASchemeListIsIgnored) {
     EXPECT_EQ(schemesOf({PropertyArray{{PropertyDictionary{{"CFBundleURLName", {"Web"}}}},
                                        urlType({"http"}),
                                        urlType({PropertyArray{{"http"}, {std::int64_t{1}}}}),
@@ -202,14 +202,14 @@ TEST_F(ApplicationCatalogTest, ATypeWithoutASchemeListContributesNothing) {
               Schemes{"irc"});
 }
 
-TEST_F(ApplicationCatalogTest, TypesInAnotherShapeDeclareNothing) {
+TEST_F(ApplicationCatalogTest, MalformedTypesDeclareNothing) {
     EXPECT_EQ(schemesOf({"http"}), Schemes{});
     EXPECT_EQ(schemesOf(urlType(texts({"http"}))), Schemes{});
     EXPECT_EQ(schemesOf({PropertyArray{urlType(texts({"http"})), {"http"}}}), Schemes{});
     EXPECT_EQ(schemesOf({PropertyArray{}}), Schemes{});
 }
 
-TEST_F(ApplicationCatalogTest, TheListIsSortedByNameWithoutRegardToCase) {
+TEST_F(ApplicationCatalogTest, TheListIsSortedByNameIgnoringCase) {
     disk.installApplication("/Applications/1.app", "1", "banana");
     disk.installApplication("/Applications/2.app", "2", "Apple");
     disk.installApplication("/Applications/3.app", "3", "cherry");
@@ -217,14 +217,14 @@ TEST_F(ApplicationCatalogTest, TheListIsSortedByNameWithoutRegardToCase) {
     EXPECT_EQ(names(), (Names{"Apple", "banana", "Blueberry", "cherry"}));
 }
 
-TEST_F(ApplicationCatalogTest, NamesAreComparedAsPeopleDoNotByTheirBytes) {
+TEST_F(ApplicationCatalogTest, NamesAreSortedByLocaleNotByBytes) {
     disk.installApplication("/Applications/1.app", "1", "Zebra");
     disk.installApplication("/Applications/2.app", "2", "Äpfel");
     disk.installApplication("/Applications/3.app", "3", "Birne");
     EXPECT_EQ(names(), (Names{"Äpfel", "Birne", "Zebra"}));
 }
 
-TEST_F(ApplicationCatalogTest, APlainFileInAFoldersPlaceContributesNothing) {
+TEST_F(ApplicationCatalogTest, AFileInPlaceOfAFolderIsTreatedAsEmpty) {
     disk.addPath("/Applications");
     disk.unreadableFolders = {"/Applications"};
     disk.installApplication("/System/Applications/B.app", "b", "B");
@@ -239,7 +239,7 @@ TEST_F(ApplicationCatalogTest, NamesThatCompareEqualKeepTheScanOrder) {
     EXPECT_EQ(names(), (Names{"notes", "Notes", "NOTES"}));
 }
 
-TEST_F(ApplicationCatalogTest, EachCallLooksAtTheDiskAgain) {
+TEST_F(ApplicationCatalogTest, EachCallScansTheDisk) {
     ApplicationCatalog catalog(disk, disk, macApplicationLayout(disk));
     disk.installApplication("/Applications/A.app", "a", "A");
     EXPECT_EQ(catalog.installedApplications({}).size(), 1U);

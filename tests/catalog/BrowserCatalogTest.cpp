@@ -44,7 +44,7 @@ TEST_F(BrowserCatalogTest, AnInstalledApplicationIsFoundByItsIdentifier) {
     EXPECT_EQ(catalog.appDisplayName("org.example.falcon"), "Falcon");
 }
 
-TEST_F(BrowserCatalogTest, AnIdentifierThatIsNotInstalledGivesNothingAndIsItsOwnName) {
+TEST_F(BrowserCatalogTest, AnUninstalledIdentifierIsNotFoundAndIsShownAsItsName) {
     for (const std::string identifier : {"org.example.Gone", "", " ", "g\xF6ne\n"}) {
         EXPECT_EQ(catalog.browser(identifier), std::nullopt);
         EXPECT_EQ(catalog.appDisplayName(identifier), identifier);
@@ -57,14 +57,14 @@ TEST_F(BrowserCatalogTest, TheIdentifierIsNotTrimmed) {
     EXPECT_EQ(catalog.appDisplayName("org.example.falcon "), "org.example.falcon ");
 }
 
-TEST_F(BrowserCatalogTest, TheIdentifierStaysAsPassedIn) {
+TEST_F(BrowserCatalogTest, TheIdentifierIsReturnedAsGiven) {
     disk.installApplication("/opt/Falcon.app", "org.example.falcon", "Falcon");
     workspace.caseless = Url::fileUrl("/opt/Falcon.app");
     EXPECT_EQ(catalog.browser("ORG.Example.Falcon"),
               (Browser{"Falcon", "ORG.Example.Falcon", Url::fileUrl("/opt/Falcon.app")}));
 }
 
-TEST_F(BrowserCatalogTest, AnApplicationThatIsNoBrowserIsFoundToo) {
+TEST_F(BrowserCatalogTest, AnApplicationThatIsNotABrowserIsFoundToo) {
     disk.installApplication("/opt/Notes.app", "org.example.notes", "Notes");
     ASSERT_TRUE(catalog.browser("org.example.notes"));
     EXPECT_EQ(catalog.browser("org.example.notes")->name, "Notes");
@@ -76,7 +76,7 @@ TEST_F(BrowserCatalogTest, AnEmptyDisplayNameIsAName) {
     EXPECT_EQ(catalog.appDisplayName("a"), "");
 }
 
-TEST_F(BrowserCatalogTest, ADisplayNameThatIsNoTextIsPassedOver) {
+TEST_F(BrowserCatalogTest, ADisplayNameThatIsNotTextIsSkipped) {
     disk.install("/opt/A.app",
                  {"a", {{"CFBundleDisplayName", {std::int64_t{1}}}, {"CFBundleName", {"Name"}}}});
     disk.install("/opt/B.app",
@@ -85,19 +85,19 @@ TEST_F(BrowserCatalogTest, ADisplayNameThatIsNoTextIsPassedOver) {
     EXPECT_EQ(catalog.browser("b")->name, "B.app");
 }
 
-TEST_F(BrowserCatalogTest, WithoutNamesTheFileManagersNameIsTaken) {
+TEST_F(BrowserCatalogTest, WithoutNamesTheFileManagersNameIsUsed) {
     disk.install("/opt/Bare.app", {"bare", {}});
     EXPECT_EQ(catalog.browser("bare")->name, "Bare.app");
     EXPECT_EQ(catalog.appDisplayName("bare"), "Bare.app");
 }
 
-TEST_F(BrowserCatalogTest, ABundleThatCannotBeOpenedHasTheFileManagersNameToo) {
+TEST_F(BrowserCatalogTest, AnUnreadableBundleHasTheFileManagersName) {
     workspace.caseless = Url::fileUrl("/opt/With Space.app");
     EXPECT_EQ(catalog.browser("x"), (Browser{"With Space.app", "x", Url::fileUrl("/opt/With Space.app")}));
     EXPECT_EQ(catalog.appDisplayName("x"), "With Space.app");
 }
 
-TEST_F(BrowserCatalogTest, LookupsSeeWhatWasInstalledAndRemovedSince) {
+TEST_F(BrowserCatalogTest, LookupsSeeLaterInstallationsAndRemovals) {
     EXPECT_EQ(catalog.browser("late"), std::nullopt);
     disk.installApplication("/Applications/Late.app", "late", "Late", {"http"});
     EXPECT_EQ(catalog.appDisplayName("late"), "Late");
@@ -106,7 +106,7 @@ TEST_F(BrowserCatalogTest, LookupsSeeWhatWasInstalledAndRemovedSince) {
     EXPECT_EQ(disk.scans, 0) << "a lookup scans no folder";
 }
 
-TEST_F(BrowserCatalogTest, WhoDeclaresHttpOrHttpsIsABrowser) {
+TEST_F(BrowserCatalogTest, AnApplicationThatDeclaresHttpOrHttpsIsABrowser) {
     disk.installApplication("/Applications/1.app", "1", "Both", {"http", "https"});
     disk.installApplication("/Applications/2.app", "2", "Only http", {"http"});
     disk.installApplication("/Applications/3.app", "3", "Only https", {"https"});
@@ -117,14 +117,14 @@ TEST_F(BrowserCatalogTest, WhoDeclaresHttpOrHttpsIsABrowser) {
     EXPECT_EQ(browserNames(), (Names{"Both", "Only http", "Only https", "Upper case"}));
 }
 
-TEST_F(BrowserCatalogTest, ABrowserKeepsNameIdentifierAndPlace) {
+TEST_F(BrowserCatalogTest, ABrowserKeepsItsNameIdentifierAndUrl) {
     disk.installApplication("/Applications/Falcon.app", "org.example.falcon", "Falcon", {"https"});
     EXPECT_EQ(
         catalog.installedBrowsers({}),
         (std::vector<Browser>{{"Falcon", "org.example.falcon", Url::fileUrl("/Applications/Falcon.app")}}));
 }
 
-TEST_F(BrowserCatalogTest, FernhopIsNoBrowserOfItsOwn) {
+TEST_F(BrowserCatalogTest, FernhopIsNotListedAsABrowser) {
     disk.installApplication("/Applications/Fernhop.app", ownBundleID(disk), "Fernhop", {"http", "https"});
     disk.installApplication("/Applications/Falcon.app", "falcon", "Falcon", {"http"});
     EXPECT_EQ(browserNames(ownBundleID(disk)), Names{"Falcon"});
@@ -132,14 +132,14 @@ TEST_F(BrowserCatalogTest, FernhopIsNoBrowserOfItsOwn) {
     EXPECT_EQ(browserNames(ownBundleID(disk)), Names{"Falcon"}) << "the compiled-in identifier";
 }
 
-TEST_F(BrowserCatalogTest, BrowsersStandInTheCatalogsOrder) {
+TEST_F(BrowserCatalogTest, BrowsersAreInTheCatalogsOrder) {
     disk.installApplication("/Applications/3.app", "1", "safari", {"http"});
     disk.installApplication("/Applications/2.app", "2", "Safari", {"http"});
     disk.installApplication("/Applications/1.app", "3", "Falcon", {"http"});
     EXPECT_EQ(browserNames(), (Names{"Falcon", "safari", "Safari"}));
 }
 
-TEST_F(BrowserCatalogTest, EachListIsOneScan) {
+TEST_F(BrowserCatalogTest, EachListTakesOneScan) {
     disk.installApplication("/Applications/1.app", "1", "A", {"http"});
     EXPECT_EQ(browserNames(), Names{"A"});
     EXPECT_EQ(disk.scans, 1);

@@ -13,7 +13,7 @@
 namespace fernhop::cli {
 namespace {
 
-/// The client with a resident to reach, or none, and something that performs commands where there is none.
+/// The client, with or without a reachable resident.
 class CommandLine : public testing::Test {
   protected:
     std::optional<int> run(const std::vector<std::string> &words) { return runCommandLine(words, process); }
@@ -44,7 +44,7 @@ class CommandLine : public testing::Test {
                     }};
 };
 
-TEST_F(CommandLine, BecomesTheResidentWithoutWords) {
+TEST_F(CommandLine, BecomesTheResidentWithoutArguments) {
     EXPECT_EQ(run({}), std::nullopt);
     EXPECT_EQ(connections, 0);
 }
@@ -59,14 +59,14 @@ TEST_F(CommandLine, AsksTheRunningFernhop) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLine, PerformsByItselfWhenNoneRuns) {
+TEST_F(CommandLine, PerformsLocallyWhenNoneIsRunning) {
     EXPECT_EQ(run({"status", "--json"}), 0);
     EXPECT_EQ(output.str(), "local\n");
     ASSERT_EQ(localCalls.size(), 1U);
     EXPECT_EQ(localCalls[0].arguments, (std::vector<std::string>{"status", "--json"}));
 }
 
-TEST_F(CommandLine, PerformsByItselfWithoutABus) {
+TEST_F(CommandLine, PerformsLocallyWithoutABus) {
     hasBus = false;
     localAnswer = {1, "", "no\n"};
     EXPECT_EQ(run({"routing", "on"}), 1);
@@ -74,7 +74,7 @@ TEST_F(CommandLine, PerformsByItselfWithoutABus) {
     EXPECT_EQ(localCalls.size(), 1U);
 }
 
-TEST_F(CommandLine, NeedsNobodyForHelpAndComplaints) {
+TEST_F(CommandLine, NeedsNoResidentForHelpAndUsageErrors) {
     EXPECT_EQ(run({"--help"}), 0);
     EXPECT_NE(output.str(), "");
     EXPECT_EQ(run({"--version"}), 0);
@@ -85,7 +85,7 @@ TEST_F(CommandLine, NeedsNobodyForHelpAndComplaints) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLine, RefusesWordsThatTheBusCannotCarry) {
+TEST_F(CommandLine, RefusesArgumentsThatAreNotUtf8) {
     resident.answer = CommandResult{};
     EXPECT_EQ(run({"url-rules", "add", "a\xff", "b"}), 2);
     EXPECT_EQ(errors.str(), "fernhop: \"a\\xff\" is not valid UTF-8.\n");
@@ -101,20 +101,20 @@ TEST_F(CommandLine, DeliversLinks) {
     EXPECT_EQ(errors.str(), "");
 }
 
-TEST_F(CommandLine, DeliversTheOthersWhenOneIsNoLink) {
+TEST_F(CommandLine, DeliversTheOthersWhenOneIsNotALink) {
     EXPECT_EQ(run({"open", "", "https://a.example/"}), 1);
     EXPECT_EQ(resident.opened, std::vector<std::string>{"https://a.example/"});
     EXPECT_EQ(errors.str(), "fernhop: \"\" is not a URL.\n");
 }
 
-TEST_F(CommandLine, TellsWhyLinksWereNotDelivered) {
-    resident.obstacle = "Nobody is there.";
+TEST_F(CommandLine, ReportsWhyLinksWereNotDelivered) {
+    resident.openFailure = "Nobody is there.";
     EXPECT_EQ(run({"open", "https://a.example/"}), 1);
     EXPECT_EQ(errors.str(), "fernhop: Nobody is there.\n");
     EXPECT_TRUE(openedHere.empty());
 }
 
-TEST_F(CommandLine, RoutesLinksByItselfWithoutABus) {
+TEST_F(CommandLine, RoutesLinksLocallyWithoutABus) {
     hasBus = false;
     EXPECT_EQ(run({"open", "https://a.example/", "", "https://b.example/a b"}), 1);
     EXPECT_EQ(openedHere, (std::vector<std::string>{"https://a.example/", "https://b.example/a%20b"}));
@@ -131,7 +131,7 @@ TEST_F(CommandLine, ExplainsAnyBytes) {
     EXPECT_EQ(resident.calls.size(), 1U);
 }
 
-TEST_F(CommandLine, MatchNeedsNobody) {
+TEST_F(CommandLine, MatchNeedsNoResident) {
     EXPECT_EQ(run({"match", "*.pdf", "x:a.pdf", "x:b"}), 1);
     EXPECT_EQ(output.str(), "yes\nno\n");
     EXPECT_EQ(run({"match", "*.pdf", "x:a.pdf"}), 0);
@@ -145,18 +145,18 @@ TEST_F(CommandLine, MatchReadsItsInput) {
     EXPECT_EQ(output.str(), "yes\nno\nno\nyes\n");
 }
 
-TEST_F(CommandLine, MatchOfNoLinesIsTrue) {
+TEST_F(CommandLine, MatchOfNoLinesSucceeds) {
     EXPECT_EQ(run({"match", "*.pdf"}), 0);
     EXPECT_EQ(output.str(), "");
 }
 
-/// Hands out one line at a time and notes what has been answered by then.
+/// Provides one line at a time, and records the output before each.
 class Dialogue : public std::stringbuf {
   public:
     Dialogue(std::vector<std::string> given, const std::ostringstream &answers)
         : lines(std::move(given)), answered(answers) {}
 
-    std::vector<std::string> seen; ///< the answers at each time that another line was asked for
+    std::vector<std::string> seen; ///< the output when each line was requested
 
   protected:
     int_type underflow() override {
@@ -184,7 +184,7 @@ TEST_F(CommandLine, MatchAnswersEachLineBeforeItWaitsForTheNext) {
     EXPECT_EQ(dialogue.seen, (std::vector<std::string>{"", "yes\n", "yes\nno\n"}));
 }
 
-/// An output that fails as a closed pipe or a full disk does.
+/// An output that fails like a closed pipe or a full disk.
 class FailingOutput : public std::streambuf {
   public:
     explicit FailingOutput(int errorNumber) : reason(errorNumber) {}
@@ -208,7 +208,7 @@ class FailingOutput : public std::streambuf {
     int reason;
 };
 
-TEST_F(CommandLine, EndsQuietlyWhenNobodyReads) {
+TEST_F(CommandLine, EndsQuietlyWhenTheReaderIsGone) {
     FailingOutput closed(EPIPE);
     std::ostream pipe(&closed);
     const Process piped{input, pipe, errors, process.connect, process.performHere, process.openHere};
@@ -218,7 +218,7 @@ TEST_F(CommandLine, EndsQuietlyWhenNobodyReads) {
     EXPECT_EQ(errors.str(), "");
 }
 
-TEST_F(CommandLine, MatchStopsWhenNobodyReads) {
+TEST_F(CommandLine, MatchStopsWhenTheReaderIsGone) {
     FailingOutput closed(EPIPE);
     std::ostream pipe(&closed);
     input.str("x:a\nx:b\nx:c\n");
@@ -228,7 +228,7 @@ TEST_F(CommandLine, MatchStopsWhenNobodyReads) {
     EXPECT_EQ(errors.str(), "");
 }
 
-TEST_F(CommandLine, ComplainsWhenTheOutputCannotBeWritten) {
+TEST_F(CommandLine, FailsWhenTheOutputCannotBeWritten) {
     FailingOutput full(ENOSPC);
     std::ostream disk(&full);
     const Process filled{input, disk, errors, process.connect, process.performHere, process.openHere};
@@ -271,7 +271,7 @@ TEST_F(CommandLineFiles, ExportPrintsWithoutAFile) {
     EXPECT_EQ(output.str(), "{}\n{}\n");
 }
 
-TEST_F(CommandLineFiles, ExportTellsWhyItCouldNotWrite) {
+TEST_F(CommandLineFiles, ExportReportsWhyItCouldNotWrite) {
     EXPECT_EQ(run({"export", path("no/such/folder.json")}), 1);
     EXPECT_NE(errors.str().find("could not be written: No such file"), std::string::npos) << errors.str();
 }
@@ -300,7 +300,7 @@ TEST_F(CommandLineFiles, ImportReadsStandardInput) {
     EXPECT_EQ(resident.calls[0].input, "{}");
 }
 
-TEST_F(CommandLineFiles, ImportTellsWhyItCouldNotRead) {
+TEST_F(CommandLineFiles, ImportReportsWhyItCouldNotRead) {
     EXPECT_EQ(run({"import", path("missing.json")}), 1);
     EXPECT_NE(errors.str().find("could not be read: No such file"), std::string::npos) << errors.str();
     EXPECT_EQ(run({"import", folder.string()}), 1);
@@ -308,7 +308,7 @@ TEST_F(CommandLineFiles, ImportTellsWhyItCouldNotRead) {
     EXPECT_TRUE(localCalls.empty());
 }
 
-TEST_F(CommandLineFiles, ImportReadsNoMonsters) {
+TEST_F(CommandLineFiles, ImportRefusesHugeFiles) {
     std::ofstream(path("large")).close();
     std::filesystem::resize_file(path("large"), (std::uintmax_t{64} << 20U) + 1);
     EXPECT_EQ(run({"import", path("large")}), 1);

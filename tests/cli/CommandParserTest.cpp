@@ -17,7 +17,7 @@ Kind parsed(const std::vector<std::string> &words) {
     return command ? *command : Kind{};
 }
 
-/// The complaint about wrong usage; empty when there was none.
+/// The error about wrong usage; empty when there is none.
 std::string complaint(const std::vector<std::string> &words) {
     const auto outcome = parseCommand(words);
     const auto *answer = std::get_if<CommandResult>(&outcome);
@@ -36,7 +36,7 @@ std::string answered(const std::vector<std::string> &words) {
     return answer ? answer->output : "";
 }
 
-TEST(CommandParser, RunsWithoutWords) {
+TEST(CommandParser, RunsWithoutArguments) {
     parsed<command::Run>({});
     parsed<command::Run>({"--"});
 }
@@ -56,7 +56,7 @@ TEST(CommandParser, KnowsEveryCommand) {
     parsed<command::Quit>({"quit"});
 }
 
-TEST(CommandParser, TakesArgumentsInTheirOrder) {
+TEST(CommandParser, TakesArgumentsInOrder) {
     const auto added = parsed<command::AddURLRule>({"url-rules", "add", "docs.example", "org.b"});
     EXPECT_EQ(added.pattern, "docs.example");
     EXPECT_EQ(added.browser, "org.b");
@@ -102,7 +102,7 @@ TEST(CommandParser, MatchMayReadItsInput) {
     EXPECT_EQ(parsed<command::Match>({"match", "*", "a:1", "b:2"}).urls.size(), 2U);
 }
 
-TEST(CommandParser, RefusesWhatItDoesNotKnow) {
+TEST(CommandParser, RefusesUnknownArguments) {
     EXPECT_NE(complaint({"launch"}), "");
     EXPECT_NE(complaint({"--json"}), "");
     EXPECT_NE(complaint({"status", "--jsn"}), "");
@@ -118,7 +118,7 @@ TEST(CommandParser, RefusesWhatItDoesNotKnow) {
     EXPECT_NE(complaint({""}), "");
 }
 
-TEST(CommandParser, RefusesWhatLacksAnArgument) {
+TEST(CommandParser, RefusesMissingArguments) {
     for (const std::vector<std::string> &words :
          std::vector<std::vector<std::string>>{{"open"},
                                                {"explain"},
@@ -138,7 +138,7 @@ TEST(CommandParser, RefusesWhatLacksAnArgument) {
         EXPECT_NE(complaint(words), "") << words.front();
 }
 
-TEST(CommandParser, ALinkThatBeginsWithAHyphenIsNoOption) {
+TEST(CommandParser, ALinkThatBeginsWithAHyphenIsNotAnOption) {
     EXPECT_EQ(parsed<command::Open>({"open", "-https://x"}).urls.front(), "-https://x");
     EXPECT_EQ(parsed<command::Open>({"open", "--https://x"}).urls.front(), "--https://x");
     EXPECT_EQ(parsed<command::Open>({"open", "-h:1"}).urls.front(), "-h:1");
@@ -155,7 +155,7 @@ TEST(CommandParser, NothingAfterTwoHyphensIsAnOption) {
     EXPECT_EQ(parsed<command::Explain>({"explain", "--source", "--", "--json", "a:1"}).source, "--json");
 }
 
-TEST(CommandParser, NoArgumentMeansAnythingButItself) {
+TEST(CommandParser, ArgumentsAreNotInterpreted) {
     for (const std::string odd : {"{}", "[a,b]", "[]", "%%", "++", "", " ", "\x01", "\x01x", "=", "-",
                                   "@file", "a\nb", "\xff", "status", "list", "on"}) {
         EXPECT_EQ(parsed<command::Open>({"open", odd, "a:1"}).urls, (std::vector<std::string>{odd, "a:1"}))
@@ -167,14 +167,14 @@ TEST(CommandParser, NoArgumentMeansAnythingButItself) {
     }
 }
 
-TEST(CommandParser, AComplaintHarmsNoTerminal) {
+TEST(CommandParser, UsageErrorsAreSafeForTheTerminal) {
     const auto text = complaint({"status", "a\x1b[31m\x01"});
     EXPECT_EQ(text.find('\x1b'), std::string::npos);
     EXPECT_EQ(text.find('\x01'), std::string::npos);
     EXPECT_NE(text.find("\\x1b[31m"), std::string::npos) << text;
 }
 
-TEST(CommandParser, HelpsAndTellsItsVersion) {
+TEST(CommandParser, PrintsHelpAndVersion) {
     EXPECT_EQ(answered({"--version"}), "fernhop " FERNHOP_VERSION "\n");
     const auto help = answered({"--help"});
     for (const char *command :

@@ -40,12 +40,12 @@ TEST_F(DialogCommands, ShowEachDialog) {
               "修改 URL 浏览器规则");
 }
 
-TEST_F(DialogCommands, TellOfWhatCannotBeEdited) {
+TEST_F(DialogCommands, ReportWhatCannotBeEdited) {
     expectFailure({"dialog", "edit-url-rule", "7"}, "no URL rule \"7\"");
     expectFailure({"dialog", "edit-app-rule", "org.example.Nobody"}, "org.example.Nobody");
 }
 
-TEST_F(DialogCommands, NeedTheirWords) {
+TEST_F(DialogCommands, NeedTheirArguments) {
     for (const auto &words : std::vector<std::vector<std::string>>{
              {"dialog"}, {"dialog", "other"}, {"dialog", "edit-app-rule"}, {"dialog", "feedback", "more"}})
         EXPECT_EQ(run(words).status, 2);

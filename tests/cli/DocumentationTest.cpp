@@ -99,7 +99,7 @@ TEST(ManualPage, DescribesNothingElse) {
     }
 }
 
-TEST(ManualPage, DescribesEveryOptionOnceMore) {
+TEST(ManualPage, DescribesEveryOptionInItsOwnEntry) {
     std::ifstream page(packaging + "man/fernhop.1");
     Words described;
     for (std::string line; std::getline(page, line);)
@@ -113,7 +113,7 @@ TEST(ManualPage, DescribesEveryOptionOnceMore) {
     EXPECT_EQ(described, known);
 }
 
-/// What a shell prints; nothing when it could not be asked.
+/// The output of a shell; nothing when it could not be run.
 std::optional<std::string> outputOf(const std::string &command) {
     const std::unique_ptr<FILE, int (*)(FILE *)> pipe(popen(command.c_str(), "r"), pclose);
     std::string output;
@@ -135,7 +135,7 @@ std::string quotedForShell(const std::string &text) {
     return result + "'";
 }
 
-/// What bash offers at the end of a command line whose last word is `last`.
+/// The completions that bash offers for the last word, `last`, of a command line.
 Words offeredByBash(const Path &path, const std::string &last) {
     std::string script = "source " + packaging +
                          "completions/fernhop.bash; fernhop() { :; }; COMP_WORDS=(fernhop " + joined(path) +
@@ -146,7 +146,7 @@ Words offeredByBash(const Path &path, const std::string &last) {
     return words;
 }
 
-TEST(BashCompletion, OffersWhatTheHelpNames) {
+TEST(BashCompletion, OffersTheCommandsAndOptionsOfTheHelp) {
     if (!hasShell("bash"))
         GTEST_SKIP();
     for (const auto &[path, node] : help().nodes()) {
@@ -160,7 +160,7 @@ TEST(BashCompletion, OffersWhatTheHelpNames) {
     EXPECT_EQ(offeredByBash({"url-rules"}, "re"), Words{"remove"});
 }
 
-TEST(BashCompletion, OffersIdentifiersAndRunsNone) {
+TEST(BashCompletion, OffersIdentifiersWithoutExecutingThem) {
     if (!hasShell("bash"))
         GTEST_SKIP();
     const std::string script =
@@ -171,7 +171,7 @@ TEST(BashCompletion, OffersIdentifiersAndRunsNone) {
     EXPECT_EQ(outputOf("bash --norc -c " + quotedForShell(script)), "org.a\n\\$\\(echo\\ ran\\)\na\\ b\n");
 }
 
-/// What fish offers, without its own descriptions.
+/// The completions that fish offers, without their descriptions.
 Words offeredByFish(const Path &path, const std::string &last) {
     const std::string script = "source " + packaging +
                                "completions/fernhop.fish; function fernhop; end; complete -C " +
@@ -186,7 +186,7 @@ Words offeredByFish(const Path &path, const std::string &last) {
     return words;
 }
 
-TEST(FishCompletion, OffersWhatTheHelpNames) {
+TEST(FishCompletion, OffersTheCommandsAndOptionsOfTheHelp) {
     if (!hasShell("fish --no-config"))
         GTEST_SKIP();
     for (const auto &[path, node] : help().nodes()) {
@@ -198,7 +198,7 @@ TEST(FishCompletion, OffersWhatTheHelpNames) {
     EXPECT_EQ(offeredByFish({"routing"}, ""), (Words{"on", "off"}));
 }
 
-/// The names that zsh's lists of commands describe, list by list: "name:description".
+/// The names in zsh's lists of commands, whose entries have the form "name:description".
 std::vector<Words> describedForZsh() {
     std::ifstream file(packaging + "completions/_fernhop");
     std::vector<Words> lists;
@@ -218,7 +218,7 @@ std::vector<Words> describedForZsh() {
     return lists;
 }
 
-TEST(ZshCompletion, DescribesWhatTheHelpNames) {
+TEST(ZshCompletion, DescribesTheCommandsAndOptionsOfTheHelp) {
     const auto lists = describedForZsh();
     ASSERT_EQ(lists.size(), 3U);
     EXPECT_EQ(lists[0], help().nodes().at({"url-rules"}).commands);

@@ -7,7 +7,7 @@
 
 namespace fernhop::cli {
 
-/// A test of commands that is run twice: with a running Fernhop, and with none.
+/// A test of commands that runs twice: with and without a running Fernhop.
 class EachSide : public testing::TestWithParam<bool>, protected World {
   protected:
     void SetUp() override {
@@ -23,7 +23,7 @@ class EachSide : public testing::TestWithParam<bool>, protected World {
         return nlohmann::json::parse(result.output);
     }
 
-    /// The menu shows the change, where there is a menu.
+    /// Expects that the menu, if there is one, shows the change.
     void expectMenuRebuilt() const { EXPECT_TRUE(!GetParam() || statusBar.menusSet > 0); }
 };
 

@@ -14,7 +14,7 @@ namespace fernhop::cli {
 using Path = std::vector<std::string>;
 using Words = std::set<std::string>;
 
-/// What the help texts name: the commands and options of each command.
+/// The commands and options that the help texts list.
 class HelpTree {
   public:
     struct Node {

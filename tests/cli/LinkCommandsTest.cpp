@@ -32,7 +32,7 @@ TEST_P(LinkCommands, ExplainNamesTheAppRuleOfTheSource) {
     EXPECT_EQ(told["target"]["bundleID"], beta);
 }
 
-TEST_P(LinkCommands, ExplainTakesThePresentSource) {
+TEST_P(LinkCommands, ExplainUsesTheCurrentSource) {
     preferences().setBrowser(beta, editor);
     report.sourceBundleID = editor;
     EXPECT_EQ(runJson({"explain", "--json", "https://docs.example/"})["because"], "appRule");
@@ -48,7 +48,7 @@ TEST_P(LinkCommands, ExplainNamesTheFallback) {
     EXPECT_EQ(told["steps"], json::array());
 }
 
-TEST_P(LinkCommands, ExplainSaysWhyCandidatesWerePassedOver) {
+TEST_P(LinkCommands, ExplainGivesTheReasonForEachCandidateNotChosen) {
     preferences().setURLRules({{"1", "docs.example", "org.example.Gone"}});
     preferences().setBrowser(beta, editor);
     defaults.stored["routingFallbackBrowserID"] = {own};
@@ -63,7 +63,7 @@ TEST_P(LinkCommands, ExplainSaysWhyCandidatesWerePassedOver) {
     EXPECT_NE(told["steps"][2].get<std::string>().find("Fernhop"), std::string::npos);
 }
 
-TEST_P(LinkCommands, ExplainIsForPeopleToo) {
+TEST_P(LinkCommands, ExplainPrintsTextForPeople) {
     preferences().setURLRules({{"1", "docs.example", "org.example.Gone"}});
     const auto told = run({"explain", "https://docs.example/"});
     EXPECT_EQ(told.status, 0);
@@ -78,7 +78,7 @@ TEST_P(LinkCommands, ExplainOpensNothing) {
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_P(LinkCommands, ExplainRefusesWhatIsNoURL) {
+TEST_P(LinkCommands, ExplainRefusesTextThatIsNotAURL) {
     const auto told = run({"explain", ""});
     EXPECT_EQ(told.status, 2);
     EXPECT_EQ(told.output, "");
@@ -115,7 +115,7 @@ TEST_F(Opening, DeliversToARunningFernhop) {
     EXPECT_EQ(workspace.opened[1].urls.front().absoluteString(), "https://b.example/");
 }
 
-TEST_F(Opening, OpensTheOthersWhenOneIsNoURL) {
+TEST_F(Opening, OpensTheOthersWhenOneIsNotAURL) {
     launch();
     const auto told = run({"open", "", "https://b.example/"});
     EXPECT_EQ(told.status, 1);

@@ -21,14 +21,14 @@ TEST_P(ListCommands, StatusOfAFreshSystem) {
                                                    {"problems", json::array()}}));
 }
 
-TEST_P(ListCommands, StatusOfAUsedOne) {
+TEST_P(ListCommands, StatusOfAConfiguredSystem) {
     launchServices.handlers = {{"http", alpha}, {"https", own}};
     defaults.stored["routingFallbackBrowserID"] = {beta};
     defaults.stored["restoresDefaultBrowserOnQuit"] = {true};
     report.sourceBundleID = editor;
     report.provider = "x11";
     report.icon = IconPlace::panel;
-    report.obstacles = {"No tray.", "No portal."};
+    report.openFailures = {"No tray.", "No portal."};
     EXPECT_EQ(runJson({"status", "--json"}), (json{{"routing", true},
                                                    {"httpHandler", alpha},
                                                    {"httpsHandler", own},
@@ -43,24 +43,25 @@ TEST_P(ListCommands, StatusOfAUsedOne) {
     EXPECT_EQ(runJson({"status", "--json"})["icon"], "windowTray");
 }
 
-TEST_P(ListCommands, StatusTellsWhatShowsTheIcon) {
+TEST_P(ListCommands, StatusShowsWhereTheIconIs) {
     const auto tells = [this](const std::string &line) {
         const auto output = run({"status"}).output;
         EXPECT_NE(output.find("\n" + line + "\n"), std::string::npos) << output;
     };
-    tells(GetParam()
-              ? "Icon:               not shown: there is no panel or tray for it (GNOME needs its AppIndicator "
-                "extension)"
-              : "Icon:               not shown");
+    tells(
+        GetParam()
+            ? "Icon:               not shown: there is no panel or tray for it (GNOME needs its AppIndicator "
+              "extension)"
+            : "Icon:               not shown");
     report.icon = IconPlace::panel;
     tells("Icon:               shown by a panel that supports StatusNotifierItem");
     report.icon = IconPlace::windowTray;
     tells("Icon:               shown by an XEmbed tray");
 }
 
-TEST_P(ListCommands, StatusIsForPeopleToo) {
+TEST_P(ListCommands, StatusPrintsTextForPeople) {
     launchServices.handlers = {{"http", alpha}, {"https", "org.example.Gone"}};
-    report.obstacles = {"No\ntray."};
+    report.openFailures = {"No\ntray."};
     const auto told = run({"status"});
     EXPECT_EQ(told.status, 0);
     for (const char *part : {"App Routing:        off", "Alpha Browser (org.example.Alpha)",
@@ -68,7 +69,7 @@ TEST_P(ListCommands, StatusIsForPeopleToo) {
         EXPECT_NE(told.output.find(part), std::string::npos) << part << "\n" << told.output;
 }
 
-TEST_P(ListCommands, AppsInTheirOrder) {
+TEST_P(ListCommands, AppsInOrder) {
     EXPECT_EQ(runJson({"apps", "--json"}), (json::array({{{"name", "Alpha Browser"},
                                                           {"bundleID", alpha},
                                                           {"appURL", "file:///Applications/Alpha.app"},
@@ -87,7 +88,7 @@ TEST_P(ListCommands, AppsInTheirOrder) {
                                     "Editor         org.example.Editor\n");
 }
 
-TEST_P(ListCommands, BrowsersInTheirOrder) {
+TEST_P(ListCommands, BrowsersInOrder) {
     EXPECT_EQ(
         runJson({"browsers", "--json"}),
         (json::array(
@@ -98,7 +99,7 @@ TEST_P(ListCommands, BrowsersInTheirOrder) {
                                         "Beta Browser   org.example.Beta\n");
 }
 
-TEST_P(ListCommands, RulesInTheirOrder) {
+TEST_P(ListCommands, RulesInOrder) {
     preferences().setURLRules({{"2", "b.example", beta}, {"1", "a\x1b.example", "org.example.Gone"}});
     preferences().setBrowser(beta, editor);
     EXPECT_EQ(runJson({"url-rules", "list", "--json"}),
@@ -115,7 +116,7 @@ TEST_P(ListCommands, RulesInTheirOrder) {
               "Editor (org.example.Editor)  Beta Browser (org.example.Beta)\n");
 }
 
-TEST_P(ListCommands, EmptyListsAreSaidToBeEmpty) {
+TEST_P(ListCommands, EmptyListsPrintAMessage) {
     EXPECT_EQ(run({"url-rules", "list"}), (CommandResult{0, "No URL rules yet.\n", ""}));
     EXPECT_EQ(run({"app-rules", "list"}), (CommandResult{0, "No app rules yet.\n", ""}));
     EXPECT_EQ(runJson({"url-rules", "list", "--json"}), json::array());
@@ -133,8 +134,8 @@ TEST_F(EmptySystem, HasEmptyLists) {
     EXPECT_EQ(run({"apps", "--json"}).output, "[]\n");
 }
 
-TEST_F(EmptySystem, IsSaidToHaveNoBrowser) {
-    report.obstacles = {"No portal."};
+TEST_F(EmptySystem, ReportsThatThereIsNoBrowser) {
+    report.openFailures = {"No portal."};
     const auto status = json::parse(run({"status", "--json"}).output);
     EXPECT_EQ(status["problems"],
               (json::array({"No portal.", "No web browser was found, so no link can be opened."})));
@@ -146,7 +147,7 @@ TEST_F(EmptySystem, HasNoTargetForALink) {
     EXPECT_EQ(told["because"], "none");
 }
 
-TEST(JsonOutput, IsJsonWhateverANameHolds) {
+TEST(JsonOutput, IsJsonForAnyName) {
     World world;
     world.applications.installApplication("/Applications/Odd.app", "odd", "\xff\x1b", {"http"});
     const auto browsers = json::parse(world.run({"browsers", "--json"}).output);

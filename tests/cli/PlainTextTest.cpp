@@ -18,12 +18,12 @@ TEST(PlainText, EscapesWhatMovesTheCursor) {
     EXPECT_EQ(plain("\xc2\x9b"), "\\u{9b}"); // the one-character form of ESC [
 }
 
-TEST(PlainText, EscapesWhatTurnsOrHidesText) {
+TEST(PlainText, EscapesWhatReordersOrHidesText) {
     EXPECT_EQ(plain("a\u202eb"), "a\\u{202e}b");
     EXPECT_EQ(plain("\u200b\ufeff\u2028\u2066"), "\\u{200b}\\u{feff}\\u{2028}\\u{2066}");
 }
 
-TEST(PlainText, EscapesEveryByteThatIsNoUtf8) {
+TEST(PlainText, EscapesInvalidUtf8) {
     EXPECT_EQ(plain("a\xff"), "a\\xff");
     EXPECT_EQ(plain("\xe4\xb8"), "\\xe4\\xb8");                   // cut
     EXPECT_EQ(plain("\xc0\xaf"), "\\xc0\\xaf");                   // overlong

@@ -33,7 +33,7 @@ TEST_P(RuleCommands, AddAppendsARule) {
     expectMenuRebuilt();
 }
 
-TEST_P(RuleCommands, AddGivesAKnownPatternAnotherBrowser) {
+TEST_P(RuleCommands, AddChangesTheBrowserOfAKnownPattern) {
     preferences().setURLRules({{"1", "docs.example", alpha}});
     EXPECT_EQ(run({"url-rules", "add", "DOCS.example", beta}).status, 0);
     EXPECT_EQ(preferences().urlRules(), (std::vector<URLRule>{{"1", "docs.example", beta}}));
@@ -48,7 +48,7 @@ TEST_P(RuleCommands, AddRefusesAPatternThatCannotBeStored) {
     expectNothingChanged(run({"url-rules", "add", "a\xff", beta}), 2);
 }
 
-TEST_P(RuleCommands, BrowsersAreKnownByTheirName) {
+TEST_P(RuleCommands, BrowsersAreFoundByName) {
     EXPECT_EQ(run({"url-rules", "add", "docs.example", "Beta Browser"}).status, 0);
     EXPECT_EQ(preferences().urlRules().front().browserBundleID, beta);
 }
@@ -60,7 +60,7 @@ TEST_P(RuleCommands, UnknownBrowsersAreRefused) {
     expectNothingChanged(run({"app-rules", "set", editor, "Gone"}), 1);
 }
 
-TEST_P(RuleCommands, FernhopIsNoBrowser) {
+TEST_P(RuleCommands, FernhopIsNotABrowser) {
     expectNothingChanged(run({"url-rules", "add", "docs.example", own}), 1);
     expectNothingChanged(run({"app-rules", "set", editor, own}), 1);
 }
@@ -69,10 +69,11 @@ TEST_P(RuleCommands, ARuleMayNameAnyInstalledApplication) {
     EXPECT_EQ(run({"url-rules", "add", "docs.example", editor}).status, 0);
     EXPECT_EQ(preferences().urlRules().front().browserBundleID, editor);
     rememberWrites();
-    expectNothingChanged(run({"url-rules", "add", "docs.example", "Editor"}), 1); // by its name only browsers
+    expectNothingChanged(run({"url-rules", "add", "docs.example", "Editor"}),
+                         1); // only browsers are found by name
 }
 
-TEST_P(RuleCommands, EditChangesARuleInItsPlace) {
+TEST_P(RuleCommands, EditKeepsTheRulesPosition) {
     preferences().setURLRules({{"1", "a.example", alpha}, {"2", "b.example", alpha}});
     EXPECT_EQ(run({"url-rules", "edit", "1", " c.example ", beta}).status, 0);
     EXPECT_EQ(preferences().urlRules(),
@@ -80,7 +81,7 @@ TEST_P(RuleCommands, EditChangesARuleInItsPlace) {
     expectMenuRebuilt();
 }
 
-TEST_P(RuleCommands, EditRefusesWhatItCannotDo) {
+TEST_P(RuleCommands, EditRefusesInvalidChanges) {
     preferences().setURLRules({{"1", "a.example", alpha}});
     rememberWrites();
     expectNothingChanged(run({"url-rules", "edit", "2", "c.example", beta}), 1);
@@ -88,7 +89,7 @@ TEST_P(RuleCommands, EditRefusesWhatItCannotDo) {
     expectNothingChanged(run({"url-rules", "edit", "1", "c.example", "Gone"}), 1);
 }
 
-TEST_P(RuleCommands, RemoveTakesARuleAway) {
+TEST_P(RuleCommands, RemoveRemovesARule) {
     preferences().setURLRules(
         {{"1", "a.example", alpha}, {"2", "b.example", alpha}, {"3", "c.example", beta}});
     EXPECT_EQ(run({"url-rules", "remove", "2"}), CommandResult{});
@@ -103,7 +104,7 @@ TEST_P(RuleCommands, RemoveRefusesAnUnknownRule) {
     expectNothingChanged(run({"url-rules", "remove", "A"}), 1);
 }
 
-TEST_P(RuleCommands, SetChoosesForAnApplication) {
+TEST_P(RuleCommands, SetChoosesABrowserForAnApplication) {
     const auto told = run({"app-rules", "set", editor, beta});
     EXPECT_EQ(told.status, 0);
     EXPECT_EQ(told.output, "Links from Editor (org.example.Editor) -> Beta Browser (org.example.Beta)\n");
@@ -112,13 +113,13 @@ TEST_P(RuleCommands, SetChoosesForAnApplication) {
     expectMenuRebuilt();
 }
 
-TEST_P(RuleCommands, SetRefusesWhatIsNoSource) {
+TEST_P(RuleCommands, SetRefusesInvalidSources) {
     expectNothingChanged(run({"app-rules", "set", "org.example.Gone", beta}), 1);
     expectNothingChanged(run({"app-rules", "set", own, beta}), 1);
     expectNothingChanged(run({"app-rules", "set", "", beta}), 1);
 }
 
-TEST_P(RuleCommands, RemoveTakesAnAppRuleAway) {
+TEST_P(RuleCommands, RemoveRemovesAnAppRule) {
     preferences().setBrowser(beta, editor);
     preferences().setBrowser(alpha, "org.example.Gone");
     EXPECT_EQ(run({"app-rules", "remove", "org.example.Gone"}), CommandResult{});
@@ -146,7 +147,7 @@ TEST_P(RuleCommands, ChoosingABrowserTurnsRoutingOn) {
     EXPECT_EQ(launchServices.handlers["https"], own);
 }
 
-TEST_P(RuleCommands, RoutingStaysOnAndRemovalLeavesItAlone) {
+TEST_P(RuleCommands, RoutingStaysOnAndRemovalDoesNotChangeIt) {
     EXPECT_EQ(run({"url-rules", "add", "docs.example", beta}).status, 0);
     EXPECT_EQ(launchServices.handlers["https"], own);
     setDefaultBrowser(alpha);
@@ -154,7 +155,7 @@ TEST_P(RuleCommands, RoutingStaysOnAndRemovalLeavesItAlone) {
     EXPECT_EQ(launchServices.handlers["https"], alpha);
 }
 
-TEST_P(RuleCommands, TellsWhenRoutingCannotBeTurnedOn) {
+TEST_P(RuleCommands, ReportsThatRoutingCannotBeTurnedOn) {
     setDefaultBrowser(alpha);
     launchServices.refuses = true;
     const auto told = run({"url-rules", "add", "docs.example", beta});
@@ -163,7 +164,7 @@ TEST_P(RuleCommands, TellsWhenRoutingCannotBeTurnedOn) {
     EXPECT_EQ(preferences().urlRules().size(), 1U);
 }
 
-/// Several applications of one name.
+/// Several applications with the same name.
 class Namesakes : public testing::Test, protected World {
   protected:
     Namesakes() {
@@ -174,7 +175,7 @@ class Namesakes : public testing::Test, protected World {
     }
 };
 
-TEST_F(Namesakes, AreListedInsteadOfGuessedAt) {
+TEST_F(Namesakes, AreListedInsteadOfGuessed) {
     const auto told = run({"url-rules", "add", "docs.example", "Beta Browser"});
     EXPECT_EQ(told.status, 1);
     EXPECT_NE(told.errors.find("org.example.Beta org.example.Beta2"), std::string::npos) << told.errors;

@@ -9,7 +9,7 @@ class SwitchCommands : public EachSide {
 };
 INSTANTIATE_TEST_SUITE_P(, SwitchCommands, testing::Bool(), sideName);
 
-TEST_P(SwitchCommands, RoutingOnRemembersTheDefaultBrowser) {
+TEST_P(SwitchCommands, RoutingOnStoresTheDefaultBrowser) {
     setDefaultBrowser(beta);
     EXPECT_EQ(run({"routing", "on"}), (CommandResult{0, "App Routing is on.\n", ""}));
     EXPECT_EQ(launchServices.calls, (Calls{{"http", own}, {"https", own}}));
@@ -23,7 +23,7 @@ TEST_P(SwitchCommands, RoutingOnTwiceStaysOn) {
     EXPECT_EQ(launchServices.calls, Calls{});
 }
 
-TEST_P(SwitchCommands, RoutingOffGivesTheRoleBack) {
+TEST_P(SwitchCommands, RoutingOffRestoresTheDefault) {
     setDefaultBrowser(own);
     defaults.stored["routingFallbackBrowserID"] = {beta};
     EXPECT_EQ(run({"routing", "off"}), (CommandResult{0, "App Routing is off.\n", ""}));
@@ -46,7 +46,7 @@ TEST_P(SwitchCommands, RefusalsAreReported) {
     EXPECT_NE(chosen.errors.find("Beta Browser"), std::string::npos);
 }
 
-TEST_P(SwitchCommands, DefaultLeavesRouting) {
+TEST_P(SwitchCommands, DefaultTurnsRoutingOff) {
     setDefaultBrowser(own);
     EXPECT_EQ(run({"default", "Beta Browser"}),
               (CommandResult{0, "The default browser is Beta Browser (org.example.Beta).\n", ""}));
@@ -55,7 +55,7 @@ TEST_P(SwitchCommands, DefaultLeavesRouting) {
     expectMenuRebuilt();
 }
 
-TEST_P(SwitchCommands, DefaultTakesBrowsersOnly) {
+TEST_P(SwitchCommands, DefaultAcceptsOnlyBrowsers) {
     for (const auto &word : {editor, own, std::string("org.example.Gone"), std::string()})
         EXPECT_EQ(run({"default", word}).status, 1) << word;
     EXPECT_EQ(launchServices.calls, Calls{});
@@ -101,13 +101,13 @@ TEST(Quit, EndsTheRunningFernhop) {
     EXPECT_EQ(world.application.terminations, 1);
 }
 
-TEST(WithoutARunningFernhop, ThereIsNothingToRefreshOrEnd) {
+TEST(WithoutARunningFernhop, RefreshAndQuitSucceed) {
     World world;
     EXPECT_EQ(world.run({"refresh"}), (CommandResult{0, "Fernhop is not running.\n", ""}));
     EXPECT_EQ(world.run({"quit"}), (CommandResult{0, "Fernhop is not running.\n", ""}));
 }
 
-TEST(RunAgain, IsNoFailure) {
+TEST(RunAgain, Succeeds) {
     World world;
     world.launch();
     EXPECT_EQ(world.run({}), (CommandResult{0, "Fernhop is already running.\n", ""}));

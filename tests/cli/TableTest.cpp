@@ -14,7 +14,7 @@ TEST(Table, AlignsItsColumns) {
                             "B              b\n");
 }
 
-TEST(Table, AlignsByWhatATerminalShows) {
+TEST(Table, AlignsByTerminalColumns) {
     Table table({"NAME", "ID"});
     table.add({"火狐", "wide"});
     table.add({"é", "narrow"});
@@ -30,7 +30,7 @@ TEST(Table, KeepsEachRowOnItsLine) {
                             "a\\x0ab  \\x1b]0;x\\x07\n");
 }
 
-TEST(Table, EndsNoLineWithSpaces) {
+TEST(Table, RemovesTrailingSpaces) {
     Table table({"NAME", "SCHEMES"});
     table.add({"Alpha", ""});
     EXPECT_EQ(table.text(), "NAME   SCHEMES\nAlpha\n");

@@ -15,7 +15,7 @@ const json complete = {{"version", 1},
 class Transfer : public EachSide {};
 INSTANTIATE_TEST_SUITE_P(, Transfer, testing::Bool(), sideName);
 
-TEST_P(Transfer, ExportHoldsEverything) {
+TEST_P(Transfer, ExportContainsEverything) {
     preferences().setURLRules({{"1", "*.pdf", "org.b"}});
     preferences().setBrowser("org.b", "org.a");
     preferences().setBrowser("org.d", "org.c");
@@ -49,7 +49,7 @@ TEST_P(Transfer, ImportReplacesEverythingAsOneUpdate) {
     expectMenuRebuilt();
 }
 
-TEST_P(Transfer, ImportOfNoFallbackRemovesIt) {
+TEST_P(Transfer, ImportWithoutAFallbackRemovesIt) {
     defaults.stored["routingFallbackBrowserID"] = {alpha};
     auto document = complete;
     document["routingFallbackBrowserID"] = nullptr;
@@ -66,7 +66,7 @@ TEST_P(Transfer, ARefusedDocumentChangesNothing) {
     EXPECT_EQ(statusBar.menusSet, 0);
 }
 
-TEST(SettingsDocuments, OfAnyContentCanBeReadBack) {
+TEST(SettingsDocuments, WithAnyContentCanBeReadBack) {
     const SettingsDocument odd{{{"", "", ""}, {"1", " a\n\"\\浏\x01", "b"}, {"1", "twice", "b"}},
                                {{"", ""}, {"a\"b\\", "c\x1f"}},
                                "",
@@ -76,7 +76,7 @@ TEST(SettingsDocuments, OfAnyContentCanBeReadBack) {
     EXPECT_EQ(std::get<SettingsDocument>(read), odd);
 }
 
-TEST(SettingsDocuments, AreWrittenAsJsonWhateverTheyHold) {
+TEST(SettingsDocuments, AreWrittenAsJsonWithAnyContent) {
     const SettingsDocument broken{{{"\xff", "\xff", "\xff"}}, {{"\xff", "\xff"}}, "\xff", false};
     EXPECT_TRUE(std::holds_alternative<SettingsDocument>(decodeSettings(encodeSettings(broken))));
 }

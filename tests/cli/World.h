@@ -14,8 +14,8 @@
 
 namespace fernhop::cli {
 
-/// A desktop with two browsers and an editor, on which commands are performed: by a running Fernhop once
-/// `launch` was called, else by a stand-in.
+/// A desktop with two browsers and an editor, on which commands are performed: by a running Fernhop after
+/// `launch`, by a `LocalSession` before.
 class World : public fakes::FakeDesktop {
   public:
     World() {
@@ -55,7 +55,7 @@ class World : public fakes::FakeDesktop {
 
     fakes::FakeSessionReport report;
 
-    std::vector<DialogRequest> dialogs; ///< that were requested
+    std::vector<DialogRequest> dialogs; ///< the requested dialogs
 
     std::optional<AppDelegate> delegate;
     std::optional<ResidentSession> resident;

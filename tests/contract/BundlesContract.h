@@ -12,8 +12,7 @@ namespace fernhop::contract {
 
 using Schemes = std::vector<std::string>;
 
-/// What the core relies on, whichever machine is behind it. Included once in each executable, which names the
-/// machines.
+/// What the core relies on with every backend. Included once in each executable, which lists the backends.
 template <typename Machine>
 class BundlesContract : public testing::Test {
   protected:
@@ -26,7 +25,7 @@ class BundlesContract : public testing::Test {
 
 TYPED_TEST_SUITE_P(BundlesContract);
 
-TYPED_TEST_P(BundlesContract, WhereNothingIsNothingOpens) {
+TYPED_TEST_P(BundlesContract, MissingBundlesDoNotOpen) {
     EXPECT_FALSE(this->open("falcon"));
 }
 
@@ -38,7 +37,7 @@ TYPED_TEST_P(BundlesContract, AnApplicationHasItsIdentifierAndName) {
     EXPECT_EQ(bundle->objectForInfoDictionaryKey("CFBundleDisplayName"), PropertyValue{"Falcon"});
 }
 
-TYPED_TEST_P(BundlesContract, SchemesStandInADictionaryInAnArray) {
+TYPED_TEST_P(BundlesContract, SchemesAreInADictionaryInAnArray) {
     this->machine.install("falcon", {"http", "HTTPS"});
     const auto bundle = this->open("falcon");
     ASSERT_TRUE(bundle);
@@ -46,7 +45,7 @@ TYPED_TEST_P(BundlesContract, SchemesStandInADictionaryInAnArray) {
     EXPECT_EQ(bundle->objectForInfoDictionaryKey("CFBundleURLTypes"), PropertyValue{PropertyArray{{type}}});
 }
 
-TYPED_TEST_P(BundlesContract, WhatIsNotSaidIsAbsent) {
+TYPED_TEST_P(BundlesContract, MissingKeysAreAbsent) {
     this->machine.install("falcon", {});
     const auto bundle = this->open("falcon");
     ASSERT_TRUE(bundle);
@@ -54,7 +53,7 @@ TYPED_TEST_P(BundlesContract, WhatIsNotSaidIsAbsent) {
         EXPECT_EQ(bundle->objectForInfoDictionaryKey(key), std::nullopt) << key;
 }
 
-TYPED_TEST_P(BundlesContract, AnApplicationThatIsNotToBeListedOpensWithoutIdentifier) {
+TYPED_TEST_P(BundlesContract, AnUnlistedApplicationOpensWithoutIdentifier) {
     this->machine.installUnlisted("helper");
     const auto bundle = this->open("helper");
     ASSERT_TRUE(bundle);
@@ -75,7 +74,7 @@ TYPED_TEST_P(BundlesContract, TheRunningApplicationsIdentifierIsNotEmpty) {
     EXPECT_NE(this->machine.bundles().mainBundleIdentifier().value_or("none"), "");
 }
 
-TYPED_TEST_P(BundlesContract, ACatalogListsWhatIsInstalled) {
+TYPED_TEST_P(BundlesContract, ACatalogListsInstalledApplications) {
     this->machine.install("falcon", {"http"});
     this->machine.install("Editor", {});
     this->machine.installUnlisted("helper");
@@ -86,10 +85,9 @@ TYPED_TEST_P(BundlesContract, ACatalogListsWhatIsInstalled) {
                                            {"falcon", "falcon", this->machine.urlOf("falcon"), {"http"}}}));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(BundlesContract, WhereNothingIsNothingOpens, AnApplicationHasItsIdentifierAndName,
-                            SchemesStandInADictionaryInAnArray, WhatIsNotSaidIsAbsent,
-                            AnApplicationThatIsNotToBeListedOpensWithoutIdentifier,
-                            AnOpenBundleKeepsWhatItRead, TheRunningApplicationsIdentifierIsNotEmpty,
-                            ACatalogListsWhatIsInstalled);
+REGISTER_TYPED_TEST_SUITE_P(BundlesContract, MissingBundlesDoNotOpen, AnApplicationHasItsIdentifierAndName,
+                            SchemesAreInADictionaryInAnArray, MissingKeysAreAbsent,
+                            AnUnlistedApplicationOpensWithoutIdentifier, AnOpenBundleKeepsWhatItRead,
+                            TheRunningApplicationsIdentifierIsNotEmpty, ACatalogListsInstalledApplications);
 
 } // namespace fernhop::contract

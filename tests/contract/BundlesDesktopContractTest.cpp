@@ -40,7 +40,7 @@ class LinuxMachine {
     freedesktop::PosixFileManager manager{home.home()};
 };
 
-TEST(DesktopBundles, AFolderIsNoBundle) {
+TEST(DesktopBundles, AFolderIsNotABundle) {
     EXPECT_FALSE(LinuxMachine().bundles().bundleWithUrl(Url::fileUrl("/")));
 }
 

@@ -14,8 +14,7 @@ namespace fernhop::contract {
 
 using Paths = std::set<std::string>;
 
-/// What the core relies on, whichever disk is behind it. Included once in each executable, which names the
-/// disks.
+/// What the core relies on with every backend. Included once in each executable, which lists the backends.
 template <typename Disk>
 class FileManagerContract : public testing::Test {
   protected:
@@ -27,7 +26,7 @@ class FileManagerContract : public testing::Test {
         return files().enumeratorAtUrl(Url::fileUrl(path(relative)));
     }
 
-    /// Everything that a walk through the tree meets, in its order, relative to the tree.
+    /// The items that the enumeration of the tree visits, in order, relative to the tree.
     [[nodiscard]] std::vector<std::string>
     walk(const std::optional<std::string> &skipping = std::nullopt) const {
         std::vector<std::string> met;
@@ -68,25 +67,25 @@ TYPED_TEST_P(FileManagerContract, FilesAndFoldersExist) {
     EXPECT_FALSE(this->files().fileExistsAtPath(std::string("/\0x", 3)));
 }
 
-TYPED_TEST_P(FileManagerContract, AFolderThatIsNotThereHasNoEnumerator) {
+TYPED_TEST_P(FileManagerContract, AMissingFolderHasNoEnumerator) {
     EXPECT_FALSE(this->enumerate("/none"));
 }
 
-TYPED_TEST_P(FileManagerContract, AFolderThatCannotBeReadHasNoEnumerator) {
+TYPED_TEST_P(FileManagerContract, AnUnreadableFolderHasNoEnumerator) {
     this->add("/locked/file");
     this->disk.makeUnreadable(this->path("/locked"));
     EXPECT_FALSE(this->enumerate("/locked"));
     EXPECT_TRUE(this->enumerate());
 }
 
-TYPED_TEST_P(FileManagerContract, AWalkMeetsEverythingAtAnyDepth) {
+TYPED_TEST_P(FileManagerContract, EnumerationVisitsEverythingAtAnyDepth) {
     for (const auto *item : {"/a", "/b/c", "/b/d/e/f", "/with space", "/%41\xC3\xA9"})
         this->add(item);
     EXPECT_EQ(this->walked(),
               (Paths{"/a", "/b", "/b/c", "/b/d", "/b/d/e", "/b/d/e/f", "/with space", "/%41\xC3\xA9"}));
 }
 
-TYPED_TEST_P(FileManagerContract, AFolderIsMetRightBeforeWhatIsInIt) {
+TYPED_TEST_P(FileManagerContract, AFolderIsVisitedRightBeforeItsContents) {
     for (const auto *item : {"/a/1", "/a/2", "/b/1", "/c"})
         this->add(item);
     const auto met = this->walk();
@@ -99,13 +98,13 @@ TYPED_TEST_P(FileManagerContract, AFolderIsMetRightBeforeWhatIsInIt) {
     }
 }
 
-TYPED_TEST_P(FileManagerContract, HiddenItemsAndWhatIsInThemAreLeftOut) {
+TYPED_TEST_P(FileManagerContract, HiddenItemsAndTheirContentsAreOmitted) {
     for (const auto *item : {"/.file", "/.folder/file", "/a/.b/c", "/a/d.e"})
         this->add(item);
     EXPECT_EQ(this->walked(), (Paths{"/a", "/a/d.e"}));
 }
 
-TYPED_TEST_P(FileManagerContract, AnEmptyFolderEndsAtOnce) {
+TYPED_TEST_P(FileManagerContract, AnEmptyFolderHasNoItems) {
     this->disk.addFolder(this->path(""));
     const auto enumerator = this->enumerate();
     ASSERT_TRUE(enumerator);
@@ -128,7 +127,7 @@ TYPED_TEST_P(FileManagerContract, SkippingAFileSkipsNothing) {
     EXPECT_EQ(this->walked("/b/1"), (Paths{"/a", "/b", "/b/1", "/b/2"}));
 }
 
-TYPED_TEST_P(FileManagerContract, AWalkGoesOnPastAFolderThatCannotBeRead) {
+TYPED_TEST_P(FileManagerContract, EnumerationContinuesAfterAnUnreadableFolder) {
     for (const auto *item : {"/a/1", "/locked/2", "/z/3"})
         this->add(item);
     this->disk.makeUnreadable(this->path("/locked"));
@@ -142,10 +141,10 @@ TYPED_TEST_P(FileManagerContract, TheDisplayNameIsTheLastComponent) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FileManagerContract, TheHomeFolderIsAFileUrl, FilesAndFoldersExist,
-                            AFolderThatIsNotThereHasNoEnumerator, AFolderThatCannotBeReadHasNoEnumerator,
-                            AWalkMeetsEverythingAtAnyDepth, AFolderIsMetRightBeforeWhatIsInIt,
-                            HiddenItemsAndWhatIsInThemAreLeftOut, AnEmptyFolderEndsAtOnce,
+                            AMissingFolderHasNoEnumerator, AnUnreadableFolderHasNoEnumerator,
+                            EnumerationVisitsEverythingAtAnyDepth, AFolderIsVisitedRightBeforeItsContents,
+                            HiddenItemsAndTheirContentsAreOmitted, AnEmptyFolderHasNoItems,
                             SkippedFoldersAreNotEntered, SkippingAFileSkipsNothing,
-                            AWalkGoesOnPastAFolderThatCannotBeRead, TheDisplayNameIsTheLastComponent);
+                            EnumerationContinuesAfterAnUnreadableFolder, TheDisplayNameIsTheLastComponent);
 
 } // namespace fernhop::contract

@@ -17,11 +17,11 @@ class LaunchServicesSystem {
     virtual ~LaunchServicesSystem() = default;
     virtual LaunchServices &services() = 0;
 
-    /// Whatever makes this system refuse "org.example.C".
+    /// Makes this system refuse "org.example.C".
     virtual void refuseC() = 0;
 };
 
-/// How to make a system anew, and what a test on it is called.
+/// Makes a new system, with a name for its tests.
 struct LaunchServicesKind {
     std::string name;
     std::function<std::unique_ptr<LaunchServicesSystem>()> make;
@@ -31,8 +31,7 @@ struct LaunchServicesKind {
     }
 };
 
-/// What the core relies on, whichever system is behind it. Included once in each executable, which names the
-/// systems.
+/// What the core relies on with every backend. Included once in each executable, which lists the backends.
 class LaunchServicesContract : public testing::TestWithParam<LaunchServicesKind> {
   protected:
     std::unique_ptr<LaunchServicesSystem> system = GetParam().make();
@@ -43,19 +42,19 @@ class LaunchServicesContract : public testing::TestWithParam<LaunchServicesKind>
     }
 };
 
-TEST_P(LaunchServicesContract, BeginsWithoutHandlers) {
+TEST_P(LaunchServicesContract, StartsWithoutHandlers) {
     EXPECT_EQ(handler("http"), "none");
     EXPECT_EQ(handler("https"), "none");
 }
 
-TEST_P(LaunchServicesContract, ReadsWhatWasSet) {
+TEST_P(LaunchServicesContract, ReadsTheHandlerThatWasSet) {
     EXPECT_TRUE(services.setDefaultHandlerForUrlScheme("http", "org.example.A"));
     EXPECT_TRUE(services.setDefaultHandlerForUrlScheme("https", "org.example.A"));
     EXPECT_EQ(handler("http"), "org.example.A");
     EXPECT_EQ(handler("https"), "org.example.A");
 }
 
-TEST_P(LaunchServicesContract, KeepsTheLastOne) {
+TEST_P(LaunchServicesContract, KeepsTheLastHandler) {
     EXPECT_TRUE(services.setDefaultHandlerForUrlScheme("https", "org.example.A"));
     EXPECT_TRUE(services.setDefaultHandlerForUrlScheme("https", "org.example.B"));
     EXPECT_TRUE(services.setDefaultHandlerForUrlScheme("https", "org.example.B"));
@@ -71,7 +70,7 @@ TEST_P(LaunchServicesContract, KeepsSchemesApart) {
     EXPECT_EQ(handler("https"), "org.example.B");
 }
 
-TEST_P(LaunchServicesContract, ChangesNothingWhereItRefuses) {
+TEST_P(LaunchServicesContract, RefusedChangesHaveNoEffect) {
     ASSERT_TRUE(services.setDefaultHandlerForUrlScheme("https", "org.example.A"));
     system->refuseC();
     EXPECT_FALSE(services.setDefaultHandlerForUrlScheme("https", "org.example.C"));

@@ -9,7 +9,7 @@ namespace {
 
 using namespace freedesktop;
 
-/// A user's folders in a session of a desktop. Not being installed is what is refused.
+/// A user's folders in a session of a desktop. A handler that is not installed is refused.
 class FreedesktopSystem : public LaunchServicesSystem {
   public:
     explicit FreedesktopSystem(const std::string &desktop)

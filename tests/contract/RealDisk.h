@@ -13,8 +13,8 @@
 
 namespace fernhop::contract {
 
-/// A private folder of the real disk, seen through a manager that is told the home folder, as an ordinary
-/// user: nothing is unreadable to root.
+/// A private folder on the real disk, seen by a file manager with that home folder, and as an ordinary user,
+/// since root can read everything.
 template <typename Manager>
 class RealDisk {
   public:

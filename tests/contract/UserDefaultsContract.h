@@ -10,8 +10,7 @@
 
 namespace fernhop::contract {
 
-/// What the core relies on, whatever keeps the settings. Included once in each executable, which names the
-/// backends.
+/// What the core relies on with every backend. Included once in each executable, which lists the backends.
 template <typename Backend>
 class UserDefaultsContract : public testing::Test {
   protected:
@@ -67,7 +66,7 @@ TYPED_TEST_P(UserDefaultsContract, EachTypeReadsAsWritten) {
     }
 }
 
-TYPED_TEST_P(UserDefaultsContract, OtherTypesReadAsNothing) {
+TYPED_TEST_P(UserDefaultsContract, ValuesOfOtherTypesReadAsNothing) {
     const PropertyValue text{"text"};
     const PropertyValue data{PropertyData{"data"}};
     const PropertyValue dictionary{PropertyDictionary{}};
@@ -125,7 +124,7 @@ TYPED_TEST_P(UserDefaultsContract, NoValueRemovesTheKey) {
     EXPECT_EQ(this->defaults.stringForKey("other"), "kept");
 }
 
-TYPED_TEST_P(UserDefaultsContract, KeysDoNotTouchEachOther) {
+TYPED_TEST_P(UserDefaultsContract, KeysAreIndependent) {
     this->defaults.setObject(PropertyValue{"1"}, "one");
     this->defaults.setObject(PropertyValue{"2"}, "ONE");
     this->defaults.setBool(true, "two");
@@ -163,8 +162,8 @@ TYPED_TEST_P(UserDefaultsContract, ManyKeysAreKept) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(UserDefaultsContract, AbsentKeysReadAsNothing, EachTypeReadsAsWritten,
-                            OtherTypesReadAsNothing, NumbersReadAsTheirDecimalText,
-                            NumbersAndTextsReadAsBooleans, NoValueRemovesTheKey, KeysDoNotTouchEachOther,
+                            ValuesOfOtherTypesReadAsNothing, NumbersReadAsTheirDecimalText,
+                            NumbersAndTextsReadAsBooleans, NoValueRemovesTheKey, KeysAreIndependent,
                             UpdatesReadWhatTheyWroteAndNest, ManyKeysAreKept);
 
 } // namespace fernhop::contract

@@ -20,20 +20,19 @@ class WorkspaceSession {
     [[nodiscard]] virtual Url bundleOf(const std::string &id) const = 0;
     virtual void uninstall(const std::string &id) = 0;
 
-    /// Makes "org.example.A" an application that cannot open anything.
+    /// Makes "org.example.A" fail to open anything.
     virtual void breakA() = 0;
 
     virtual void bringToFront(const std::string &id) = 0;
 
-    /// Lets the session go on until the condition holds; false when it never does.
+    /// Runs the session until the condition holds; false on timeout.
     virtual bool runUntil(const std::function<bool()> &condition) = 0;
 
-    /// What "org.example.A" was given, in its order.
+    /// The links that "org.example.A" received, in order.
     [[nodiscard]] virtual std::vector<std::string> opened() const = 0;
 };
 
-/// What the core relies on, whichever session is behind it. Included once in each executable, which names the
-/// sessions.
+/// What the core relies on with every backend. Included once in each executable, which lists the backends.
 class WorkspaceContract : public testing::TestWithParam<std::function<std::unique_ptr<WorkspaceSession>()>> {
   protected:
     using Texts = std::vector<std::string>;
@@ -52,7 +51,7 @@ class WorkspaceContract : public testing::TestWithParam<std::function<std::uniqu
 
     std::unique_ptr<WorkspaceSession> session = GetParam()();
     Workspace &workspace = session->workspace();
-    Texts outcomes; ///< of each open call: why it failed, or nothing
+    Texts outcomes; ///< for each open call: why it failed, or nothing
 };
 
 TEST_P(WorkspaceContract, FindsBundlesByTheirIdentifiers) {
@@ -62,13 +61,13 @@ TEST_P(WorkspaceContract, FindsBundlesByTheirIdentifiers) {
         EXPECT_EQ(workspace.urlForApplicationWithBundleIdentifier(unknown), std::nullopt) << unknown;
 }
 
-TEST_P(WorkspaceContract, LooksForBundlesAfresh) {
+TEST_P(WorkspaceContract, FindsNewBundles) {
     ASSERT_TRUE(workspace.urlForApplicationWithBundleIdentifier("org.example.A"));
     session->uninstall("org.example.A");
     EXPECT_EQ(workspace.urlForApplicationWithBundleIdentifier("org.example.A"), std::nullopt);
 }
 
-TEST_P(WorkspaceContract, TellsWhoIsInFront) {
+TEST_P(WorkspaceContract, ReportsTheFrontmostApplication) {
     EXPECT_EQ(workspace.frontmostApplication(), nullptr);
     session->bringToFront("org.example.A");
     const auto front = workspace.frontmostApplication();
@@ -79,7 +78,7 @@ TEST_P(WorkspaceContract, TellsWhoIsInFront) {
     EXPECT_EQ(front->bundleIdentifier(), "org.example.A") << "what was handed out stays valid";
 }
 
-TEST_P(WorkspaceContract, OpensLinksAsTheyStandAndTellsTheOutcomeOnce) {
+TEST_P(WorkspaceContract, OpensLinksUnchangedAndReportsTheOutcomeOnce) {
     const Texts links{"https://a/%F0%c3?x=1&y=$HOME#z", "http://b/"};
     open(links, "org.example.A");
     open({"https://c/"}, "org.example.A");
@@ -87,7 +86,7 @@ TEST_P(WorkspaceContract, OpensLinksAsTheyStandAndTellsTheOutcomeOnce) {
     EXPECT_EQ(outcomes, (Texts{"", ""}));
 }
 
-TEST_P(WorkspaceContract, SaysWhyAnApplicationCouldNotOpenALink) {
+TEST_P(WorkspaceContract, ReportsWhyAnApplicationCouldNotOpenALink) {
     session->breakA();
     open({"https://a/"}, "org.example.A");
     ASSERT_EQ(outcomes.size(), 1U);

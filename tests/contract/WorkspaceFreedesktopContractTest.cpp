@@ -12,7 +12,7 @@ namespace {
 
 using namespace freedesktop;
 
-/// Programs that are started for real, from the desktop entries of a private home.
+/// Real programs, started from the desktop entries of a private home folder.
 class FreedesktopSession : public WorkspaceSession {
   public:
     FreedesktopSession() {

@@ -43,7 +43,7 @@ class DefaultHandlers : public ControllerTest {
     bool restores() const { return desktop.defaults.boolForKey(settingsKey::restoresDefaultBrowserOnQuit); }
 };
 
-TEST_F(DefaultHandlers, RoutingIsOnExactlyWhenHttpsIsOurs) {
+TEST_F(DefaultHandlers, RoutingIsOnExactlyWhenFernhopHandlesHttps) {
     auto &handlers = desktop.launchServices.handlers;
     EXPECT_FALSE(control().isRoutingEnabled());
     handlers = {{"http", own}, {"https", "browser.b"}};
@@ -77,7 +77,7 @@ TEST_F(DefaultHandlers, EffectiveDefaultMayBeNothing) {
     EXPECT_FALSE(control().effectiveDefaultBrowserID());
 }
 
-TEST_F(DefaultHandlers, TurningOnRemembersThePreviousDefaultAndTurningOffHandsItBack) {
+TEST_F(DefaultHandlers, TurningOnStoresThePreviousDefaultAndTurningOffRestoresIt) {
     setHandlers("browser.b");
     storeFallback("browser.a");
     controller->perform("enableAppRouting");
@@ -105,21 +105,21 @@ TEST_F(DefaultHandlers, TurningOnWithNoHandlerAndNoFallbackStoresTheFirstBrowser
 }
 
 TEST_F(DefaultHandlers, FallbackChoiceIsNeverFernhopButTurningOnStoresTheFirstBrowserAsItIs) {
-    desktop.applications.mainIdentifier = "browser.a"; // the list was made before
+    desktop.applications.mainIdentifier = "browser.a"; // after the list was made
     EXPECT_EQ(control().effectiveDefaultBrowserID(), "browser.b");
     control().enableAppRouting();
     EXPECT_EQ(fallback(), "browser.a");
     EXPECT_EQ(calls(), bothTo("browser.a"));
 }
 
-TEST_F(DefaultHandlers, TurningOffNeverTakesFernhopFromTheBrowserList) {
+TEST_F(DefaultHandlers, TurningOffNeverChoosesFernhopFromTheBrowserList) {
     desktop.applications.mainIdentifier = "browser.a";
     setHandlers("browser.a");
     control().disableAppRouting();
     EXPECT_EQ(calls(), bothTo("browser.b"));
 }
 
-TEST_F(DefaultHandlers, TurningOnWithNoHandlerReplacesAFallbackThatIsNoText) {
+TEST_F(DefaultHandlers, TurningOnWithNoHandlerReplacesAFallbackThatIsNotText) {
     store(settingsKey::routingFallbackBrowserID, {PropertyArray{}});
     control().enableAppRouting();
     EXPECT_EQ(fallback(), "browser.a");
@@ -150,7 +150,7 @@ TEST_F(DefaultHandlers, TurningOffTakesTheFirstBrowserWhenNoFallbackIsStored) {
     EXPECT_FALSE(fallback());
 }
 
-TEST_F(DefaultHandlers, TurningOffHandsTheRoleEvenToABrowserThatIsGone) {
+TEST_F(DefaultHandlers, TurningOffRestoresEvenAnUninstalledBrowser) {
     storeFallback("browser.gone");
     setHandlers(own);
     control().disableAppRouting();
@@ -254,7 +254,7 @@ class RestoreOnQuit : public DefaultHandlers {
     }
 };
 
-TEST_F(RestoreOnQuit, HandsBothSchemesBackWithoutARebuild) {
+TEST_F(RestoreOnQuit, RestoresBothSchemesWithoutARebuild) {
     EXPECT_EQ(callsAtQuit(), bothTo("browser.b"));
     EXPECT_EQ(desktop.statusBar.menusSet, 0);
 }
@@ -295,7 +295,7 @@ TEST_F(RestoreOnQuit, TakesTheFirstBrowserWhenNoFallbackIsStored) {
     EXPECT_EQ(callsAtQuit(), bothTo("browser.a"));
 }
 
-TEST_F(RestoreOnQuit, HandsTheRoleEvenToABrowserThatIsGone) {
+TEST_F(RestoreOnQuit, RestoresEvenAnUninstalledBrowser) {
     storeFallback("browser.gone");
     EXPECT_EQ(callsAtQuit(), bothTo("browser.gone"));
 }

@@ -11,7 +11,7 @@ TEST_F(AddAppRulesTest, BrowsersAreNotOffered) {
     lookAt([](const Dialog &d) { EXPECT_EQ(d.names(), (Names{"Alpha", "Beta", "Chat", "Delta"})); });
 }
 
-TEST_F(AddAppRulesTest, ApplicationWhoseIdentifierIsAlmostABrowsersIsOffered) {
+TEST_F(AddAppRulesTest, ApplicationWithAnIdentifierSimilarToABrowsersIsOffered) {
     desktop.applications.installApplication("/Applications/Almost.app", "Browser.A", "Almost");
     controller->refreshBrowsers();
     lookAt([](const Dialog &d) {
@@ -19,7 +19,7 @@ TEST_F(AddAppRulesTest, ApplicationWhoseIdentifierIsAlmostABrowsersIsOffered) {
     });
 }
 
-TEST_F(AddAppRulesTest, ClosedDialogLeavesNothingToUpdate) {
+TEST_F(AddAppRulesTest, NothingIsUpdatedAfterTheDialogIsClosed) {
     std::shared_ptr<SearchField> search;
     std::weak_ptr<View> container;
     lookAt([&](const Dialog &d) {
@@ -72,9 +72,9 @@ TEST_F(AddAppRulesTest, RulesAreWrittenInTheOrderOfTheList) {
     EXPECT_EQ(desktop.sound.beeps, 0);
 }
 
-TEST_F(AddAppRulesTest, WhatTheListHasSelectedAtTheEndCounts) {
+TEST_F(AddAppRulesTest, FinalSelectionOfTheListIsUsed) {
     openDialog([](const Dialog &d) {
-        d.table->selectionDidChange = nullptr; // nobody was told
+        d.table->selectionDidChange = nullptr; // the change is not reported
         d.table->selectRowIndexes({1, 3, 99}, false);
         return confirm;
     });
@@ -94,7 +94,7 @@ TEST_F(AddAppRulesTest, AddingTurnsRoutingOnWhenItIsOff) {
     }
 }
 
-TEST_F(AddAppRulesTest, HandlerOfAlmostFernhopsNameIsAnother) {
+TEST_F(AddAppRulesTest, HandlerWithANameSimilarToFernhopsIsAnotherOne) {
     setHandlers("ORG.fernhop.Fernhop");
     openDialog([this](const Dialog &d) {
         select(d, {0});
@@ -109,7 +109,7 @@ TEST_F(AddAppRulesTest, AddingNothingBeeps) {
     EXPECT_EQ(desktop.alerts.shown.size(), 1u);
 }
 
-TEST_F(AddAppRulesTest, EveryOtherAnswerWritesNothing) {
+TEST_F(AddAppRulesTest, EveryOtherResponseWritesNothing) {
     for (const int response : {cancel, confirm + 2, confirm - 1, 0}) {
         openDialog([&](const Dialog &d) {
             select(d, {0});

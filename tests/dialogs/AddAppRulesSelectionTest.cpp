@@ -9,7 +9,7 @@ namespace {
 
 using namespace ui;
 
-TEST_F(AddAppRulesTest, ControllerAnswersForTheListBySelector) {
+TEST_F(AddAppRulesTest, ControllerServesTheListBySelector) {
     lookAt([this](const Dialog &) {
         EXPECT_EQ(std::get<std::size_t>(*controller->perform("numberOfRowsInTableView:")), 4u);
         const auto cell = controller->perform("tableView:viewForTableColumn:row:", {.row = 4});
@@ -19,9 +19,9 @@ TEST_F(AddAppRulesTest, ControllerAnswersForTheListBySelector) {
     });
 }
 
-TEST_F(AddAppRulesTest, SelectorsKeepTheSelectionAndTellOfIt) {
+TEST_F(AddAppRulesTest, SelectorsKeepTheSelectionAndUpdateTheHint) {
     lookAt([this](const Dialog &d) {
-        d.table->selectionDidChange = nullptr; // they are asked instead
+        d.table->selectionDidChange = nullptr; // the selectors are called instead
         d.table->selectRowIndexes({1}, false);
         controller->perform("updateRuleDialogHint");
         EXPECT_EQ(d.text(), emptyHint) << "it tells what is kept";
@@ -45,7 +45,7 @@ TEST_F(AddAppRulesTest, SearchFindsNamesAndIdentifiersInAnyCase) {
     });
 }
 
-TEST_F(AddAppRulesTest, ListIsAskedAgainAfterEachSearch) {
+TEST_F(AddAppRulesTest, ListIsReloadedAfterEachSearch) {
     lookAt([this](const Dialog &d) {
         const unsigned before = d.table->reloads();
         type(d, "a");
@@ -54,7 +54,7 @@ TEST_F(AddAppRulesTest, ListIsAskedAgainAfterEachSearch) {
     });
 }
 
-TEST_F(AddAppRulesTest, WhatTheSearchHidesStaysSelected) {
+TEST_F(AddAppRulesTest, HiddenRowsStaySelected) {
     lookAt([this](const Dialog &d) {
         select(d, {0, 1}); // Alpha, Beta
         type(d, "com.example");
@@ -66,7 +66,7 @@ TEST_F(AddAppRulesTest, WhatTheSearchHidesStaysSelected) {
     });
 }
 
-TEST_F(AddAppRulesTest, SearchKeepsASelectionThatNobodyToldOf) {
+TEST_F(AddAppRulesTest, SearchKeepsASelectionWithoutANotification) {
     lookAt([this](const Dialog &d) {
         const auto told = std::exchange(d.table->selectionDidChange, nullptr);
         d.table->selectRowIndexes({1, 2}, false); // Beta, Chat
@@ -78,12 +78,12 @@ TEST_F(AddAppRulesTest, SearchKeepsASelectionThatNobodyToldOf) {
     lookAt([this](const Dialog &d) {
         d.table->selectionDidChange = nullptr;
         d.table->selectRowIndexes({3}, false);
-        type(d, "nothing like it"); // there is no row left whose selection could be told of
+        type(d, "nothing like it"); // no row is left
         EXPECT_EQ(d.text(), "将已选择的 Delta 浏览器改成：browser.b");
     });
 }
 
-TEST_F(AddAppRulesTest, DeselectingAVisibleRowDropsItAlone) {
+TEST_F(AddAppRulesTest, DeselectingAVisibleRowDropsOnlyThatRow) {
     lookAt([this](const Dialog &d) {
         select(d, {0, 1});
         type(d, "alpha");
@@ -146,7 +146,7 @@ TEST_F(AddAppRulesTest, HintNamesNoBrowserWithoutASelectedItem) {
     });
 }
 
-TEST_F(AddAppRulesTest, HintDoesWithoutThePopup) {
+TEST_F(AddAppRulesTest, HintWorksWithoutThePopup) {
     open("showAddRuleDialog", [&](const Alert &alert) {
         const std::shared_ptr<TextField> hint = Dialog(alert).hint;
         Dialog(alert).table->selectRowIndexes({0}, false);

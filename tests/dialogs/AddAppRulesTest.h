@@ -42,7 +42,7 @@ class AddAppRulesTest : public DialogTest {
         std::string text() const { return hint->stringValue(); }
         Rows selected() const { return table->selectedRowIndexes(); }
 
-        /// The names that the list shows.
+        /// The names in the list.
         Names names() const {
             Names shown;
             for (std::size_t row = 0; row < table->numberOfRows(); ++row) {
@@ -59,7 +59,7 @@ class AddAppRulesTest : public DialogTest {
         launch();
     }
 
-    /// Opens the dialog; `user` works in it and answers.
+    /// Opens the dialog; `user` operates it and returns the response.
     template <typename User>
     void openDialog(User user) {
         open("showAddRuleDialog", [&](const ui::Alert &alert) {
@@ -68,7 +68,7 @@ class AddAppRulesTest : public DialogTest {
         });
     }
 
-    /// Opens the dialog, works in it and cancels.
+    /// Opens the dialog, operates it and cancels.
     template <typename Work>
     void lookAt(Work work) {
         openDialog([&](const Dialog &dialog) {

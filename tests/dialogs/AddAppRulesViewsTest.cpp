@@ -16,7 +16,7 @@ TEST_F(AddAppRulesTest, AlertHasItsTexts) {
     EXPECT_EQ(lastShown().buttons, (Names{"添加", "取消"}));
 }
 
-TEST_F(AddAppRulesTest, PartsStandUnderEachOther) {
+TEST_F(AddAppRulesTest, PartsAreStackedVertically) {
     lookAt([](const Dialog &d) {
         EXPECT_EQ(d.container->frameSize, (Size{500, 468}));
         EXPECT_EQ(d.container->subviews.size(), 6u);
@@ -63,7 +63,7 @@ TEST_F(AddAppRulesTest, SearchFieldSendsEveryKeystroke) {
     });
 }
 
-TEST_F(AddAppRulesTest, ListIsSetUp) {
+TEST_F(AddAppRulesTest, ListIsConfigured) {
     lookAt([](const Dialog &d) {
         EXPECT_EQ(d.table->rowHeight, 40);
         EXPECT_TRUE(d.table->allowsMultipleSelection);
@@ -117,7 +117,7 @@ TEST_F(AddAppRulesTest, RowShowsIconNameAndIdentifier) {
     });
 }
 
-TEST_F(AddAppRulesTest, RowsOutOfRangeHaveNoCell) {
+TEST_F(AddAppRulesTest, RowsOutOfRangeHaveNoView) {
     lookAt([](const Dialog &d) {
         EXPECT_EQ(d.table->numberOfRows(), 4u);
         EXPECT_TRUE(d.table->viewForRow(3));

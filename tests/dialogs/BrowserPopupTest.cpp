@@ -26,7 +26,7 @@ class BrowserPopupTest : public testing::Test {
     }
 };
 
-TEST_F(BrowserPopupTest, HoldsTheBrowsersInTheirOrder) {
+TEST_F(BrowserPopupTest, ListsTheBrowsersInOrder) {
     update();
     ASSERT_EQ(popup.items().size(), 3u);
     for (std::size_t index = 0; index < 3; ++index) {
@@ -54,7 +54,7 @@ TEST_F(BrowserPopupTest, FirstOfTwoWithAnIdentifierIsSelected) {
     EXPECT_EQ(popup.selectedIndex(), 1u);
 }
 
-TEST_F(BrowserPopupTest, KeepsWhatTheUserPicked) {
+TEST_F(BrowserPopupTest, KeepsTheUsersSelection) {
     update();
     popup.selectItem(2);
     update();
@@ -65,14 +65,14 @@ TEST_F(BrowserPopupTest, KeepsWhatTheUserPicked) {
     EXPECT_EQ(popup.selectedIndex(), 0u);
 }
 
-TEST_F(BrowserPopupTest, BrowserThatIsNotInstalledLeavesTheFirst) {
+TEST_F(BrowserPopupTest, UninstalledBrowserSelectsTheFirst) {
     update("gone");
     EXPECT_EQ(selectedBrowserID(&popup), "one");
     update("TWO");
     EXPECT_EQ(selectedBrowserID(&popup), "one");
 }
 
-TEST_F(BrowserPopupTest, SelectionThatIsNoTextCountsAsNone) {
+TEST_F(BrowserPopupTest, SelectionThatIsNotTextCountsAsNone) {
     popup.setItems({ui::MenuItem("Other", "")});
     EXPECT_EQ(selectedBrowserID(&popup), std::nullopt);
     update();
@@ -91,7 +91,7 @@ TEST_F(BrowserPopupTest, WithoutBrowsersItIsEmptyAndDisabled) {
     EXPECT_TRUE(popup.enabled);
 }
 
-TEST_F(BrowserPopupTest, WhoeverShowsItIsToldWhenItCanBeUsed) {
+TEST_F(BrowserPopupTest, RendererIsNotifiedWhenItIsEnabled) {
     update();
     bool shownEnabled = popup.enabled;
     popup.didChange = [&] { shownEnabled = popup.enabled; };
@@ -103,7 +103,7 @@ TEST_F(BrowserPopupTest, WhoeverShowsItIsToldWhenItCanBeUsed) {
     EXPECT_TRUE(shownEnabled);
 }
 
-TEST_F(BrowserPopupTest, NoPopupIsNoFault) {
+TEST_F(BrowserPopupTest, MissingPopupIsIgnored) {
     updateBrowserPopup(nullptr, "one", browsers, icons);
     EXPECT_TRUE(desktop.workspace.iconRequests.empty());
     EXPECT_EQ(selectedBrowserID(nullptr), std::nullopt);

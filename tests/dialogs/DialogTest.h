@@ -10,7 +10,7 @@
 
 namespace fernhop {
 
-/// A controller whose dialogs a test answers.
+/// A controller whose dialogs the test operates.
 class DialogTest : public ControllerTest {
   protected:
     static constexpr int confirm = ui::alertFirstButtonReturn;
@@ -21,7 +21,7 @@ class DialogTest : public ControllerTest {
         storeFallback("browser.b");
     }
 
-    /// Opens a dialog by a selector; `user` works in it and answers. Counts start anew at its opening.
+    /// Opens a dialog by a selector; `user` operates it and returns the response. Resets the counters before.
     template <typename User>
     void open(std::string_view selector, User user, const std::string &identifier = "") {
         ui::Button sender;
@@ -47,7 +47,7 @@ class DialogTest : public ControllerTest {
         EXPECT_EQ(desktop.sound.beeps, beeps);
     }
 
-    /// As the user picks an item of a pop-up, by its browser.
+    /// Selects an item of a pop-up by its browser, as the user does.
     void pick(ui::PopUpButton &popup, const std::string &browser) {
         for (std::size_t index = 0; index < popup.items().size(); ++index)
             if (std::get<std::string>(popup.items()[index].representedObject) == browser)

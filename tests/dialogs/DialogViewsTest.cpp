@@ -14,7 +14,7 @@ using enum LayoutAttribute;
 
 const Color accent{ColorRole::controlAccent, 1};
 
-TEST(SectionHeader, BadgeStandsBesideTheTexts) {
+TEST(SectionHeader, BadgeIsBesideTheTexts) {
     const auto header = sectionHeader("Title", "Subtitle", "paperplane", fakes::FakeImages());
     expectStack(*header, Orientation::horizontal, StackAlignment::centerY, 10, 2);
     const auto text = subview<StackView>(*header, 1);
@@ -24,7 +24,7 @@ TEST(SectionHeader, BadgeStandsBesideTheTexts) {
                 ColorRole::secondaryLabel, 2);
 }
 
-TEST(SectionHeader, BadgeHoldsTheTintedSymbolInItsMiddle) {
+TEST(SectionHeader, BadgeHasTheTintedSymbolInItsCentre) {
     const auto header = sectionHeader("", "", "paperplane", fakes::FakeImages());
     const auto badge = subview<View>(*header, 0);
     ASSERT_TRUE(badge->layer);
@@ -48,7 +48,7 @@ TEST(SectionHeader, MissingSymbolLeavesTheBadgeEmpty) {
     EXPECT_EQ(subview<ImageView>(*subview<View>(*header, 0), 0)->image, nullptr);
 }
 
-TEST(StackedRows, HangFromTheTop) {
+TEST(StackedRows, BeginAtTheTop) {
     const auto upper = std::make_shared<View>(), lower = std::make_shared<View>();
     for (const auto relation : {LayoutRelation::equal, LayoutRelation::lessThanOrEqual}) {
         const auto container = stackedRows({upper, lower}, 7, {300, 200}, relation);

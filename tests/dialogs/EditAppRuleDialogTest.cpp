@@ -16,7 +16,7 @@ class EditAppRuleTest : public DialogTest {
         launch();
     }
 
-    /// Opens the dialog of an application; `user` gets its pop-up and answers.
+    /// Opens the dialog of an application; `user` receives its pop-up and returns the response.
     template <typename User>
     void edit(const std::string &app, User user) {
         open(
@@ -75,7 +75,7 @@ TEST_F(EditAppRuleTest, PreselectsTheRulesBrowser) {
     expectNothingWritten(0);
 }
 
-TEST_F(EditAppRuleTest, WithoutARuleTheDefaultBrowserIsPreselectedAndSavingMakesTheRule) {
+TEST_F(EditAppRuleTest, WithoutARuleTheDefaultBrowserIsPreselectedAndSavingAddsARule) {
     edit("com.example.other", [](const PopUpButton &popup) {
         EXPECT_EQ(picked(popup), "browser.b");
         return confirm;
@@ -88,7 +88,7 @@ TEST_F(EditAppRuleTest, WithoutARuleTheDefaultBrowserIsPreselectedAndSavingMakes
     });
 }
 
-TEST_F(EditAppRuleTest, RuleOfABrowserThatIsGoneStartsWithTheFirst) {
+TEST_F(EditAppRuleTest, RuleWithAnUninstalledBrowserSelectsTheFirst) {
     storeAppRule("com.example.mail", "browser.gone");
     edit("com.example.mail", [](const PopUpButton &popup) {
         EXPECT_EQ(picked(popup), "browser.a");
@@ -96,7 +96,7 @@ TEST_F(EditAppRuleTest, RuleOfABrowserThatIsGoneStartsWithTheFirst) {
     });
 }
 
-TEST_F(EditAppRuleTest, RulesThatCannotBeReadCountAsNone) {
+TEST_F(EditAppRuleTest, UnreadableRulesCountAsNone) {
     store(settingsKey::appRules,
           {PropertyDictionary{{"com.example.mail", {"browser.a"}}, {"com.example.other", {true}}}});
     edit("com.example.mail", [](const PopUpButton &popup) {
@@ -123,7 +123,7 @@ TEST_F(EditAppRuleTest, SavingTurnsRoutingOnWhenItIsOff) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
-TEST_F(EditAppRuleTest, EveryOtherAnswerWritesNothing) {
+TEST_F(EditAppRuleTest, EveryOtherResponseWritesNothing) {
     for (const int response : {cancel, confirm + 2, 0}) {
         edit("com.example.mail", [&](PopUpButton &popup) {
             pick(popup, "browser.b");
@@ -146,7 +146,7 @@ TEST_F(EditAppRuleTest, WithoutABrowserNothingIsWritten) {
     expectNothingWritten(0);
 }
 
-TEST_F(EditAppRuleTest, ClearingByButtonAsksNothing) {
+TEST_F(EditAppRuleTest, ClearingByButtonNeedsNoConfirmation) {
     setHandlers("browser.a");
     desktop.launchServices.calls.clear();
     desktop.statusBar.menusSet = 0;

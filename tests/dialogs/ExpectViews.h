@@ -11,7 +11,7 @@
 
 namespace fernhop {
 
-/// A subview of the type that the test knows it to be; the test ends when it is another.
+/// A subview of the expected type; otherwise the test ends.
 template <typename Type>
 std::shared_ptr<Type> subview(const ui::View &parent, std::size_t index) {
     auto child = index < parent.subviews.size() ? std::dynamic_pointer_cast<Type>(parent.subviews[index])
@@ -21,7 +21,7 @@ std::shared_ptr<Type> subview(const ui::View &parent, std::size_t index) {
     return child;
 }
 
-/// Expects a label that wraps by word and gives way across.
+/// Expects a label that wraps by word and may be compressed horizontally.
 inline void expectLabel(const ui::TextField &label, const std::string &text, const ui::Font &font,
                         ui::ColorRole color, int maximumLines = 0) {
     EXPECT_EQ(label.stringValue(), text);

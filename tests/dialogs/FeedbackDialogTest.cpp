@@ -15,7 +15,7 @@ class FeedbackTest : public DialogTest {
   protected:
     FeedbackTest() { launch(); }
 
-    /// Opens the dialog; `work` gets its container.
+    /// Opens the dialog and passes its container to `work`.
     template <typename Work>
     void lookAt(Work work) {
         open("showFeedbackDialog", [&](const Alert &alert) {
@@ -59,7 +59,7 @@ TEST_F(FeedbackTest, AlertHasItsTexts) {
     expectNothingWritten(0);
 }
 
-TEST_F(FeedbackTest, HeaderAndRowsHangFromTheTop) {
+TEST_F(FeedbackTest, HeaderAndRowsBeginAtTheTop) {
     lookAt([](const View &container) {
         EXPECT_EQ(container.frameSize, (Size{440, 250}));
         EXPECT_EQ(container.subviews.size(), 1u);
@@ -98,7 +98,7 @@ TEST_F(FeedbackTest, EachChannelIsALargeButton) {
     });
 }
 
-TEST_F(FeedbackTest, IconIsTheResourceElseTheSymbol) {
+TEST_F(FeedbackTest, IconIsTheResourceOrElseTheSymbol) {
     desktop.applications.addPath(resource("discord"));
     desktop.applications.addPath(resource("redbook"));
     desktop.images.unreadableFiles = {resource("redbook")};
@@ -109,7 +109,7 @@ TEST_F(FeedbackTest, IconIsTheResourceElseTheSymbol) {
         EXPECT_EQ(button(container, 1)->image, nullptr);
         ASSERT_TRUE(button(container, 2)->image);
         EXPECT_EQ(*button(container, 2)->image, Image(ImageFile{resource("discord")}, 18, false));
-        EXPECT_EQ(button(container, 3)->image, nullptr); // unreadable: no symbol in its place
+        EXPECT_EQ(button(container, 3)->image, nullptr); // unreadable: the symbol does not replace it
     });
 }
 
@@ -126,7 +126,7 @@ TEST_F(FeedbackTest, PressingChannelsOpensThemAndLeavesTheDialogOpen) {
     expectNothingWritten(0);
 }
 
-TEST_F(FeedbackTest, LinkThatNothingOpensIsNotReported) {
+TEST_F(FeedbackTest, LinkWithoutAHandlerIsNotReported) {
     desktop.workspace.opensByDefault = false;
     Button sender;
     sender.identifier = contactChannels()[0].urlString;
@@ -136,7 +136,7 @@ TEST_F(FeedbackTest, LinkThatNothingOpensIsNotReported) {
     EXPECT_TRUE(desktop.log.lines.empty());
 }
 
-TEST_F(FeedbackTest, LinkThatIsNoneBeeps) {
+TEST_F(FeedbackTest, InvalidLinkBeeps) {
     Button sender;
     controller->perform("openContactFromButton:", {.sender = &sender});
     EXPECT_EQ(desktop.sound.beeps, 0);

@@ -46,7 +46,7 @@ class URLRuleDialogTest : public DialogTest {
     std::vector<URLRule> rules() { return controller->settings().urlRules(); }
 };
 
-TEST_F(URLRuleDialogTest, AlertTellsAddingFromEditing) {
+TEST_F(URLRuleDialogTest, AlertDistinguishesAddingFromEditing) {
     add([](const Dialog &) { return cancel; });
     EXPECT_EQ(lastShown().messageText, "添加 URL 浏览器规则");
     EXPECT_EQ(lastShown().informativeText, "指定匹配某类 URL 时使用的浏览器。");
@@ -81,7 +81,7 @@ TEST_F(URLRuleDialogTest, ViewsAreStacked) {
     });
 }
 
-TEST_F(URLRuleDialogTest, FieldAndPopupAreSetUp) {
+TEST_F(URLRuleDialogTest, FieldAndPopupAreConfigured) {
     add([](const Dialog &d) {
         EXPECT_TRUE(d.pattern->editable);
         EXPECT_EQ(d.pattern->stringValue(), "");
@@ -96,7 +96,7 @@ TEST_F(URLRuleDialogTest, FieldAndPopupAreSetUp) {
     });
 }
 
-TEST_F(URLRuleDialogTest, PlaceholderShowsAHostAndAPatternOfAnother) {
+TEST_F(URLRuleDialogTest, PlaceholderShowsAHostAndAPattern) {
     add([](const Dialog &d) {
         std::smatch example;
         const std::regex form("例如 ([a-z.-]+)、https://([a-z.-]+)/\\*");
@@ -135,7 +135,7 @@ TEST_F(URLRuleDialogTest, PatternIsStoredTrimmed) {
     EXPECT_TRUE(desktop.launchServices.calls.empty());
 }
 
-TEST_F(URLRuleDialogTest, AnyPatternIsTaken) {
+TEST_F(URLRuleDialogTest, AnyPatternIsAccepted) {
     for (const char *pattern :
          {"**", "[a-", "A B", "http://%zz/", "一", "two.example" /* another rule's */}) {
         edit("1", [&](const Dialog &d) {
@@ -147,7 +147,7 @@ TEST_F(URLRuleDialogTest, AnyPatternIsTaken) {
     }
 }
 
-TEST_F(URLRuleDialogTest, AddingAPatternThatIsThereChangesItsBrowser) {
+TEST_F(URLRuleDialogTest, AddingAKnownPatternChangesItsBrowser) {
     add([](const Dialog &d) {
         d.pattern->setStringValue(" TWO.example");
         return confirm;
@@ -157,7 +157,7 @@ TEST_F(URLRuleDialogTest, AddingAPatternThatIsThereChangesItsBrowser) {
     EXPECT_EQ(desktop.statusBar.menusSet, 1);
 }
 
-TEST_F(URLRuleDialogTest, EditingKeepsTheIdentifierAndThePlace) {
+TEST_F(URLRuleDialogTest, EditingKeepsTheIdentifierAndThePosition) {
     edit("1", [this](const Dialog &d) {
         d.pattern->setStringValue("other.example");
         pick(*d.popup, "browser.b");
@@ -214,7 +214,7 @@ TEST_F(URLRuleDialogTest, WithoutABrowserNothingBeepsEvenForABlankPattern) {
     }
 }
 
-TEST_F(URLRuleDialogTest, EveryOtherAnswerWritesNothing) {
+TEST_F(URLRuleDialogTest, EveryOtherResponseWritesNothing) {
     for (const int response : {cancel, confirm + 2, 0}) {
         add([&](const Dialog &d) {
             d.pattern->setStringValue("new.example");

@@ -7,12 +7,12 @@
 
 namespace fernhop::fakes {
 
-/// Shows alerts to a test, which answers them: `user` works on the open alert and returns its response.
-/// Without a user every alert is cancelled.
+/// Shows alerts to a test: `user` operates the open alert and returns the response. Without it, alerts are
+/// cancelled.
 class FakeAlerts : public ui::AlertPresenter {
   public:
     std::function<int(const ui::Alert &)> user;
-    std::vector<ui::Alert> shown; ///< without their views, which go when the alert is closed
+    std::vector<ui::Alert> shown; ///< without their views, which are released when the alert is closed
     bool alertIsOpen = false;     ///< set by a test: another alert is open already
     int broughtToFront = 0;
 

@@ -11,7 +11,7 @@
 
 namespace fernhop::fakes {
 
-/// The process. `terminate` asks the controller as the real one does and remembers its answer.
+/// The application object. `terminate` asks the controller like the real one and records its reply.
 class FakeApplication : public Application {
   public:
     std::optional<ActivationPolicy> policy;
@@ -28,7 +28,7 @@ class FakeApplication : public Application {
     }
 };
 
-/// Remembers each line as it was handed over, unparsed.
+/// Records each line, unparsed.
 class FakeLog : public Log {
   public:
     std::vector<std::string> lines;
@@ -36,7 +36,7 @@ class FakeLog : public Log {
     void log(const std::string &format) override { lines.push_back(format); }
 };
 
-/// Counts.
+/// Counts the beeps.
 class FakeSound : public Sound {
   public:
     int beeps = 0;

@@ -11,8 +11,8 @@
 
 namespace fernhop::fakes {
 
-/// A disk in memory that holds folders, files and application bundles: the file manager and the bundles over
-/// one set of paths. `install` and `remove` change it, as users do.
+/// A disk in memory with folders, files and application bundles: file manager and bundles for one set of
+/// paths. `install` and `remove` change it.
 class FakeApplications : public FileManager, public Bundles {
   public:
     struct Contents {
@@ -22,18 +22,18 @@ class FakeApplications : public FileManager, public Bundles {
 
     std::string home = "/Users/ada";
     std::optional<std::string> mainIdentifier = "org.fernhop.Fernhop";
-    std::string resources = "/Applications/Fernhop.app/Contents/Resources"; ///< of the application itself
+    std::string resources = "/Applications/Fernhop.app/Contents/Resources"; ///< of Fernhop itself
     std::set<std::string> unreadableFolders;
-    mutable int scans = 0; ///< enumerators handed out
+    mutable int scans = 0; ///< number of enumerators made
 
-    /// Puts a bundle at `path`, and the folders above it. A bundle is a folder itself: paths inside it may be
+    /// Adds a bundle at `path`, with the folders above it. A bundle is a folder, so paths inside it can be
     /// added.
     void install(const std::string &path, Contents contents) {
         addPath(path);
         contentsAt.insert_or_assign(path, std::move(contents));
     }
 
-    /// Puts an ordinary application there: an identifier, a display name and the schemes it declares.
+    /// Adds an ordinary application with an identifier, a display name and declared schemes.
     void installApplication(const std::string &path, const std::string &identifier, const std::string &name,
                             const std::vector<std::string> &schemes = {}) {
         PropertyArray list;
@@ -47,14 +47,14 @@ class FakeApplications : public FileManager, public Bundles {
         install(path, {identifier, std::move(info)});
     }
 
-    /// Puts a plain file or folder there.
+    /// Adds a plain file or folder.
     void addPath(const std::string &path) {
         for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1))
             addItem(path.substr(0, slash));
         addItem(path);
     }
 
-    /// Takes away what is at `path` and beneath it.
+    /// Removes the item at `path` and everything below it.
     void remove(const std::string &path) {
         const auto beneath = [&](const std::string &item) {
             return item == path || item.starts_with(path + "/");
@@ -147,7 +147,7 @@ class FakeApplications : public FileManager, public Bundles {
             items.push_back(path);
     }
 
-    /// Parents before children, siblings in the order in which they were added, hidden items left out.
+    /// Parents before children, siblings in the order of their addition, without hidden items.
     std::vector<std::string> itemsBeneath(const std::string &root) const {
         std::vector<std::string> found;
         for (const auto &item : items) {

@@ -18,7 +18,7 @@
 
 namespace fernhop::fakes {
 
-/// A whole desktop in memory: every interface, each open to tests.
+/// A complete desktop in memory, with a fake of each interface.
 class FakeDesktop {
   public:
     FakeApplication application;
@@ -47,14 +47,14 @@ class FakeDesktop {
         return Url::fileUrl(path);
     }
 
-    /// Installs an application that opens no web links.
+    /// Installs an application that does not open web links.
     Url installApplication(const std::string &identifier) {
         const std::string path = "/Applications/" + identifier + ".app";
         applications.installApplication(path, identifier, identifier);
         return Url::fileUrl(path);
     }
 
-    /// Applications that are no browsers: "Alpha", "Beta", "Chat" and "Delta", by two makers.
+    /// Installs applications that are not browsers: "Alpha", "Beta", "Chat" and "Delta", of two vendors.
     void installFourApplications() {
         for (const auto &[name, id] : {std::pair{"Alpha", "com.example.a"},
                                        {"Beta", "org.sample.b"},

@@ -8,7 +8,7 @@
 
 namespace fernhop::fakes {
 
-/// Desktop entries in memory. `scans` counts how often all of them were asked for.
+/// Desktop entries in memory. `scans` counts the requests for all of them.
 class FakeDesktopEntries : public freedesktop::DesktopEntries {
   public:
     std::vector<freedesktop::DesktopEntry> installed;
@@ -24,8 +24,7 @@ class FakeDesktopEntries : public freedesktop::DesktopEntries {
         return installed.back();
     }
 
-    /// Installs a browser in place of the one with its ID, if there is one; its Exec line is "/opt/ID %u"
-    /// unless another is given.
+    /// Installs a browser, or replaces the one with its ID; its default Exec line is "/opt/ID %u".
     void installBrowser(const std::string &id, const std::string &exec = {}) {
         uninstall(id);
         freedesktop::DesktopEntry &entry = install(id, exec.empty() ? "/opt/" + id + " %u" : exec);

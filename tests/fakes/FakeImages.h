@@ -9,7 +9,7 @@
 
 namespace fernhop::fakes {
 
-/// Reads every file and knows every symbol, unless a test says otherwise.
+/// Has an image for every file and symbol, unless a test removes it.
 class FakeImages : public ui::Images {
   public:
     std::set<std::string> unreadableFiles;

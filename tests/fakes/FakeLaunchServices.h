@@ -9,8 +9,8 @@
 
 namespace fernhop::fakes {
 
-/// The record of handlers in memory. `calls` holds every change in its order; `refuses` makes each change
-/// fail; `afterRead` is called after each reading, where a test may be the other program that changes it.
+/// The handlers in memory. `calls` has all changes in order; `refuses` makes each change fail; `afterRead` is
+/// called after each read, so that a test can change the handlers like another program.
 class FakeLaunchServices : public LaunchServices {
   public:
     std::map<std::string, std::string> handlers;

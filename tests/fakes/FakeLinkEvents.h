@@ -7,7 +7,7 @@
 
 namespace fernhop::fakes {
 
-/// Delivers links as the system would. What arrives before a handler is set waits for it.
+/// Delivers links like the system. Links that arrive before a handler is set are queued.
 class FakeLinkEvents : public LinkEvents {
   public:
     LinkEventHandler handler;
@@ -34,7 +34,7 @@ class FakeLinkEvents : public LinkEvents {
 
     void deliver(const std::string &link) { deliver(LinkEventDescriptor::getUrl(link)); }
 
-    std::vector<LinkEventDescriptor> replies; ///< what the handler left of each reply
+    std::vector<LinkEventDescriptor> replies; ///< each reply after the handler
 
   private:
     std::vector<LinkEventDescriptor> waiting;

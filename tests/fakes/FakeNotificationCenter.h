@@ -7,13 +7,13 @@
 
 namespace fernhop::fakes {
 
-/// Delivers what a test posts.
+/// Delivers the notifications that a test posts.
 class FakeNotificationCenter : public NotificationCenter {
   public:
     using Observer = std::function<void(const Notification &)>;
 
     std::vector<std::pair<std::string, Observer>> observers;
-    std::function<void()> atObserver; ///< called whenever an observer was added
+    std::function<void()> atObserver; ///< called after an observer was added
 
     void addObserver(std::string_view name, Observer observer) override {
         observers.emplace_back(name, std::move(observer));

@@ -6,16 +6,16 @@
 
 namespace fernhop::fakes {
 
-/// What passed between the client and the running Fernhop; open to the test, which may hand out several
-/// connections to it.
+/// The messages between the client and the running Fernhop, open to the test; several connections may share
+/// them.
 struct FakeResident {
     struct Call {
         std::vector<std::string> arguments;
         std::string input;
     };
 
-    std::optional<CommandResult> answer; ///< none: no Fernhop runs
-    std::optional<std::string> obstacle; ///< why links cannot be delivered
+    std::optional<CommandResult> answer; ///< nothing: no Fernhop is running
+    std::optional<std::string> openFailure; ///< why links cannot be delivered
     std::vector<Call> calls;
     std::vector<std::string> opened;
 };
@@ -31,8 +31,8 @@ class FakeResidentConnection : public ResidentConnection {
     }
 
     std::optional<std::string> open(const std::vector<Url> &links) override {
-        if (resident.obstacle)
-            return resident.obstacle;
+        if (resident.openFailure)
+            return resident.openFailure;
         for (const auto &link : links)
             resident.opened.push_back(link.absoluteString());
         return std::nullopt;

@@ -4,7 +4,7 @@
 
 namespace fernhop::fakes {
 
-/// Tells what a test wrote into it.
+/// Reports the values that a test sets.
 class FakeSessionReport : public SessionReport {
   public:
     std::optional<std::string> sourceBundleID;

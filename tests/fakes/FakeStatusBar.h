@@ -10,7 +10,7 @@
 
 namespace fernhop::fakes {
 
-/// An appearance that a test sets; nothing matches no name.
+/// An appearance that a test sets; without a value it matches no name.
 class FakeAppearance : public ui::Appearance {
   public:
     std::optional<ui::AppearanceName> name = ui::AppearanceName::aqua;
@@ -22,7 +22,7 @@ class FakeAppearance : public ui::Appearance {
     }
 };
 
-/// The bar with its one item: everything that the item was given can be read, and outlives the item.
+/// The bar with its only item: all values of the item can be read, even after the item is gone.
 class FakeStatusBar : public ui::StatusBar {
   public:
     bool hasButton = true;
@@ -35,7 +35,7 @@ class FakeStatusBar : public ui::StatusBar {
     std::shared_ptr<const ui::Menu> menu;
     int menusSet = 0;
     int imagesSet = 0;
-    std::function<void()> atMenu; ///< called whenever a menu was set
+    std::function<void()> atMenu; ///< called after a menu was set
 
     std::unique_ptr<ui::StatusItem> statusItemWithLength(double itemLength) override {
         length = itemLength;

@@ -7,8 +7,8 @@
 
 namespace fernhop::fakes {
 
-/// Settings in memory, with the conversions of the real ones. `stored` is open to tests, so that they can
-/// plant values of any type; `writes` counts what was written.
+/// Settings in memory, with the conversions of the real ones. Tests can store values of any type in `stored`;
+/// `writes` counts the writes.
 class FakeUserDefaults : public UserDefaults {
   public:
     PropertyDictionary stored;

@@ -8,7 +8,7 @@
 
 namespace fernhop::fakes {
 
-/// An application that runs in the fake session.
+/// A running application of the fake session.
 class FakeRunningApplication : public RunningApplication {
   public:
     explicit FakeRunningApplication(std::optional<std::string> bundleIdentifier)
@@ -19,8 +19,8 @@ class FakeRunningApplication : public RunningApplication {
     std::optional<std::string> identifier;
 };
 
-/// The session: which application is in front, and what was opened in which. An open call completes at once
-/// unless `holdsCompletions` is set.
+/// The session: the frontmost application and the opened URLs. An open call completes at once unless
+/// `holdsCompletions` is set.
 class FakeWorkspace : public Workspace {
   public:
     struct Opened {
@@ -34,7 +34,7 @@ class FakeWorkspace : public Workspace {
 
     std::shared_ptr<RunningApplication> front;
     std::vector<Opened> opened;
-    std::optional<OpenError> failure; ///< each open call ends with it
+    std::optional<OpenError> failure; ///< the error of each open call
     bool holdsCompletions = false;
     std::vector<std::function<void()>> held; ///< completions to be called by the test
 
@@ -74,9 +74,9 @@ class FakeWorkspace : public Workspace {
     }
 
     std::vector<Url> openedByDefault;
-    bool opensByDefault = true; ///< whether something opens links that name no application
+    bool opensByDefault = true; ///< whether `openUrl` succeeds
     mutable std::vector<std::pair<std::string, double>> iconRequests;
-    mutable std::vector<std::string> lookups; ///< identifiers whose application was asked for
+    mutable std::vector<std::string> lookups; ///< identifiers that were looked up
 
   private:
     const FakeApplications &applications;

@@ -12,7 +12,7 @@ struct Example {
     const char *line;
 };
 
-TEST(LogLineTest, ReadsPercentSigns) {
+TEST(LogLineTest, UnescapesPercentSigns) {
     for (const auto &[format, line] : {
              Example{"", ""},
              Example{"Fernhop: plain", "Fernhop: plain"},
@@ -31,7 +31,7 @@ TEST(LogLineTest, ReadsPercentSigns) {
         EXPECT_EQ(logLine(format), line) << format;
 }
 
-TEST(LogLineTest, EscapesWhatWouldNotStandInALine) {
+TEST(LogLineTest, EscapesCharactersThatAffectTheLine) {
     for (const auto &[format, line] : {
              Example{"a\nFernhop: forged", "a\\u000AFernhop: forged"},
              Example{"\r\t\x1b[31m\x7f", "\\u000D\\u0009\\u001B[31m\\u007F"},
@@ -45,7 +45,7 @@ TEST(LogLineTest, EscapesWhatWouldNotStandInALine) {
     EXPECT_EQ(logLine(std::string_view("a\0b", 3)), "a\\u0000b");
 }
 
-TEST(LogLineTest, EscapesWhatIsNoUtf8) {
+TEST(LogLineTest, EscapesInvalidUtf8) {
     for (const auto &[format, line] : {
              Example{"\x9b"
                      "31m",
@@ -73,17 +73,17 @@ TEST(LogLineTest, EveryPairOfBytesGivesOneCleanLine) {
     }
 }
 
-TEST(LogLineTest, LongLinesArePassedWhole) {
+TEST(LogLineTest, LongLinesAreKeptWhole) {
     const std::string url = "https://x/" + std::string(1'000'000, 'a');
     EXPECT_EQ(logLine("Fernhop: " + url + "%%"), "Fernhop: " + url + "%");
 }
 
-TEST(ShortenedLogLineTest, LeavesWhatFits) {
+TEST(ShortenedLogLineTest, KeepsShortLines) {
     EXPECT_EQ(shortenedLogLine("", 64), "");
     EXPECT_EQ(shortenedLogLine(std::string(64, 'x'), 64), std::string(64, 'x'));
 }
 
-TEST(ShortenedLogLineTest, TakesFromTheMiddleAndSaysHowMuch) {
+TEST(ShortenedLogLineTest, ShortensTheMiddleAndStatesTheLength) {
     const std::string line = "Fernhop: begin " + std::string(100'000, 'x') + " fallback=none";
     for (const std::size_t most : {64U, 65U, 100U, 4096U, 100'000U}) {
         const std::string shortened = shortenedLogLine(line, most);
@@ -98,7 +98,7 @@ TEST(ShortenedLogLineTest, TakesFromTheMiddleAndSaysHowMuch) {
     }
 }
 
-TEST(ShortenedLogLineTest, CutsNoCharacter) {
+TEST(ShortenedLogLineTest, SplitsNoCharacter) {
     std::string line;
     for (int time = 0; time < 200; ++time)
         line += "🍃链";

@@ -13,7 +13,7 @@ TEST(UnicodeText, ReadsCharacterByCharacter) {
     EXPECT_EQ(characterAt("aé€😀", 6), (Character{U'😀', 4}));
 }
 
-TEST(UnicodeText, TakesEachInvalidByteByItself) {
+TEST(UnicodeText, TreatsEachInvalidByteAsACharacter) {
     // A truncated sequence, a surrogate, an overlong form, a code point above the last one.
     for (const std::string_view text : {"\xE2\x82", "\xED\xA0\x80", "\xC0\x80", "\xF4\x90\x80\x80", "\xFF"})
         for (std::size_t position = 0; position < text.size(); ++position)
@@ -28,7 +28,7 @@ TEST(UnicodeText, FindsTheLastCharacter) {
     EXPECT_EQ(lastCharacter("\xE2\x82"), (Character{0xDC82, 1}));
 }
 
-TEST(UnicodeText, SurvivesTheRoadToUtf16AndBack) {
+TEST(UnicodeText, SurvivesConversionToUtf16AndBack) {
     std::mt19937 random(1);
     for (int round = 0; round < 20000; ++round) {
         std::string text;

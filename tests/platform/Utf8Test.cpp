@@ -23,7 +23,7 @@ TEST(Utf8, FirstCharacterHasItsValueAndLength) {
     expectFirst("\U0010FFFF", 0x10FFFF, 4);
 }
 
-TEST(Utf8, WhatIsNoCharacterHasNone) {
+TEST(Utf8, InvalidTextHasNoFirstCharacter) {
     for (const char *text : {"", "\x80", "\xFF", "\xC3", "\xE4\xB8", "\xF0\x9F\xA6",     // cut
                              "\xC3x", "\xE4\xB8x", "\xF0\x9F\xA6x",                      // interrupted
                              "\xC0\xAF", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", // overlong

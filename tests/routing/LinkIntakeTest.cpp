@@ -19,7 +19,7 @@ class LinkIntakeTest : public testing::Test {
     void arrive(const std::string &link) { intake.enqueueURLForRouting(Url::parse(link).value()); }
 };
 
-TEST_F(LinkIntakeTest, KeepsLinksTwiceTheSameIncludedUntilTheyAreAskedFor) {
+TEST_F(LinkIntakeTest, QueuesLinksIncludingDuplicates) {
     arrive("https://one.example/");
     arrive("https://one.example/");
     EXPECT_EQ(intake.pendingURLs().size(), 2U);
@@ -29,7 +29,7 @@ TEST_F(LinkIntakeTest, KeepsLinksTwiceTheSameIncludedUntilTheyAreAskedFor) {
     EXPECT_TRUE(intake.pendingURLs().empty());
 }
 
-TEST_F(LinkIntakeTest, FinishingTheLaunchRoutesNothingByItself) {
+TEST_F(LinkIntakeTest, FinishingTheLaunchAloneRoutesNothing) {
     arrive("https://one.example/");
     intake.finishLaunching();
     EXPECT_TRUE(routed.empty());
@@ -46,7 +46,7 @@ TEST_F(LinkIntakeTest, ListIsEmptyBeforeTheFirstLinkIsRouted) {
     EXPECT_EQ(routed.size(), 2U);
 }
 
-TEST_F(LinkIntakeTest, LinkThatComesWhileOthersAreRoutedIsKeptForTheNextTime) {
+TEST_F(LinkIntakeTest, LinkThatArrivesWhileOthersAreRoutedIsQueued) {
     for (int link = 0; link < 100; ++link)
         arrive("https://old.example/");
     atRoute = [this] { arrive("https://new.example/"); };
@@ -55,7 +55,7 @@ TEST_F(LinkIntakeTest, LinkThatComesWhileOthersAreRoutedIsKeptForTheNextTime) {
     EXPECT_EQ(intake.pendingURLs(), std::vector(100, Url::parse("https://new.example/").value()));
 }
 
-TEST_F(LinkIntakeTest, LinkThatComesWhileOthersAreRoutedAfterLaunchIsRoutedAtOnce) {
+TEST_F(LinkIntakeTest, LinkThatArrivesWhileOthersAreRoutedAfterLaunchIsRoutedAtOnce) {
     arrive("https://one.example/");
     arrive("https://two.example/");
     intake.finishLaunching();

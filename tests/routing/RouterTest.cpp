@@ -19,7 +19,7 @@ TEST_F(Decision, OpensNothing) {
     EXPECT_TRUE(desktop.log.lines.empty());
 }
 
-TEST_F(Decision, ByURLRuleHoldsTheRuleAndTheAppRuleBesideIt) {
+TEST_F(Decision, ByURLRuleHasTheRuleAndTheAppRule) {
     const URLRule rule{"1", "docs.example", "browser.b"};
     storeURLRules({rule});
     storeAppRule("com.example.Mail", "browser.a");
@@ -34,7 +34,7 @@ TEST_F(Decision, ByURLRuleHoldsTheRuleAndTheAppRuleBesideIt) {
     EXPECT_TRUE(decision.passedOver.empty());
 }
 
-TEST_F(Decision, TellsWhyEachEarlierCandidateWasPassedOver) {
+TEST_F(Decision, GivesTheReasonForEachCandidateNotChosen) {
     storeURLRules({{"1", "docs.example", own}});
     storeAppRule("com.example.Mail", "browser.a");
     storeFallback("browser.gone");
@@ -71,7 +71,7 @@ TEST_F(Decision, WithoutAnyBrowserIsNone) {
     EXPECT_EQ(decision.because, RoutingReason::none);
 }
 
-TEST(RoutingReasonNames, AreThoseOfTheCommandLine) {
+TEST(RoutingReasonNames, AreThoseThatTheCommandLinePrints) {
     EXPECT_EQ(nameOf(RoutingReason::urlRule), "urlRule");
     EXPECT_EQ(nameOf(RoutingReason::appRule), "appRule");
     EXPECT_EQ(nameOf(RoutingReason::fallback), "fallback");
@@ -79,7 +79,7 @@ TEST(RoutingReasonNames, AreThoseOfTheCommandLine) {
     EXPECT_EQ(nameOf(RoutingReason::none), "none");
 }
 
-/// The router by itself, with a browser list that its owner keeps.
+/// The router alone, with a browser list of its owner.
 class RouterOperations : public testing::Test {
   protected:
     fakes::FakeDesktop desktop;
@@ -101,21 +101,21 @@ class RouterOperations : public testing::Test {
     }
 };
 
-TEST_F(RouterOperations, BrowserListIsAskedFirst) {
+TEST_F(RouterOperations, BrowserListIsSearchedFirst) {
     list("browser.a");
     desktop.installBrowser("browser.a");
     EXPECT_EQ(router.browserForRouting("browser.a")->name, "Listed browser.a");
     EXPECT_EQ(router.browserForRouting("browser.a")->appURL.path(), "/Listed/browser.a.app");
 }
 
-TEST_F(RouterOperations, SystemIsAskedNext) {
+TEST_F(RouterOperations, SystemIsSearchedNext) {
     desktop.installApplication("com.example.Notes");
     EXPECT_EQ(router.browserForRouting("com.example.Notes")->name, "com.example.Notes");
     EXPECT_FALSE(router.browserForRouting("com.example.notes"));
     EXPECT_FALSE(router.browserForRouting(""));
 }
 
-/// A session in which an application is being installed: it is there at the second look.
+/// A session in which an application is installed between the first and the second lookup.
 class InstallingWorkspace : public fakes::FakeWorkspace {
   public:
     using FakeWorkspace::FakeWorkspace;
@@ -126,7 +126,7 @@ class InstallingWorkspace : public fakes::FakeWorkspace {
     }
 };
 
-TEST(RouterWithoutACatalogEntry, AsksTheSessionLast) {
+TEST(RouterWithoutACatalogEntry, SearchesTheSessionLast) {
     fakes::FakeDesktop desktop;
     const InstallingWorkspace workspace(desktop.applications, desktop.workspaceCenter);
     const ApplicationCatalog applications(desktop.applications, desktop.applications, {});
@@ -159,7 +159,7 @@ TEST_F(RouterOperations, FirstListedBrowserThatIsNotFernhopIsTheLastResort) {
     EXPECT_EQ(router.resolvedTargetBrowser(std::nullopt)->bundleID, "browser.b");
 }
 
-TEST_F(RouterOperations, UnusableRuleBrowserFallsThrough) {
+TEST_F(RouterOperations, UnusableRuleBrowserLeadsToTheFallback) {
     list("browser.a");
     list("browser.b");
     storeFallback("browser.b");

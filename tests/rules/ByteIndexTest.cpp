@@ -12,7 +12,7 @@ constexpr std::size_t nowhere = std::string_view::npos;
 
 } // namespace
 
-TEST(ByteIndex, FindsTheFirstOccurrenceFromAPlaceOn) {
+TEST(ByteIndex, FindsTheFirstOccurrenceFromAPosition) {
     const ByteIndex index("abcabc");
     EXPECT_EQ(index.find("abc"), 0U);
     EXPECT_EQ(index.find("bc", 2), 4U);
@@ -28,7 +28,7 @@ TEST(ByteIndex, FindsAnEmptyPieceAtOnce) {
     EXPECT_EQ(ByteIndex("").find(""), 0U);
 }
 
-TEST(ByteIndex, FindsWhatAPlainSearchFinds) {
+TEST(ByteIndex, FindsTheSameAsAPlainSearch) {
     std::mt19937 random(9);
     const auto word = [&random](std::size_t longest) {
         std::string result;
@@ -37,7 +37,7 @@ TEST(ByteIndex, FindsWhatAPlainSearchFinds) {
         return result;
     };
     for (int round = 0; round < 20000; ++round) {
-        // Up to 200 characters of three kinds: with few places for each as well as with many.
+        // Up to 200 characters of three kinds: some with few positions, some with many.
         const std::string text = word(random() % 2 ? 20 : 200);
         const std::string piece = word(12);
         const std::size_t from = random() % (text.size() + 1);
@@ -46,7 +46,7 @@ TEST(ByteIndex, FindsWhatAPlainSearchFinds) {
     }
 }
 
-TEST(ByteIndex, SearchesTextThatRepeatsItself) {
+TEST(ByteIndex, SearchesRepetitiveText) {
     const ByteIndex index(std::string(1000000, 'a') + "b");
     EXPECT_EQ(index.find(std::string(10000, 'a') + "b"), 990000U);
     EXPECT_EQ(index.find(std::string(10000, 'a') + "ba"), nowhere);

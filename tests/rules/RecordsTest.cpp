@@ -19,7 +19,7 @@ static_assert(std::is_const_v<decltype(URLRuleSelection::browserBundleID)>);
 static_assert(!std::equality_comparable<RuleSelection>);
 static_assert(!std::equality_comparable<URLRuleSelection>);
 
-TEST(Browser, IsEqualWhenAllFieldsAre) {
+TEST(Browser, IsEqualWhenAllFieldsAreEqual) {
     const Url here = Url::fileUrl("/a.desktop");
     const Browser browser{"A", "a", here};
     EXPECT_EQ(browser, (Browser{"A", "a", here}));
@@ -28,7 +28,7 @@ TEST(Browser, IsEqualWhenAllFieldsAre) {
     EXPECT_NE(browser, (Browser{"A", "a", Url::fileUrl("/b.desktop")}));
 }
 
-TEST(InstalledApplication, IsEqualWhenAllFieldsAre) {
+TEST(InstalledApplication, IsEqualWhenAllFieldsAreEqual) {
     const Url here = Url::fileUrl("/a.desktop");
     const InstalledApplication application{"A", "a", here, {"http", "https"}};
     EXPECT_EQ(application, (InstalledApplication{"A", "a", here, {"https", "http"}}));
@@ -38,7 +38,7 @@ TEST(InstalledApplication, IsEqualWhenAllFieldsAre) {
     EXPECT_NE(application, (InstalledApplication{"A", "a", Url::fileUrl("/b"), {"http", "https"}}));
 }
 
-TEST(Selections, AreReadBackFromWhatCarriesThem) {
+TEST(Selections, AreReadBackFromMenuItems) {
     const std::shared_ptr<Object> app = std::make_shared<RuleSelection>("org.x.Mail", "firefox");
     const auto *rule = dynamic_cast<const RuleSelection *>(app.get());
     ASSERT_TRUE(rule);

@@ -8,7 +8,7 @@
 
 namespace fernhop {
 
-TEST(ScannedPattern, KnowsEveryAsciiCharacterAtEveryPlace) {
+TEST(ScannedPattern, HandlesEveryAsciiCharacterAtEveryPosition) {
     for (std::size_t place = 0; place < 20; ++place)
         for (int value = 0; value < 0x80; ++value) {
             std::string text(20, 'Q');
@@ -20,7 +20,7 @@ TEST(ScannedPattern, KnowsEveryAsciiCharacterAtEveryPlace) {
         }
 }
 
-TEST(ScannedPattern, SeesACharacterOutsideAsciiAtEveryPlace) {
+TEST(ScannedPattern, DetectsACharacterOutsideAsciiAtEveryPosition) {
     for (const std::size_t size : {1U, 7U, 8U, 9U, 64U, 300U})
         for (std::size_t place = 0; place < size; ++place) {
             std::string text(size, 'a');
@@ -29,7 +29,7 @@ TEST(ScannedPattern, SeesACharacterOutsideAsciiAtEveryPlace) {
         }
 }
 
-TEST(ScannedPattern, FindsStarsAsASearchDoes) {
+TEST(ScannedPattern, FindsStarsLikeASearch) {
     std::mt19937 random(4);
     for (int round = 0; round < 5000; ++round) {
         std::string text;

@@ -32,7 +32,7 @@ TEST(URLRuleEncoding, RefusesInvalidUtf8InAnyField) {
     EXPECT_EQ(encodeURLRules({{"i", "p", "b"}, {"i", "p", "\xC3"}}), std::nullopt);
 }
 
-TEST(URLRuleCoding, GivesBackWhatWasWritten) {
+TEST(URLRuleCoding, ReadsWhatItWrites) {
     using namespace std::string_literals;
     const std::vector<URLRule> rules{
         {"0B1D5A3C-7C1E-4E7A-9B0A-000000000001", "https://docs.example/*", "firefox"},
@@ -50,7 +50,7 @@ TEST(URLRuleDecoding, KeepsTheOrderOfTheArray) {
     EXPECT_EQ(rules, (std::vector<URLRule>{{"2", "b", "x"}, {"1", "a", "y"}}));
 }
 
-TEST(URLRuleDecoding, KeepsRulesThatDifferOnlyInTheirIdApart) {
+TEST(URLRuleDecoding, KeepsRulesThatDifferOnlyInTheirId) {
     const auto rules = decodeURLRules(R"([{"id":"1","pattern":"p","browserBundleID":"b"},
                                          {"id":"2","pattern":"p","browserBundleID":"b"}])");
     ASSERT_TRUE(rules);
@@ -58,7 +58,7 @@ TEST(URLRuleDecoding, KeepsRulesThatDifferOnlyInTheirIdApart) {
     EXPECT_NE(rules->front(), rules->back());
 }
 
-TEST(URLRuleDecoding, NeitherTrimsNorChecks) {
+TEST(URLRuleDecoding, NeitherTrimsNorValidatesValues) {
     EXPECT_EQ(decodeURLRules(R"([{"id":"","pattern":"  ","browserBundleID":"?"}])"),
               (std::vector<URLRule>{{"", "  ", "?"}}));
 }
@@ -68,7 +68,7 @@ TEST(URLRuleDecoding, ReadsAnEmptyArray) {
     EXPECT_EQ(decodeURLRules(" \n[ ]\t"), std::vector<URLRule>());
 }
 
-TEST(URLRuleDecoding, FailsAsAWholeWhenAMemberIsMissing) {
+TEST(URLRuleDecoding, FailsWhenAMemberIsMissing) {
     constexpr std::string_view good = R"({"id":"i","pattern":"p","browserBundleID":"b"})";
     for (const char *bad : {R"({"id":"i","pattern":"p"})", R"({"id":"i","browserBundleID":"b"})",
                             R"({"pattern":"p","browserBundleID":"b"})", "{}"}) {
@@ -78,7 +78,7 @@ TEST(URLRuleDecoding, FailsAsAWholeWhenAMemberIsMissing) {
     }
 }
 
-TEST(URLRuleDecoding, FailsWhenAMemberIsNoString) {
+TEST(URLRuleDecoding, FailsWhenAMemberIsNotAString) {
     for (const std::string name : {"id", "pattern", "browserBundleID"})
         for (const char *value : {"null", "1", "true", "[]", "{}", "[\"p\"]", "1.5"}) {
             nlohmann::json rule{{"id", "i"}, {"pattern", "p"}, {"browserBundleID", "b"}};
@@ -87,12 +87,12 @@ TEST(URLRuleDecoding, FailsWhenAMemberIsNoString) {
         }
 }
 
-TEST(URLRuleDecoding, FailsWhenAnElementIsNoObject) {
+TEST(URLRuleDecoding, FailsWhenAnElementIsNotAnObject) {
     for (const char *json : {"[null]", "[1]", "[\"a\"]", "[[]]", "[true]"})
         EXPECT_EQ(decodeURLRules(json), std::nullopt) << json;
 }
 
-TEST(URLRuleDecoding, FailsWhenTheWholeIsNoArray) {
+TEST(URLRuleDecoding, FailsWhenTheDocumentIsNotAnArray) {
     for (const char *json :
          {"", " ", "{}", "null", "\"a\"", "1", R"({"id":"i","pattern":"p","browserBundleID":"b"})"})
         EXPECT_EQ(decodeURLRules(json), std::nullopt) << json;
@@ -105,7 +105,7 @@ TEST(URLRuleDecoding, ComparesMemberNamesExactly) {
     EXPECT_EQ(decodeURLRules(R"([{"\u0069d":"i","pattern":"p","browserBundleID":"b"}])"), oneRule);
 }
 
-TEST(URLRuleDecoding, IgnoresMembersOfOtherNames) {
+TEST(URLRuleDecoding, IgnoresMembersWithOtherNames) {
     for (const char *value :
          {"null", "true", "false", "0", "-1.5e+3", "\"a\"", "[]", "{}", "[1,[2,{\"a\":[null]}]]",
           "\"\\u00e4\\n\"", "123456789012345678901234567890123456789012345678901234567890", "1e400",
@@ -113,7 +113,7 @@ TEST(URLRuleDecoding, IgnoresMembersOfOtherNames) {
         EXPECT_EQ(decodeURLRules(withExtra(value)), oneRule) << value;
 }
 
-TEST(URLRuleDecoding, FailsWhenAnIgnoredMemberIsNoJson) {
+TEST(URLRuleDecoding, FailsWhenAnIgnoredMemberIsNotJson) {
     for (const char *value : {"nul",
                               "nulll",
                               "tru",
@@ -150,7 +150,7 @@ TEST(URLRuleDecoding, FailsWhenAnIgnoredMemberIsNoJson) {
         EXPECT_EQ(decodeURLRules(withExtra(value)), std::nullopt) << value;
 }
 
-TEST(URLRuleDecoding, TakesTheLaterOfTwoMembersWithOneName) {
+TEST(URLRuleDecoding, UsesTheLaterOfTwoMembersWithTheSameName) {
     EXPECT_EQ(decodeURLRules(R"([{"id":"x","id":"i","pattern":"p","browserBundleID":"b"}])"), oneRule);
     EXPECT_EQ(decodeURLRules(R"([{"id":1,"id":"i","pattern":"p","browserBundleID":"b"}])"), oneRule);
     EXPECT_EQ(decodeURLRules(R"([{"id":"i","id":1,"pattern":"p","browserBundleID":"b"}])"), std::nullopt);
@@ -163,7 +163,7 @@ TEST(URLRuleDecoding, FailsOnTrailingText) {
             << tail;
 }
 
-TEST(URLRuleDecoding, FailsOnTextThatEndsTooSoon) {
+TEST(URLRuleDecoding, FailsOnTruncatedText) {
     const std::string json = R"([{"id":"i","pattern":"p","browserBundleID":"b"}])";
     for (std::size_t length = 0; length < json.size(); ++length)
         EXPECT_EQ(decodeURLRules(std::string_view(json).substr(0, length)), std::nullopt) << length;
@@ -202,13 +202,13 @@ TEST(URLRuleDecoding, ReadsEscapes) {
     EXPECT_EQ(decodeURLRules(R"([{"id":"\q","pattern":"p","browserBundleID":"b"}])"), std::nullopt);
 }
 
-TEST(URLRuleDecoding, PassesOverOneByteOrderMark) {
+TEST(URLRuleDecoding, SkipsOneByteOrderMark) {
     EXPECT_EQ(decodeURLRules("\xEF\xBB\xBF[]"), std::vector<URLRule>());
     EXPECT_EQ(decodeURLRules("\xEF\xBB\xBF\xEF\xBB\xBF[]"), std::nullopt);
     EXPECT_EQ(decodeURLRules("[]\xEF\xBB\xBF"), std::nullopt);
 }
 
-TEST(URLRuleDecoding, RefusesNestingWithoutBound) {
+TEST(URLRuleDecoding, RefusesDeepNesting) {
     EXPECT_EQ(decodeURLRules(withExtra(nested(510))), oneRule);
     EXPECT_EQ(decodeURLRules(withExtra(nested(511))), std::nullopt);
     EXPECT_EQ(decodeURLRules(withExtra(nested(1000000))), std::nullopt);

@@ -118,12 +118,12 @@ TEST(URLRule, FindsCharactersOutsideAsciiThatBecomeAscii) {
     EXPECT_TRUE(matches("a\u037E", "https://docs.example/a;b"));
 }
 
-TEST(URLRule, TakesAStarWithAMarkForAnotherCharacter) {
+TEST(URLRule, TreatsAStarWithAMarkAsAnotherCharacter) {
     EXPECT_FALSE(matches("https*\u0301example/", "https://docs.example/"));
     EXPECT_TRUE(matchesText("B*\u0301", "ab*\u0301c"));
 }
 
-TEST(URLRule, LowercasesTheUrlByNoLocaleAndComparesByTheLocale) {
+TEST(URLRule, LowercasesTheUrlWithoutALocaleAndComparesByTheLocale) {
     const text::Locale turkish{"tr_TR.UTF-8"};
     EXPECT_TRUE(matchesText("index", "https://docs.example/INDEX", turkish));
     EXPECT_FALSE(matchesText("INDEX", "https://docs.example/INDEX", turkish));
@@ -145,7 +145,7 @@ TEST(URLRule, TestsPatternsOfAnyLength) {
         EXPECT_TRUE(matches(std::string(length, 'A'), url)) << length;
 }
 
-TEST(URLRule, HoldsZeroAndInvalidBytes) {
+TEST(URLRule, HandlesZeroAndInvalidBytes) {
     using namespace std::string_view_literals;
     EXPECT_FALSE(matches("docs\0"sv, "https://docs.example/"));
     EXPECT_FALSE(matches("\xFF", "https://docs.example/"));
@@ -153,7 +153,7 @@ TEST(URLRule, HoldsZeroAndInvalidBytes) {
     EXPECT_TRUE(matchesText("B\xFF", "ab\xFF"));
 }
 
-TEST(URLRule, IsEqualWhenAllFieldsAre) {
+TEST(URLRule, IsEqualWhenAllFieldsAreEqual) {
     const URLRule rule{"1", "pattern", "browser"};
     EXPECT_EQ(rule, (URLRule{"1", "pattern", "browser"}));
     EXPECT_NE(rule, (URLRule{"2", "pattern", "browser"}));
@@ -161,7 +161,7 @@ TEST(URLRule, IsEqualWhenAllFieldsAre) {
     EXPECT_NE(rule, (URLRule{"1", "pattern", "Browser"}));
 }
 
-TEST(UrlMatcher, FastPathAnswersAsTheGeneralOne) {
+TEST(UrlMatcher, FastPathAgreesWithTheGeneralOne) {
     std::mt19937 random(5);
     const auto word = [&random](std::string_view letters, std::size_t longest) {
         std::string result;
@@ -182,7 +182,7 @@ TEST(UrlMatcher, FastPathAnswersAsTheGeneralOne) {
                                                                                        trimmed, {locale}));
             EXPECT_EQ(matchesText(pattern, text, {locale}), expected)
                 << text << ' ' << pattern << ' ' << locale;
-            // A character that no pattern holds takes the matcher off the fast path.
+            // A character that no pattern contains makes the matcher take the general path.
             if (!wildcard) {
                 EXPECT_EQ(matchesText(pattern, text + "ж", {locale}), expected) << text << ' ' << pattern;
             }

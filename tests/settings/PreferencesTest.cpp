@@ -66,14 +66,14 @@ TEST_F(PreferencesTest, URLRulesAreReadInStoredOrderAsStored) {
     EXPECT_EQ(preferences.urlRules(), rules);
 }
 
-TEST_F(PreferencesTest, URLRulesAreReadAfreshEachTime) {
+TEST_F(PreferencesTest, URLRulesAreReadAgainEachTime) {
     plantRules({docs});
     EXPECT_EQ(preferences.urlRules().size(), 1U);
     plantRules({docs, mail});
     EXPECT_EQ(preferences.urlRules().size(), 2U);
 }
 
-TEST_F(PreferencesTest, UnreadableURLRulesAreEmptyAndLeftAlone) {
+TEST_F(PreferencesTest, UnreadableURLRulesAreEmptyAndNotOverwritten) {
     for (const char *json : {"", "no json", "{}", "[{}]", R"([{"id":"1","pattern":"p"}])", "[null]"}) {
         plantRules(json);
         EXPECT_TRUE(preferences.urlRules().empty()) << json;
@@ -86,7 +86,7 @@ TEST_F(PreferencesTest, UnreadableURLRulesAreEmptyAndLeftAlone) {
     EXPECT_EQ(defaults.writes, 0);
 }
 
-TEST_F(PreferencesTest, TheFirstURLRuleThatIsAcceptedIsFoundWithoutTestingTheOthers) {
+TEST_F(PreferencesTest, TheFirstAcceptedURLRuleIsFoundWithoutTestingTheOthers) {
     plantRules({docs, mail, {"3", "*mail*", "firefox"}});
     std::vector<std::string> tested;
     const auto accepts = [&](std::string_view pattern) {
@@ -98,7 +98,7 @@ TEST_F(PreferencesTest, TheFirstURLRuleThatIsAcceptedIsFoundWithoutTestingTheOth
     EXPECT_EQ(preferences.firstURLRule([](std::string_view) { return false; }), std::nullopt);
 }
 
-TEST_F(PreferencesTest, NoURLRuleIsFoundInAListThatTurnsOutUnreadableBehindIt) {
+TEST_F(PreferencesTest, NoURLRuleIsFoundWhenALaterOneIsUnreadable) {
     const std::string rule = R"({"id":"1","pattern":"p","browserBundleID":"firefox"})";
     const auto all = [](std::string_view) { return true; };
     for (const std::string &json :
@@ -149,7 +149,7 @@ TEST_F(PreferencesTest, RulesThatCannotBeEncodedAreNotWritten) {
     EXPECT_EQ(defaults.writes, 1);
 }
 
-TEST_F(PreferencesTest, AddingAppendsANewRuleWithAFreshId) {
+TEST_F(PreferencesTest, AddingAppendsARuleWithANewId) {
     plantRules({docs});
     preferences.addURLRule(" \n*.pdf\u2028", "okular");
     const auto rules = preferences.urlRules();
@@ -176,7 +176,7 @@ TEST_F(PreferencesTest, AddingChangesTheFirstOfSeveralEqualPatterns) {
               (std::vector<URLRule>{{"1", "docs.example", "falkon"}, {"3", "DOCS.EXAMPLE", "chromium"}}));
 }
 
-TEST_F(PreferencesTest, AddingComparesByNoLocaleWithThePatternAsStored) {
+TEST_F(PreferencesTest, AddingComparesPatternsIndependentOfTheLocale) {
     plantRules({{"1", " docs.example", "firefox"}, {"2", "BÜCHER", "firefox"}});
     preferences.addURLRule("docs.example", "falkon");
     EXPECT_EQ(preferences.urlRules().size(), 3U);
@@ -192,7 +192,7 @@ TEST_F(PreferencesTest, AddingAnEmptyPatternChangesNothing) {
     EXPECT_EQ(defaults.writes, 0);
 }
 
-TEST_F(PreferencesTest, UpdatingChangesTheRuleInItsPlace) {
+TEST_F(PreferencesTest, UpdatingKeepsTheRulesPosition) {
     plantRules({docs, mail});
     preferences.updateURLRule("1", " Other ", "falkon");
     EXPECT_EQ(preferences.urlRules(), (std::vector<URLRule>{{"1", "Other", "falkon"}, mail}));
@@ -204,7 +204,7 @@ TEST_F(PreferencesTest, UpdatingChangesTheFirstRuleWithTheId) {
     EXPECT_EQ(preferences.urlRules(), (std::vector<URLRule>{{"1", "c", "z"}, {"1", "b", "y"}}));
 }
 
-TEST_F(PreferencesTest, UpdatingMayMakeEqualPatterns) {
+TEST_F(PreferencesTest, UpdatingMayCreateEqualPatterns) {
     plantRules({docs, mail});
     preferences.updateURLRule("2", "docs.example", "falkon");
     EXPECT_EQ(preferences.urlRules(), (std::vector<URLRule>{docs, {"2", "docs.example", "falkon"}}));
@@ -247,7 +247,7 @@ TEST_F(PreferencesTest, SettingAnAppRuleTwiceKeepsTheLastBrowser) {
     EXPECT_EQ(preferences.appRules(), (AppRules{{"org.x.Mail", "chromium"}}));
 }
 
-TEST_F(PreferencesTest, AppRulesWithAnyValueThatIsNoStringAreEmptyAsAWhole) {
+TEST_F(PreferencesTest, AppRulesWithAnyValueThatIsNotAStringAreEmpty) {
     for (const PropertyValue &odd : {PropertyValue{std::int64_t{1}}, PropertyValue{true}, PropertyValue{1.5},
                                      PropertyValue{PropertyData{"firefox"}}, dictionary({})}) {
         plant("appRules", dictionary({{"a", string("firefox")}, {"b", odd}}));
@@ -284,7 +284,7 @@ TEST_F(PreferencesTest, RemovingAnAppRuleWritesInAnyCase) {
     EXPECT_EQ(defaults.writes, 2);
 }
 
-TEST_F(PreferencesTest, EveryReadThatIsFollowedByAWriteIsOneUpdate) {
+TEST_F(PreferencesTest, ReadingAndWritingIsOneUpdate) {
     plantRules({docs});
     preferences.addURLRule("new", "falkon");
     preferences.updateURLRule("1", "other", "falkon");

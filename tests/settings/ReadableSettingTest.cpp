@@ -36,7 +36,7 @@ TEST(ReadableSettingTest, URLRulesAreDecodableData) {
         EXPECT_FALSE(isReadable(other));
 }
 
-TEST(ReadableSettingTest, SingleValuesAreTextsNumbersOrBooleans) {
+TEST(ReadableSettingTest, ScalarsAreTextsNumbersOrBooleans) {
     for (const auto key :
          {settingsKey::routingFallbackBrowserID, settingsKey::restoresDefaultBrowserOnQuit}) {
         for (const PropertyValue &scalar : {text, number, PropertyValue{0.5}, PropertyValue{true}})
@@ -46,7 +46,7 @@ TEST(ReadableSettingTest, SingleValuesAreTextsNumbersOrBooleans) {
     }
 }
 
-TEST(ReadableSettingTest, ForeignKeysHoldWhatTheyLike) {
+TEST(ReadableSettingTest, OtherKeysMayHaveAnyValue) {
     for (const PropertyValue &value : {text, number, array, date, rules})
         EXPECT_TRUE(isReadableSetting("other", value));
 }

@@ -33,7 +33,7 @@ void expectHead(const Path &path, Point first, Point second, Point third) {
     EXPECT_TRUE(std::holds_alternative<ClosePath>(path.elements[3]));
 }
 
-TEST(FallbackGlyph, IsTwoArrowsAroundADotInOneInk) {
+TEST(FallbackGlyph, IsTwoArrowsAroundADotInOneColour) {
     const Color ink{ColorRole::white, 1};
     const Drawing glyph = makeFallbackGlyph(ink);
     EXPECT_EQ(glyph.ink, ink);

@@ -8,7 +8,7 @@
 
 namespace fernhop {
 
-/// A controller whose menu is looked at. Starts with "browser.a" as the system's default and the application
+/// A controller whose menu is tested. Starts with "browser.a" as the system's default and the application
 /// "com.example.Mail" beside the two browsers.
 class MenuTest : public ControllerTest {
   protected:
@@ -17,8 +17,8 @@ class MenuTest : public ControllerTest {
         setHandlers("browser.a");
     }
 
-    /// In place of what is installed: browsers and an application that are called otherwise than their
-    /// identifiers and files, and sort otherwise too.
+    /// Replaces the installed browsers and applications by ones whose names differ from their identifiers and
+    /// files, also in their order.
     void installNamedApplications() {
         desktop.applications.remove("/Applications");
         desktop.applications.installApplication("/Applications/One.app", "browser.a", "Zebra",
@@ -30,7 +30,7 @@ class MenuTest : public ControllerTest {
 
     const ui::Menu &menu() const { return *desktop.statusBar.menu; }
 
-    /// The first row of this title; throws when there is none.
+    /// The first row with this title; throws when there is none.
     const ui::MenuItem &item(const std::string &title) const {
         for (const auto &candidate : menu().items)
             if (candidate.title == title)
@@ -38,7 +38,7 @@ class MenuTest : public ControllerTest {
         throw std::runtime_error("no item " + title);
     }
 
-    /// The second row, which tells the mode or the system's default browser.
+    /// The second row, which shows the mode or the system's default browser.
     const std::string &headline() const { return menu().items.at(1).title; }
 
     std::string text() const { return asText(menu()); }

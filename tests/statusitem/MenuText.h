@@ -6,8 +6,8 @@
 
 namespace fernhop {
 
-/// A menu as text, one line an item: indentation for submenus, "[x]" for a check mark, "(…)" around what is
-/// disabled, the image in angle brackets, the action after "=>", what the item carries after "with".
+/// A menu as text, a line for each item: indentation for submenus, "[x]" for a check mark, "(…)" around
+/// disabled items, the image in angle brackets, the action after "=>", the represented object after "with".
 [[nodiscard]] std::string asText(const ui::Menu &menu, const std::string &indentation = "");
 
 } // namespace fernhop

@@ -41,7 +41,7 @@ TEST_F(StatusItemAppearanceTest, LightBarShowsTheLightResource) {
     EXPECT_EQ(shown(), file("MenuBarIconLight"));
 }
 
-TEST_F(StatusItemAppearanceTest, BarThatMatchesNothingCountsAsLight) {
+TEST_F(StatusItemAppearanceTest, BarThatMatchesNoAppearanceCountsAsLight) {
     desktop.statusBar.appearance.name = std::nullopt;
     launch();
     EXPECT_EQ(shown(), glyph(ColorRole::black));
@@ -70,7 +70,7 @@ TEST_F(StatusItemAppearanceTest, MissingLightResourceIsDrawnInBlack) {
     EXPECT_EQ(shown(), glyph(ColorRole::black));
 }
 
-TEST_F(StatusItemAppearanceTest, UnreadableResourceIsDrawnThoughTheOtherIsThere) {
+TEST_F(StatusItemAppearanceTest, UnreadableResourceIsDrawnEvenIfTheOtherExists) {
     addResource("MenuBarIconLight");
     addResource("MenuBarIconDark");
     desktop.images.unreadableFiles = {std::string(folder) + "MenuBarIconDark.png"};
@@ -88,7 +88,7 @@ TEST_F(StatusItemAppearanceTest, WithoutResourcesTheLightBarGetsABlackGlyph) {
     EXPECT_EQ(shown(), glyph(ColorRole::black));
 }
 
-TEST_F(StatusItemAppearanceTest, OnlyTheToolTipTellsTheRoutingState) {
+TEST_F(StatusItemAppearanceTest, OnlyTheToolTipShowsTheRoutingState) {
     setHandlers("browser.a");
     launch();
     const Image before = shown();
@@ -125,7 +125,7 @@ TEST_F(StatusItemAppearanceTest, ThemeChangeKeepsTheToolTipAndChangesTheImage) {
     EXPECT_EQ(desktop.statusBar.menusSet, menus);
 }
 
-TEST_F(StatusItemAppearanceTest, ThemeChangeAsksForTheRoutingStateAnew) {
+TEST_F(StatusItemAppearanceTest, ThemeChangeReadsTheRoutingStateAgain) {
     setHandlers("browser.a");
     launch();
     rebuilds();
@@ -138,7 +138,7 @@ TEST_F(StatusItemAppearanceTest, ThemeChangeAsksForTheRoutingStateAnew) {
     EXPECT_EQ(rebuilds(), 0);
 }
 
-TEST_F(StatusItemAppearanceTest, ItemWithoutButtonIsLeftAlone) {
+TEST_F(StatusItemAppearanceTest, ItemWithoutButtonIsNotChanged) {
     desktop.statusBar.hasButton = false;
     launch();
     EXPECT_EQ(desktop.statusBar.imagesSet, 0);

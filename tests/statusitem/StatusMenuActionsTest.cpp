@@ -21,7 +21,7 @@ TEST_F(MenuTest, EveryActionIsKnownToTheController) {
     check(menu());
 }
 
-TEST_F(MenuTest, PickingABrowserForAnAppStoresItTurnsRoutingOnAndShowsIt) {
+TEST_F(MenuTest, ChoosingABrowserForAnAppStoresItTurnsRoutingOnAndShowsIt) {
     launch();
     press(item("Set Browser for Apps").submenu->items[2].submenu->items[1]);
     EXPECT_EQ(controller->settings().appRules(), (AppRules{{"com.example.Mail", "browser.b"}}));
@@ -30,7 +30,7 @@ TEST_F(MenuTest, PickingABrowserForAnAppStoresItTurnsRoutingOnAndShowsIt) {
     EXPECT_EQ(item("App Rules").submenu->items[0].title, "com.example.Mail -> browser.b");
 }
 
-TEST_F(MenuTest, RemovingARuleShowsAtOnce) {
+TEST_F(MenuTest, RemovedRuleDisappearsAtOnce) {
     setHandlers(own);
     storeURLRules({{"1", "one", "browser.a"}, {"2", "two", "browser.a"}, {"3", "three", "browser.a"}});
     launch();
@@ -67,7 +67,7 @@ TEST_F(MenuTest, SwitchingTheDefaultWhileRoutingIsOnTurnsItOff) {
     EXPECT_EQ(menu().items[8].state, ui::ControlState::on);
 }
 
-TEST_F(MenuTest, StaleItemsOfARuleThatIsGoneDoNothing) {
+TEST_F(MenuTest, StaleItemsOfARemovedRuleDoNothing) {
     setHandlers(own);
     storeURLRules({{"1", "one", "browser.a"}});
     launch();

@@ -57,7 +57,7 @@ TEST_F(MenuTest, SubmenusCheckNothingWithoutAnEffectiveDefault) {
     EXPECT_EQ(submenu("App Rules").find("[x]"), std::string::npos);
 }
 
-TEST_F(MenuTest, IsBuiltAnewEachTime) {
+TEST_F(MenuTest, IsRebuiltEachTime) {
     launch();
     const auto first = desktop.statusBar.menu;
     controller->rebuildMenu();
@@ -65,7 +65,7 @@ TEST_F(MenuTest, IsBuiltAnewEachTime) {
     EXPECT_TRUE(ui::looksTheSame(*desktop.statusBar.menu, *first));
 }
 
-TEST_F(MenuTest, RebuildAsksTheWorkspaceForNoIconASecondTime) {
+TEST_F(MenuTest, RebuildFetchesNoIconAgain) {
     storeAppRule("com.example.Mail", "browser.a");
     launch();
     const auto requests = desktop.workspace.iconRequests.size();
@@ -74,7 +74,7 @@ TEST_F(MenuTest, RebuildAsksTheWorkspaceForNoIconASecondTime) {
     EXPECT_EQ(desktop.workspace.iconRequests.size(), requests);
 }
 
-TEST_F(MenuTest, LooksDifferAsSoonAsAnythingThatShowsDoes) {
+TEST_F(MenuTest, LooksDifferWhenAnythingVisibleDiffers) {
     launch();
     const ui::Menu before = menu();
     const auto differs = [&](const std::function<void(ui::Menu &)> &change) {
@@ -94,7 +94,7 @@ TEST_F(MenuTest, LooksDifferAsSoonAsAnythingThatShowsDoes) {
     EXPECT_FALSE(differs([](ui::Menu &m) { m.items[7].representedObject = std::string("other"); }));
 }
 
-TEST_F(MenuTest, ChangesMadeElsewhereShowAtTheNextRebuild) {
+TEST_F(MenuTest, ExternalChangesAppearAtTheNextRebuild) {
     launch();
     setHandlers(own);
     storeFallback("browser.b");
@@ -115,7 +115,7 @@ TEST_F(MenuTest, ChangesMadeElsewhereShowAtTheNextRebuild) {
               std::string::npos);
 }
 
-TEST_F(MenuTest, ComesFromOneReadingOfTheDefaultBrowser) {
+TEST_F(MenuTest, ReadsTheDefaultBrowserOnce) {
     launch();
     const std::string before = text();
     for (const char *next : {"browser.b", own}) {
@@ -162,7 +162,7 @@ TEST_F(MenuTest, FernhopsOwnNameIsNotLookedUpWhileRoutingIsOn) {
     EXPECT_EQ(std::ranges::count(desktop.workspace.lookups, "browser.gone"), 1);
 }
 
-TEST_F(MenuTest, IdentifiersInOtherCaseAreOtherBrowsers) {
+TEST_F(MenuTest, IdentifiersThatDifferInCaseAreOtherBrowsers) {
     setHandlers("Browser.A");
     storeURLRules({{"1", "docs.example", "Browser.B"}});
     storeAppRule("com.example.Mail", "Browser.B");

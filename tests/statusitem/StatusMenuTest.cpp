@@ -162,7 +162,7 @@ Quit => quit key q
 )");
 }
 
-TEST_F(MenuTest, WhileTheHandlerAndTheAppsOfRulesAreGone) {
+TEST_F(MenuTest, WhileTheHandlerAndTheAppsOfRulesAreUninstalled) {
     setHandlers("browser.gone");
     storeFallback("browser.b");
     desktop.applications.remove("/Applications/com.example.Mail.app");
@@ -209,7 +209,7 @@ Quit => quit key q
 )");
 }
 
-TEST_F(MenuTest, WithNamesThatAreNoIdentifiers) {
+TEST_F(MenuTest, WithNamesThatDifferFromIdentifiers) {
     installNamedApplications();
     storeURLRules({{"1", " x ", "browser.b"}});
     storeAppRule("com.example.Mail", "browser.a");
@@ -257,7 +257,7 @@ Quit => quit key q
 )");
 }
 
-TEST_F(MenuTest, DefaultThatIsNoBrowserIsNamedLikeOne) {
+TEST_F(MenuTest, DefaultThatIsNotABrowserIsShownByName) {
     installNamedApplications();
     setHandlers("com.example.Notes");
     launch();

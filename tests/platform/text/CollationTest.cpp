@@ -21,7 +21,7 @@ TEST(Collation, IgnoresLetterCaseButNotAccents) {
     EXPECT_EQ(compare("résumé", "resume"), std::weak_ordering::greater);
 }
 
-TEST(Collation, OrdersAsReadersExpect) {
+TEST(Collation, SortsAsReadersExpect) {
     EXPECT_EQ(compare("apple", "Banana"), std::weak_ordering::less);
     EXPECT_EQ(compare("Zebra", "Äpfel"), std::weak_ordering::greater);
     EXPECT_EQ(compare("a", "ab"), std::weak_ordering::less);
@@ -37,7 +37,7 @@ TEST(Collation, FollowsTheLocale) {
     EXPECT_EQ(compare("zh", "y", "et_EE"), std::weak_ordering::less);
 }
 
-TEST(Collation, TellsInvalidBytesApart) {
+TEST(Collation, DistinguishesInvalidBytes) {
     EXPECT_NE(compare("\xFF", "\xFE"), std::weak_ordering::equivalent);
     EXPECT_EQ(compare("a\xFF", "A\xFF"), std::weak_ordering::equivalent);
     EXPECT_NE(compare("\xFF", "\uFFFD"), std::weak_ordering::equivalent);

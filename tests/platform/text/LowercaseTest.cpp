@@ -11,7 +11,7 @@ TEST(Lowercase, PairsLettersOfEveryScript) {
     EXPECT_EQ(lowercased(""), "");
 }
 
-TEST(Lowercase, FollowsNoLocale) {
+TEST(Lowercase, IsIndependentOfTheLocale) {
     EXPECT_EQ(lowercased("I"), "i");
     EXPECT_EQ(lowercased("IÉ"), "ié");
     EXPECT_EQ(lowercased("İ"), "i̇");

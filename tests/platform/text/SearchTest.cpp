@@ -47,13 +47,13 @@ TEST(FirstOccurrence, DistinguishesLetterCase) {
     EXPECT_EQ(found("äbc", "Ä"), nowhere);
 }
 
-TEST(FirstOccurrence, OfAnEmptyPieceIsNowhere) {
+TEST(FirstOccurrence, OfAnEmptyPieceDoesNotExist) {
     EXPECT_EQ(found("abc", ""), nowhere);
     EXPECT_EQ(found("é", ""), nowhere);
     EXPECT_EQ(found("", "a"), nowhere);
 }
 
-TEST(FirstOccurrence, TakesCanonicallyEquivalentSpellingsForEqual) {
+TEST(FirstOccurrence, TreatsCanonicallyEquivalentTextsAsEqual) {
     EXPECT_EQ(found("xe\u0301y", "é"), at(1, 4));
     EXPECT_EQ(found("xéy", "e\u0301"), at(1, 3));
     EXPECT_EQ(found("e\u0323\u0307", "e\u0307\u0323"), at(0, 5));
@@ -63,7 +63,7 @@ TEST(FirstOccurrence, TakesCanonicallyEquivalentSpellingsForEqual) {
     EXPECT_EQ(found("한글", "\u1100\u1173\u11AF"), at(3, 6));
 }
 
-TEST(FirstOccurrence, TakesCompatibleSpellingsForDifferent) {
+TEST(FirstOccurrence, TreatsCompatibilityEquivalentTextsAsDifferent) {
     EXPECT_EQ(found("ﬁ", "fi"), nowhere);
     EXPECT_EQ(found("ａ", "a"), nowhere);
 }
@@ -85,7 +85,7 @@ TEST(FirstOccurrence, NeverBeginsInsideASequence) {
     EXPECT_EQ(found("éé", "é", 1), at(2, 4));
 }
 
-TEST(FirstOccurrence, TakesAnInvalidByteForACharacterOfItsOwn) {
+TEST(FirstOccurrence, TreatsAnInvalidByteAsACharacter) {
     EXPECT_EQ(found("a\xFFz", "\xFF"), at(1, 2));
     EXPECT_EQ(found("a\xFFz", "\xFE"), nowhere);
     EXPECT_EQ(found("é", "\xC3"), nowhere);
@@ -97,7 +97,7 @@ TEST(FirstOccurrence, TakesAnInvalidByteForACharacterOfItsOwn) {
     EXPECT_EQ(found("\xED\xA0\x80", "\xED\xA0\x80"), at(0, 3));
 }
 
-TEST(EndsWith, ComparesAsTheSearchDoes) {
+TEST(EndsWith, ComparesLikeTheSearch) {
     EXPECT_TRUE(endsWith("abc", "bc"));
     EXPECT_FALSE(endsWith("abc", "ab"));
     EXPECT_FALSE(endsWith("c", "abc"));
@@ -129,19 +129,19 @@ TEST(LocalizedContains, FoldsFully) {
     EXPECT_FALSE(contains("ß", "s"));
 }
 
-TEST(LocalizedContains, TakesCanonicallyEquivalentSpellingsForEqual) {
+TEST(LocalizedContains, TreatsCanonicallyEquivalentTextsAsEqual) {
     EXPECT_TRUE(contains("CAFE\u0301", "café"));
     EXPECT_TRUE(contains("café", "E\u0301"));
     EXPECT_FALSE(contains("café", "E"));
 }
 
-TEST(LocalizedContains, HoldsNoEmptyPattern) {
+TEST(LocalizedContains, DoesNotContainAnEmptyPattern) {
     EXPECT_FALSE(contains("docs", ""));
     EXPECT_FALSE(contains("é", ""));
     EXPECT_FALSE(contains("", ""));
 }
 
-TEST(LocalizedContains, PairsLettersAsTurkishAndAzeriDo) {
+TEST(LocalizedContains, PairsLettersAsInTurkishAndAzeri) {
     for (const Locale &locale : {turkish, azeri}) {
         EXPECT_FALSE(contains("i", "I", locale));
         EXPECT_FALSE(contains("I", "i", locale));
@@ -160,7 +160,7 @@ TEST(LocalizedContains, PairsLettersAsTurkishAndAzeriDo) {
     EXPECT_FALSE(contains("İ", "i"));
 }
 
-TEST(LocalizedContains, KeepsTheDotAsLithuanianDoes) {
+TEST(LocalizedContains, KeepsTheDotAsInLithuanian) {
     EXPECT_TRUE(contains("i\u0307\u0300", "Ì", lithuanian));
     EXPECT_TRUE(contains("Ì", "i\u0307\u0300", lithuanian));
     EXPECT_TRUE(contains("ì", "Ì", lithuanian));
@@ -171,14 +171,14 @@ TEST(LocalizedContains, KeepsTheDotAsLithuanianDoes) {
     EXPECT_FALSE(contains("i\u0307\u0300", "Ì", english));
 }
 
-TEST(LocalizedContains, TakesAnInvalidByteForACharacterOfItsOwn) {
+TEST(LocalizedContains, TreatsAnInvalidByteAsACharacter) {
     EXPECT_TRUE(contains("A\xFFZ", "a\xFFz"));
     EXPECT_FALSE(contains("A\xFFZ", "a\xFEz"));
     EXPECT_FALSE(contains("é", "\xC3"));
     EXPECT_TRUE(contains("É\xC3", "é\xC3", turkish));
 }
 
-TEST(CaseInsensitiveEqual, FollowsNoLocale) {
+TEST(CaseInsensitiveEqual, IsIndependentOfTheLocale) {
     EXPECT_TRUE(caseInsensitiveEqual("Docs.Example", "docs.EXAMPLE"));
     EXPECT_TRUE(caseInsensitiveEqual("I", "i"));
     EXPECT_TRUE(caseInsensitiveEqual("É", "e\u0301"));

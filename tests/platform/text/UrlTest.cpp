@@ -15,7 +15,7 @@ std::string parsed(std::string_view text) {
 
 } // namespace
 
-TEST(UrlParsing, TakesAValidUriAsItStands) {
+TEST(UrlParsing, KeepsAValidUri) {
     for (const std::string_view text : {
              "https://docs.example/team/issue/1",
              "HTTPS://DOCS.example/%C3%a4?x=1#y",
@@ -36,7 +36,7 @@ TEST(UrlParsing, TakesAValidUriAsItStands) {
         EXPECT_EQ(parsed(text), text);
 }
 
-TEST(UrlParsing, EncodesWhatAUriDoesNotAllow) {
+TEST(UrlParsing, EncodesCharactersNotAllowedInUris) {
     EXPECT_EQ(parsed("https://docs.example/a b"), "https://docs.example/a%20b");
     EXPECT_EQ(parsed("https://docs.example/ä€😀"), "https://docs.example/%C3%A4%E2%82%AC%F0%9F%98%80");
     EXPECT_EQ(parsed("https://bücher.example/"), "https://b%C3%BCcher.example/");
@@ -47,17 +47,17 @@ TEST(UrlParsing, EncodesWhatAUriDoesNotAllow) {
     EXPECT_EQ(parsed("https://us er@docs.example/"), "https://us%20er@docs.example/");
 }
 
-TEST(UrlParsing, EncodesAPercentSignThatStartsNoEscape) {
+TEST(UrlParsing, EncodesAPercentSignThatDoesNotStartAnEscape) {
     EXPECT_EQ(parsed("https://docs.example/100%"), "https://docs.example/100%25");
     EXPECT_EQ(parsed("https://docs.example/%zz%F0%4"), "https://docs.example/%25zz%F0%254");
     EXPECT_EQ(parsed("https://docs.example/%%41"), "https://docs.example/%25%41");
 }
 
-TEST(UrlParsing, KeepsTheEscapesOfATextThatIsEncoded) {
+TEST(UrlParsing, KeepsExistingEscapesWhenEncoding) {
     EXPECT_EQ(parsed("https://docs.example/%20 %c3"), "https://docs.example/%20%20%c3");
 }
 
-TEST(UrlParsing, EncodesDelimitersWhereTheyAreNone) {
+TEST(UrlParsing, EncodesCharactersThatAreNotDelimitersInTheirPlace) {
     EXPECT_EQ(parsed("https://docs.example/a[1]"), "https://docs.example/a%5B1%5D");
     EXPECT_EQ(parsed("https://docs.example/?a[]=1"), "https://docs.example/?a%5B%5D=1");
     EXPECT_EQ(parsed("https://docs.example/#a#b"), "https://docs.example/#a%23b");
@@ -69,7 +69,7 @@ TEST(UrlParsing, EncodesInvalidBytesOneByOne) {
     EXPECT_EQ(parsed("https://docs.example/\xFF\xC3"), "https://docs.example/%FF%C3");
 }
 
-TEST(UrlParsing, GivesNothingForWhatIsStillNoUri) {
+TEST(UrlParsing, RejectsTextThatIsNotAUriWhenEncoded) {
     using namespace std::string_view_literals;
     for (const std::string_view text : {""sv,
                                         " "sv,
@@ -97,7 +97,7 @@ TEST(UrlParsing, GivesNothingForWhatIsStillNoUri) {
         EXPECT_EQ(parsed(text), "nothing") << text;
 }
 
-TEST(UrlParsing, IsFinished) {
+TEST(UrlParsing, IsIdempotent) {
     std::mt19937 random(11);
     constexpr std::string_view characters = "ab1:/?#[]@!$%&'()*+,;=-._~ \"<>\\^`{|}\n\x7F\xC3\xA4\xFF";
     int parsedTexts = 0;
@@ -114,7 +114,7 @@ TEST(UrlParsing, IsFinished) {
     EXPECT_GT(parsedTexts, 10000);
 }
 
-TEST(UrlParsing, TakesTextOfAnyLength) {
+TEST(UrlParsing, AcceptsTextOfAnyLength) {
     const std::string path(8 << 20, 'a');
     EXPECT_EQ(parsed("https://docs.example/" + path), "https://docs.example/" + path);
     EXPECT_TRUE(Url::parse("https://docs.example/" + std::string(1 << 20, ' ')));
@@ -125,7 +125,7 @@ TEST(UrlParsing, TakesTextOfAnyLength) {
     EXPECT_FALSE(Url::parse("https://docs.example:" + path));
 }
 
-TEST(FileUrl, GivesThePathBack) {
+TEST(FileUrl, ReturnsThePath) {
     std::string everyByte = "/";
     for (int byte = 0; byte < 256; ++byte)
         everyByte += static_cast<char>(byte);
@@ -138,13 +138,13 @@ TEST(FileUrl, GivesThePathBack) {
     }
 }
 
-TEST(FileUrl, EncodesOnlyWhatAPathDoesNotAllow) {
+TEST(FileUrl, EncodesOnlyCharactersNotAllowedInPaths) {
     EXPECT_EQ(Url::fileUrl("/a b/ä.desktop").absoluteString(), "file:///a%20b/%C3%A4.desktop");
     EXPECT_EQ(Url::fileUrl("/100%25").absoluteString(), "file:///100%2525");
     EXPECT_EQ(Url::fileUrl("/a:b@c,d=e").absoluteString(), "file:///a:b@c,d=e");
 }
 
-TEST(UrlPath, IsDecodedAndWithoutTrailingSlash) {
+TEST(UrlPath, IsDecodedWithoutTrailingSlashes) {
     EXPECT_EQ(Url::parse("file:///a%20b/c/")->path(), "/a b/c");
     EXPECT_EQ(Url::parse("file:///a//")->path(), "/a");
     EXPECT_EQ(Url::parse("file:///")->path(), "/");
@@ -154,13 +154,13 @@ TEST(UrlPath, IsDecodedAndWithoutTrailingSlash) {
     EXPECT_EQ(Url::parse("file:/a")->path(), "/a");
 }
 
-TEST(UrlKind, IsFileWhateverItsLetterCase) {
+TEST(UrlKind, IsFileInAnyLetterCase) {
     EXPECT_TRUE(Url::parse("FILE:///a")->isFileUrl());
     EXPECT_FALSE(Url::parse("files:///a")->isFileUrl());
     EXPECT_FALSE(Url::parse("https://file/")->isFileUrl());
 }
 
-TEST(UrlEquality, IsThatOfTheText) {
+TEST(UrlEquality, IsEqualityOfTheText) {
     EXPECT_EQ(Url::parse("https://docs.example/"), Url::parse("https://docs.example/"));
     EXPECT_NE(Url::parse("https://docs.example/"), Url::parse("https://docs.example"));
     EXPECT_NE(Url::parse("https://docs.example/"), Url::parse("https://DOCS.example/"));

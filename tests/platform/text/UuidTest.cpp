@@ -7,13 +7,13 @@
 
 namespace fernhop::text {
 
-TEST(Uuid, IsARandomOneInCapitals) {
+TEST(Uuid, IsRandomAndInUpperCase) {
     const std::regex form("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
     for (int count = 0; count < 100; ++count)
         EXPECT_TRUE(std::regex_match(makeUuid(), form));
 }
 
-TEST(Uuid, IsNewEachTime) {
+TEST(Uuid, IsDifferentEachTime) {
     std::set<std::string> seen;
     for (int count = 0; count < 1000; ++count)
         seen.insert(makeUuid());
