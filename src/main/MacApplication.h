@@ -2,7 +2,7 @@
 
 namespace fernhop::macos {
 
-/// Runs Fernhop until it is ended; the exit status of the process. Main thread only.
+/// Runs Fernhop until it terminates, and returns the exit status of the process. Main thread only.
 [[nodiscard]] int runApplication();
 
 } // namespace fernhop::macos

@@ -8,7 +8,7 @@ namespace fernhop::macos {
 
 namespace {
 
-/// The two that live as long as the process; nothing takes them apart while it ends.
+/// The two objects that live as long as the process and are never destroyed.
 struct Process {
     Reference<NSApplication> application;
     Reference<FernhopAppDelegate> delegate;
@@ -23,7 +23,8 @@ Process &process() {
 
 int runApplication() {
     @autoreleasepool {
-        // The former delegate goes before there is another: each takes the events of the process.
+        // The previous delegate is released before the next is made, since each receives the events of the
+        // process.
         process() = {};
         auto &[application, delegate] = process();
         application = Reference<NSApplication>([NSApplication sharedApplication]);

@@ -6,20 +6,20 @@ namespace fernhop::macos {
 class Controller;
 }
 
-/// The application's delegate and the target of every menu item and control: answers each selector of the
-/// controller and hands it on. Main thread only.
+/// The application's delegate and the target of every menu item and control: forwards each selector to the
+/// controller. Main thread only.
 @interface FernhopAppDelegate : NSObject <NSApplicationDelegate, NSTableViewDataSource, NSTableViewDelegate> {
     fernhop::macos::Controller *_controller;
 }
-/// Sets up the controller, which takes links from now on.
+/// Makes the controller, which receives links from now on.
 - (instancetype)init;
 
-/// What the system tells, by the ways on which it may come.
+/// Events of the system.
 - (void)systemAppearanceDidChange;
 - (void)activeApplicationDidChange:(NSNotification *)notification;
 - (void)handleGetURLEvent:(NSAppleEventDescriptor *)event withReplyEvent:(NSAppleEventDescriptor *)replyEvent;
 
-/// The actions of menus and dialogs: the operations of the controller by these names.
+/// The actions of menus and dialogs: operations of the controller with the same names.
 - (void)showAddURLRuleDialog;
 - (void)showAddRuleDialog;
 - (void)filterRuleDialogApplications:(id)sender;

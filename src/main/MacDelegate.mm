@@ -8,7 +8,7 @@
 
 namespace fernhop::macos {
 
-/// The controller on its desktop, with the delegate as the target of what the user does.
+/// The controller with its desktop, and the delegate as the target of actions.
 class Controller : public ActionTarget {
   public:
     explicit Controller(id delegate) : receiver(delegate), desktop(*this), controller(desktop.platform()) {}
@@ -27,19 +27,19 @@ class Controller : public ActionTarget {
             .value_or(ActionResult());
     }
 
-    /// Performs the operation of an action that `sender` sent.
+    /// Performs the operation of an action sent by `sender`.
     void perform(SEL selector, id sender) {
         const auto object = objectForSender(sender, *this);
         perform(selector, {.sender = object.get()});
     }
 
-    /// Takes the file at `path` as the link that it is to a browser.
+    /// Routes the file at `path` as a link.
     void open(NSString *path) {
         const auto link = LinkEventDescriptor::getUrl(Url::fileUrl(fromNSString(path)).absoluteString());
         perform(@selector(handleGetURLEvent:withReplyEvent:), {.event = &link});
     }
 
-    /// What the operation answers; the default value when it answers something else.
+    /// The result of the operation; the default value when it has another type.
     template <typename Answer>
     [[nodiscard]] Answer answer(SEL selector, const ActionArguments &arguments = {}) {
         const ActionResult result = perform(selector, arguments);
@@ -73,7 +73,7 @@ class Controller : public ActionTarget {
     _controller->perform(_cmd);
 }
 
-// Who is the web browser is asked to open the web's documents too.
+// The default web browser also receives web documents.
 - (void)application:(NSApplication *)sender openFiles:(NSArray<NSString *> *)filenames {
     for (NSString *filename in filenames)
         _controller->open(filename);

@@ -17,14 +17,14 @@
 
 namespace fernhop::macos {
 
-/// The backend put together: each implementation once. Main thread only.
+/// The macOS backend: one instance of each implementation. Main thread only.
 struct MacDesktop {
-    /// `target` receives the actions of menus and dialogs, and outlives the desktop.
+    /// `target` receives the actions of menus and dialogs, and must outlive the desktop.
     explicit MacDesktop(const ActionTarget &target);
     MacDesktop(const MacDesktop &) = delete;
     MacDesktop &operator=(const MacDesktop &) = delete;
 
-    /// What the controller is made with; it refers to this object.
+    /// The platform for the controller; it refers to this object.
     [[nodiscard]] Platform platform();
 
     const SystemFiles files;

@@ -4,7 +4,7 @@
 
 #import <Foundation/Foundation.h>
 
-/// What a browser item in an application's submenu carries. Its class is registered as
+/// The represented object of a browser item in an application's submenu. Its class is registered as
 /// "Fernhop.RuleSelection".
 @interface FernhopRuleSelection : NSObject {
     NSString *_sourceBundleID;
@@ -13,11 +13,11 @@
 @property(nonatomic, readonly, copy) NSString *sourceBundleID;
 @property(nonatomic, readonly, copy) NSString *browserBundleID;
 - (instancetype)initWithSourceBundleID:(NSString *)source browserBundleID:(NSString *)browser;
-/// Ends the process: there is no selection of nothing.
+/// Ends the process: a selection always has values.
 - (instancetype)init;
 @end
 
-/// What a browser item in a URL rule's submenu carries. Its class is registered as
+/// The represented object of a browser item in a URL rule's submenu. Its class is registered as
 /// "Fernhop.URLRuleSelection".
 @interface FernhopURLRuleSelection : NSObject {
     NSString *_ruleID;
@@ -26,17 +26,17 @@
 @property(nonatomic, readonly, copy) NSString *ruleID;
 @property(nonatomic, readonly, copy) NSString *browserBundleID;
 - (instancetype)initWithRuleID:(NSString *)rule browserBundleID:(NSString *)browser;
-/// Ends the process: there is no selection of nothing.
+/// Ends the process: a selection always has values.
 - (instancetype)init;
 @end
 
 namespace fernhop::macos {
 
-/// The object to attach to a menu item for a value, autoreleased; nil for none, and for an object of a type
-/// that no item carries.
+/// The system's represented object for a value, autoreleased; nil for none, and for an object of another
+/// type.
 [[nodiscard]] id attachmentFor(const ui::RepresentedObject &value);
 
-/// The value that an attached object stands for; none for nil and for an object of another class.
+/// The value of a represented object; none for nil and for an object of another class.
 [[nodiscard]] ui::RepresentedObject valueOfAttachment(id attachment);
 
 } // namespace fernhop::macos

@@ -17,7 +17,7 @@ namespace {
     std::abort();
 }
 
-/// The class of this name below `base`: a name with a dot cannot be written as the class's own.
+/// The subclass of `base` with this name: a name with a dot cannot be declared in the source.
 Class registered(Class base, const char *name) {
     if (Class known = objc_getClass(name))
         return known;

@@ -6,7 +6,7 @@
 
 namespace fernhop::macos {
 
-/// The event with its direct object, the one parameter that a link comes in.
+/// The event with its direct object, the only parameter that contains a link.
 [[nodiscard]] LinkEventDescriptor fromAppleEvent(NSAppleEventDescriptor *event);
 
 } // namespace fernhop::macos

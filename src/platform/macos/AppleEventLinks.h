@@ -7,12 +7,12 @@
 
 namespace fernhop::macos {
 
-/// The Apple Event manager. It keeps what arrives before a handler is set: the system delivers on the main
-/// loop, which runs later.
+/// The Apple Event manager. Links that arrive before a handler is set are not lost: the system delivers them
+/// in the main loop, which runs later.
 class AppleEventLinks : public LinkEvents {
   public:
     AppleEventLinks();
-    /// The manager forgets the handlers.
+    /// Removes the handlers from the manager.
     ~AppleEventLinks() override;
     AppleEventLinks(const AppleEventLinks &) = delete;
     AppleEventLinks &operator=(const AppleEventLinks &) = delete;

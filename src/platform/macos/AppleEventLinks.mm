@@ -4,7 +4,7 @@
 #include "platform/macos/Conversions.h"
 #include "platform/macos/Reference.h"
 
-/// Takes events for a handler of the core.
+/// Receives events for a handler of the core.
 @interface FernhopEventReceiver : NSObject {
     fernhop::LinkEventHandler _handler;
 }
@@ -21,7 +21,7 @@
     return self;
 }
 
-// The reply is left as it is: nothing is told to the sender of a link.
+// The reply is not changed: the sender of a link receives no information.
 - (void)handleGetURLEvent:(NSAppleEventDescriptor *)event
            withReplyEvent:(NSAppleEventDescriptor *)replyEvent {
     (void)replyEvent;

@@ -9,8 +9,7 @@
 #include <string>
 #include <string_view>
 
-/// The one place where values cross between the core and Foundation. Objects that are returned are
-/// autoreleased.
+/// All conversions between values of the core and Foundation. Returned objects are autoreleased.
 namespace fernhop::macos {
 
 /// The text as a string; each byte that is not valid UTF-8 becomes U+FFFD.
@@ -27,8 +26,8 @@ namespace fernhop::macos {
 
 /// The value as an object of a property list.
 [[nodiscard]] id toPropertyList(const PropertyValue &value);
-/// The value of an object of a property list; nothing for nil and for an object that no property list can
-/// hold. A number is a Boolean only where it was made as one. Members of other classes are left out.
+/// The value of an object of a property list; nothing for nil and for an object that property lists cannot
+/// contain. A number is a Boolean only if it was made as one. Members of other classes are omitted.
 [[nodiscard]] std::optional<PropertyValue> fromPropertyList(id object);
 
 } // namespace fernhop::macos

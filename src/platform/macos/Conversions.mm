@@ -21,7 +21,7 @@ NSString *stringOf(const std::u16string &units) {
 }
 
 bool isBoolean(NSNumber *number) {
-    // The two Booleans are single objects; a number that only has the value of one is another object.
+    // The two Booleans are single objects; a number with the same value is another object.
     return number == [NSNumber numberWithBool:YES] || number == [NSNumber numberWithBool:NO];
 }
 

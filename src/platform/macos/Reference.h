@@ -6,15 +6,15 @@
 
 namespace fernhop::macos {
 
-/// Keeps an Objective-C object alive: one retain when it is taken, one release at the end. A copy is one more
-/// owner. References are counted by hand here, so that the same code runs on every Objective-C runtime.
+/// Owns an Objective-C object: retains it once and releases it on destruction. A copy is another owner.
+/// References are counted manually, so the same code runs on every Objective-C runtime.
 template <typename Type>
 class Reference {
   public:
     Reference() = default;
-    /// Shares an object that somebody else owns, an autoreleased one for example; nil is allowed.
+    /// Shares ownership of an object, for example an autoreleased one; nil is allowed.
     explicit Reference(Type *shared) : object([shared retain]) {}
-    /// Takes over the one retain that `alloc`, `new` or `copy` gave the caller.
+    /// Takes the ownership of an object from `alloc`, `new` or `copy`.
     [[nodiscard]] static Reference adopting(Type *owned) {
         Reference result;
         result.object = owned;
@@ -28,7 +28,7 @@ class Reference {
     }
     ~Reference() { [object release]; }
 
-    /// The object, or nil; it lives at least as long as this reference.
+    /// The object, or nil; valid at least as long as this reference.
     [[nodiscard]] Type *get() const { return object; }
     explicit operator bool() const { return object != nil; }
 

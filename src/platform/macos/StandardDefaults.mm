@@ -10,7 +10,7 @@ NSUserDefaults *defaults() {
     return [NSUserDefaults standardUserDefaults];
 }
 
-/// What `object` holds, where it is of this kind.
+/// The value of `object` if it has this type.
 template <typename Type>
 std::optional<Type> contentOf(id object) {
     const auto value = fromPropertyList(object);

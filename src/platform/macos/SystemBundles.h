@@ -4,7 +4,7 @@
 
 namespace fernhop::macos {
 
-/// The bundles on disk, and the application's own.
+/// The bundles on disk, and Fernhop's own.
 class SystemBundles : public Bundles {
   public:
     [[nodiscard]] std::unique_ptr<Bundle> bundleWithUrl(const Url &url) const override;

@@ -40,7 +40,7 @@ Url SystemFiles::homeDirectoryForCurrentUser() const {
 }
 
 bool SystemFiles::fileExistsAtPath(const std::string &path) const {
-    // The system's functions would end the path there.
+    // The system's functions would truncate the path there.
     if (path.find('\0') != std::string::npos)
         return false;
     @autoreleasepool {

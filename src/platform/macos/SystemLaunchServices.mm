@@ -5,14 +5,14 @@
 
 #import <CoreServices/CoreServices.h>
 
-// What would replace these functions knows applications by where they are, and came after the oldest system.
+// The functions that replace these identify applications by their URL, and are missing on the oldest system.
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
 
 namespace fernhop::macos {
 
 namespace {
 
-/// The same string, as Core Foundation's functions take it.
+/// The same string for Core Foundation's functions.
 CFStringRef toCFString(const std::string &text) {
     return (CFStringRef)toNSString(text);
 }
@@ -22,7 +22,7 @@ CFStringRef toCFString(const std::string &text) {
 std::optional<std::string>
 SystemLaunchServices::copyDefaultHandlerForUrlScheme(const std::string &scheme) const {
     @autoreleasepool {
-        // A function that copies gives its caller one retain, whichever framework takes it back.
+        // The caller of a "copy" function owns the result, whichever framework releases it.
         const auto handler =
             Reference<NSString>::adopting((NSString *)LSCopyDefaultHandlerForURLScheme(toCFString(scheme)));
         return textOf(handler.get());

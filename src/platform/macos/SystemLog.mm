@@ -7,7 +7,7 @@ namespace fernhop::macos {
 
 namespace {
 
-/// A format string without conversions that comes out as `line`.
+/// A format string without conversions that prints `line`.
 std::string formatOf(const std::string &line) {
     std::string format;
     format.reserve(line.size());
@@ -18,9 +18,9 @@ std::string formatOf(const std::string &line) {
 
 } // namespace
 
-// The line is the format string, and there are no arguments: a conversion that a link brings along, "%s" or
-// "%n", would read or write what is none of its business. So each percent sign reaches the system's parser as
-// "%%", which is how a conversion that has no argument stands as it was written.
+// The line is the format string, and there are no arguments: a conversion in a link, such as "%s" or "%n",
+// would read or write foreign memory. So the system's parser receives each percent sign as "%%", and the
+// conversion is printed as written.
 void SystemLog::log(const std::string &format) {
     @autoreleasepool {
 #pragma clang diagnostic push

@@ -9,18 +9,18 @@
 
 namespace fernhop::macos {
 
-/// The notification with what it tells of applications, as the core knows it.
+/// The core's notification for one of the system, with its application.
 [[nodiscard]] Notification fromNSNotification(NSNotification *notification);
 
 /// A notification centre of the system.
 class SystemNotifications : public NotificationCenter {
   public:
-    /// The shared workspace's, whose observers are called through `activeApplicationDidChange:`.
+    /// The centre of the shared workspace, whose observers are called through `activeApplicationDidChange:`.
     [[nodiscard]] static SystemNotifications ofWorkspace();
-    /// The distributed one, whose observers are called through `systemAppearanceDidChange`.
+    /// The distributed centre, whose observers are called through `systemAppearanceDidChange`.
     [[nodiscard]] static SystemNotifications distributed();
 
-    /// The centre forgets the observers.
+    /// Removes the observers from the centre.
     ~SystemNotifications() override;
     SystemNotifications(const SystemNotifications &) = delete;
     SystemNotifications &operator=(const SystemNotifications &) = delete;

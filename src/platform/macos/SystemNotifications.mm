@@ -3,7 +3,7 @@
 #include "platform/macos/Conversions.h"
 #include "platform/macos/SystemRunningApplication.h"
 
-/// Takes notifications for an observer of the core.
+/// Receives notifications for an observer of the core.
 @interface FernhopObserver : NSObject {
     std::function<void(const fernhop::Notification &)> _observer;
 }
@@ -35,7 +35,7 @@ namespace fernhop::macos {
 
 namespace {
 
-/// The system's own constant where it has one: its text is nobody's business.
+/// The system's own constant if it has one, since its text is unspecified.
 NSString *systemName(std::string_view name) {
     return name == didActivateApplicationNotification ? NSWorkspaceDidActivateApplicationNotification
                                                       : toNSString(name);

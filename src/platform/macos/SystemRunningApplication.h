@@ -8,7 +8,7 @@
 
 namespace fernhop::macos {
 
-/// A running application; it is kept, not its identifier, which is asked for each time.
+/// A running application, whose identifier is read at each call.
 class SystemRunningApplication : public RunningApplication {
   public:
     explicit SystemRunningApplication(NSRunningApplication *running) : application(running) {}

@@ -45,7 +45,7 @@ void SystemWorkspace::openUrls(const std::vector<Url> &urls, const Url &applicat
             withApplicationAtURL:toNSURL(applicationUrl)
                    configuration:options
                completionHandler:^(NSRunningApplication *application, NSError *error) {
-                 // On a queue of the system's choosing.
+                 // Called on a queue that the system chooses.
                  @autoreleasepool {
                      completion(runningApplication(application), openError(error));
                  }

@@ -8,10 +8,10 @@ namespace fernhop::text {
 
 namespace {
 
-/// The bytes 0x80 to 0xFF stand at the end of the last private use area, before its noncharacters.
+/// The bytes 0x80 to 0xFF are mapped to the end of the last private use area, before its noncharacters.
 constexpr char32_t firstByte = 0x10FE80;
 constexpr char32_t lastByte = 0x10FEFF;
-/// What `toUtf8` takes for the byte 0x80.
+/// The lone surrogate that represents the byte 0x80 in `toUtf8`.
 constexpr char32_t firstLoneSurrogate = 0xDC80;
 constexpr char32_t lastLoneSurrogate = 0xDCFF;
 
@@ -62,7 +62,7 @@ NSUInteger ExactString::indexOfByte(std::size_t byte) const {
 std::string exactText(NSString *string) {
     std::u16string units([string length], u'\0');
     [string getCharacters:reinterpret_cast<unichar *>(units.data()) range:NSMakeRange(0, units.size())];
-    // The area of the bytes lies behind one high surrogate.
+    // All these characters have the same high surrogate.
     constexpr char16_t high = 0xD800 + ((firstByte - 0x10000) >> 10);
     std::u16string result;
     result.reserve(units.size());

@@ -11,7 +11,7 @@ NSRange allOf(const ExactString &string) {
     return NSMakeRange(0, string.length());
 }
 
-/// The system's locale of this name, of which an encoding ("de_DE.UTF-8") is no part.
+/// The system's locale with this name, without an encoding ("de_DE.UTF-8").
 NSLocale *systemLocale(const Locale &locale) {
     const std::string name = locale.name.substr(0, locale.name.find('.'));
     return [[[NSLocale alloc] initWithLocaleIdentifier:ExactString(name).get()] autorelease];

@@ -24,8 +24,8 @@ bool isHexadecimal(char character) {
     return ascii::isDigit(character) || (small >= 'a' && small <= 'f');
 }
 
-/// "v", hexadecimal digits, a dot and an address: the form kept for what comes after version 6. What the
-/// address may hold has been seen to by the encoding, which leaves no escapes here.
+/// Whether the text is "v", hexadecimal digits, a dot and an address: the form reserved for addresses after
+/// version 6. The encoding has already checked the characters of the address, and leaves no escapes here.
 bool isFutureAddress(std::string_view literal) {
     const auto dot = literal.find('.');
     return ascii::lowercased(literal.front()) == 'v' && dot != std::string_view::npos && dot > 1 &&
@@ -39,7 +39,7 @@ bool isAddressLiteral(std::string_view literal) {
            (isFutureAddress(literal) || inet_pton(AF_INET6, std::string(literal).c_str(), &address) == 1);
 }
 
-/// Whether host and port, of which every character is one that a URL allows, are well formed.
+/// Whether host and port, which contain only characters allowed in URLs, are well formed.
 bool isHostWithPort(std::string_view host) {
     if (host.starts_with('[')) {
         const auto closing = host.find(']');
@@ -64,9 +64,8 @@ bool isWellFormed(const UrlComponents &components) {
 
 } // namespace
 
-// Systems differ in what `URLWithString:` does with a text that is no URI: newer ones encode it, older ones
-// refuse. So it is given none: the text is encoded first, and what is valid without ado stays as it is by
-// that.
+// Newer systems encode a text that is not a URI in `URLWithString:`, older ones refuse it. So the text is
+// always encoded first, which does not change a valid URI.
 std::optional<Url> Url::parse(std::string_view text) {
     const UrlComponents delivered = urlComponents(text);
     if (delivered.scheme.empty())

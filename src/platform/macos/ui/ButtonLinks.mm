@@ -55,7 +55,7 @@ class PopUpLink : public ViewLink {
             return;
         NSPopUpButton *button = shown.get();
         [button removeAllItems];
-        // The pop-up's own way to add an item would drop a former one of the same title.
+        // `addItemWithTitle:` would remove an earlier item with the same title.
         for (const ui::MenuItem &item : popUp.items())
             [[button menu] addItem:toNSMenuItem(item, target)];
         const auto selected = popUp.selectedIndex();
@@ -76,7 +76,7 @@ class PopUpLink : public ViewLink {
     ui::PopUpButton &popUp;
     const Reference<FernhopPopUpButton> shown;
     const ActionTarget &target;
-    bool isTaking = false; ///< the user chose: the items stay as they are
+    bool isTaking = false; ///< applying the user's choice: the items must not be replaced
 };
 
 } // namespace

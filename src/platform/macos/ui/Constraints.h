@@ -8,10 +8,10 @@
 
 namespace fernhop::macos {
 
-/// By the views of the core, what shows them.
+/// Maps each view of the core to the view that shows it.
 using ShownViews = std::unordered_map<const ui::View *, NSView *>;
 
-/// The same constraint between what shows its views, which must be among `shown`; not active yet,
+/// The constraint between the views that show its views, which must be in `shown`; not active yet,
 /// autoreleased.
 [[nodiscard]] NSLayoutConstraint *toNSLayoutConstraint(const ui::Constraint &constraint,
                                                        const ShownViews &shown);

@@ -6,7 +6,7 @@
 
 namespace fernhop::macos {
 
-/// An image of this size that draws the paths each time it shows, at the screen's own density; autoreleased.
+/// An image of this size that draws the paths whenever it is shown, at the screen's resolution; autoreleased.
 [[nodiscard]] NSImage *imageOfDrawing(const ui::Drawing &drawing, NSSize size);
 
 } // namespace fernhop::macos

@@ -44,7 +44,7 @@ void draw(const ui::Path &path, NSPoint origin) {
 } // namespace
 
 NSImage *imageOfDrawing(const ui::Drawing &drawing, NSSize size) {
-    const ui::Drawing paths = drawing; // the handler keeps a copy of its own: it runs long after this call
+    const ui::Drawing paths = drawing; // a copy for the handler, which runs long after this call
     return [NSImage imageWithSize:size
                           flipped:NO
                    drawingHandler:^BOOL(NSRect rectangle) {

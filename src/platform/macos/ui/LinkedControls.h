@@ -4,9 +4,9 @@
 
 #import <AppKit/AppKit.h>
 
-/// What is linked knows its link, so that the core's view is found when it sends an action.
+/// A linked view knows its link, by which the core's view is found when it sends an action.
 @interface NSView (FernhopLinked)
-/// Not owned; null before the link is made, once it is gone, and for everything but the classes below.
+/// Not owned. Null before the link is made, after it is destroyed, and for all classes except those below.
 - (fernhop::macos::ViewLink *)fernhopLink;
 - (void)setFernhopLink:(fernhop::macos::ViewLink *)link;
 @end
@@ -41,14 +41,14 @@
 @property fernhop::macos::ViewLink *fernhopLink;
 @end
 
-/// Has its link show its layer again when the appearance changes.
+/// Makes its link update its layer when the appearance changes.
 @interface FernhopLayerView : NSView {
     fernhop::macos::ViewLink *fernhopLink;
 }
 @property fernhop::macos::ViewLink *fernhopLink;
 @end
 
-/// Has its link show its layer again when the appearance changes.
+/// Makes its link update its layer when the appearance changes.
 @interface FernhopScrollView : NSScrollView {
     fernhop::macos::ViewLink *fernhopLink;
 }

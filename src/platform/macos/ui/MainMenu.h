@@ -4,8 +4,8 @@
 
 namespace fernhop::macos {
 
-/// The menu of an application that shows none: by its items the keys for cutting, copying and pasting reach
-/// the fields of the dialogs, which know no such keys themselves; autoreleased.
+/// The main menu, which is not visible: its items provide the keys for cutting, copying and pasting in the
+/// dialogs' fields; autoreleased.
 [[nodiscard]] NSMenu *makeMainMenu();
 
 } // namespace fernhop::macos

@@ -4,7 +4,7 @@ namespace fernhop::macos {
 
 namespace {
 
-/// An item that whoever has the keyboard answers.
+/// An item for the first responder.
 void add(NSMenu *menu, NSString *title, SEL action, NSString *key) {
     [menu addItem:[[[NSMenuItem alloc] initWithTitle:title action:action keyEquivalent:key] autorelease]];
 }

@@ -7,13 +7,13 @@
 
 namespace fernhop::macos {
 
-/// The selector of this name; null for an empty one.
+/// The selector with this name; null for an empty name.
 [[nodiscard]] SEL toSelector(ui::Selector selector);
 
-/// A new item with all it shows and carries, its submenu included; autoreleased.
+/// A new item with all its attributes, represented object and submenu; autoreleased.
 [[nodiscard]] NSMenuItem *toNSMenuItem(const ui::MenuItem &item, const ActionTarget &target);
 
-/// A new menu, whose items are enabled in the system's own manner; autoreleased.
+/// A new menu, whose items the system enables automatically; autoreleased.
 [[nodiscard]] NSMenu *toNSMenu(const ui::Menu &menu, const ActionTarget &target);
 
 } // namespace fernhop::macos

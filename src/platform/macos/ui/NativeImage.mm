@@ -14,7 +14,7 @@ NSSize square(double side) {
     return NSMakeSize(side, side);
 }
 
-/// Makes an image of each kind of source; autoreleased, nil when it is not there.
+/// Makes an image from each kind of source; autoreleased, nil when it does not exist.
 struct MakeImage {
     const ui::Image &description;
 
@@ -28,7 +28,7 @@ struct MakeImage {
         return [[NSWorkspace sharedWorkspace] iconForFile:toNSString(icon.path)];
     }
     NSImage *operator()(const ui::SystemSymbol &symbol) const {
-        // A symbol is a template by itself.
+        // A symbol is always a template.
         return [NSImage imageWithSystemSymbolName:toNSString(symbol.name) accessibilityDescription:nil];
     }
     NSImage *operator()(const ui::Drawing &drawing) const {

@@ -2,8 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
-/// The view of a table's row. It has what keeps its parts in step with the core's view for as long as it
-/// lives, which the table decides.
+/// The view of a table's row. It owns the links between its parts and the core's view, since the table
+/// decides when it is released.
 @interface FernhopRowView : NSTableCellView {
     fernhop::macos::ViewTree *tree;
 }

@@ -65,7 +65,7 @@ std::shared_ptr<const Object> objectForSender(id sender, const ActionTarget &tar
         }
     if ([sender isKindOfClass:[NSMenuItem class]])
         return std::make_shared<ui::MenuItem>(copyOf(static_cast<NSMenuItem *>(sender), target));
-    if ([sender isKindOfClass:[NSPopUpButton class]]) // a button too: it comes first
+    if ([sender isKindOfClass:[NSPopUpButton class]]) // also an NSButton, so it is tested first
         return copyOf(static_cast<NSPopUpButton *>(sender), target);
     if ([sender isKindOfClass:[NSButton class]])
         return copyOf(static_cast<NSButton *>(sender));

@@ -8,13 +8,13 @@
 
 namespace fernhop::macos {
 
-/// The system's colour of this role, which follows the appearance in which it is drawn; autoreleased.
+/// The system's colour for this role, which follows the appearance in which it is drawn; autoreleased.
 [[nodiscard]] NSColor *toNSColor(const ui::Color &color);
 
 /// The system's font; autoreleased.
 [[nodiscard]] NSFont *toNSFont(const ui::Font &font);
 
-/// Gives `view` a layer that is painted so, in the colours of the view's appearance at this moment.
+/// Gives `view` this layer, in the colours of the view's current appearance.
 void paintLayer(NSView *view, const ui::Layer &layer);
 
 } // namespace fernhop::macos

@@ -56,7 +56,7 @@ NSFont *toNSFont(const ui::Font &font) {
 void paintLayer(NSView *view, const ui::Layer &layer) {
     [view setWantsLayer:YES];
     const ui::Layer *description = &layer;
-    // A layer's colours are fixed ones: those of the appearance that is current when they are asked for.
+    // A layer's colours are fixed: those of the current appearance when they are requested.
     [[view effectiveAppearance] performAsCurrentDrawingAppearance:^{
       CALayer *painted = [view layer];
       [painted setBackgroundColor:layerColor(description->backgroundColor)];

@@ -8,10 +8,10 @@
 
 namespace fernhop::macos {
 
-/// The system's own alerts. While one is open everything else goes on in its modal loop.
+/// The system's alerts. While one is open, its modal loop handles all other events.
 class SystemAlerts : public ui::AlertPresenter {
   public:
-    /// `actionTarget` receives the actions of the alerts' controls and outlives this object.
+    /// `actionTarget` receives the actions of the alerts' controls and must outlive this object.
     explicit SystemAlerts(const ActionTarget &actionTarget) : target(actionTarget) {}
 
     [[nodiscard]] bool bringToFront() override;

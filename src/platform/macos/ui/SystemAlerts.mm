@@ -9,8 +9,8 @@ namespace fernhop::macos {
 
 namespace {
 
-/// The application has no Dock icon: choosing from its menu does not make it the active one, and the keyboard
-/// would stay with another.
+/// Activates the application. It has no Dock icon, so choosing from its menu does not, and another
+/// application would keep the keyboard.
 void activate() {
     [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
 }
@@ -22,7 +22,7 @@ NSAlert *makeAlert(const ui::Alert &alert) {
     [shown setAlertStyle:NSAlertStyleInformational];
     for (const std::string &title : alert.buttons)
         [shown addButtonWithTitle:toNSString(title)];
-    // The system knows the button for Escape by its English title alone.
+    // The system assigns Escape only to a button with an English title.
     if (alert.buttons.size() > 1)
         [[[shown buttons] lastObject] setKeyEquivalent:@"\033"];
     return shown;
@@ -40,7 +40,7 @@ bool SystemAlerts::bringToFront() {
 
 int SystemAlerts::runModal(const ui::Alert &alert) {
     NSInteger response;
-    @autoreleasepool { // so that the views are gone when this returns
+    @autoreleasepool { // so that the views are released when this returns
         ViewTree tree(target);
         NSAlert *shown = makeAlert(alert);
         if (alert.accessoryView) {

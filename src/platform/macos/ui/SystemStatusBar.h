@@ -7,10 +7,10 @@
 
 namespace fernhop::macos {
 
-/// The right end of the menu bar.
+/// The status items in the menu bar.
 class SystemStatusBar : public ui::StatusBar {
   public:
-    /// `actionTarget` receives the actions of the items' menus and outlives them.
+    /// `actionTarget` receives the actions of the items' menus and must outlive them.
     explicit SystemStatusBar(const ActionTarget &actionTarget) : target(actionTarget) {}
 
     [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double length) override;

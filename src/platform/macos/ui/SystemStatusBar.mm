@@ -15,7 +15,7 @@ NSAppearanceName nameOf(ui::AppearanceName name) {
     return name == ui::AppearanceName::darkAqua ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua;
 }
 
-/// How the bar looks around a status item's button, at each call anew.
+/// The appearance of the bar around a status item's button, read at each call.
 class ButtonAppearance : public ui::Appearance {
   public:
     explicit ButtonAppearance(Reference<NSStatusItem> statusItem) : item(std::move(statusItem)) {}
@@ -56,8 +56,8 @@ class SystemStatusItem : public ui::StatusItem {
     }
     void setImage(ui::ImageReference image) override { [button() setImage:toNSImage(image)]; }
     void setMenu(std::shared_ptr<const ui::Menu> menu) override {
-        // The menu takes the data that its items carry along, so it is replaced even by one that looks the
-        // same. An open menu stays on the screen as it is.
+        // The new items have new represented objects, so the menu is replaced even if it looks the same. An
+        // open menu stays on the screen unchanged.
         @autoreleasepool {
             [item.get() setMenu:menu ? toNSMenu(*menu, target) : nil];
         }
@@ -74,7 +74,7 @@ class SystemStatusItem : public ui::StatusItem {
 } // namespace
 
 std::unique_ptr<ui::StatusItem> SystemStatusBar::statusItemWithLength(double length) {
-    // The bar shows an item only as long as somebody else keeps it.
+    // The bar does not retain its items.
     return std::make_unique<SystemStatusItem>(
         Reference([[NSStatusBar systemStatusBar] statusItemWithLength:length]), target);
 }

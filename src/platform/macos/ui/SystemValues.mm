@@ -6,7 +6,7 @@
 
 #import <AppKit/AppKit.h>
 
-// The core's numbers are the system's own: they are handed over by a cast.
+// The core's values equal those of the system, so they are converted by a cast.
 namespace fernhop::macos {
 
 namespace {

@@ -11,7 +11,7 @@
 
 namespace fernhop::macos {
 
-/// Shows a table's rows and keeps the selection in step with it, both ways.
+/// Shows a table's rows and synchronises the selection in both directions.
 class TableLink : public ViewLink {
   public:
     /// `model` belongs to `view`; `actionTarget` outlives this object.
@@ -22,9 +22,9 @@ class TableLink : public ViewLink {
     void show() override;
     void take() override;
 
-    /// For the table on the screen: how many rows there are.
+    /// The number of rows, for the table on the screen.
     [[nodiscard]] NSInteger numberOfRows() const;
-    /// For the table on the screen: a new view for a row; autoreleased, nil for none.
+    /// A new view for a row, for the table on the screen; autoreleased, nil for none.
     [[nodiscard]] NSView *viewForRow(NSInteger row) const;
     /// The selection on the screen changed, by the user or by `show`.
     void selectionDidChange();
@@ -37,7 +37,7 @@ class TableLink : public ViewLink {
     const ActionTarget &target;
     const Reference<FernhopTableObserver> observer;
     unsigned shownReload;
-    bool isShowing = false; ///< the changes on the screen are the core's
+    bool isShowing = false; ///< the core, not the user, is changing the table
 };
 
 } // namespace fernhop::macos

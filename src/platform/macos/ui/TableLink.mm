@@ -6,7 +6,7 @@
 
 #include <utility>
 
-/// Answers the table's questions from its link.
+/// The table's data source and delegate, which forward to its link.
 @interface FernhopTableObserver : NSObject <NSTableViewDataSource, NSTableViewDelegate> {
     fernhop::macos::TableLink *link;
 }

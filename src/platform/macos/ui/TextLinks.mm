@@ -6,7 +6,7 @@
 #include "platform/macos/ui/Styles.h"
 #include "platform/ui/TextField.h"
 
-/// Tells a link what the user types.
+/// Reports the user's typing to a link.
 @interface FernhopTextObserver : NSObject <NSSearchFieldDelegate> {
     fernhop::macos::ViewLink *link;
 }
@@ -31,7 +31,7 @@ namespace fernhop::macos {
 
 namespace {
 
-/// Shows the core's text unless it shows already: it is being typed perhaps.
+/// Shows the core's text unless it is already shown, since the user may be typing it.
 void showText(NSTextField *shown, const ui::TextField &field) {
     NSString *text = toNSString(field.stringValue());
     if (![[shown stringValue] isEqualToString:text])
@@ -71,7 +71,7 @@ class FieldLink : public ViewLink {
 
     void show() override { showText(shown.get(), field); }
     void take() override {
-        // What shows may differ from the core's text where that is no valid text: it is then left as it is.
+        // The shown text differs from the core's if that is not valid UTF-8; the core's is kept then.
         NSString *text = [shown.get() stringValue];
         if (![text isEqualToString:toNSString(field.stringValue())])
             field.setStringValue(fromNSString(text));
@@ -87,7 +87,7 @@ NSTextField *makeField(const ui::TextField &field) {
     const auto *search = dynamic_cast<const ui::SearchField *>(&field);
     if (!search) {
         FernhopTextField *shown = [[[FernhopTextField alloc] initWithFrame:NSZeroRect] autorelease];
-        [[shown cell] setScrollable:YES]; // a long text would grow a second line that nobody sees
+        [[shown cell] setScrollable:YES]; // a long text would otherwise wrap into an invisible second line
         return shown;
     }
     FernhopSearchField *shown = [[[FernhopSearchField alloc] initWithFrame:NSZeroRect] autorelease];

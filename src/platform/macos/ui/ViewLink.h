@@ -7,10 +7,10 @@
 
 namespace fernhop::macos {
 
-/// Keeps what shows a view of the core in step with it, both ways, as long as it lives. Main thread only.
+/// Synchronises a view of the core and the view that shows it in both directions. Main thread only.
 class ViewLink {
   public:
-    /// From now on what the core changes in `linked` shows.
+    /// From now on, the core's changes of `linked` are shown.
     explicit ViewLink(std::shared_ptr<ui::View> linked) : view(std::move(linked)) {
         view->didChange = [this] { show(); };
     }
@@ -18,12 +18,12 @@ class ViewLink {
     ViewLink &operator=(const ViewLink &) = delete;
     virtual ~ViewLink() { view->didChange = nullptr; }
 
-    /// Shows what the core changed; what shows it already is left alone.
+    /// Shows the core's changes; attributes that are already shown are not set again.
     virtual void show() = 0;
-    /// Writes what the user did into the view; the core's own changes are left alone.
+    /// Writes the user's changes into the core's view, and not those of the core.
     virtual void take() = 0;
 
-    /// The view, as the sender of its actions.
+    /// The core's view, as the sender of its actions.
     [[nodiscard]] std::shared_ptr<const Object> object() const { return view; }
 
   private:

@@ -13,23 +13,23 @@
 
 namespace fernhop::macos {
 
-/// What shows the views of a tree. What the user does is written into them and their actions are sent; what
-/// the core changes shows. Once this object is gone, what it made sends nothing any more. Main thread only.
+/// Shows a tree of views: writes the user's changes into the core's views, sends their actions, and shows the
+/// core's changes. After its destruction, the views that it made send nothing. Main thread only.
 class ViewTree {
   public:
-    /// `actionTarget` outlives this object.
+    /// `actionTarget` must outlive this object.
     explicit ViewTree(const ActionTarget &actionTarget) : target(actionTarget) {}
 
-    /// What shows `view` and what is beneath it, with its constraints active; autoreleased.
+    /// A view that shows `view` and its subviews, with active constraints; autoreleased.
     NSView *show(const std::shared_ptr<ui::View> &view);
 
-    /// Has `shown` show a plain `view` and what is beneath it. It must outlive this object.
+    /// Makes `shown` show a plain `view` and its subviews. It must outlive this object.
     void showIn(NSView *shown, const std::shared_ptr<ui::View> &view);
 
-    /// Writes what the user did into all views, what sent no action yet included.
+    /// Writes the user's changes into all views, including those that have not sent an action yet.
     void take();
 
-    /// The first field that one types in; nil when there is none.
+    /// The first editable field; nil when there is none.
     [[nodiscard]] NSView *firstField() const { return field; }
 
   private:
@@ -43,9 +43,9 @@ class ViewTree {
 
     const ActionTarget &target;
     std::vector<std::unique_ptr<ViewLink>> links;
-    ShownViews shownViews; ///< kept alive by the tree on the screen
+    ShownViews shownViews; ///< retained by the view tree on the screen
     NSView *field = nil;
-    std::string lastLabel; ///< what is read last before a control, and so names it
+    std::string lastLabel; ///< the label before a control, which is its accessible name
 };
 
 } // namespace fernhop::macos

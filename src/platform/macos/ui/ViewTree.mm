@@ -56,7 +56,7 @@ NSView *ViewTree::show(const std::shared_ptr<ui::View> &view) {
 void ViewTree::showIn(NSView *shown, const std::shared_ptr<ui::View> &view) {
     shownViews[view.get()] = shown;
     setAttributes(shown, *view);
-    // A stack was made of its subviews, which are arranged beside being beneath it.
+    // A stack has been made with its subviews, which are its arranged subviews too.
     if (!dynamic_cast<const ui::StackView *>(view.get()))
         for (const auto &subview : view->subviews)
             [shown addSubview:show(subview)];
@@ -143,7 +143,7 @@ NSView *ViewTree::makePlain(const std::shared_ptr<ui::View> &view) {
 
 void ViewTree::name(NSView *control, const ui::View &view) const {
     if (dynamic_cast<const ui::Button *>(&view))
-        return; // it says its title
+        return; // its title is its name
     const auto *search = dynamic_cast<const ui::SearchField *>(&view);
     const std::string &label = search ? search->placeholder : lastLabel;
     if (!label.empty())
