@@ -21,7 +21,7 @@ using Texts = std::vector<std::string>;
 
 constexpr const char *own = "org.fernhop.Fernhop";
 
-/// The whole application on a Mac with two browsers and a mail program, from its start to its end.
+/// The whole application on a Mac with two browsers and a mail program, from launch to termination.
 class ApplicationTest : public testing::Test {
   protected:
     ApplicationTest() {
@@ -49,7 +49,7 @@ class ApplicationTest : public testing::Test {
         services().applications[id] = pathOf(id);
     }
 
-    /// Runs the application with this as its main loop.
+    /// Runs the application with this function as its main loop.
     void run(std::function<void()> loop = {}) {
         services().mainLoop = std::move(loop);
         EXPECT_EQ(runApplication(), 0);
@@ -64,7 +64,7 @@ class ApplicationTest : public testing::Test {
                                                              forKey:NSWorkspaceApplicationKey]];
     }
 
-    /// The links opened, each with the folder of its browser.
+    /// The opened links, each with the folder of its browser.
     static Texts opened() {
         Texts result;
         for (const auto &call : services().opened) {
@@ -79,7 +79,7 @@ class ApplicationTest : public testing::Test {
     static NSStatusItem *statusItem() { return macos_double::statusItems().at(0); }
     static std::string toolTip() { return fromNSString([[statusItem() button] toolTip]); }
 
-    /// The item of this title in the status menu or beneath; nil when there is none.
+    /// The item with this title in the status menu or its submenus; nil when there is none.
     static NSMenuItem *item(NSString *title, NSMenu *menu = [statusItem() menu]) {
         for (NSMenuItem *candidate in [menu itemArray]) {
             if ([[candidate title] isEqualToString:title])
@@ -90,7 +90,7 @@ class ApplicationTest : public testing::Test {
         return nil;
     }
 
-    /// The first object of this class that an item of the menu carries.
+    /// The first represented object of this class in the menu.
     static id carried(NSString *className, NSMenu *menu = [statusItem() menu]) {
         for (NSMenuItem *candidate in [menu itemArray]) {
             if ([NSStringFromClass([[candidate representedObject] class]) isEqualToString:className])
@@ -116,7 +116,7 @@ TEST_F(ApplicationTest, StartsInOrder) {
               (Texts{"setDelegate:", "run", "setActivationPolicy: 1", "finished launching"}));
 }
 
-TEST_F(ApplicationTest, RoutesTheLinksThatCameBeforeLaunchInTheirOrder) {
+TEST_F(ApplicationTest, RoutesTheLinksFromBeforeLaunchInOrder) {
     services().beforeLaunch = [&] {
         for (const auto *link : {"https://one/", "not a url", "https://two/%s%n", "https://three/"})
             EXPECT_TRUE(macos_double::deliverLink(link));
@@ -132,7 +132,7 @@ TEST_F(ApplicationTest, RoutesTheLinksThatCameBeforeLaunchInTheirOrder) {
     EXPECT_TRUE(services().logLines.empty());
 }
 
-TEST_F(ApplicationTest, HasABrowserOpenTheDocumentsThatItIsGiven) {
+TEST_F(ApplicationTest, OpensDocumentsInABrowser) {
     services().beforeLaunch = [&] {
         [delegate() application:NSApp openFiles:[NSArray arrayWithObjects:@"/a b.html", @"/ä.xhtml", nil]];
         EXPECT_TRUE(opened().empty());
@@ -161,7 +161,7 @@ TEST_F(ApplicationTest, KnowsTheApplicationThatALinkComesFrom) {
                                "https://mail/ in org.example.B.app"}));
 }
 
-TEST_F(ApplicationTest, DropsALinkThatNoBrowserTakesWithALineAndABeep) {
+TEST_F(ApplicationTest, LogsAndBeepsWhenNoBrowserCanOpenALink) {
     services().homePath = home.home() + "/none";
     run([&] { macos_double::deliverLink("https://a/%20%s"); });
     EXPECT_EQ(
@@ -179,7 +179,7 @@ TEST_F(ApplicationTest, LogsAndBeepsOnceWhenABrowserFails) {
     EXPECT_EQ(macos_double::recorder().beeps, 1);
 }
 
-TEST_F(ApplicationTest, DressesItsIconAgainWhenTheThemeChanges) {
+TEST_F(ApplicationTest, UpdatesItsIconWhenTheThemeChanges) {
     services().handlers["https"] = own;
     run([&] {
         EXPECT_EQ(toolTip(), "Fernhop - App Routing On");
@@ -191,7 +191,7 @@ TEST_F(ApplicationTest, DressesItsIconAgainWhenTheThemeChanges) {
     });
 }
 
-TEST_F(ApplicationTest, IsWorkedByItsMenu) {
+TEST_F(ApplicationTest, PerformsTheActionsOfItsMenu) {
     services().handlers = {{"http", "org.example.B"}, {"https", "org.example.B"}};
     run([&] {
         EXPECT_TRUE([item(@"Enable App Routing") userChooses]);
@@ -212,7 +212,7 @@ TEST_F(ApplicationTest, IsWorkedByItsMenu) {
     });
 }
 
-TEST_F(ApplicationTest, GivesTheDefaultRoleBackWhenItQuits) {
+TEST_F(ApplicationTest, RestoresTheDefaultBrowserWhenItQuits) {
     services().handlers = {{"http", own}, {"https", own}};
     [defaults() setBool:YES forKey:@"restoresDefaultBrowserOnQuit"];
     [defaults() setObject:@"org.example.B" forKey:@"routingFallbackBrowserID"];
@@ -225,7 +225,7 @@ TEST_F(ApplicationTest, GivesTheDefaultRoleBackWhenItQuits) {
     EXPECT_EQ(end, (Texts{"terminate: nil", "reply 1"}));
 }
 
-TEST_F(ApplicationTest, LeavesTheDefaultBrowserAloneOtherwise) {
+TEST_F(ApplicationTest, DoesNotChangeTheDefaultBrowserOtherwise) {
     services().handlers = {{"http", own}, {"https", own}};
     run([&] { [NSApp terminate:nil]; });
     EXPECT_TRUE(services().handlersSet.empty());
@@ -239,7 +239,7 @@ TEST_F(ApplicationTest, DoesNothingWhenItIsOpenedAgain) {
     });
 }
 
-TEST_F(ApplicationTest, AnswersEverySelectorOfTheController) {
+TEST_F(ApplicationTest, RespondsToEverySelectorOfTheController) {
     run([&] {
         for (NSString *selector in
              [@"init applicationDidFinishLaunching: applicationShouldHandleReopen:hasVisibleWindows: "
@@ -261,7 +261,7 @@ TEST_F(ApplicationTest, AnswersEverySelectorOfTheController) {
     });
 }
 
-TEST_F(ApplicationTest, GivesTheFieldsOfItsDialogsTheKeysForCopyingAndPasting) {
+TEST_F(ApplicationTest, ProvidesKeysForCopyingAndPastingInDialogs) {
     std::string keys;
     run([&] {
         for (NSMenuItem *command in [[[[NSApp mainMenu] itemArray] objectAtIndex:0] submenu].itemArray) {
@@ -273,11 +273,11 @@ TEST_F(ApplicationTest, GivesTheFieldsOfItsDialogsTheKeysForCopyingAndPasting) {
     EXPECT_EQ(keys, "cut:x copy:c paste:v selectAll:a ");
 }
 
-TEST_F(ApplicationTest, LeavesItToTheSystemWhichItemsAreEnabled) {
+TEST_F(ApplicationTest, LetsTheSystemEnableItems) {
     run([&] { EXPECT_FALSE([delegate() respondsToSelector:NSSelectorFromString(@"validateMenuItem:")]); });
 }
 
-TEST_F(ApplicationTest, TakesWhatTheSystemSendsToItsDelegate) {
+TEST_F(ApplicationTest, HandlesMessagesOfTheSystemToItsDelegate) {
     [defaults() setObject:[NSDictionary dictionaryWithObject:@"org.example.B" forKey:@"org.example.Mail"]
                    forKey:@"appRules"];
     run([&] {

@@ -20,7 +20,7 @@ class Conversions : public testing::Test {
     ~Conversions() override { [pool release]; }
 };
 
-TEST_F(Conversions, KeepTextAsItIs) {
+TEST_F(Conversions, KeepText) {
     for (const auto text : {""sv, "docs"sv, "größe 链接 🍃"sv, "a\0b"sv, "\uFEFFmark"sv, "e\u0301"sv})
         EXPECT_EQ(thereAndBack(text), text);
     EXPECT_EQ([toNSString("🍃") length], 2U);
@@ -33,7 +33,7 @@ TEST_F(Conversions, ReplaceEachInvalidByte) {
     EXPECT_EQ(fromNSString(lone), "a\uFFFDb\uFFFD");
 }
 
-TEST_F(Conversions, TellTextFromOtherObjects) {
+TEST_F(Conversions, DistinguishTextFromOtherObjects) {
     EXPECT_EQ(textOf(@"text"), "text");
     EXPECT_EQ(textOf(@""), "");
     EXPECT_EQ(textOf(nil), std::nullopt);
@@ -73,7 +73,7 @@ TEST_F(Conversions, KeepEveryPropertyValue) {
         EXPECT_EQ(thereAndBack(value), value);
 }
 
-TEST_F(Conversions, LeaveOutWhatNoPropertyListHolds) {
+TEST_F(Conversions, OmitValuesThatPropertyListsCannotContain) {
     EXPECT_EQ(fromPropertyList(nil), std::nullopt);
     EXPECT_EQ(fromPropertyList([NSNull null]), std::nullopt);
     EXPECT_EQ(fromPropertyList([NSArray arrayWithObjects:[NSNull null], @"kept", nil]),

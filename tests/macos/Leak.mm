@@ -1,4 +1,4 @@
-// Forgets an object of a class of ours where told to; LeakTest runs it.
+// Leaks an object of one of our classes on request; LeakTest runs it.
 
 #include "platform/macos/Reference.h"
 

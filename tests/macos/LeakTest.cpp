@@ -11,7 +11,7 @@ namespace {
 
 constexpr int exitStatusOfLeaks = 1;
 
-/// The exit status of a program that makes an object of ours, and what it said.
+/// The exit status and output of a program that makes one of our objects.
 std::pair<int, std::string> run(const std::vector<std::string> &arguments) {
     const support::TemporaryHome home;
     const std::string output = home.root() + "/output";
@@ -23,13 +23,13 @@ std::pair<int, std::string> run(const std::vector<std::string> &arguments) {
     return {status, {std::istreambuf_iterator<char>(file), {}}};
 }
 
-TEST(Leaks, OfOurObjectsAreSeen) {
+TEST(Leaks, OfOurObjectsAreDetected) {
     const auto [status, said] = run({"forget"});
     EXPECT_EQ(status, exitStatusOfLeaks) << said;
     EXPECT_NE(said.find("LeakSanitizer: detected memory leaks"), std::string::npos) << said;
 }
 
-TEST(Leaks, WhatTheSystemKeepsIsNone) {
+TEST(Leaks, ObjectsThatTheSystemKeepsAreNotReported) {
     const auto [status, said] = run({});
     EXPECT_EQ(status, 0) << said;
 }

@@ -30,7 +30,7 @@ TEST_F(Selections, AreObjectsOfTheirRegisteredClasses) {
     EXPECT_EQ(fromNSString([urlRule browserBundleID]), "org.example.B");
 }
 
-TEST_F(Selections, ComeBackAsTheyWent) {
+TEST_F(Selections, SurviveConversion) {
     const auto rule = objectIn<RuleSelection>(
         valueOfAttachment(attachmentFor(std::make_shared<const RuleSelection>("größe", "链接"))));
     ASSERT_TRUE(rule);
@@ -48,7 +48,7 @@ TEST_F(Selections, TextsAreStrings) {
     EXPECT_EQ(valueOfAttachment(@"text"), ui::RepresentedObject(std::string("text")));
 }
 
-TEST_F(Selections, NothingElseIsCarried) {
+TEST_F(Selections, OtherObjectsAreNotConverted) {
     EXPECT_FALSE(attachmentFor(ui::RepresentedObject()));
     EXPECT_FALSE(attachmentFor(std::shared_ptr<const Object>()));
     EXPECT_FALSE(attachmentFor(std::make_shared<const ui::MenuItem>()));
@@ -56,7 +56,7 @@ TEST_F(Selections, NothingElseIsCarried) {
     EXPECT_EQ(valueOfAttachment([NSNumber numberWithInt:1]), ui::RepresentedObject());
 }
 
-TEST_F(Selections, OfNothingEndTheProcess) {
+TEST_F(Selections, WithoutValuesEndTheProcess) {
     EXPECT_DEATH((void)[[FernhopRuleSelection alloc] init],
                  "unimplemented initializer 'init\\(\\)' for class 'Fernhop.RuleSelection'");
     EXPECT_DEATH((void)[[FernhopURLRuleSelection alloc] init],

@@ -28,7 +28,7 @@ class ServicesTest : public testing::Test {
 
 using Links = ServicesTest;
 
-TEST_F(Links, ComeAsGetURLEventsWithTheirText) {
+TEST_F(Links, ArriveAsGetURLEventsWithTheirText) {
     AppleEventLinks links;
     std::vector<std::string> delivered;
     links.setEventHandler(
@@ -47,7 +47,7 @@ TEST_F(Links, ComeAsGetURLEventsWithTheirText) {
               (std::vector<std::string>{"https://docs.example/%F0?a=%s 链接", "no object", "no text"}));
 }
 
-TEST_F(Links, AreNoLongerHandledAfterTheirEnd) {
+TEST_F(Links, AreNotHandledAfterTheirEnd) {
     {
         AppleEventLinks links;
         links.setEventHandler([](const auto &, auto &) {}, getUrlEventCode, getUrlEventCode);
@@ -66,7 +66,7 @@ class NotificationsTest : public ServicesTest {
     }
 };
 
-TEST_F(NotificationsTest, CarryTheApplicationThatCameToTheFront) {
+TEST_F(NotificationsTest, ContainTheActivatedApplication) {
     auto centre = SystemNotifications::ofWorkspace();
     std::vector<Notification> seen;
     centre.addObserver(didActivateApplicationNotification,
@@ -99,7 +99,7 @@ TEST_F(NotificationsTest, OfTheThemeComeFromTheDistributedCentre) {
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(NotificationsTest, ReachNobodyAfterTheEndOfTheObserver) {
+TEST_F(NotificationsTest, AreNotDeliveredAfterTheObserversEnd) {
     int seen = 0;
     {
         auto centre = SystemNotifications::ofWorkspace();
@@ -111,7 +111,7 @@ TEST_F(NotificationsTest, ReachNobodyAfterTheEndOfTheObserver) {
 
 using WorkspaceCalls = ServicesTest;
 
-TEST_F(WorkspaceCalls, BringTheApplicationToTheFrontWhenAsked) {
+TEST_F(WorkspaceCalls, ActivateTheApplicationOnRequest) {
     SystemWorkspace workspace;
     const Url application = Url::fileUrl("/Applications/A.app");
     for (const bool activates : {true, false})
@@ -121,7 +121,7 @@ TEST_F(WorkspaceCalls, BringTheApplicationToTheFrontWhenAsked) {
     EXPECT_EQ(services().opened, (std::vector{call, {call.urls, call.applicationUrl, false}}));
 }
 
-TEST_F(WorkspaceCalls, TellTheOutcomeOnAnotherThread) {
+TEST_F(WorkspaceCalls, ReportTheOutcomeOnAnotherThread) {
     SystemWorkspace workspace;
     services().openError = "Es ging nicht.";
     std::optional<std::string> reason;
@@ -136,7 +136,7 @@ TEST_F(WorkspaceCalls, TellTheOutcomeOnAnotherThread) {
     EXPECT_NE(thread, std::this_thread::get_id());
 }
 
-TEST_F(WorkspaceCalls, OpenALinkWithWhateverTheSystemHas) {
+TEST_F(WorkspaceCalls, OpenALinkWithTheSystemsHandler) {
     SystemWorkspace workspace;
     EXPECT_TRUE(workspace.openUrl(*Url::parse("mailto:someone@docs.example")));
     EXPECT_EQ(services().openedByDefault, (std::vector<std::string>{"mailto:someone@docs.example"}));
@@ -144,14 +144,14 @@ TEST_F(WorkspaceCalls, OpenALinkWithWhateverTheSystemHas) {
     EXPECT_FALSE(workspace.openUrl(*Url::parse("mailto:someone@docs.example")));
 }
 
-TEST_F(WorkspaceCalls, AnApplicationInFrontMayHaveNoIdentifier) {
+TEST_F(WorkspaceCalls, TheFrontmostApplicationMayHaveNoIdentifier) {
     services().frontmost.emplace(std::nullopt);
     const auto application = SystemWorkspace().frontmostApplication();
     ASSERT_TRUE(application);
     EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
 }
 
-TEST_F(WorkspaceCalls, AnIconIsLoadedOnceHoweverOftenItShows) {
+TEST_F(WorkspaceCalls, AnIconIsLoadedOnce) {
     const auto icon = SystemWorkspace().iconForFile("/Applications/A.app", 16);
     EXPECT_EQ(*icon, ui::Image(ui::ApplicationIcon{"/Applications/A.app"}, 16, false));
     EXPECT_EQ(toNSImage(icon), toNSImage(icon));
@@ -161,14 +161,14 @@ TEST_F(WorkspaceCalls, AnIconIsLoadedOnceHoweverOftenItShows) {
 
 using LogTest = ServicesTest;
 
-TEST_F(LogTest, GivesTheLineAsTheFormatStringAndReadsNoArgument) {
+TEST_F(LogTest, PassesTheLineAsTheFormatStringAndReadsNoArgument) {
     SystemLog().log("Fernhop: https://a/%20%s%n%@%d%1$s%%25%");
     ASSERT_EQ(services().logLines.size(), 1U);
     EXPECT_EQ(services().logLines[0], "Fernhop: https://a/%20%s%n%@%d%1$s%25%");
     EXPECT_EQ(services().logFormats[0], "Fernhop: https://a/%%20%%s%%n%%@%%d%%1$s%%25%%");
 }
 
-TEST_F(LogTest, HoldsNoRawControlCharacters) {
+TEST_F(LogTest, ContainsNoRawControlCharacters) {
     SystemLog().log("a\nb\x1B[31m\xFF");
     EXPECT_EQ(services().logLines, (std::vector<std::string>{"a\\u000Ab\\u001B[31m\\xFF"}));
 }
@@ -182,7 +182,7 @@ TEST_F(MainBundle, HasNeitherIdentifierNorResourcesOutsideOfABundle) {
 
 using ApplicationObject = ServicesTest;
 
-TEST_F(ApplicationObject, TakesThePolicyAndTheEnd) {
+TEST_F(ApplicationObject, SetsThePolicyAndTerminates) {
     SystemApplication application;
     application.setActivationPolicy(ActivationPolicy::accessory);
     application.terminate();

@@ -6,10 +6,10 @@
 
 namespace fernhop::macos_double {
 
-/// Delivers an event as the system does; false when nobody handles events of its kind.
+/// Delivers an event like the system; false when it has no handler.
 bool deliverAppleEvent(AEEventClass eventClass, AEEventID eventID, NSAppleEventDescriptor *event);
 
-/// Delivers a GetURL event with this text; false when nobody handles such events.
+/// Delivers a GetURL event with this text; false when it has no handler.
 bool deliverLink(const std::string &link);
 
 } // namespace fernhop::macos_double

@@ -11,15 +11,15 @@
 #include <string>
 #include <vector>
 
-/// A colour as it came out under the appearance that was current.
+/// A colour as resolved for the current appearance.
 struct CGColor {
     std::string description; ///< "controlAccent 0.12 in NSAppearanceNameAqua"
 };
 
-/// What tests ask of the double beyond the interface of the system's classes, and what they set in it.
+/// The state of the double that tests read and set beyond the interface of the system's classes.
 namespace fernhop::macos_double {
 
-/// The objects alive now, by their classes; objects of the double's own keeping are not counted.
+/// The living objects by class, without those that the double itself keeps.
 [[nodiscard]] const std::map<std::string, long> &liveObjects();
 
 /// "role alpha", "nil" for nil.
@@ -28,25 +28,25 @@ namespace fernhop::macos_double {
 [[nodiscard]] std::string describe(CGColorRef color);
 /// "size weight".
 [[nodiscard]] std::string describe(NSFont *font);
-/// What an image is made of: "symbol NAME", "file PATH", "icon PATH" or "drawing"; "nil" for nil.
+/// The source of an image: "symbol NAME", "file PATH", "icon PATH" or "drawing"; "nil" for nil.
 [[nodiscard]] std::string originOf(NSImage *image);
-/// An image of this origin; autoreleased.
+/// An image with this source; autoreleased.
 [[nodiscard]] NSImage *imageOfOrigin(NSString *origin);
 
-/// What an image's drawing handler did.
+/// The steps of an image's drawing handler.
 struct Drawn {
     bool answer;
     std::vector<std::string> steps; ///< "set white 1", "stroke 1.8 cap 1: move 4 9.6, line 1 2, close"
 };
 [[nodiscard]] Drawn draw(NSImage *image);
 
-/// Makes the whole system look so, and tells the views of the open alert.
+/// Sets the appearance of the whole system and notifies the views of the open alert.
 void setSystemAppearance(NSAppearanceName name);
 
-/// The status items on the bar, in the order of their making.
+/// The status items in the bar, in the order of their creation.
 [[nodiscard]] std::vector<NSStatusItem *> statusItems();
 
-/// Answers alerts: works on the open one and returns the response.
+/// Operates the open alert and returns the response.
 using User = std::function<NSModalResponse(NSAlert *alert)>;
 void setUser(User user);
 

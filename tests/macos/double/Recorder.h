@@ -4,18 +4,18 @@
 
 namespace fernhop::macos_double {
 
-/// What the double was asked to do, open to tests; everything begins anew with `reset`.
+/// Records the calls of the double; `reset` clears it.
 struct Recorder {
     int beeps = 0;
-    int activations = 0; ///< of the application over the others
+    int activations = 0; ///< of the application
     int iconsAsked = 0;  ///< of the workspace
     Services services;
 };
 
-/// The one recorder of this process.
+/// The recorder of this process.
 [[nodiscard]] Recorder &recorder();
 
-/// Makes the recorder, the user defaults and the notification centres as they were at the start.
+/// Resets the recorder, the user defaults and the notification centres.
 void reset();
 
 } // namespace fernhop::macos_double

@@ -1,5 +1,5 @@
-// What the sanitizers must know in every program that stands on the double. Leaks of ours are found; what
-// GNUstep and its runtime take once and keep until the process ends is not one of them.
+// Settings of the sanitizers for every program that uses the double. Our leaks are reported; memory that
+// GNUstep and its runtime allocate once and keep until the process ends is not.
 
 #import <Foundation/Foundation.h>
 #include <objc/message.h>
@@ -16,8 +16,8 @@ const char *__lsan_default_suppressions() {
 
 namespace {
 
-/// Sends a message without arguments. The messages that are written in this file cannot be sent while the
-/// program is being loaded.
+/// Sends a message without arguments. Message expressions in this file cannot be used while the program is
+/// being loaded.
 id send(id receiver, const char *message) {
     const SEL selector = sel_registerName(message);
     return objc_msg_lookup(receiver, selector)(receiver, selector);
@@ -27,7 +27,7 @@ id classNamed(const char *name) {
     return reinterpret_cast<id>(objc_getClass(name));
 }
 
-/// Has classes make what they keep, while nobody counts.
+/// Makes classes allocate their permanent objects while leaks are not counted.
 [[maybe_unused]] const bool startedUp = [] {
     const __lsan::ScopedDisabler notCounted;
     const id pool = send(classNamed("NSAutoreleasePool"), "new");

@@ -18,26 +18,26 @@ struct OpenCall {
     bool operator==(const OpenCall &) const = default;
 };
 
-/// A Mac's services as a test sets them up and finds them afterwards.
+/// The state of a Mac's services, which tests set and read.
 struct Services {
     std::map<std::string, std::string> applications; ///< paths of bundles by their identifiers
-    /// The identifier of the application in front, which may have none; nothing when none is in front.
+    /// The identifier of the frontmost application, which may have none; nothing when there is none.
     std::optional<std::optional<std::string>> frontmost;
     std::vector<OpenCall> opened;
-    std::vector<std::string> openedByDefault; ///< URLs that were opened without naming an application
+    std::vector<std::string> openedByDefault; ///< URLs that were opened without an application
     std::optional<std::string> openError;     ///< what opening fails with, in the user's language
 
     std::map<std::string, std::string> handlers;                  ///< bundle identifiers by URL schemes
     std::vector<std::pair<std::string, std::string>> handlersSet; ///< scheme and identifier of each call
-    int handlerStatus = 0; ///< what setting a handler answers; all but 0 refuse
+    int handlerStatus = 0; ///< the result of setting a handler; all but 0 are errors
 
-    std::string mainBundlePath; ///< of the running application's bundle; empty when it runs outside of one
+    std::string mainBundlePath; ///< the path of Fernhop's own bundle; empty when it is not running from one
     std::string homePath = "/Users/someone";
 
-    std::vector<std::string> logFormats; ///< as they were given
+    std::vector<std::string> logFormats; ///< as received
     std::vector<std::string> logLines;   ///< as they came out
 
-    std::vector<std::string> lifecycle; ///< what the application object was told, in order
+    std::vector<std::string> lifecycle; ///< the calls of the application object, in order
     /// Runs when the main loop begins, before launching has finished.
     std::function<void()> beforeLaunch;
     /// Runs as the main loop, between the end of launching and the application's end.

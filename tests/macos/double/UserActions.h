@@ -5,13 +5,13 @@
 #import <AppKit/NSTableView.h>
 #import <AppKit/NSTextField.h>
 
-/// What a user does, with what the system does at it. Each answers whether an action was sent.
+/// Actions of a user, with the reaction of the system. Each returns whether an action was sent.
 @interface NSControl (UserActions)
 - (BOOL)userClicks;
 @end
 
 @interface NSTextField (UserActions)
-/// Replaces the text as by typing; a search field that sends immediately fires.
+/// Replaces the text as by typing; a search field that sends immediately sends its action.
 - (BOOL)userTypes:(NSString *)text;
 @end
 

@@ -5,8 +5,8 @@
 
 namespace fernhop::macos {
 
-/// Alerts open in the system, where the user in memory finds them. What is in memory outlives the bridge, as
-/// does the target of the controls' actions.
+/// Opens the alerts in the system, where the fake's user operates them. The fake and the target of the
+/// controls' actions must outlive the bridge.
 class AlertBridge : public ui::AlertPresenter {
   public:
     AlertBridge(fakes::FakeAlerts &inMemory, const ActionTarget &actionTarget)

@@ -6,9 +6,8 @@
 
 namespace fernhop::macos {
 
-/// A desktop in memory that the core reaches the long way: each call goes through the backend of the Mac into
-/// the double of the system's frameworks, which acts on this desktop. So the scenarios of the core prove the
-/// backend.
+/// A fake desktop behind the macOS backend: each call goes through the backend to the double of the system's
+/// frameworks, which acts on this desktop. So the scenarios of the core test the backend.
 class BridgedDesktop : public fakes::FakeDesktop {
   public:
     BridgedDesktop();
@@ -16,7 +15,7 @@ class BridgedDesktop : public fakes::FakeDesktop {
     BridgedDesktop(const BridgedDesktop &) = delete;
     BridgedDesktop &operator=(const BridgedDesktop &) = delete;
 
-    /// The desktop as the core is given it; it refers to this object.
+    /// The platform for the core; it refers to this object.
     Platform platform();
 
   private:

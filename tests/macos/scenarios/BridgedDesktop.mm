@@ -15,7 +15,7 @@ namespace fernhop::macos {
 
 namespace {
 
-/// Attaches to menu items what the application does.
+/// Converts represented objects like the application.
 class PayloadTarget : public RecordingTarget {
   public:
     [[nodiscard]] id attachment(const ui::RepresentedObject &value) const override {
@@ -42,7 +42,7 @@ struct BridgedDesktop::Bridges {
                             [NSDistributedNotificationCenter defaultCenter]),
           statusBar(desktop.statusBar, target), alerts(desktop.alerts, target) {}
 
-    /// What the scenario itself leaves to be released.
+    /// Releases the objects of the scenario.
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     PayloadTarget target;
     WorkspaceBridge workspace;

@@ -5,8 +5,8 @@
 
 namespace fernhop::macos {
 
-/// The user defaults filled from memory before each use, and read back after each change. What is in memory
-/// outlives the bridge.
+/// The user defaults, filled from the fake before each use and copied back after each change. The fake must
+/// outlive the bridge.
 class DefaultsBridge : public UserDefaults {
   public:
     explicit DefaultsBridge(fakes::FakeUserDefaults &inMemory) : memory(inMemory) {}

@@ -7,7 +7,7 @@
 
 namespace fernhop::macos {
 
-/// What is delivered in memory arrives as an Apple Event. What is in memory outlives the bridge.
+/// Delivers the links of the fake as Apple Events. The fake must outlive the bridge.
 class LinksBridge : public LinkEvents {
   public:
     explicit LinksBridge(fakes::FakeLinkEvents &inMemory) : memory(inMemory) {}
@@ -19,7 +19,7 @@ class LinksBridge : public LinkEvents {
     AppleEventLinks system;
 };
 
-/// What is posted in memory is posted in the centre of the system that `backend` observes. Both outlive the
+/// Posts the notifications of the fake in the system's centre that `backend` observes. Both must outlive the
 /// bridge.
 class NotificationsBridge : public NotificationCenter {
   public:

@@ -19,7 +19,7 @@ NSAppleEventDescriptor *descriptorOf(const LinkEventDescriptor &event) {
     return descriptor;
 }
 
-/// An application in its own class, anything else as what it is not.
+/// An application in its own class, anything else as another object.
 id informationOf(const std::shared_ptr<Object> &told) {
     const auto application = std::dynamic_pointer_cast<RunningApplication>(told);
     if (!application)

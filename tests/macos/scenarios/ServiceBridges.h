@@ -11,8 +11,8 @@
 
 namespace fernhop::macos {
 
-/// Each of these has the double show what is in memory, calls the backend, and brings what the double was
-/// asked to do back into memory. What is in memory outlives its bridge.
+/// Each bridge copies the state of a fake into the double, calls the backend, and copies the double's changes
+/// back to the fake. The fake must outlive its bridge.
 class WorkspaceBridge : public Workspace {
   public:
     explicit WorkspaceBridge(fakes::FakeWorkspace &inMemory) : memory(inMemory) {}

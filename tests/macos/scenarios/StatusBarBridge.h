@@ -5,8 +5,8 @@
 
 namespace fernhop::macos {
 
-/// What is in memory gets the menu as the system's status item has it, read back item by item. It outlives
-/// the bridge, as does the target of the menu's actions.
+/// Gives the fake the menu of the system's status item, read back item by item. The fake and the target of
+/// the menu's actions must outlive the bridge.
 class StatusBarBridge : public ui::StatusBar {
   public:
     StatusBarBridge(fakes::FakeStatusBar &inMemory, const ActionTarget &actionTarget)

@@ -12,13 +12,13 @@ namespace fernhop::macos {
 
 namespace {
 
-/// The text, for as long as the process lives: the models keep views of it.
+/// The text, kept until the process ends, since the models have views of it.
 std::string_view lasting(const std::string &text) {
     static std::set<std::string> texts;
     return *texts.insert(text).first;
 }
 
-/// A menu of the system as the core's model. What an image is made of is told by the model that was shown.
+/// A menu of the system as the core's model. The sources of images come from the model that was shown.
 class MenuReader {
   public:
     explicit MenuReader(const ActionTarget &actionTarget) : target(actionTarget) {}
@@ -59,7 +59,7 @@ class MenuReader {
     const ActionTarget &target;
 };
 
-/// Has the system look as the memory says, and asks the system.
+/// Gives the system the fake's appearance, and reads it from the system.
 class AppearanceBridge : public ui::Appearance {
   public:
     AppearanceBridge(const fakes::FakeAppearance &inMemory, const ui::Appearance &shown)
@@ -102,7 +102,7 @@ class ItemBridge : public ui::StatusItem {
     }
     void setImage(ui::ImageReference image) override {
         system->setImage(image);
-        // The files of the desktop in memory are on no disk.
+        // The files of the fake desktop are not on disk.
         if (!image || !std::holds_alternative<ui::ImageFile>(image->source))
             EXPECT_EQ([button() image] != nil, image != nullptr);
         memory->setImage(std::move(image));

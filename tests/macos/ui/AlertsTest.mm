@@ -20,7 +20,7 @@ class AlertsTest : public InterfaceTest {
         return {"添加 App 浏览器规则", "选择一个或多个 App。", std::move(buttons), nullptr};
     }
 
-    /// Shows an alert; `user` works in it and answers.
+    /// Shows an alert; `user` operates it and returns the response.
     int run(const Alert &shown, macos_double::User user) {
         macos_double::setUser(std::move(user));
         return alerts.runModal(shown);
@@ -55,18 +55,18 @@ TEST_F(AlertsTest, EscapeIsTheLastOfSeveralButtons) {
     });
 }
 
-TEST_F(AlertsTest, AnswerIsTheButtons) {
+TEST_F(AlertsTest, ResponseIsThatOfTheButton) {
     for (const int response : {1000, 1001})
         EXPECT_EQ(run(alert(), [=](NSAlert *) { return response; }), response);
 }
 
-TEST_F(AlertsTest, OtherEndsCountAsTheLastButton) {
+TEST_F(AlertsTest, OtherWaysToCloseReturnTheLastButton) {
     for (const int response : {-1001, -1000, 0, 1, 999, 1002})
         EXPECT_EQ(run(alert(), [=](NSAlert *) { return response; }), 1001);
     EXPECT_EQ(run(alert({"关闭"}), [](NSAlert *) { return -1000; }), 1000);
 }
 
-TEST_F(AlertsTest, ApplicationComesToTheFrontWithIt) {
+TEST_F(AlertsTest, ApplicationIsActivatedWithIt) {
     run(alert(), [](NSAlert *) {
         EXPECT_EQ(macos_double::recorder().activations, 1);
         return NSAlertFirstButtonReturn;
@@ -84,7 +84,7 @@ TEST_F(AlertsTest, OpenAlertIsBroughtToTheFront) {
     EXPECT_FALSE(alerts.bringToFront());
 }
 
-TEST_F(AlertsTest, AlertOverAnotherGivesTheFrontBack) {
+TEST_F(AlertsTest, AlertOverAnotherRestoresTheFront) {
     run(alert(), [this](NSAlert *outer) {
         run(alert({"关闭"}), [](NSAlert *) { return NSAlertFirstButtonReturn; });
         EXPECT_TRUE(alerts.bringToFront());
@@ -107,7 +107,7 @@ TEST_F(AlertsTest, FirstFieldHasTheKeyboard) {
     });
 }
 
-TEST_F(AlertsTest, WhatTheUserDidIsTakenWithoutAnAction) {
+TEST_F(AlertsTest, UserChangesAreReadWithoutAnAction) {
     auto popUp = std::make_shared<PopUpButton>();
     popUp->setItems({MenuItem("a", ""), MenuItem("b", "")});
     Alert shown = alert();
@@ -119,7 +119,7 @@ TEST_F(AlertsTest, WhatTheUserDidIsTakenWithoutAnAction) {
     EXPECT_EQ(popUp->selectedIndex(), 1u);
 }
 
-TEST_F(AlertsTest, ViewsAreGoneWhenItIsClosed) {
+TEST_F(AlertsTest, ViewsAreReleasedWhenItIsClosed) {
     Alert shown = alert();
     shown.accessoryView = makeWrappingLabel("label", {}, ColorRole::label);
     run(shown, [](NSAlert *) { return NSAlertFirstButtonReturn; });

@@ -53,7 +53,7 @@ TEST_F(ControlLinksTest, TypedTextReachesTheCoreBeforeTheAction) {
     EXPECT_EQ(target.sent[0].sender, field);
 }
 
-TEST_F(ControlLinksTest, ActionBringsTextThatNobodyToldOf) {
+TEST_F(ControlLinksTest, ActionReadsTextThatWasNotReported) {
     auto field = std::make_shared<TextField>();
     field->editable = true;
     field->action = "doIt:";
@@ -63,7 +63,7 @@ TEST_F(ControlLinksTest, ActionBringsTextThatNobodyToldOf) {
     EXPECT_EQ(dynamic_cast<const TextField &>(*target.sent.at(0).sender).stringValue(), "set elsewhere");
 }
 
-TEST_F(ControlLinksTest, FieldFollowsTheCoreAndSendsNothing) {
+TEST_F(ControlLinksTest, FieldShowsTheCoresChangesAndSendsNothing) {
     auto field = std::make_shared<SearchField>();
     field->editable = true;
     field->action = "filterRuleDialogApplications:";
@@ -73,7 +73,7 @@ TEST_F(ControlLinksTest, FieldFollowsTheCoreAndSendsNothing) {
     EXPECT_TRUE(target.sent.empty());
 }
 
-TEST_F(ControlLinksTest, TextThatIsNoTextIsLeftAsItIs) {
+TEST_F(ControlLinksTest, InvalidTextIsKept) {
     auto field = std::make_shared<TextField>();
     field->editable = true;
     field->setStringValue("a\xff");
@@ -89,7 +89,7 @@ TEST_F(ControlLinksTest, PopUpShowsItsItems) {
     button->controlSize = ControlSize::large;
     button->selectItem(1);
     auto *shown = show<NSPopUpButton>(button);
-    EXPECT_EQ([shown numberOfItems], 3); // two of the same name, too
+    EXPECT_EQ([shown numberOfItems], 3); // including two with the same name
     EXPECT_EQ([shown indexOfSelectedItem], 1);
     EXPECT_EQ([shown target], target.target());
 }
@@ -115,10 +115,10 @@ TEST_F(ControlLinksTest, ChosenItemReachesTheCoreBeforeTheAction) {
     EXPECT_EQ(seen, "called");
     EXPECT_EQ(target.sent.at(0).sender, button);
     EXPECT_EQ(button->selectedIndex(), 1u);
-    EXPECT_EQ([[shown menu] itemAtIndex:1], second); // the items were left as they are
+    EXPECT_EQ([[shown menu] itemAtIndex:1], second); // the items were not replaced
 }
 
-TEST_F(ControlLinksTest, PopUpFollowsTheCore) {
+TEST_F(ControlLinksTest, PopUpShowsTheCoresChanges) {
     const auto button = popUp({"a", "b"});
     auto *shown = show<NSPopUpButton>(button);
     button->selectItem(1);
@@ -131,7 +131,7 @@ TEST_F(ControlLinksTest, PopUpFollowsTheCore) {
     EXPECT_TRUE(target.sent.empty());
 }
 
-TEST_F(ControlLinksTest, ChoiceWithoutAnActionIsTakenAtTheEnd) {
+TEST_F(ControlLinksTest, ChoiceWithoutAnActionIsReadAtTheEnd) {
     const auto button = popUp({"a", "b"});
     button->action = "";
     auto *shown = show<NSPopUpButton>(button);
@@ -162,7 +162,7 @@ TEST_F(ControlLinksTest, ButtonShowsItsAttributes) {
     EXPECT_EQ(target.sent.at(0).sender, button);
 }
 
-TEST_F(ControlLinksTest, CheckBoxBringsItsState) {
+TEST_F(ControlLinksTest, CheckBoxReportsItsState) {
     auto box = std::make_shared<Button>();
     box->state = ControlState::on;
     box->action = "toggleRestoreDefaultBrowserOnQuit:";
@@ -173,7 +173,7 @@ TEST_F(ControlLinksTest, CheckBoxBringsItsState) {
     EXPECT_EQ(box->state, ControlState::off);
 }
 
-TEST_F(ControlLinksTest, SendersThatAreNobodysAreCopied) {
+TEST_F(ControlLinksTest, SendersWithoutALinkAreCopied) {
     NSButton *button = [NSButton buttonWithTitle:@"Edit" target:nil action:nullptr];
     [button setIdentifier:@"app.a"];
     [button setState:NSControlStateValueOn];

@@ -1,4 +1,4 @@
-// The whole application on AppKit's views, with a desktop in memory behind them.
+// The whole application on AppKit's views, with a fake desktop.
 
 #include "app/Controller.h"
 #include "dialogs/ContactChannel.h"
@@ -21,7 +21,7 @@ namespace {
 using macos_double::describe;
 using macos_double::originOf;
 
-/// Shows alerts, and tells which is open.
+/// Shows alerts and has the open one.
 class ComparedAlerts : public SystemAlerts {
   public:
     using SystemAlerts::SystemAlerts;
@@ -36,7 +36,7 @@ class ComparedAlerts : public SystemAlerts {
     const ui::Alert *open = nullptr;
 };
 
-/// The objects of the controller go before the last pool is drained.
+/// The controller's objects are released before the last pool is drained.
 class DialogsTest : public InterfaceTest {
   protected:
     static constexpr NSModalResponse confirm = 1000, cancel = 1001;
@@ -60,8 +60,8 @@ class DialogsTest : public InterfaceTest {
         controller.reset();
     }
 
-    /// Performs a selector, which opens a dialog; it is compared with its model, `user` works in it and
-    /// answers.
+    /// Performs a selector that opens a dialog, compares the dialog with its model, and lets `user` operate
+    /// it and return the response.
     template <typename User>
     void open(std::string_view selector, User user, const std::string &identifier = "") {
         int opened = 0;
@@ -101,7 +101,7 @@ class DialogsTest : public InterfaceTest {
             rows.push_back(row);
         return rows;
     }
-    /// The last label: the add dialog's summary.
+    /// The last label, which is the add dialog's summary.
     static std::string hint(NSAlert *alert) {
         NSView *note = [[[alert accessoryView] subviews] lastObject];
         return fromNSString([static_cast<NSTextField *>([[note subviews] objectAtIndex:0]) stringValue]);
@@ -152,7 +152,7 @@ TEST_F(DialogsTest, ListShowsItsRows) {
     });
 }
 
-TEST_F(DialogsTest, SelectionOutlivesTheSearch) {
+TEST_F(DialogsTest, SelectionIsKeptDuringTheSearch) {
     open("showAddRuleDialog", [this](NSAlert *alert) {
         select(alert, {0, 1});
         EXPECT_EQ(hint(alert), "将已选择的 Alpha、Beta 浏览器改成：browser.a");
@@ -174,7 +174,7 @@ TEST_F(DialogsTest, SelectionOutlivesTheSearch) {
     EXPECT_EQ(desktop.sound.beeps, 0);
 }
 
-TEST_F(DialogsTest, DroppedRowsAreGoneAndSearchedOnesStay) {
+TEST_F(DialogsTest, DeselectedRowsAreDroppedAndHiddenOnesKept) {
     open("showAddRuleDialog", [](NSAlert *alert) {
         select(alert, {0, 3});
         [search(alert) userTypes:@"alpha"];
@@ -216,7 +216,7 @@ TEST_F(DialogsTest, EditDialogSavesAnotherBrowser) {
     EXPECT_EQ(controller->settings().appRules(), (AppRules{{"com.example.a", "browser.b"}}));
 }
 
-TEST_F(DialogsTest, URLRuleDialogAddsWhatWasTyped) {
+TEST_F(DialogsTest, URLRuleDialogAddsTheTypedPattern) {
     open("showAddURLRuleDialog", [](NSAlert *alert) {
         EXPECT_EQ(fromNSString([alert messageText]), "添加 URL 浏览器规则");
         EXPECT_TRUE(NSEqualRects([[alert accessoryView] frame], NSMakeRect(0, 0, 420, 190)));
@@ -238,7 +238,7 @@ TEST_F(DialogsTest, URLRuleDialogAddsWhatWasTyped) {
             EXPECT_EQ(fromNSString([alert messageText]), "修改 URL 浏览器规则");
             EXPECT_EQ(fromNSString([label(alert, 1) stringValue]), "*.example.org/*");
             EXPECT_EQ(fromNSString([[popUp(alert) selectedItem] title]), "browser.b");
-            [label(alert, 1) setStringValue:@"docs"]; // as an input method may, with nobody told
+            [label(alert, 1) setStringValue:@"docs"]; // without a notification, like an input method
             return confirm;
         },
         rules[0].id);
@@ -275,7 +275,7 @@ TEST_F(DialogsTest, SecondDialogBringsTheOpenOneToTheFront) {
     });
 }
 
-TEST_F(DialogsTest, MenuItemsPressTheControllersButtons) {
+TEST_F(DialogsTest, MenuItemsPerformTheControllersActions) {
     NSMenu *menu = [macos_double::statusItems().at(0) menu];
     NSMenuItem *apps = nil;
     for (NSMenuItem *item in [menu itemArray])

@@ -6,15 +6,14 @@
 
 namespace fernhop::macos {
 
-/// Expects that `shown` shows `view` and everything beneath it, attribute for attribute and constraint for
-/// constraint.
+/// Expects that `shown` shows `view` and its subviews with all attributes and constraints.
 void expectShown(NSView *shown, const ui::View &view);
 
-/// How many constraints are active among a view and those beneath it.
+/// The number of active constraints of a view and its subviews.
 [[nodiscard]] unsigned countConstraints(NSView *view);
 
-/// Of the views beneath `root` (in their order, each before those beneath it) that are of this class, the one
-/// at `place`; the test ends when there is none.
+/// The view of this class at index `place` below `root` (in depth-first order); the test ends when there is
+/// none.
 [[nodiscard]] NSView *find(NSView *root, Class kind, unsigned place = 0);
 
 } // namespace fernhop::macos

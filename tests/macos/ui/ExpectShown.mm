@@ -29,7 +29,7 @@ using macos_double::originOf;
 /// A constraint as values: both items, attributes, relation and constant.
 using Plain = std::tuple<id, NSInteger, NSInteger, id, NSInteger, double>;
 
-/// Compares while it walks down both trees, and remembers which view shows which.
+/// Compares both trees in parallel and records which view shows which.
 class Comparison {
   public:
     void compare(NSView *shown, const ui::View &view, bool isArranged);
@@ -153,7 +153,7 @@ void Comparison::compareBeneath(NSView *shown, const ui::View &view) {
         EXPECT_EQ([shownScroll borderType] != NSNoBorder, scroll->hasBorder);
         EXPECT_EQ([shownScroll hasVerticalScroller], scroll -> hasVerticalScroller);
         compare([shownScroll documentView], *scroll -> documentView, false);
-    } else if (!dynamic_cast<const ui::TableView *>(&view)) { // its rows come when they are asked for
+    } else if (!dynamic_cast<const ui::TableView *>(&view)) { // its rows are made on request
         const bool isStack = dynamic_cast<const ui::StackView *>(&view);
         ASSERT_EQ([[shown subviews] count], view.subviews.size());
         for (std::size_t index = 0; index < view.subviews.size(); ++index)
@@ -230,7 +230,7 @@ void collect(NSView *view, std::vector<Plain> &constraints) {
                                  [constraint secondItem], [constraint secondAttribute],
                                  [constraint constant]);
     }
-    if (![view isKindOfClass:[NSTableView class]]) // its rows come and go by themselves
+    if (![view isKindOfClass:[NSTableView class]]) // its rows are made on request
         for (NSView *subview in [view subviews])
             collect(subview, constraints);
 }

@@ -15,7 +15,7 @@ using macos_double::originOf;
 
 class ImagesTest : public InterfaceTest {
   protected:
-    /// A file that is there until the test ends.
+    /// A file that exists until the test ends.
     static std::string file(const std::string &name, const std::string &contents) {
         const std::string path = testing::TempDir() + name;
         std::ofstream(path, std::ios::binary) << contents;
@@ -39,14 +39,14 @@ TEST_F(ImagesTest, FileIsLoadedAtItsSideAndNotTinted) {
     std::remove(path.c_str());
 }
 
-TEST_F(ImagesTest, WhatIsNoImageGivesNone) {
+TEST_F(ImagesTest, InvalidFileGivesNoImage) {
     const std::string path = file("broken.png", "no image");
     EXPECT_FALSE(images.imageWithContentsOfUrl(Url::fileUrl(path), 18));
     std::remove(path.c_str());
     EXPECT_FALSE(images.imageWithContentsOfUrl(Url::fileUrl(path), 18));
 }
 
-TEST_F(ImagesTest, SymbolKeepsItsNaturalSizeUnlessAsked) {
+TEST_F(ImagesTest, SymbolHasItsNaturalSizeByDefault) {
     NSImage *natural = toNSImage(images.imageWithSystemSymbolName("link.circle", 0));
     EXPECT_EQ(originOf(natural), "symbol link.circle");
     EXPECT_TRUE([natural isTemplate]);
@@ -55,7 +55,7 @@ TEST_F(ImagesTest, SymbolKeepsItsNaturalSizeUnlessAsked) {
     EXPECT_FALSE(images.imageWithSystemSymbolName("no.such.symbol", 0));
 }
 
-TEST_F(ImagesTest, IconIsAskedOfTheWorkspaceOnce) {
+TEST_F(ImagesTest, IconIsFetchedOnce) {
     const ui::ImageReference icon = iconOfFile("/Applications/Bräuser.app", 24);
     ASSERT_TRUE(icon);
     EXPECT_EQ(*icon, ui::Image(ui::ApplicationIcon{"/Applications/Bräuser.app"}, 24, false));
@@ -80,7 +80,7 @@ TEST_F(ImagesTest, DescriptionAloneIsMadeIntoAnImage) {
     EXPECT_FALSE(toNSImage(nullptr));
 }
 
-TEST_F(ImagesTest, ColoursAreTheSystemsByTheirRoles) {
+TEST_F(ImagesTest, RolesMapToTheSystemsColours) {
     using enum ui::ColorRole;
     EXPECT_EQ(describe(toNSColor({label, 1})), "label 1");
     EXPECT_EQ(describe(toNSColor({secondaryLabel, 1})), "secondaryLabel 1");
@@ -91,7 +91,7 @@ TEST_F(ImagesTest, ColoursAreTheSystemsByTheirRoles) {
     EXPECT_EQ(describe(toNSColor({black, 0})), "black 0");
 }
 
-TEST_F(ImagesTest, FontsAreTheSystemsByTheirWeights) {
+TEST_F(ImagesTest, WeightsMapToTheSystemsFonts) {
     const auto expected = [](double size, NSFontWeight weight) {
         return describe([NSFont systemFontOfSize:size weight:weight]);
     };

@@ -8,7 +8,7 @@
 
 namespace fernhop::macos {
 
-/// A test in whose end no object of the system's is left over.
+/// A test that fails when objects of the double remain at its end.
 class InterfaceTest : public testing::Test {
   protected:
     InterfaceTest() : pool([NSAutoreleasePool new]) {
@@ -17,7 +17,7 @@ class InterfaceTest : public testing::Test {
         macos_double::setUser(nullptr);
     }
     ~InterfaceTest() override {
-        // The pool is the last to hold what was made.
+        // The pool is the last owner of the objects.
         [pool drain];
         macos_double::setUser(nullptr);
         for (const auto &[name, count] : macos_double::liveObjects())

@@ -7,7 +7,7 @@ namespace {
 
 class LedgerTest : public InterfaceTest {};
 
-TEST_F(LedgerTest, CountsWhatIsAlive) {
+TEST_F(LedgerTest, CountsLivingObjects) {
     EXPECT_TRUE(macos_double::liveObjects().empty());
     NSView *view = [[NSView alloc] initWithFrame:NSZeroRect];
     NSView *subview = [[NSButton alloc] initWithFrame:NSZeroRect];
@@ -20,7 +20,7 @@ TEST_F(LedgerTest, CountsWhatIsAlive) {
 
 using LedgerDeathTest = LedgerTest;
 
-TEST_F(LedgerDeathTest, ReleasingTooOftenIsCaught) {
+TEST_F(LedgerDeathTest, ReleasingTooOftenIsDetected) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_DEATH(
         {

@@ -19,7 +19,7 @@ class MenusTest : public InterfaceTest {
     RecordingTarget target;
 };
 
-TEST_F(MenusTest, ItemShowsAllItHas) {
+TEST_F(MenusTest, ItemHasAllAttributes) {
     MenuItem item("Föhn „1“", "clearRule:");
     item.state = ui::ControlState::on;
     item.keyEquivalent = "q";
@@ -36,7 +36,7 @@ TEST_F(MenusTest, ItemShowsAllItHas) {
     EXPECT_EQ([[shownItem image] size].width, 16);
 }
 
-TEST_F(MenusTest, BareItemHasNoMore) {
+TEST_F(MenusTest, EmptyItemHasNoAttributes) {
     MenuItem item("Fernhop", "");
     item.enabled = false;
     NSMenuItem *shownItem = [shown({item}) itemAtIndex:0];
@@ -58,7 +58,7 @@ TEST_F(MenusTest, ItemsKeepTheirOrderAndSeparators) {
     EXPECT_EQ(fromNSString([[menu itemAtIndex:3] title]), "c");
 }
 
-TEST_F(MenusTest, SubmenusStandBeneathTheirItems) {
+TEST_F(MenusTest, SubmenusBelongToTheirItems) {
     MenuItem inner("inner", "");
     inner.submenu = Menu{{MenuItem("innermost", "clearRule:")}};
     MenuItem outer("outer", "");
@@ -72,7 +72,7 @@ TEST_F(MenusTest, SubmenusStandBeneathTheirItems) {
     EXPECT_EQ([[[shown({empty}) itemAtIndex:0] submenu] numberOfItems], 0);
 }
 
-TEST_F(MenusTest, MenusAreEnabledInTheSystemsOwnManner) {
+TEST_F(MenusTest, MenusAreEnabledAutomatically) {
     MenuItem withSubmenu("rules", "");
     withSubmenu.enabled = false;
     withSubmenu.submenu = Menu{};
@@ -87,7 +87,7 @@ TEST_F(MenusTest, MenusAreEnabledInTheSystemsOwnManner) {
     EXPECT_TRUE([[menu itemAtIndex:1] isEnabled]);
 }
 
-TEST_F(MenusTest, ChosenItemBringsItsTextAlong) {
+TEST_F(MenusTest, ChosenItemPassesItsText) {
     MenuItem item("Remove Rule", "clearURLRule:");
     item.representedObject = "rule-1";
     EXPECT_TRUE([[shown({item}) itemAtIndex:0] userChooses]);
@@ -99,7 +99,7 @@ TEST_F(MenusTest, ChosenItemBringsItsTextAlong) {
     EXPECT_EQ(sender->representedObject, ui::RepresentedObject("rule-1"));
 }
 
-TEST_F(MenusTest, ChosenItemBringsItsObjectAlong) {
+TEST_F(MenusTest, ChosenItemPassesItsObject) {
     const auto payload = std::make_shared<const RuleSelection>("app.a", "browser.b");
     MenuItem item("B", "setBrowserForSelectedApp:");
     item.representedObject = payload;
@@ -116,7 +116,7 @@ TEST_F(MenusTest, ItemsWithoutAnActionSendNothing) {
     EXPECT_TRUE(target.sent.empty());
 }
 
-TEST_F(MenusTest, BrokenTextShowsAsReplacementCharacters) {
+TEST_F(MenusTest, InvalidTextIsShownWithReplacementCharacters) {
     EXPECT_EQ(fromNSString([[shown({MenuItem("a\xff", "")}) itemAtIndex:0] title]), "a\xEF\xBF\xBD");
 }
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-/// Answers every selector and reports it to its owner.
+/// Responds to every selector and reports it to its owner.
 @interface FernhopRecordingTarget : NSObject {
     const std::function<void(SEL, id)> *report;
 }
@@ -17,12 +17,12 @@
 
 namespace fernhop::macos {
 
-/// Stands for the application: keeps what it was sent, with the core's object behind the sender.
+/// Replaces the application: records the actions sent to it, with the core's object for the sender.
 class RecordingTarget : public ActionTarget {
   public:
     RecordingTarget();
 
-    /// An action that arrived.
+    /// A received action.
     struct Sent {
         std::string selector;
         std::shared_ptr<const Object> sender;

@@ -2,7 +2,7 @@
 
 #include "platform/macos/Conversions.h"
 
-/// A payload of the core that is no text.
+/// A represented object of the core that is not a text.
 @interface FernhopTestPayload : NSObject {
   @public
     std::shared_ptr<const fernhop::Object> *payload;

@@ -36,12 +36,12 @@ TEST_F(StatusBarTest, ItemIsAsWideAsTheBarIsHigh) {
     EXPECT_TRUE(item->hasButton());
 }
 
-TEST_F(StatusBarTest, ItemLeavesTheBarWhenItGoes) {
+TEST_F(StatusBarTest, ItemIsRemovedWhenDestroyed) {
     item.reset();
     EXPECT_TRUE(macos_double::statusItems().empty());
 }
 
-TEST_F(StatusBarTest, ButtonIsDressed) {
+TEST_F(StatusBarTest, ButtonIsConfigured) {
     dress(true);
     EXPECT_EQ(fromNSString([button() toolTip]), "Fernhop - App Routing On");
     EXPECT_EQ(fromNSString([button() title]), "");
@@ -57,7 +57,7 @@ TEST_F(StatusBarTest, ButtonIsDressed) {
     EXPECT_FALSE([button() image]);
 }
 
-TEST_F(StatusBarTest, AppearanceIsTheButtonsAtEachCall) {
+TEST_F(StatusBarTest, AppearanceIsThatOfTheButtonAtEachCall) {
     using enum ui::AppearanceName;
     const ui::Appearance &appearance = item->effectiveAppearance();
     EXPECT_EQ(appearance.bestMatchFromAppearancesWithNames({darkAqua, aqua}), aqua);
@@ -68,7 +68,7 @@ TEST_F(StatusBarTest, AppearanceIsTheButtonsAtEachCall) {
     EXPECT_EQ(appearance.bestMatchFromAppearancesWithNames({darkAqua, aqua}), std::nullopt);
 }
 
-TEST_F(StatusBarTest, GlyphIsDrawnInTheInkOfTheAppearance) {
+TEST_F(StatusBarTest, GlyphIsDrawnInTheColourOfTheAppearance) {
     dress(false);
     EXPECT_EQ(originOf([button() image]), "drawing");
     EXPECT_EQ(macos_double::draw([button() image]).steps.at(0), "set black 1");

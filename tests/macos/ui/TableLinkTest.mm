@@ -25,7 +25,7 @@ NSIndexSet *indexes(std::initializer_list<NSUInteger> rows) {
     return set;
 }
 
-/// A list of names in a scroll view, shown.
+/// A list of names that is shown in a scroll view.
 class TableLinkTest : public InterfaceTest {
   protected:
     TableLinkTest() {
@@ -71,14 +71,14 @@ class TableLinkTest : public InterfaceTest {
     std::shared_ptr<TableView> table = std::make_shared<TableView>();
     std::shared_ptr<ScrollView> scroll = std::make_shared<ScrollView>();
     std::shared_ptr<View> lastRow;
-    int changes = 0; ///< of which the core was told
+    int changes = 0; ///< that were reported to the core
     std::function<void()> atChange;
     RecordingTarget target;
     std::unique_ptr<ViewTree> tree = std::make_unique<ViewTree>(target);
     NSTableView *shown = nil;
 };
 
-TEST_F(TableLinkTest, TableIsSetUp) {
+TEST_F(TableLinkTest, TableIsConfigured) {
     EXPECT_FALSE([shown headerView]);
     EXPECT_EQ([shown rowHeight], 40);
     EXPECT_EQ([shown numberOfRows], 4);
@@ -86,14 +86,14 @@ TEST_F(TableLinkTest, TableIsSetUp) {
     EXPECT_EQ([shown target], target.target());
 }
 
-TEST_F(TableLinkTest, ScrollViewWithABorderHasTheSystems) {
+TEST_F(TableLinkTest, ScrollViewCanHaveTheSystemsBorder) {
     scroll->hasBorder = true;
     scroll->layer.reset();
     NSView *view = tree->show(scroll);
     expectShown(view, *scroll);
 }
 
-TEST_F(TableLinkTest, RowsAreViewsOfTheCore) {
+TEST_F(TableLinkTest, RowsShowViewsOfTheCore) {
     NSView *row = cell(1);
     EXPECT_TRUE([row isKindOfClass:[NSTableCellView class]]);
     EXPECT_EQ(fromNSString([row identifier]), "appCell");
@@ -109,7 +109,7 @@ TEST_F(TableLinkTest, RowOutOfRangeHasNoView) {
     EXPECT_FALSE([delegate tableView:shown viewForTableColumn:column row:-1]);
 }
 
-TEST_F(TableLinkTest, RowsLiveAsLongAsTheyShow) {
+TEST_F(TableLinkTest, RowsLiveAsLongAsTheyAreShown) {
     @autoreleasepool {
         cell(0);
     }
@@ -138,7 +138,7 @@ TEST_F(TableLinkTest, UsersSelectionReachesTheCore) {
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(TableLinkTest, CoresSelectionShowsWithoutAnEcho) {
+TEST_F(TableLinkTest, CoresSelectionIsShownWithoutANotification) {
     table->selectRowIndexes({1}, false);
     table->selectRowIndexes({3}, true);
     EXPECT_TRUE([[shown selectedRowIndexes] isEqualToIndexSet:indexes({1, 3})]);
@@ -156,7 +156,7 @@ TEST_F(TableLinkTest, CoreMayCorrectTheSelectionAtOnce) {
     EXPECT_TRUE([[shown selectedRowIndexes] isEqualToIndexSet:indexes({0})]);
 }
 
-TEST_F(TableLinkTest, ReloadAsksAgainAndKeepsWhatIsLeftOfTheSelection) {
+TEST_F(TableLinkTest, ReloadRequestsRowsAndKeepsTheRemainingSelection) {
     table->selectRowIndexes({0, 3}, false);
     NSView *before = [[cell(0) retain] autorelease];
     names = {"Only"};
@@ -173,21 +173,21 @@ TEST_F(TableLinkTest, ReloadAsksAgainAndKeepsWhatIsLeftOfTheSelection) {
     EXPECT_EQ([[shown selectedRowIndexes] count], 0u);
 }
 
-TEST_F(TableLinkTest, RowsThatAreNotThereAreNotSelected) {
+TEST_F(TableLinkTest, MissingRowsAreNotSelected) {
     table->selectRowIndexes({2, 7}, false);
     EXPECT_TRUE([[shown selectedRowIndexes] isEqualToIndexSet:indexes({2})]);
-    EXPECT_EQ(table->selectedRowIndexes(), (Rows{2, 7})); // what shows is not taken for the user's choice
+    EXPECT_EQ(table->selectedRowIndexes(), (Rows{2, 7})); // what is shown is not treated as the user's choice
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(TableLinkTest, SelectionFromBeforeShows) {
+TEST_F(TableLinkTest, InitialSelectionIsShown) {
     table->selectRowIndexes({2}, false);
     tree = std::make_unique<ViewTree>(target);
     auto *again = static_cast<NSTableView *>(tree->show(table));
     EXPECT_TRUE([[again selectedRowIndexes] isEqualToIndexSet:indexes({2})]);
 }
 
-TEST_F(TableLinkTest, TableOutlivesItsTreeInPeace) {
+TEST_F(TableLinkTest, TableMayOutliveItsTree) {
     tree.reset();
     EXPECT_FALSE([shown delegate]);
     EXPECT_FALSE([shown dataSource]);

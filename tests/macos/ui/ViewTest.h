@@ -14,7 +14,7 @@ namespace fernhop::macos {
 /// A test that shows views of the core.
 class ViewTest : public InterfaceTest {
   protected:
-    /// Shows a view, compares it and returns it as `Shown`, which it must be.
+    /// Shows a view, compares it and returns it as `Shown`, its expected class.
     template <typename Shown, typename Model>
     Shown *show(const std::shared_ptr<Model> &view) {
         NSView *shown = tree->show(view);
@@ -22,7 +22,7 @@ class ViewTest : public InterfaceTest {
         return static_cast<Shown *>(shown);
     }
 
-    /// A pop-up with items of these titles, each of which carries "id." and its title.
+    /// A pop-up with items of these titles; the represented object of each is "id." and its title.
     static std::shared_ptr<ui::PopUpButton> popUp(std::vector<std::string> titles) {
         auto button = std::make_shared<ui::PopUpButton>();
         std::vector<ui::MenuItem> items;

@@ -19,7 +19,7 @@ using macos_double::describe;
 
 class ViewTreeTest : public ViewTest {};
 
-TEST_F(ViewTreeTest, PlainViewShowsItsAttributes) {
+TEST_F(ViewTreeTest, PlainViewHasItsAttributes) {
     auto view = std::make_shared<View>();
     NSView *bare = show<NSView>(view);
     EXPECT_TRUE([bare isMemberOfClass:[NSView class]]);
@@ -61,10 +61,10 @@ TEST_F(ViewTreeTest, LabelWrapsAndLimitsItsLines) {
     EXPECT_EQ(
         [shown contentCompressionResistancePriorityForOrientation:NSLayoutConstraintOrientationHorizontal],
         250);
-    show<NSTextField>(std::make_shared<TextField>()); // one line that is cut off
+    show<NSTextField>(std::make_shared<TextField>()); // one truncated line
 }
 
-TEST_F(ViewTreeTest, LabelFollowsTheCore) {
+TEST_F(ViewTreeTest, LabelShowsTheCoresChanges) {
     const auto label = makeWrappingLabel("before", {12, FontWeight::regular}, ColorRole::label);
     auto *shown = show<NSTextField>(label);
     label->setStringValue("after");
@@ -93,7 +93,7 @@ TEST_F(ViewTreeTest, StackArrangesItsViews) {
         }
 }
 
-TEST_F(ViewTreeTest, ControlsAreNamedForScreenReaders) {
+TEST_F(ViewTreeTest, ControlsHaveNamesForScreenReaders) {
     auto search = std::make_shared<SearchField>();
     search->editable = true;
     search->placeholder = "搜索";
@@ -131,7 +131,7 @@ TEST_F(ViewTreeTest, EveryKindOfConstraintBecomesActive) {
     EXPECT_EQ([[shown constraints] count], 9u);
 }
 
-TEST_F(ViewTreeTest, NothingIsSentOnceTheTreeIsGone) {
+TEST_F(ViewTreeTest, NothingIsSentAfterTheTreeIsDestroyed) {
     auto search = std::make_shared<SearchField>();
     search->editable = true;
     search->action = "filterRuleDialogApplications:";
@@ -145,7 +145,7 @@ TEST_F(ViewTreeTest, NothingIsSentOnceTheTreeIsGone) {
     tree.reset();
     for (NSControl *control in [shown subviews]) {
         EXPECT_FALSE([control userClicks]);
-        EXPECT_FALSE(objectForSender(control, target) == nullptr); // a copy of what shows
+        EXPECT_FALSE(objectForSender(control, target) == nullptr); // a copy of the attributes
     }
     [static_cast<NSTextField *>(find(shown, [NSSearchField class])) userTypes:@"late"];
     [shown viewDidChangeEffectiveAppearance];

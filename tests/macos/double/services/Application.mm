@@ -18,7 +18,7 @@ void note(std::string step) {
 @synthesize mainMenu = _mainMenu;
 
 + (id)allocWithZone:(NSZone *)zone {
-    return NSAllocateObject(self, 0, zone); // it stays, and is in no ledger
+    return NSAllocateObject(self, 0, zone); // never released, and not in the ledger
 }
 
 + (NSApplication *)sharedApplication {
@@ -76,7 +76,7 @@ void note(std::string step) {
     [pool release];
 }
 
-// The system's ends the process; here the main loop is to return to the test.
+// The system's function ends the process; here the main loop returns to the test.
 - (void)terminate:(id)sender {
     note(sender ? "terminate: sender" : "terminate: nil");
     const auto reply = [_delegate applicationShouldTerminate:self];

@@ -4,8 +4,8 @@
 
 #pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
 
-// GNUstep looks for an Info.plist elsewhere in a bundle. An application of the Mac keeps it in Contents, and
-// a bundle that was opened keeps what it read.
+// GNUstep expects Info.plist elsewhere in a bundle. A Mac application has it in Contents, and an opened
+// bundle caches it.
 @interface FNBundle : NSBundle {
     NSString *_folder;
     NSDictionary *_information;

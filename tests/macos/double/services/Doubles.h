@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the doubles of the services keep beside the recorder, made anew.
+/// Resets the state of the services that is not in the recorder.
 namespace fernhop::macos_double {
 
 void resetUserDefaults();

@@ -18,7 +18,7 @@ bool mayBeRead(NSURL *folder) {
 
 } // namespace
 
-/// Walks a folder and gives URLs, which GNUstep's does not.
+/// Enumerates a folder as URLs, which GNUstep's enumerator does not.
 @interface FNUrlEnumerator : NSEnumerator {
     Walk _next;
     BOOL _started;

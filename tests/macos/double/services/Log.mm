@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <mutex>
 
-// Takes the place of GNUstep's, whose own messages it gets too.
+// Replaces GNUstep's function, and receives GNUstep's own messages too.
 extern "C" void NSLog(NSString *format, ...) {
     static std::mutex mutex;
     const std::lock_guard lock(mutex);

@@ -1,4 +1,4 @@
-// What GNUstep's strings know less of than the Mac's, from ICU: the full mapping of letter case, canonical
+// Operations that GNUstep's strings lack compared with the Mac's, by ICU: full case mapping, canonical
 // equivalence, the rules of a locale.
 
 #include "platform/UnicodeText.h"
@@ -86,7 +86,7 @@ NSComparisonResult resultOf(int order) {
 
 NSComparisonResult collate(NSString *self, NSString *other, const std::string &locale) {
     UErrorCode status = U_ZERO_ERROR;
-    // What GNUstep calls the locale of a process that has none; ICU has an order of its own by that name.
+    // GNUstep's name for the locale of a process without one; in ICU that name has a different sorting order.
     const bool isRoot = locale.empty() || locale == "en_US_POSIX";
     const std::unique_ptr<UCollator, decltype(&ucol_close)> collator(
         ucol_open(isRoot ? "" : locale.c_str(), &status), ucol_close);
@@ -131,14 +131,14 @@ bool isString(Class type) {
     return type != Nil;
 }
 
-/// A function as the type under which the runtime keeps it, or back. The step between tells compilers that
-/// the types are to differ.
+/// Converts a function to the runtime's type, or back. The intermediate type suppresses the compiler's
+/// warning.
 template <typename To, typename From>
 To asFunction(From function) {
     return reinterpret_cast<To>(reinterpret_cast<void (*)()>(function));
 }
 
-/// Has every class of strings answer `selector` in this way.
+/// Replaces `selector` in all string classes.
 template <typename Function>
 void replace(SEL selector, Function function) {
     std::vector<Class> classes(static_cast<std::size_t>(objc_getClassList(nullptr, 0)));
@@ -175,7 +175,7 @@ IMP implementation(SEL selector) {
 
 @implementation NSString (AsOnTheMac)
 
-// GNUstep takes a leading U+FEFF for a byte order mark.
+// GNUstep treats a leading U+FEFF as a byte order mark.
 + (instancetype)stringWithCharacters:(const unichar *)characters length:(NSUInteger)length {
     return [[[self alloc] initWithBytes:characters
                                  length:length * sizeof(unichar)
@@ -194,7 +194,7 @@ IMP implementation(SEL selector) {
 
 @implementation NSUUID (AsOnTheMac)
 
-// GNUstep's are random throughout, without the version and the variant.
+// GNUstep's UUIDs are completely random, without version and variant.
 - (NSString *)UUIDString {
     unsigned char bytes[16];
     [self getUUIDBytes:bytes];

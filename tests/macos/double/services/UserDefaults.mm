@@ -4,8 +4,8 @@
 
 #pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
 
-/// The defaults of this process alone: nothing is read from the user's files and nothing written to them.
-/// Values are kept as property lists, so that what is none is refused as on the Mac.
+/// The defaults of this process only: the user's files are neither read nor written. Values are stored as
+/// property lists, so other values are refused as on the Mac.
 @interface FNUserDefaults : NSUserDefaults {
     NSMutableDictionary *_values;
 }
@@ -77,7 +77,7 @@
     return [value isKindOfClass:[NSDictionary class]] ? value : nil;
 }
 
-// GNUstep asks for it as the locale of property lists.
+// GNUstep requests it as the locale of property lists.
 - (NSDictionary *)dictionaryRepresentation {
     return [NSDictionary dictionary];
 }

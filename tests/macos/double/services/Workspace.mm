@@ -102,7 +102,7 @@ void fernhop::macos_double::resetNotificationCentres() {
         services.opened.push_back(std::move(call));
     const auto failure = services.openError;
     auto completion = Block_copy(completionHandler);
-    // On a queue of the system's choosing; the double waits for it, so that tests need not.
+    // On another queue, as in the system; the double waits for it, so tests need not.
     std::thread([completion, failure] {
         GSRegisterCurrentThread();
         NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];

@@ -128,7 +128,7 @@
 
 namespace {
 
-/// As it is before anything was selected or deselected: the first item shows.
+/// The state before any selection: the first item is shown.
 constexpr NSInteger firstItem = -2;
 
 } // namespace

@@ -11,13 +11,13 @@
 
 namespace fernhop::macos_double {
 
-/// What the whole of the double's system knows.
+/// The global state of the double.
 struct System {
     NSAppearanceName appearance = NSAppearanceNameAqua;
-    std::vector<NSStatusItem *> statusItems; ///< retained by those who made them
+    std::vector<NSStatusItem *> statusItems; ///< retained by their creators
     std::vector<NSAlert *> openAlerts;       ///< the last one in front
     User user;
-    std::vector<std::string> drawingLog; ///< what was drawn last, step by step
+    std::vector<std::string> drawingLog; ///< the steps of the last drawing
 };
 
 [[nodiscard]] System &system();

@@ -7,7 +7,7 @@ typedef NS_ENUM(NSUInteger, NSLineCapStyle) {
     NSLineCapStyleSquare = 2,
 };
 
-/// Writes what is stroked and filled to the drawing log.
+/// Records strokes and fills in the drawing log.
 @interface NSBezierPath : FNCountedObject {
     NSMutableString *_steps;
     CGFloat _lineWidth;

@@ -16,6 +16,6 @@
 @property(class, readonly, strong) NSColor *blackColor;
 - (NSColor *)colorWithAlphaComponent:(CGFloat)alpha;
 - (void)set;
-/// Lives as long as the colour; its components are those of the appearance that is current at the call.
+/// Lives as long as the colour; its components are those of the current appearance at the call.
 @property(readonly) CGColorRef CGColor;
 @end

@@ -26,7 +26,7 @@ typedef NS_ENUM(NSInteger, NSLayoutConstraintOrientation) {
     NSLayoutConstraintOrientationVertical = 1,
 };
 
-/// Activated constraints are held by the nearest view that has both items beneath it.
+/// Activated constraints belong to the nearest common ancestor of both items.
 @interface NSLayoutConstraint : FNCountedObject {
     id _firstItem;
     NSLayoutAttribute _firstAttribute;

@@ -15,6 +15,6 @@
 - (void)addItem:(NSMenuItem *)newItem;
 - (void)removeAllItems;
 - (NSMenuItem *)itemAtIndex:(NSInteger)index;
-/// Enables the items by their targets where that is automatic, as before the menu shows.
+/// Enables the items by their targets if that is automatic, as before a menu is shown.
 - (void)update;
 @end

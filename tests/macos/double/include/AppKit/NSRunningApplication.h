@@ -11,6 +11,6 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
     NSString *_bundleIdentifier;
 }
 @property(readonly, copy) NSString *bundleIdentifier;
-/// An application of the double; one without an identifier for nil.
+/// An application of the double; nil: without an identifier.
 + (NSRunningApplication *)applicationWithIdentifier:(NSString *)identifier;
 @end

@@ -23,7 +23,7 @@ typedef NS_ENUM(NSInteger, NSTableViewSelectionHighlightStyle) {
 - (void)tableViewSelectionDidChange:(NSNotification *)notification;
 @end
 
-/// Asks for its rows at each reload and keeps the selected ones that are left, as its contract says.
+/// Requests its rows at each reload and keeps the remaining selected ones, as documented.
 @interface NSTableView : NSControl {
     NSMutableArray *_tableColumns;
     NSMutableArray *_rowViews;

@@ -8,7 +8,7 @@
 }
 @property(strong) NSView *contentView;
 @property(assign) NSView *initialFirstResponder;
-/// How often it was brought to the front, which only the double tells.
+/// How often it was brought to the front; only in the double.
 @property(readonly) int timesOrderedFront;
 - (void)makeKeyAndOrderFront:(id)sender;
 @end

@@ -3,7 +3,7 @@
 
 typedef int OSStatus;
 
-// Deprecated, as in the SDK, whatever the oldest system is that is built for.
+// Deprecated, as in the SDK, independent of the deployment target.
 extern "C" __attribute__((deprecated)) CFStringRef LSCopyDefaultHandlerForURLScheme(CFStringRef scheme);
 extern "C" __attribute__((deprecated)) OSStatus LSSetDefaultHandlerForURLScheme(CFStringRef scheme,
                                                                                 CFStringRef bundleIdentifier);

@@ -1,5 +1,5 @@
 #pragma once
-// GNUstep's Foundation, and below what it lacks of the system's.
+// GNUstep's Foundation, and what it lacks.
 #include <Block.h>
 #include_next <Foundation/Foundation.h>
 

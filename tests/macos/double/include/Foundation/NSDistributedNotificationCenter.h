@@ -1,7 +1,7 @@
 #pragma once
 #import <Foundation/NSNotification.h>
 
-// GNUstep's would start a server.
+// GNUstep's centre would start a server.
 #define NSDistributedNotificationCenter FNDistributedNotificationCenter
 
 @interface NSDistributedNotificationCenter : NSNotificationCenter

@@ -2,7 +2,7 @@
 #import <CoreGraphics/CGColor.h>
 #import <double/CountedObject.h>
 
-/// Keeps copies of the colours it is given, as descriptions to be compared.
+/// Keeps its colours as descriptions that can be compared.
 @interface CALayer : FNCountedObject {
     CGColorRef _backgroundColor;
     CGColorRef _borderColor;

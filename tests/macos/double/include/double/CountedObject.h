@@ -1,6 +1,6 @@
 #pragma once
 #import <Foundation/Foundation.h>
 
-/// Root of the double's classes: each object is entered in the ledger while it lives.
+/// Base class of the double's classes: each living object is listed in the ledger.
 @interface FNCountedObject : NSObject
 @end
