@@ -1,4 +1,4 @@
-# The two commands that matter are `make run` and `make test`; each installs what it needs on Debian and Ubuntu.
+# The main commands are `make run` and `make test`; on Debian and Ubuntu, each installs what it needs.
 
 PREFIX ?= $(HOME)/.local
 BUILD := build/release

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Starts Fernhop with the user's session, or no longer. Nothing does so by itself: a link starts Fernhop in any case, and only
-# who wants the tray icon from the beginning needs more.
+# Turns the start of Fernhop with the user's session on or off. It is off by default: a link starts Fernhop in any case, so
+# autostart is only for having the tray icon from the beginning.
 #
 #     scripts/autostart.sh on|off PREFIX
 set -euo pipefail
@@ -16,13 +16,13 @@ case "${1:-}" in
         ln -sfn -- "$entry" "$link"
         ;;
     off)
-        # What is no link of ours was written by the user, or by a settings dialog for the user.
+        # If it is not our link, the user wrote it, perhaps through a settings dialog.
         if [[ "$(readlink -- "$link" || true)" == "$entry" ]]; then
             rm -f -- "$link"
         fi
         ;;
     *)
-        echo "autostart: on or off?" >&2
+        echo "autostart: say \"on\" or \"off\"" >&2
         exit 2
         ;;
 esac

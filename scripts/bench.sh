@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds and runs every benchmark, in build/bench so that what gets installed stays as it is.
+# Builds and runs every benchmark in build/bench, apart from the build that is installed.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds what gets installed, optimised and without tests, in build/release.
+# Builds the version to install, optimised and without tests, in build/release.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Packs what was built in build/release as a Debian package, build/fernhop_VERSION_ARCHITECTURE.deb.
+# Packages the build in build/release as build/fernhop_VERSION_ARCHITECTURE.deb.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs what the lists scripts/packages/NAME.txt name, on Debian and systems made of it. Asks the package manager for
-# nothing when everything is there already. Other systems are told what they need, and the build goes on with what it has.
+# Installs the packages in the lists scripts/packages/NAME.txt on Debian and systems based on it. Does not call the package
+# manager if everything is installed. On other systems it prints the list, and the build continues with what is there.
 #
 #     scripts/install-packages.sh build test demo
 set -euo pipefail
@@ -34,7 +34,7 @@ available() {
     [[ -n "$(apt-cache madison "$1" 2>/dev/null)" ]]
 }
 
-# The package to install for an entry; nothing for an optional one that this system does not have.
+# The package to install for an entry; nothing for an optional one that this system does not offer.
 chosen() {
     local name names
     IFS='|' read -ra names <<<"${1%\?}"
@@ -81,8 +81,8 @@ missing() {
     done < <(listed "$@")
 }
 
-# Whether something of the entries can only come by installing it. On a machine that knows no packages yet, optional
-# ones alone do not count; there the others are missing too.
+# Whether any of the entries must be installed. On a machine without package lists, missing optional entries do not count,
+# since the others are missing there too.
 worthAsking() {
     local entry
     for entry in "$@"; do
@@ -95,7 +95,7 @@ worthAsking() {
 
 main() {
     if ! command -v apt-get dpkg-query >/dev/null; then
-        echo "This is no Debian-like system. Please see to these packages, here with Debian's names:" >&2
+        echo "This system is not based on Debian. Please install these packages (with Debian's names):" >&2
         listed "$@" | tr '\n' ' ' | fold -s -w 100 >&2
         echo >&2
         return 0
@@ -107,13 +107,13 @@ main() {
         return 0
     fi
     if [[ $EUID -ne 0 ]] && ! command -v sudo >/dev/null; then
-        echo "Missing packages, and no sudo to install them. As root, please run:" >&2
+        echo "Packages are missing, and there is no sudo to install them. As root, please run:" >&2
         echo "    apt-get install --no-install-recommends $(printf '%s\n' "${entries[@]%\?}" | sed 's/|.*//' | tr '\n' ' ')" >&2
         return 1
     fi
 
-    # A source that cannot be read must not stop us: what is needed may well come from the others.
-    retried apt update || echo "install-packages: going on with the package lists as they are" >&2
+    # An unreadable package source is no reason to stop: the others may have all packages.
+    retried apt update || echo "install-packages: continuing with the existing package lists" >&2
     for entry in "${entries[@]}"; do
         mapfile -t -O "${#wanted[@]}" wanted < <(chosen "$entry")
     done

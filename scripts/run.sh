@@ -1,6 +1,6 @@
 #!/bin/bash
-# Builds Fernhop, installs it for this user and starts it in the desktop session. With no display, or with --demo, shows it
-# at work on a private desktop instead, which leaves nothing running and nothing in the home folder.
+# Builds Fernhop, installs it for this user and starts it in the desktop session. Without a display, or with --demo, runs a
+# demonstration on a private desktop instead, which leaves nothing running and nothing in the home folder.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -19,11 +19,11 @@ startInSession() {
     local prefix="${PREFIX:-$HOME/.local}"
     cmake --install build/release --prefix "$prefix"
     if "$prefix/bin/fernhop" status --json | grep '"running": true' >/dev/null; then
-        echo "Fernhop runs already, as it was before: \`$prefix/bin/fernhop quit\` ends it, and make run starts the new one."
+        echo "The previous version of Fernhop is still running: quit it with \`$prefix/bin/fernhop quit\`, then start the new one with \`make run\`."
         return
     fi
-    echo "Starting $prefix/bin/fernhop: click its icon in the tray. \`$prefix/bin/fernhop --help\` says what the command line can do."
-    echo "Ctrl-C ends it."
+    echo "Starting $prefix/bin/fernhop: click its icon in the tray. \`$prefix/bin/fernhop --help\` shows what the command line can do."
+    echo "Press Ctrl-C to quit."
     exec "$prefix/bin/fernhop"
 }
 

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Removes what `make install` put under a prefix. If Fernhop is still the default browser of this user, the role goes back
-# to the browser that had it before.
+# Removes what `make install` installed under a prefix. If Fernhop is still the default browser of this user, the previous
+# default browser is restored.
 #
 #     scripts/uninstall.sh PREFIX [BUILD_FOLDER]
 set -euo pipefail
@@ -11,12 +11,12 @@ manifest="${2:-${FERNHOP_BUILD:-build/release}}/install_manifest.txt"
 
 giveRoleBack() {
     if [[ -x "$prefix/bin/fernhop" ]]; then
-        "$prefix/bin/fernhop" routing off || echo "uninstall: could not hand the default role back" >&2
+        "$prefix/bin/fernhop" routing off || echo "uninstall: could not restore the default browser" >&2
         "$prefix/bin/fernhop" quit || true
     fi
 }
 
-# Each file, and the folders that it leaves empty.
+# Removes each file, and folders that become empty.
 removeFiles() {
     local file
     while IFS= read -r file || [[ -n "$file" ]]; do
@@ -36,7 +36,7 @@ refreshCaches() {
     fi
 }
 
-# Before anything else: once the role is given back, the manifest may be found missing, but not the other way round.
+# First, so that the default browser is restored even if the manifest is missing.
 giveRoleBack
 scripts/autostart.sh off "$prefix"
 if [[ ! -f "$manifest" ]]; then

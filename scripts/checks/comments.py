@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the contracts are documented where they are declared: in src/platform/*.h and src/platform/ui/*.h, a type or
+"""Checks that contracts are documented at their declarations: in src/platform/*.h and src/platform/ui/*.h, a type or
 a function has a comment that begins with /// above it. An override needs none, nor a destructor, a defaulted member or one
 whose definition stands on the same line; a declaration right below a documented one, with no empty line between, may share
 its comment.
@@ -29,7 +29,7 @@ def declares(line):
 
 
 def ownDepths(text):
-    """For each line, whether it is at the level of declarations: not within a function's body."""
+    """For each line, whether it is outside of function bodies."""
     bodies = []
     for line in text:
         inBody = bool(bodies) and bodies[-1]

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Says which C++ and Objective-C++ files are not formatted; with --fix, formats them in place.
+# Lists the C++ and Objective-C++ files that are not formatted; with --fix, formats them in place.
 #
 #     format.sh [--fix] [ROOT]
 set -euo pipefail

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks what the sources include: one way down the floors, no circle of files or folders, no toolkit or system header in
+"""Checks what the sources include: only downwards on the floors, no cycles of files or folders, no toolkit or system header in
 portable folders, and no preprocessor conditional on the operating system there.
 
     includes.py [ROOT]
@@ -18,7 +18,7 @@ SYSTEM = re.compile(r"\b(__linux__|__linux|__gnu_linux__|__unix__|__APPLE__|__MA
                     r"__NetBSD__|__GLIBC__|TARGET_OS_\w+|__has_include)\b")
 CONDITIONAL = re.compile(r"^\s*#\s*(if|ifdef|ifndef|elif|elifdef|elifndef)\b")
 
-# Header-only or portable by themselves, and the same on every system.
+# Header-only or portable libraries, the same on every system.
 PORTABLE_LIBRARIES = ("nlohmann/", "simdjson.h", "CLI/")
 STANDARD_HEADERS = set("""
     algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits
@@ -56,7 +56,7 @@ class Floors:
 
 
 def resolve(root, include):
-    """The project's file that a quoted include names; nothing when it is none of the sources (a generated one, say)."""
+    """The project's file for a quoted include; nothing when it is not among the sources (a generated one, for example)."""
     for base in (Path("src"), Path("tests"), include.path.parent):
         candidate = base / include.name
         if (root / candidate).is_file():
@@ -87,7 +87,7 @@ def floorFault(include, target, floors):
 
 
 def sideFault(include, target, above, below):
-    """What is wrong when the core includes a backend, a backend the core, or one backend another."""
+    """The fault when the core includes a backend, a backend the core, or one backend another."""
     if not above.backend:
         return None if str(include.path).startswith(MAIN) else f"only a backend or a main includes {target}"
     if below.backend:
@@ -116,7 +116,7 @@ def checkPath(root, path, floors):
 
 
 def circles(graph):
-    """Every circle that a walk through the graph comes across, as the list of its files."""
+    """The cycles that a traversal of the graph finds, each as the list of its files."""
     finished, path, onPath = set(), [], set()
 
     def visit(node):
@@ -137,7 +137,7 @@ def circles(graph):
 
 
 def ofFolders(graph, floors):
-    """The same graph between the folders that the floors name."""
+    """The same graph between the folders in the list of floors."""
     folders = {}
     for path, targets in graph.items():
         own = floors.of(path)

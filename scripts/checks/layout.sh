@@ -1,5 +1,5 @@
 #!/bin/bash
-# Runs every check of the tree's layout, and says all that is wrong before it fails.
+# Runs every check of the tree's layout, and prints all faults before it fails.
 set -euo pipefail
 export PYTHONDONTWRITEBYTECODE=1
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that no file speaks of the machine it was written on: the folder of the checkout, the one that holds it, the home
-folder and any person's home. Homes in examples belong to "user", "me" and their like.
+"""Checks that no file mentions the machine it was written on: the folder of the checkout, its parent, the home folder and
+any person's home. Homes in examples belong to "user", "me" and their like.
 
     paths.py [ROOT]
 """
@@ -14,7 +14,7 @@ from sources import Fault, files, lines
 
 EXAMPLE_OWNERS = {"user", "me", "someone", "somebody", "ada", "ann", "bob", "alice", "test", "tester", "nobody", "u", "linuxbrew", "name"}
 HOME = re.compile(r"(?<![\w.}$)~-])/(?:(?:home|Users)/([A-Za-z0-9_][\w.-]*)|root/[\w.])")
-# Folders that every system has say nothing about one machine.
+# Folders that exist on every system do not identify a machine.
 COMMON = {"/", "/tmp", "/var", "/var/tmp", "/usr", "/usr/src", "/usr/local", "/usr/local/src", "/opt", "/srv", "/home", "/mnt",
           "/media", "/root", "/src", "/build", "/builds", "/app", "/data", "/Users", "/etc", "/run", "/bin", "/lib", "/dev"}
 
@@ -26,7 +26,7 @@ def privateFolders(root, home):
 
 
 def check(root, home=None):
-    # What follows the two slashes of a link is a host.
+    # A host follows the two slashes of a link, not a folder.
     private = [(folder, re.compile(r"(?<![\w.}$)~-])(?<!:/)" + re.escape(folder) + r"(?![\w-])")) for folder in privateFolders(root, home)]
     for path in files(root):
         if b"\0" in (root / path).read_bytes()[:4096]:

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Breaks a small tree on purpose, in every way that a check is there for, and sees whether the check says so."""
+"""Breaks a small tree in every way that a check must detect, and tests that the check reports it."""
 
 import subprocess
 import tempfile
@@ -11,7 +11,7 @@ import includes
 import paths
 import targets
 
-# Put together here, so that this file itself stays free of what the checks look for.
+# Composed here, so that this file itself does not contain what the checks search for.
 SOMEBODYS_HOME = "/".join(("", "home", "jdoe"))
 CHECKS = Path(__file__).resolve().parent
 SOUND_TREE = {
@@ -45,7 +45,7 @@ class Tree(unittest.TestCase):
         path.write_text(text, encoding="utf-8")
 
     def add(self, name, text):
-        """Appends to a file, or makes it and has CMake know it."""
+        """Appends to a file, or creates it and adds it to CMake."""
         path = self.root / name
         if path.exists():
             path.write_text(path.read_text(encoding="utf-8") + text, encoding="utf-8")
@@ -238,7 +238,7 @@ class Paths(Tree):
 
 
 class Commands(Tree):
-    """The checks that are commands of their own: their exit status counts."""
+    """The checks that are separate commands: tested by their exit status."""
 
     def status(self, *command):
         return subprocess.run([str(part) for part in command], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False).returncode

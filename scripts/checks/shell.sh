@@ -1,5 +1,5 @@
 #!/bin/bash
-# Runs shellcheck over every shell script of the tree: by name or by first line.
+# Runs shellcheck on every shell script of the tree, recognised by its name or first line.
 set -euo pipefail
 
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}"

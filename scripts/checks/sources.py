@@ -1,4 +1,4 @@
-"""The project's own sources, as the checks see them: text files below a root, no version control needed."""
+"""The project's own sources for the checks: text files below a root, found without version control."""
 
 import re
 from dataclasses import dataclass
@@ -12,7 +12,7 @@ INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 
 @dataclass(frozen=True)
 class Fault:
-    """One thing that is wrong, as people and editors read it."""
+    """A fault, in a form for people and editors."""
 
     path: Path
     line: int
@@ -31,7 +31,7 @@ class Include:
 
 
 def files(root):
-    """Every file of the tree, relative to `root`; what is built or kept by version control is left out."""
+    """Every file of the tree, relative to `root`, except build results and files of version control."""
     pending = [Path(".")]
     while pending:
         folder = pending.pop()

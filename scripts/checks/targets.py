@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that every C++ and Objective-C++ file is named by a CMakeLists.txt of its folder or of one above it, so that none
+"""Checks that every C++ and Objective-C++ file is listed in a CMakeLists.txt of its folder or of one above it, so that none
 is left unbuilt and unchecked. A header that is not the product's may do with being included by such a file.
 
     targets.py [ROOT]
@@ -19,7 +19,7 @@ ROOT_VARIABLES = re.compile(r"^\$\{(PROJECT_SOURCE_DIR|CMAKE_SOURCE_DIR|Fernhop_
 
 
 def listedFiles(root):
-    """Every path that a CMakeLists.txt names, taken from its folder."""
+    """Every path in a CMakeLists.txt, relative to its folder."""
     named = set()
     for path in files(root):
         if path.name != "CMakeLists.txt":

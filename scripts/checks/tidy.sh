@@ -1,5 +1,5 @@
 #!/bin/bash
-# Runs clang-tidy over the product's own sources, as BUILD_FOLDER compiles them.
+# Runs clang-tidy on the product's own sources, with the compile commands of BUILD_FOLDER.
 #
 #     tidy.sh BUILD_FOLDER [ROOT]
 set -euo pipefail
@@ -18,6 +18,6 @@ compiled() {
         fi
     done
 }
-# The database speaks to GCC, which has warnings that clang does not know.
+# The compile commands are for GCC, which has warnings that clang does not know.
 compiled | xargs -0 --no-run-if-empty -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p "$database" 2>&1 |
     sed -E "/^[0-9]+ warnings?( and [0-9]+ errors?)? generated\.$/d"

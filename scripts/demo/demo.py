@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""The demonstration: Fernhop at work on a private desktop. Real applications open links, through the desktop's own openers,
-and each link is looked for in the browser where its rule says. Prints what went where and why, and saves screenshots: of all
-windows, of the menu, and of a dialog.
+"""The demonstration: Fernhop on a private desktop. Real applications open links through the desktop's own openers, and each link
+must arrive in the browser that the rules choose. Prints where each link went and why, and saves screenshots of all windows, of
+the menu, and of a dialog.
 
     demo.py BUILD_FOLDER FOLDER_FOR_SCREENSHOTS
 """
@@ -34,7 +34,7 @@ REASONS = {"urlRule": "URL rule", "appRule": "app rule", "fallback": "fallback",
 
 @contextmanager
 def kept(path):
-    """Leaves a file as it was: uninstalling goes by the list of what was installed for the user."""
+    """Restores a file afterwards: uninstalling uses the list of what was installed for the user."""
     before = path.read_bytes() if path.exists() else None
     try:
         yield
@@ -62,7 +62,7 @@ class Demonstration:
         for link in self.links:
             self.decisions.append(self.open(link))
         self.arrange()
-        # Only now, so that a link that came twice is seen too.
+        # Only now, so that a link that arrived twice is noticed too.
         self.rows = [self.row(link, decision) for link, decision in zip(self.links, self.decisions)]
 
     # Preparing
@@ -76,7 +76,7 @@ class Demonstration:
         for application in scenario.APPLICATIONS:
             self.writeEntry(application, f"{PYTHON} {HERE}/linkapp.py")
         for browser in scenario.REAL_BROWSERS:
-            # Small browsers do not say that they open links; who wants one for that says so in an entry of one's own.
+            # The entries of small browsers do not declare links; users who want one for that write an entry of their own.
             self.desktop.processes.output(
                 "desktop-file-install", f"--dir={self.desktop.data}/applications", "--add-mime-type=x-scheme-handler/http",
                 "--add-mime-type=x-scheme-handler/https", f"/usr/share/applications/{browser.identifier}.desktop")
@@ -113,16 +113,16 @@ class Demonstration:
     # Opening
 
     def open(self, link):
-        """Opens one link from its application's window; what Fernhop says that it decides."""
+        """Opens a link from its application's window; returns the decision that Fernhop reports."""
         self.bringToFront(link.source)
         decision = json.loads(self.fernhop("explain", "--json", "--source", link.source.identifier, link.url))
         self.desktop.press(str(1 + [other for other in self.links if other.source == link.source].index(link)))
         try:
             self.desktop.waitFor("the link", lambda: self.arrivals(link))
-            # Not before, or its window would come in front of the next application's.
+            # Not before, or its window would cover the next application's.
             self.desktop.waitFor(f"{link.browser.title} to come to the front", lambda: self.desktop.isInFront(link.browser.identifier))
         except RuntimeError as error:
-            print(f"demonstration: {error}", file=sys.stderr)  # and the table says what is wrong
+            print(f"demonstration: {error}", file=sys.stderr)  # the table shows what is wrong
         return decision
 
     def bringToFront(self, application):
@@ -151,14 +151,14 @@ class Demonstration:
         return f"{words} {rule['pattern']}" if decision["because"] == "urlRule" and rule else words
 
     def arrivals(self, link):
-        """The titles of the browsers that have the link, one for each time it came."""
+        """The titles of the browsers that received the link, one for each time."""
         titles = {browser.identifier: browser.title for browser in scenario.SMALL_BROWSERS}
         written = self.record.read_text(encoding="utf-8").splitlines() if self.record.exists() else []
         small = [titles[entry["browser"]] for entry in map(json.loads, written) if entry["url"] == link.url]
         return small + self.fetched(link)
 
     def fetched(self, link):
-        """The real browsers that asked for the link's page, by what they call themselves."""
+        """The real browsers that requested the link's page, by their user agents."""
         if not link.url.startswith(self.pages.address):
             return []
         parts = urlsplit(link.url)
@@ -167,7 +167,7 @@ class Demonstration:
         return [next((b.title for b in scenario.REAL_BROWSERS if b.title in agent), agent) for agent in agents]
 
     def arrange(self):
-        """Puts every window where the screenshot shows it whole, once all are there."""
+        """Waits for all windows and moves each to where the screenshot shows it completely."""
         for program in scenario.APPLICATIONS + scenario.SMALL_BROWSERS + scenario.REAL_BROWSERS:
             expected = 1 if program in scenario.APPLICATIONS else sum(self.arrivals(link).count(program.title) for link in self.links)
             self.desktop.waitFor(f"the windows of {program.title}", lambda: len(self.desktop.windows(program.identifier)) >= expected)
@@ -176,7 +176,7 @@ class Demonstration:
                 self.desktop.place(window, left + index * (width + WINDOW_GAP), top, width, height)
 
     def picture(self, folder):
-        """Saves the screenshots; their files."""
+        """Saves the screenshots; returns their files."""
         pictures = [folder / f"{name}.png" for name in ("screenshot", "menu", "dialog")]
         tray = Tray(self.desktop, len(json.loads(self.fernhop("browsers", "--json"))))
         for path, show in zip(pictures, (lambda: None, tray.showRule, lambda: tray.addRule(NEW_PATTERN))):

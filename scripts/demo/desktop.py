@@ -1,4 +1,4 @@
-"""A desktop of its own that nobody sees: display, session bus, window manager and panel, and a home that goes when it ends."""
+"""A private, invisible desktop: display, session bus, window manager and panel, and a temporary home folder."""
 
 import os
 import shutil
@@ -12,7 +12,7 @@ from processes import Processes
 SCREEN = "1280x800x24"
 PATIENCE = 20.0
 
-# One panel with the windows, the tray and a clock, so that the panel asks no questions at its first start.
+# A panel with a window list, a tray and a clock, so that the panel does not show its first-start dialog.
 PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
@@ -44,7 +44,7 @@ PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 
 
 class Desktop:
-    """Use it in a `with` statement: what it started ends with it, and its home is removed."""
+    """For a `with` statement: at its end, all started processes are ended and the home folder is removed."""
 
     def __init__(self):
         self.top = Path(tempfile.mkdtemp(prefix="fernhop-demo."))
@@ -59,7 +59,7 @@ class Desktop:
         self.processes = Processes(self.variables(), self.log)
 
     def variables(self):
-        """The environment of the private session; nothing of the surrounding one leads out of it."""
+        """The environment of the private session, without references to the surrounding one."""
         return {
             "PATH": f"{self.prefix}/bin:/usr/local/bin:/usr/bin:/bin",
             "HOME": str(self.home),
@@ -110,7 +110,7 @@ class Desktop:
         return "true" in answer
 
     def waitFor(self, what, holds):
-        """The first true answer of `holds`; an error that names `what` when there is none for long."""
+        """The first true result of `holds`; an error with `what` on timeout."""
         deadline = time.monotonic() + PATIENCE
         while time.monotonic() < deadline:
             answer = holds()
@@ -125,7 +125,7 @@ class Desktop:
         return sorted(found.split(), key=int)
 
     def window(self, className):
-        """The oldest window of an application, when it has one."""
+        """The oldest window of an application, if it has one."""
         return next(iter(self.windows(className)), None)
 
     def isInFront(self, className):
@@ -137,7 +137,7 @@ class Desktop:
                               str(top), check=False)
 
     def activate(self, className):
-        """Brings an application's window to the front, as a click on it would."""
+        """Brings an application's window to the front, like a click on it."""
         window = self.waitFor(f"the window of {className}", lambda: self.window(className))
         self.processes.output("xdotool", "windowactivate", "--sync", window)
         return window

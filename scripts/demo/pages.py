@@ -1,4 +1,4 @@
-"""Pages for real browsers, on this machine only; each request tells which browser made it."""
+"""Pages for real browsers, on this machine only; each request identifies its browser."""
 
 import html
 import threading
@@ -35,7 +35,7 @@ class Pages:
                 self.wfile.write(body)
 
             def log_message(self, *_):
-                """Says nothing: the demonstration's own table is the log."""
+                """Logs nothing: the demonstration prints a table of its own."""
 
         return Handler
 

@@ -1,4 +1,4 @@
-"""Processes that end with the demonstration, however far they have wandered off."""
+"""Processes that end with the demonstration, even if they have detached themselves."""
 
 import ctypes
 import os
@@ -12,8 +12,8 @@ PATIENCE = 3.0
 
 
 class Processes:
-    """Starts programs and ends them again, with everything that they started in turn: as their subreaper this process
-    inherits what a daemon or a launched browser leaves behind, so that it can find each one by its parent."""
+    """Starts programs and ends them, with everything that they started: as their subreaper, this process becomes the
+    parent of orphaned daemons and browsers, so it can find each one."""
 
     def __init__(self, environment, log):
         ctypes.CDLL(None, use_errno=True).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
@@ -26,7 +26,7 @@ class Processes:
                                 start_new_session=True, **options)
 
     def startAnnouncing(self, *command):
-        """A program that writes one line, its address say, to the descriptor that takes the place of "{fd}"."""
+        """A program that writes one line, such as its address, to the descriptor that replaces "{fd}"."""
         reading, writing = os.pipe()
         try:
             self.start(*(part.replace("{fd}", str(writing)) for part in command), pass_fds=(writing,))
@@ -39,7 +39,7 @@ class Processes:
         return line
 
     def output(self, *command, check=True):
-        """What a program prints."""
+        """The output of a program."""
         done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=self.log if check else subprocess.DEVNULL, text=True, check=False, timeout=60)
         if check and done.returncode != 0:
@@ -47,7 +47,7 @@ class Processes:
         return done.stdout
 
     def stop(self):
-        """Ends everything that is left: politely first, and without asking what does not listen."""
+        """Ends all remaining processes: first by SIGTERM, then by SIGKILL."""
         for number in (signal.SIGTERM, signal.SIGKILL):
             deadline = time.monotonic() + PATIENCE
             asked = set()

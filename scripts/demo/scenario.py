@@ -1,4 +1,4 @@
-"""Who opens which link in the demonstration, and where each has to arrive."""
+"""Which application opens which link in the demonstration, and where each must arrive."""
 
 import shutil
 from dataclasses import dataclass
@@ -6,7 +6,7 @@ from dataclasses import dataclass
 
 @dataclass(frozen=True)
 class Program:
-    """An application or a browser. `place` is left, top, width and height of its first window; the next ones stand to the
+    """An application or a browser. `place` is left, top, width and height of its first window; further ones are to the
     right of it."""
 
     identifier: str
@@ -24,7 +24,7 @@ class Link:
     browser: Program
 
 
-# Real ones, from the distribution; their window class is their desktop-file ID or begins like it.
+# Real ones, from the distribution; their window class is, or begins with, their desktop-file ID.
 DILLO = Program("dillo", "Dillo", (590, 60, 330, 230))
 NETSURF = Program("netsurf-gtk", "NetSurf", (590, 330, 670, 190)) if shutil.which("netsurf-gtk") else DILLO
 # Small ones of our own.
@@ -46,7 +46,7 @@ APP_RULES = ((MAIL, WORK), (CHAT, NETSURF))
 
 
 def links(pages):
-    """The links; `pages` is the address of pages that real browsers can fetch."""
+    """The links; `pages` is the address of the web server for real browsers."""
     return (
         Link(MAIL, "xdg-open", f"{pages}/news/today?from=mail&lang=%F0", "urlRule", DILLO),
         Link(MAIL, "gio open", "https://shop.example.org/cart?item=3&cut=a%7Cb#top", "appRule", WORK),

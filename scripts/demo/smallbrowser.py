@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A browser that fetches nothing: it writes down the URL that it was given, byte by byte, and shows it.
+"""A browser that fetches nothing: it records the URL that it received, byte by byte, and shows it.
 
     smallbrowser.py ID TITLE RECORD URL
 """

@@ -1,4 +1,4 @@
-"""Fernhop's icon in the panel's tray, worked with pointer and keys."""
+"""Fernhop's icon in the panel's tray, operated by pointer and keys."""
 
 TRAY = "^wrapper-2.0$"  # the panel runs its tray in a process of its own, which has this class
 MENU = "_NET_WM_WINDOW_TYPE_POPUP_MENU"
@@ -6,20 +6,20 @@ BEFORE_BROWSERS = 2  # the items of the menu that can be chosen above its browse
 
 
 class Tray:
-    """The menu's first submenu is the one with the URL rules; its first item adds one."""
+    """Operates the menu, whose first submenu is the one with the URL rules; its first item adds a rule."""
 
     def __init__(self, desktop, browserCount):
         self.desktop = desktop
         self.browserCount = browserCount
 
     def showRule(self):
-        """Opens the menu as far as the browsers of the first URL rule."""
+        """Opens the menu down to the browsers of the first URL rule."""
         self.openRules()
         self.desktop.press("Down", "Right")
         self.waitForMenus(3)
 
     def addRule(self, pattern):
-        """Opens the dialog for a new URL rule and types a pattern; its window."""
+        """Opens the dialog for a new URL rule and types a pattern; returns its window."""
         self.openRules()
         self.desktop.press("Return")
         window = self.desktop.waitFor("the dialog", lambda: self.desktop.window("fernhop"))
@@ -27,7 +27,7 @@ class Tray:
         return window
 
     def close(self):
-        """Takes every menu away, or the dialog."""
+        """Closes all menus, or the dialog."""
         while self.menus():
             count = len(self.menus())
             self.desktop.press("Escape")
@@ -50,7 +50,7 @@ class Tray:
         return [window for window in self.windows() if self.isMenu(window)]
 
     def icon(self):
-        """Where the icon is, once it is there."""
+        """The position of the icon, once it exists."""
         others = [window for window in self.windows() if not self.isMenu(window)]
         return self.desktop.geometry(others[0]) if others else None
 
