@@ -9,38 +9,38 @@ BUILD := build/release
 help: ## Show this list
 	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
 
-run: ## Build and start Fernhop in this session; with no display, the demonstration
+run: ## Build and start Fernhop in this session; without a display, run the demonstration
 	@scripts/run.sh
 
-demo: ## The demonstration on a private desktop, also where there is a display
+demo: ## Run the demonstration on a private desktop
 	@scripts/run.sh --demo
 
 test: ## Build everything and run every test
 	@scripts/test.sh
 
-check: ## Formatting, layout and static checks
+check: ## Run the formatting, layout and static checks
 	@scripts/check.sh
 
 format: ## Format all C++ sources in place
 	@scripts/checks/format.sh --fix
 
-build: ## Build what gets installed
+build: ## Build the version to install
 	@scripts/build.sh
 
-install: build ## Install under PREFIX (~/.local when not given)
+install: build ## Install under PREFIX (default: ~/.local)
 	@cmake --install $(BUILD) --prefix "$(PREFIX)"
 
-uninstall: ## Remove what `make install` put under PREFIX; hands the browser role back first
+uninstall: ## Remove the installation under PREFIX, and restore the default browser
 	@scripts/uninstall.sh "$(PREFIX)"
 
 bench: ## Run the benchmarks
 	@scripts/bench.sh
 
-fuzz: ## Run each fuzzer for FERNHOP_FUZZ_SECONDS (60 when not given)
+fuzz: ## Run each fuzzer for FERNHOP_FUZZ_SECONDS (default: 60)
 	@scripts/fuzz.sh
 
 deb: build ## Make a Debian package in build/
 	@scripts/deb.sh
 
-clean: ## Remove everything that was built
+clean: ## Remove all build results
 	rm -rf build
