@@ -67,8 +67,8 @@ class DefaultHandlerControl {
     void updateDefaultBrowserFromWindow(const Object *sender);
 
     /// Changes whether the default browser is restored on quit: to the state of a check box, to the opposite
-    /// state of a menu item or, for any other sender, to the opposite of the stored value. False when the change
-    /// could not be stored.
+    /// state of a menu item or, for any other sender, to the opposite of the stored value. False when the
+    /// change could not be stored.
     bool toggleRestoreDefaultBrowserOnQuit(const Object *sender);
 
     /// Restores the default browser if the user wants that, Fernhop is the default and a browser is known.

@@ -10,8 +10,8 @@
 namespace fernhop {
 
 /// The application's own settings by key, which the platform keeps across runs. Main thread only. Reads see
-/// what was last written, by this process or another one; nothing is cached by the caller. Unreadable values are
-/// absent; each write returns whether it succeeded.
+/// what was last written, by this process or another one; nothing is cached by the caller. Unreadable values
+/// are absent; each write returns whether it succeeded.
 class UserDefaults {
   public:
     virtual ~UserDefaults() = default;

@@ -23,9 +23,9 @@ inline constexpr std::string_view restoresDefaultBrowserOnQuit = "restoresDefaul
 /// Source application bundle identifier to browser bundle identifier.
 using AppRules = std::map<std::string, std::string, std::less<>>;
 
-/// The user's rules. Main thread only. Nothing is cached: each read goes to the settings, each change is written
-/// at once. Unreadable values are empty. Each change returns whether it was stored; one that changes nothing was
-/// not.
+/// The user's rules. Main thread only. Nothing is cached: each read goes to the settings, each change is
+/// written at once. Unreadable values are empty. Each change returns whether it was stored; one that changes
+/// nothing was not.
 class Preferences {
   public:
     /// `defaults` must outlive this object.
@@ -57,8 +57,8 @@ class Preferences {
     bool removeRule(const std::string &forApp);
 
     /// Adds a rule at the end, or changes the browser of the first rule with the same pattern, letter case
-    /// ignored. The pattern is trimmed; an empty one changes nothing. Returns the rule as stored; nothing when it
-    /// was not stored.
+    /// ignored. The pattern is trimmed; an empty one changes nothing. Returns the rule as stored; nothing
+    /// when it was not stored.
     std::optional<URLRule> addURLRule(std::string_view pattern, const std::string &browserBundleID);
     /// Changes the rule with this identifier and keeps its position. An empty trimmed pattern, or an unknown
     /// identifier, changes nothing.

@@ -14,7 +14,7 @@ struct FakeResident {
         std::string input;
     };
 
-    std::optional<CommandResult> answer; ///< nothing: no Fernhop is running
+    std::optional<CommandResult> answer;    ///< nothing: no Fernhop is running
     std::optional<std::string> openFailure; ///< why links cannot be delivered
     std::vector<Call> calls;
     std::vector<std::string> opened;
