@@ -28,7 +28,7 @@ TEST_P(ListCommands, StatusOfAConfiguredSystem) {
     report.sourceBundleID = editor;
     report.provider = "x11";
     report.icon = IconPlace::panel;
-    report.openFailures = {"No tray.", "No portal."};
+    report.reportedProblems = {"No tray.", "No portal."};
     EXPECT_EQ(runJson({"status", "--json"}), (json{{"routing", true},
                                                    {"httpHandler", alpha},
                                                    {"httpsHandler", own},
@@ -61,7 +61,7 @@ TEST_P(ListCommands, StatusShowsWhereTheIconIs) {
 
 TEST_P(ListCommands, StatusPrintsTextForPeople) {
     launchServices.handlers = {{"http", alpha}, {"https", "org.example.Gone"}};
-    report.openFailures = {"No\ntray."};
+    report.reportedProblems = {"No\ntray."};
     const auto told = run({"status"});
     EXPECT_EQ(told.status, 0);
     for (const char *part : {"App Routing:        off", "Alpha Browser (org.example.Alpha)",
@@ -135,7 +135,7 @@ TEST_F(EmptySystem, HasEmptyLists) {
 }
 
 TEST_F(EmptySystem, ReportsThatThereIsNoBrowser) {
-    report.openFailures = {"No portal."};
+    report.reportedProblems = {"No portal."};
     const auto status = json::parse(run({"status", "--json"}).output);
     EXPECT_EQ(status["problems"],
               (json::array({"No portal.", "No web browser was found, so no link can be opened."})));

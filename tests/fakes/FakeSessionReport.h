@@ -11,13 +11,13 @@ class FakeSessionReport : public SessionReport {
     std::string provider = "fake";
     bool runs = true;
     IconPlace icon = IconPlace::nowhere;
-    std::vector<std::string> obstacles;
+    std::vector<std::string> reportedProblems;
 
     std::optional<std::string> source() const override { return sourceBundleID; }
     std::string sourceProvider() const override { return provider; }
     bool running() const override { return runs; }
     IconPlace iconPlace() const override { return icon; }
-    std::vector<std::string> problems() const override { return obstacles; }
+    std::vector<std::string> problems() const override { return reportedProblems; }
 };
 
 } // namespace fernhop::fakes
