@@ -18,6 +18,10 @@ compiled() {
         fi
     done
 }
-# The compile commands are for GCC, which has warnings that clang does not know.
+if [[ -z "$(compiled | tr -d '\0')" ]]; then
+    echo "tidy: $database compiles no source of its own; FERNHOP_SOURCES_PER_UNIT must be 1" >&2
+    exit 1
+fi
+# GCC's compile commands have warnings that clang does not know.
 compiled | xargs -0 --no-run-if-empty -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p "$database" 2>&1 |
     sed -E "/^[0-9]+ warnings?( and [0-9]+ errors?)? generated\.$/d"
