@@ -146,11 +146,11 @@ std::optional<std::string> helperFileFor(const DesktopEntry &entry) {
     return text.bytes();
 }
 
-XfceBrowser::XfceBrowser(const XdgSession &session, const DesktopEntries &desktopEntries)
-    : places(session), entries(desktopEntries), settings(parseSettings), helpers(parseHelper) {}
+XfceBrowser::XfceBrowser(const XdgSession &xdgSession, const DesktopEntries &desktopEntries)
+    : session(xdgSession), entries(desktopEntries), settings(parseSettings), helpers(parseHelper) {}
 
 std::optional<std::string> XfceBrowser::settingText() const {
-    for (const auto &folder : places.allConfigFolders()) {
+    for (const auto &folder : session.allConfigFolders()) {
         const auto &found = settings.at(folder + std::string(settingsFile));
         if (found)
             return found;
@@ -160,7 +160,7 @@ std::optional<std::string> XfceBrowser::settingText() const {
 
 // Xfce takes the first file of that name and looks no further, also when it is of no use.
 std::optional<XfceBrowser::HelperFile> XfceBrowser::helperFile(const std::string &id) const {
-    for (const auto &folder : places.allDataFolders()) {
+    for (const auto &folder : session.allDataFolders()) {
         const auto path = helperPath(folder, id);
         if (exists(path))
             return HelperFile{path, helpers.at(path)};
@@ -193,7 +193,7 @@ bool XfceBrowser::provideHelper(const DesktopEntry &entry) {
     const bool isForeign = found && !(found->helper && found->helper->isOurs);
     if (isForeign && found->helper && found->helper->isUsable())
         return true;
-    const auto path = helperPath(places.dataHome, entry.id);
+    const auto path = helperPath(session.dataHome, entry.id);
     if (isForeign && found->path == path)
         return false;
     const auto text = helperFileFor(entry);
@@ -201,7 +201,7 @@ bool XfceBrowser::provideHelper(const DesktopEntry &entry) {
 }
 
 bool XfceBrowser::set(const DesktopEntry &entry) {
-    const auto path = places.configHome + std::string(settingsFile);
+    const auto path = session.configHome + std::string(settingsFile);
     const auto bytes = readForChange(path);
     if (!bytes || !isFileName(entry.id) || !provideHelper(entry))
         return false;
