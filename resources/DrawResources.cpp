@@ -1,7 +1,7 @@
 // Draws the images that Fernhop brings along into the folder that is given: the status icon in both inks, and
 // a picture for each way to reach the developer.
 
-#include "platform/linux/tray/Painter.h"
+#include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/PngFile.h"
 #include "platform/linux/tray/Symbols.h"
 #include "statusitem/FallbackGlyph.h"

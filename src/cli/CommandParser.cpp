@@ -2,7 +2,6 @@
 
 #include "cli/ArgumentMarks.h"
 #include "cli/PlainText.h"
-#include "platform/Version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -24,7 +23,7 @@ class Grammar {
   public:
     Grammar() : app("Opens each link in the browser that your rules choose.", "fernhop") {
         app.set_help_flag("-h,--help", "Print this help and exit");
-        app.set_version_flag("--version", std::string("fernhop ") + programVersion(),
+        app.set_version_flag("--version", std::string("fernhop " FERNHOP_VERSION),
                              "Print the version and exit");
         app.require_subcommand(0, 1);
         setLabels();

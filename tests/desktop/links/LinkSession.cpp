@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <utility>
 
 namespace fernhop::desktoptest {
 namespace {
@@ -20,8 +19,7 @@ std::string contents(const std::string &path) {
 
 } // namespace
 
-LinkSession::LinkSession(std::string programFolder)
-    : programs(std::move(programFolder)), environment(home.environment()) {
+LinkSession::LinkSession() : environment(home.environment()) {
     environment["DBUS_SESSION_BUS_ADDRESS"] = std::nullopt;
     environment["LC_ALL"] = "C.UTF-8";
     home.writeDesktopEntry("web", browser.desktopEntry());
@@ -32,6 +30,10 @@ LinkSession::LinkSession(std::string programFolder)
     home.write(home.config() + "/mimeapps.list",
                "[Default Applications]\nx-scheme-handler/http=org.fernhop.Fernhop.desktop\n"
                "x-scheme-handler/https=org.fernhop.Fernhop.desktop\n");
+}
+
+std::string LinkSession::program(const std::string &name) {
+    return support::buildFolder() + "/bin/" + name;
 }
 
 void LinkSession::makeActivatable() {

@@ -58,7 +58,7 @@ class XfceBrowser {
     [[nodiscard]] std::optional<HelperFile> helperFile(const std::string &id) const;
     [[nodiscard]] bool provideHelper(const DesktopEntry &entry);
 
-    XdgSession session;
+    XdgSession places;
     const DesktopEntries &entries;
     mutable ParsedFiles<std::optional<std::string>> settings;
     mutable ParsedFiles<std::optional<XfceHelper>> helpers;

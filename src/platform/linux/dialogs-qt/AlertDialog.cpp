@@ -1,10 +1,8 @@
 #include "platform/linux/dialogs-qt/AlertDialog.h"
 
-#include "platform/linux/dialogs-qt/ApplicationIcons.h"
-#include "platform/linux/dialogs-qt/OwnIcon.h"
-#include "platform/linux/dialogs-qt/PaintedIcon.h"
-#include "platform/linux/dialogs-qt/TextLabel.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/linux/dialogs-qt/ViewText.h"
+#include "platform/linux/dialogs-qt/Widgets.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>

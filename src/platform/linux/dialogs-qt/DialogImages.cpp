@@ -1,7 +1,6 @@
 #include "platform/linux/dialogs-qt/DialogImages.h"
 
-#include "platform/linux/dialogs-qt/ApplicationIcons.h"
-#include "platform/linux/dialogs-qt/PaintedIcon.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/linux/tray/Symbols.h"
 
 #include <QApplication>

@@ -1,12 +1,23 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/ViewContext.h"
+#include "platform/Object.h"
 #include "platform/ui/Image.h"
+#include "platform/ui/Selector.h"
 
 #include <QIcon>
 #include <QPainter>
+#include <functional>
+#include <string>
 
 namespace fernhop::freedesktop {
+
+/// What the widgets of a dialog need from around them.
+struct ViewContext {
+    /// Fires a control's action.
+    std::function<void(ui::Selector action, const Object &sender)> perform;
+    /// The `Icon` of the desktop entry at a path: a name in the icon theme or a file; empty: none.
+    std::function<std::string(const std::string &entryPath)> iconOfEntry;
+};
 
 /// Draws `drawing`, made for a square of `side` points, into `target`, in `ink`.
 void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, const QRectF &target,

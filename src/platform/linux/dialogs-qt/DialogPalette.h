@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/ui/Appearance.h"
+#include "platform/ui/Color.h"
 
+#include <QColor>
 #include <QPalette>
 #include <optional>
 
@@ -14,5 +16,8 @@ namespace fernhop::freedesktop {
 /// dark, or the other way round, because the toolkit does not know this desktop, it gives a palette of our
 /// own with the theme's accent.
 void adoptAppearance(std::optional<ui::AppearanceName> stated);
+
+/// A role's colour in a palette, which is the user's.
+[[nodiscard]] QColor colorIn(const QPalette &palette, ui::Color color);
 
 } // namespace fernhop::freedesktop

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/dialogs-qt/AlertDialog.h"
-#include "platform/linux/dialogs-qt/ViewContext.h"
+#include "platform/linux/dialogs-qt/DialogImages.h"
 #include "platform/ui/Alert.h"
 #include "platform/ui/Appearance.h"
 

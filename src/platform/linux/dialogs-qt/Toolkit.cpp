@@ -1,7 +1,7 @@
 #include "platform/linux/dialogs-qt/Toolkit.h"
 
 #include "platform/linux/base/Environment.h"
-#include "platform/linux/dialogs-qt/ApplicationIcons.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>

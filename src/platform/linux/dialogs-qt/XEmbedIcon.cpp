@@ -1,8 +1,7 @@
 #include "platform/linux/dialogs-qt/XEmbedIcon.h"
 
-#include "platform/linux/dialogs-qt/ApplicationIcons.h"
 #include "platform/linux/dialogs-qt/DialogPalette.h"
-#include "platform/linux/dialogs-qt/PaintedIcon.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 
 #include <QApplication>
 #include <QCursor>

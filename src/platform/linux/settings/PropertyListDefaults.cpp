@@ -22,52 +22,73 @@ bool beginsLikeYes(std::string_view text) {
     return !text.empty() && std::string_view("YyTt123456789").find(text.front()) != std::string_view::npos;
 }
 
-/// The right to change the file at `path`, whose folder is made when it is not there; nothing when it cannot
-/// be had in that time.
-std::optional<FileLock> lockFor(const std::string &path, std::chrono::milliseconds atMost) {
+} // namespace
+
+SettingsFile::SettingsFile(std::string location) : path(std::move(location)) {}
+
+std::optional<FileIdentity> SettingsFile::identity() const {
+    return FileIdentity::of(path);
+}
+
+std::optional<SettingsFile::Contents> SettingsFile::read() const {
+    const FileDescriptor file = openForReading(path);
+    if (file)
+        return Contents{FileIdentity::of(file), readFile(file, propertyListLimit::bytes)};
+    return errno == ENOENT ? std::nullopt : std::optional(Contents{identity(), std::nullopt});
+}
+
+std::optional<FileLock> SettingsFile::lock(std::chrono::milliseconds atMost) const {
     const auto target = followedLinks(path);
     if (!target || !makeFolder(folderOf(*target)))
         return std::nullopt;
     return FileLock::acquire(*target + ".lock", atMost);
 }
 
-/// Gives the file a name of its own beside it (".unreadable-" and the first free number).
-bool keepAside(const std::string &path) {
+Result<> SettingsFile::replace(std::string_view bytes) const {
+    return replaceFile(path, bytes, Writers::one);
+}
+
+Result<> SettingsFile::keepAside() const {
     const auto target = followedLinks(path);
-    for (int number = 1; target; ++number) {
+    if (!target)
+        return Failure::ofSystem(ELOOP);
+    for (int number = 1;; ++number) {
         const std::string kept = *target + ".unreadable-" + std::to_string(number);
         if (::link(target->c_str(), kept.c_str()) == 0)
-            return true;
+            return Success{};
         // A second name is not given to folders, nor on every file system; there the first one is taken away.
         if (errno != EEXIST &&
             ::renameat2(AT_FDCWD, target->c_str(), AT_FDCWD, kept.c_str(), RENAME_NOREPLACE) == 0)
-            return true;
+            return Success{};
         if (errno != EEXIST)
-            return false;
+            return Failure::ofSystem(errno);
     }
-    return false;
 }
 
-} // namespace
-
-PropertyListDefaults::PropertyListDefaults(std::filesystem::path location, ReadableCheck check,
+PropertyListDefaults::PropertyListDefaults(std::filesystem::path path, ReadableCheck check,
                                            std::chrono::milliseconds wait)
-    : path(std::move(location)), isReadable(std::move(check)), longestWait(wait) {}
+    : file(std::move(path)), isReadable(std::move(check)), longestWait(wait) {}
 
 std::optional<PropertyDictionary> PropertyListDefaults::dictionaryForKey(std::string_view key) const {
-    auto value = valueForKey(key);
-    auto *const dictionary = value ? std::get_if<PropertyDictionary>(&value->value) : nullptr;
-    return dictionary ? std::optional(std::move(*dictionary)) : std::nullopt;
+    void *const found = node(key);
+    if (!found || plist_get_node_type(found) != PLIST_DICT)
+        return std::nullopt;
+    auto value = propertyValue(found);
+    return value ? std::optional(std::move(std::get<PropertyDictionary>(value->value))) : std::nullopt;
 }
 
 std::optional<std::string> PropertyListDefaults::dataForKey(std::string_view key) const {
-    auto value = valueForKey(key);
-    auto *const data = value ? std::get_if<PropertyData>(&value->value) : nullptr;
-    return data ? std::optional(std::move(data->bytes)) : std::nullopt;
+    void *const found = node(key);
+    if (!found || plist_get_node_type(found) != PLIST_DATA)
+        return std::nullopt;
+    std::uint64_t length = 0;
+    const char *bytes = plist_get_data_ptr(found, &length);
+    return bytes ? std::string(bytes, length) : std::string();
 }
 
 std::optional<std::string> PropertyListDefaults::stringForKey(std::string_view key) const {
-    const auto value = valueForKey(key);
+    void *const found = node(key);
+    const auto value = found ? propertyValue(found) : std::nullopt;
     if (!value)
         return std::nullopt;
     if (const auto *number = value->as<std::int64_t>())
@@ -81,7 +102,8 @@ std::optional<std::string> PropertyListDefaults::stringForKey(std::string_view k
 }
 
 bool PropertyListDefaults::boolForKey(std::string_view key) const {
-    const auto value = valueForKey(key);
+    void *const found = node(key);
+    const auto value = found ? propertyValue(found) : std::nullopt;
     if (!value)
         return false;
     if (const auto *number = value->as<std::int64_t>())
@@ -121,7 +143,7 @@ bool PropertyListDefaults::update(const std::function<void()> &change) {
             defaults.current.reset();
         }
     };
-    current.emplace(Update{lockFor(path, longestWait)});
+    current.emplace(Update{file.lock(longestWait)});
     const Ending ending{*this};
     refresh();
     change();
@@ -137,26 +159,20 @@ void *PropertyListDefaults::node(std::string_view key) const {
     return snapshot.tree ? plist_dict_get_item(snapshot.tree.get(), std::string(key).c_str()) : nullptr;
 }
 
-std::optional<PropertyValue> PropertyListDefaults::valueForKey(std::string_view key) const {
-    void *const found = node(key);
-    return found ? propertyValue(found) : std::nullopt;
-}
-
 void PropertyListDefaults::refresh() const {
-    if (snapshot.isCurrent && snapshot.identity == FileIdentity::of(path))
+    if (snapshot.isCurrent && snapshot.identity == file.identity())
         return;
     snapshot = {};
-    const FileDescriptor file = openForReading(path);
-    if (!file && errno == ENOENT)
+    const auto contents = file.read();
+    if (!contents)
         return;
-    snapshot.identity = file ? FileIdentity::of(file) : FileIdentity::of(path);
-    snapshot.isCurrent = snapshot.identity && snapshot.identity->isSettled();
-    // Nothing for what is no regular file, may not be read, or is larger than a property list may be.
-    const auto bytes = readFile(file, propertyListLimit::bytes);
-    if (bytes && bytes->empty())
+    snapshot.identity = contents->identity;
+    snapshot.isCurrent = contents->identity && contents->identity->isSettled();
+    const bool isEmpty = contents->bytes && contents->bytes->empty();
+    if (isEmpty)
         return;
-    if (bytes)
-        snapshot.tree = decodePropertyList(*bytes);
+    if (contents->bytes)
+        snapshot.tree = decodePropertyList(*contents->bytes);
     if (snapshot.tree && plist_get_node_type(snapshot.tree.get()) != PLIST_DICT)
         snapshot.tree.reset();
     snapshot.isUnreadable = !snapshot.tree;
@@ -190,7 +206,7 @@ bool PropertyListDefaults::commit() {
     if (!bytes)
         return false;
     const bool keepsOldFile = snapshot.isUnreadable || current->keepsOldFile;
-    return (!keepsOldFile || keepAside(path)) && replaceFile(path, *bytes, Writers::one);
+    return (!keepsOldFile || file.keepAside()) && file.replace(*bytes);
 }
 
 } // namespace fernhop::freedesktop

@@ -1,6 +1,5 @@
-#include "platform/Version.h"
-#include "platform/linux/base/OwnProgram.h"
 #include "platform/linux/stub/Courier.h"
+#include "platform/linux/stub/Resident.h"
 
 #include <unistd.h>
 
@@ -10,7 +9,6 @@
 namespace {
 
 using namespace fernhop::stub;
-using namespace fernhop::freedesktop;
 
 constexpr const char *help =
     "Usage: fernhop-open [--] URL...\n"
@@ -29,31 +27,24 @@ std::vector<std::string> linksOf(int count, char **arguments) {
     return {arguments + first, arguments + count};
 }
 
-// Without a resident to take the links, this process becomes one that opens them itself.
-int openWithoutResident(const std::vector<std::string> &links) {
-    const auto program = programBeside("fernhop");
+// With no bus there is nobody to hand links to, so this process becomes one that opens them itself.
+int openWithoutBus(const std::vector<std::string> &links) {
+    const auto program = residentProgram();
     std::vector<const char *> arguments = {program.c_str(), "--without-bus", "--"};
     for (const auto &link : links)
         arguments.push_back(link.c_str());
     arguments.push_back(nullptr);
-    Pauses pauses; // an upgrade may be replacing the program
-    do
-        execv(program.c_str(), const_cast<char *const *>(arguments.data()));
-    while (pauses.wait());
+    execv(program.c_str(), const_cast<char *const *>(arguments.data()));
     perror(program.c_str());
     return 1;
 }
 
-int run(char **arguments, const std::vector<std::string> &links, const LinkOrigin &origin) {
-    using Kind = DeliveryResult::Kind;
+int run(const std::vector<std::string> &links, const LinkOrigin &origin) {
     const auto result = deliver(links, origin);
-    if (result.kind == Kind::delivered)
+    if (result.kind == DeliveryResult::Kind::delivered)
         return 0;
-    // The new program reads the same origin: it is this process, with the environment as it was.
-    if (result.kind == Kind::replaced)
-        execv(ownProgramPath().c_str(), arguments);
-    if (result.kind != Kind::failed && !links.empty())
-        return openWithoutResident(links);
+    if (result.kind == DeliveryResult::Kind::noBus && !links.empty())
+        return openWithoutBus(links);
     fprintf(stderr, "fernhop-open: %zu link(s) not opened: %s\n", links.size(), result.reason.c_str());
     return 1;
 }
@@ -65,6 +56,6 @@ int main(int count, char **arguments) {
     if (count == 2 && strcmp(arguments[1], "--help") == 0)
         return fputs(help, stdout) < 0;
     if (count == 2 && strcmp(arguments[1], "--version") == 0)
-        return printf("fernhop-open %s\n", fernhop::programVersion()) < 0;
-    return run(arguments, linksOf(count, arguments), origin);
+        return puts("fernhop-open " FERNHOP_VERSION) < 0;
+    return run(linksOf(count, arguments), origin);
 }

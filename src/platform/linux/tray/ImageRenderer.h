@@ -1,12 +1,28 @@
 #pragma once
 
-#include "platform/linux/tray/CairoPointer.h"
+#include "platform/linux/tray/PngFile.h"
+#include "platform/ui/Drawing.h"
 #include "platform/ui/Image.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace fernhop::freedesktop {
+
+/// `drawing`, made for a square of `side` points, on `pixels` by `pixels` transparent pixels: drawn anew for
+/// each size, so that it is as crisp as the size allows.
+[[nodiscard]] SurfacePointer paint(const ui::Drawing &drawing, double side, int pixels);
+
+/// `image` scaled in proportion into the middle of `pixels` by `pixels` transparent pixels.
+[[nodiscard]] SurfacePointer fitted(cairo_surface_t *image, int pixels);
+
+/// `image` with a light rim around what it shows, one point wide on an icon of 18: a dark picture shows on a
+/// dark ground then, too.
+[[nodiscard]] SurfacePointer rimmed(cairo_surface_t *image);
+
+/// The pixels of an ARGB surface as StatusNotifierItem has them: four bytes each, alpha, red, green, blue,
+/// not premultiplied, row by row from the top.
+[[nodiscard]] std::vector<std::uint8_t> networkPixels(cairo_surface_t *image);
 
 /// An image as `pixels` by `pixels` pixels; null for an application's icon, which the icon theme has, and for
 /// what cannot be read or has not been drawn.

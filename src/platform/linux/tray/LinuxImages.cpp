@@ -3,8 +3,6 @@
 #include "platform/linux/tray/PngFile.h"
 #include "platform/linux/tray/Symbols.h"
 
-#include <sys/stat.h>
-
 namespace fernhop::freedesktop {
 
 ui::ImageReference LinuxImages::imageWithContentsOfUrl(const Url &file, double side) const {
@@ -19,20 +17,16 @@ ui::ImageReference LinuxImages::imageWithSystemSymbolName(const std::string &nam
     return std::make_shared<const ui::Image>(ui::SystemSymbol{name}, side, true);
 }
 
-LinuxImages::Identity LinuxImages::identityOf(const std::string &path) {
-    struct stat file {};
-    if (stat(path.c_str(), &file) != 0)
-        return {};
-    return {file.st_dev, file.st_ino, static_cast<std::uint64_t>(file.st_size), file.st_mtim.tv_sec,
-            file.st_mtim.tv_nsec};
-}
-
 bool LinuxImages::isImage(const std::string &path) const {
-    const Identity now = identityOf(path);
-    auto &known = knownFiles[path];
-    if (known.identity != now)
-        known = {now, readPng(path) != nullptr};
-    return known.isImage;
+    const auto now = FileIdentity::of(path);
+    if (!now)
+        return false;
+    const auto known = knownFiles.find(path);
+    if (known != knownFiles.end() && known->second.identity == *now)
+        return known->second.isImage;
+    const bool isPng = readPng(path) != nullptr;
+    knownFiles.insert_or_assign(path, KnownFile{*now, isPng});
+    return isPng;
 }
 
 } // namespace fernhop::freedesktop

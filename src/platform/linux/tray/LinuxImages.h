@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/linux/base/Files.h"
 #include "platform/ui/Images.h"
 
-#include <cstdint>
 #include <map>
 #include <string>
 
@@ -16,19 +16,11 @@ class LinuxImages : public ui::Images {
                                                                double side) const override;
 
   private:
-    /// What tells whether a file is still the one that was read.
-    struct Identity {
-        std::uint64_t device = 0, inode = 0, size = 0;
-        std::int64_t seconds = 0, nanoseconds = 0;
-
-        bool operator==(const Identity &) const = default;
-    };
     struct KnownFile {
-        Identity identity;
+        FileIdentity identity;
         bool isImage = false;
     };
 
-    [[nodiscard]] static Identity identityOf(const std::string &path);
     [[nodiscard]] bool isImage(const std::string &path) const;
 
     // The status icon is asked for at each rebuild of the menu.

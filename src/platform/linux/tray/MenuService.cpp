@@ -6,7 +6,7 @@
 namespace fernhop::freedesktop {
 namespace {
 
-constexpr const char *introspection = R"XML(
+constexpr const char *menuIntrospection = R"XML(
 <node>
   <interface name="com.canonical.dbusmenu">
     <property name="Version" type="u" access="read"/>
@@ -110,7 +110,7 @@ ItemEvent eventIn(GVariant *event) {
 
 MenuService::MenuService(GDBusConnection *bus, const IconFinder &iconFinder, PerformAction performAction)
     : perform(std::move(performAction)), icons(iconFinder),
-      object(bus, path, introspection,
+      object(bus, path, menuIntrospection,
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               property}) {}
 

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "platform/linux/base/Bus.h"
-#include "platform/linux/tray/MenuIcons.h"
 #include "platform/linux/tray/MenuProperties.h"
-#include "platform/linux/tray/MenuReaders.h"
 #include "platform/linux/tray/MenuTree.h"
 
 #include <functional>

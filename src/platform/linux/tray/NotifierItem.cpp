@@ -17,7 +17,7 @@ constexpr const char *applicationName = "Fernhop";
 
 // Activate, SecondaryActivate and ContextMenu are left out: hosts whose call of them fails open the menu
 // themselves, which is all that a click is to do.
-constexpr const char *introspection = R"XML(
+constexpr const char *itemIntrospection = R"XML(
 <node>
   <interface name="org.kde.StatusNotifierItem">
     <property name="Category" type="s" access="read"/>
@@ -74,7 +74,7 @@ GVariant *pixmap(const std::vector<std::uint8_t> &pixels, int side) {
 NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath,
                            std::function<void(const std::string &token)> tokenTaker)
     : menu(menuPath), takeToken(std::move(tokenTaker)),
-      object(connection, itemPath, introspection,
+      object(connection, itemPath, itemIntrospection,
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               [this](auto name) { return property(name); }}),
       registration(connection) {}

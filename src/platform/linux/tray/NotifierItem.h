@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/base/Bus.h"
-#include "platform/linux/tray/ItemRegistration.h"
+#include "platform/linux/tray/NotifierWatcher.h"
 #include "platform/ui/Image.h"
 
 #include <functional>

@@ -1,33 +1,19 @@
 #include "platform/linux/tray/PngFile.h"
 
+#include "platform/linux/base/Files.h"
+
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <string_view>
 
 namespace fernhop::freedesktop {
+
 namespace {
 
 using namespace std::string_view_literals;
 
 // Far above every icon, far below what would hurt.
-constexpr std::uintmax_t largestFile = 8 << 20;
+constexpr std::size_t largestFile = 8 << 20;
 constexpr unsigned largestSide = 2048;
-
-std::string contentsOf(const std::string &path) {
-    std::error_code error;
-    // Neither a pipe, which may never end, nor a device.
-    if (!std::filesystem::is_regular_file(path, error))
-        return {};
-    const auto size = std::filesystem::file_size(path, error);
-    if (error || size > largestFile)
-        return {};
-    std::string contents(size, '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(contents.data(), static_cast<std::streamsize>(size));
-    contents.resize(static_cast<std::size_t>(file.gcount()));
-    return contents;
-}
 
 unsigned bigEndian(std::string_view bytes) {
     unsigned value = 0;
@@ -63,10 +49,10 @@ cairo_status_t appendBytes(void *written, const unsigned char *data, unsigned le
 } // namespace
 
 SurfacePointer readPng(const std::string &path) {
-    const std::string contents = contentsOf(path);
-    if (!isReasonablePng(contents))
+    const auto contents = readFile(path, largestFile);
+    if (!contents || !isReasonablePng(*contents))
         return nullptr;
-    std::string_view rest = contents;
+    std::string_view rest = *contents;
     SurfacePointer surface(cairo_image_surface_create_from_png_stream(readBytes, &rest));
     return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? std::move(surface) : nullptr;
 }

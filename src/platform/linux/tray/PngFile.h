@@ -1,10 +1,16 @@
 #pragma once
 
-#include "platform/linux/tray/CairoPointer.h"
+#include "platform/linux/base/GPointer.h"
+
+#include <cairo.h>
 
 #include <string>
 
 namespace fernhop::freedesktop {
+
+/// Pixels: premultiplied ARGB in the machine's byte order when made here. Null: there is no image.
+using SurfacePointer = std::unique_ptr<cairo_surface_t, GDelete<cairo_surface_destroy>>;
+using CairoPointer = std::unique_ptr<cairo_t, GDelete<cairo_destroy>>;
 
 /// The image in a PNG file; null when the file cannot be read, is none, or is unreasonably large for an icon.
 [[nodiscard]] SurfacePointer readPng(const std::string &path);

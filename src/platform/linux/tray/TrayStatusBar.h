@@ -19,7 +19,7 @@ class TrayIcon;
 class TrayStatusBar : public ui::StatusBar {
   public:
     /// `bus` and `icons`, which tells the icons of applications, outlive the bar, and the bar its items.
-    /// `embedding` says how an item shows where there is only a tray that takes windows. `appearanceChanged`
+    /// `embedding` says how an item shows in an XEmbed tray. `appearanceChanged`
     /// is called when the user asks for another appearance.
     TrayStatusBar(GDBusConnection *bus, const IconFinder &icons, EmbeddedTrayPlace embedding,
                   std::function<void()> appearanceChanged);

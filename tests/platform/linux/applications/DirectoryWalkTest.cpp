@@ -1,4 +1,5 @@
-#include "platform/linux/applications/PosixFileManager.h"
+#include "platform/linux/applications/DirectoryWalk.h"
+
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "platform/linux/dialogs-qt/Looks.h"
 #include "platform/linux/dialogs-qt/ShownDialogs.h"
-#include "platform/linux/dialogs-qt/TextLabel.h"
+#include "platform/linux/dialogs-qt/Widgets.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "platform/linux/dialogs-qt/ApplicationIcons.h"
 #include "platform/linux/dialogs-qt/DialogPalette.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/linux/dialogs-qt/Looks.h"
 #include "platform/linux/dialogs-qt/ShownDialogs.h"
 #include "support/Folders.h"

@@ -1,6 +1,5 @@
 #include "platform/linux/dialogs-qt/DialogPalette.h"
 
-#include "platform/linux/dialogs-qt/DialogColors.h"
 #include "platform/linux/dialogs-qt/ToolkitApplication.h"
 
 #include <algorithm>

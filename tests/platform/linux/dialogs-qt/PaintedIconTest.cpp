@@ -1,5 +1,4 @@
-#include "platform/linux/dialogs-qt/PaintedIcon.h"
-
+#include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/linux/dialogs-qt/Looks.h"
 #include "platform/linux/dialogs-qt/ToolkitApplication.h"
 

@@ -1,4 +1,5 @@
-#include "platform/linux/service/SessionApplication.h"
+#include "platform/linux/service/DisplayWatch.h"
+
 #include "support/MainLoop.h"
 #include "support/TemporaryHome.h"
 

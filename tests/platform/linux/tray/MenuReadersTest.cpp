@@ -1,4 +1,4 @@
-#include "platform/linux/tray/MenuReaders.h"
+#include "platform/linux/tray/MenuTree.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/tray/Pixels.h"
+#include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/PngFile.h"
 #include "support/ChildProcess.h"
 #include "support/Folders.h"
