@@ -3,7 +3,7 @@
 
 #include "platform/linux/base/GPointer.h"
 #include "platform/linux/launch/LaunchCommand.h"
-#include "platform/linux/service/BusArguments.h"
+#include "platform/linux/service/LinkService.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -92,7 +92,7 @@ void checkSeveral(const DesktopEntry &entry, const std::string &url) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     std::string_view rest(reinterpret_cast<const char *>(data), size);
     const auto contents = takePart(rest);
-    const auto locales = localeNamesOfList(takePart(rest));
+    const auto locales = localeNames(takePart(rest));
     const std::string url(rest);
     // The same bytes as a whole file too: NULs and all that the parts cannot hold.
     const std::string_view whole(reinterpret_cast<const char *>(data), size);

@@ -2,6 +2,7 @@
 
 #include "cli/ArgumentMarks.h"
 #include "cli/PlainText.h"
+#include "platform/Version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -23,7 +24,7 @@ class Grammar {
   public:
     Grammar() : app("Opens each link in the browser that your rules choose.", "fernhop") {
         app.set_help_flag("-h,--help", "Print this help and exit");
-        app.set_version_flag("--version", std::string("fernhop " FERNHOP_VERSION),
+        app.set_version_flag("--version", std::string("fernhop ") + programVersion(),
                              "Print the version and exit");
         app.require_subcommand(0, 1);
         setLabels();

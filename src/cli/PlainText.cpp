@@ -55,15 +55,7 @@ std::string shown(const std::optional<Utf8Character> &character, std::string_vie
 } // namespace
 
 std::string plain(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const auto character = firstUtf8Character(text);
-        const std::size_t length = character ? character->length : 1;
-        result += shown(character, text.substr(0, length));
-        text.remove_prefix(length);
-    }
-    return result;
+    return replaceUtf8Characters(text, shown);
 }
 
 } // namespace fernhop::cli

@@ -5,6 +5,8 @@
 #include "app/DialogRequest.h"
 #include "app/SenderText.h"
 #include "main/LinuxDesktop.h"
+#include "platform/CommandResult.h"
+#include "platform/Version.h"
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/base/Bus.h"
 #include "platform/linux/base/CallSoon.h"
@@ -120,11 +122,15 @@ int showIcon(const Environment &environment, const std::string &item) {
 }
 
 int run(const Environment &environment, const std::vector<std::string> &words) {
-    const bool isDialog = words.size() == 1 && words[0] == dialogMode;
-    const bool isIcon = words.size() == 2 && words[0] == iconMode;
+    const bool isDialog = words.size() == 2 && words[0] == dialogMode;
+    const bool isIcon = words.size() == 3 && words[0] == iconMode;
     if (!isDialog && !isIcon) {
         std::fprintf(stderr, "fernhop-dialogs: the running Fernhop starts this program\n");
-        return 2;
+        return exitStatus::usage;
+    }
+    if (isOtherVersion(words.back())) {
+        std::fprintf(stderr, "fernhop-dialogs: the running Fernhop is another version\n");
+        return EXIT_FAILURE;
     }
     const auto plugin = usablePlatformPlugin();
     if (!plugin || (isIcon && *plugin != "xcb"))

@@ -11,7 +11,7 @@
 #include "platform/linux/launch/FreedesktopWorkspace.h"
 #include "platform/linux/launch/Launcher.h"
 #include "platform/linux/log/SystemLog.h"
-#include "platform/linux/service/LinkDispatcher.h"
+#include "platform/linux/service/LinkService.h"
 #include "platform/linux/service/SessionApplication.h"
 #include "platform/linux/settings/PropertyListDefaults.h"
 #include "platform/linux/sound/CanberraSound.h"

@@ -10,6 +10,7 @@
 #include "platform/linux/dialogs-qt/DialogsProgram.h"
 #include "platform/linux/dialogs-qt/IconProgram.h"
 #include "platform/linux/service/LinkService.h"
+#include "platform/linux/service/Upgrade.h"
 #include "platform/linux/tray/NoScreen.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 #include "platform/ui/Button.h"
@@ -64,11 +65,11 @@ class Resident {
                  [this] { return delegate.sourceTracker().sourceBundleID(); }),
           session(delegate, platform, report, [this](const auto &request) { openDialog(request); }) {}
 
-    void run() {
+    void start() {
         desktop.application.setShouldTerminate([this] { return delegate.applicationShouldTerminate(); });
         desktop.application.endWithBus(bus);
-        // The bus of a user may live on into the next session. Who stayed would keep the name, with the old
-        // session's environment and no windows to look at.
+        // The bus of a user may outlive the session. A resident that stayed would keep the name in the next
+        // session, with the old session's environment and no windows to look at.
         desktop.application.endWithDisplay(environment);
         tray.setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
             if (const auto request = dialogRequest(selector, &sender))
@@ -78,7 +79,6 @@ class Resident {
         });
         tray.setTakeToken([this](const std::string &token) { setActivationToken(token); });
         delegate.applicationDidFinishLaunching();
-        desktop.application.run();
     }
 
     CommandResult perform(const std::vector<std::string> &arguments, const std::string &input) {
@@ -135,6 +135,31 @@ LinkSender senderOf(const Environment &environment, const Processes &processes) 
     return sender;
 }
 
+/// Runs the main loop until Fernhop ends. When its program is replaced meanwhile, this process goes on with
+/// the new one, as it is: the default role is not handed back.
+void runUntilEnd(LinuxDesktop &desktop, GDBusConnection *bus, LinkService &service,
+                 std::optional<Upgrade> &upgrade, const Environment &environment) {
+    for (bool isFirst = true, isUpgraded = true; isUpgraded; isFirst = false) {
+        isUpgraded = false;
+        upgrade.emplace(bus, service, [&] {
+            isUpgraded = true;
+            desktop.application.pause();
+        });
+        // A program that could not be executed is not tried again before it changes.
+        if (isFirst)
+            upgrade->check();
+        desktop.application.run();
+        // The last answers, perhaps to the call that ended Fernhop, may not have been sent yet.
+        g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+        if (!isUpgraded)
+            return;
+        executeInstalledProgram(environment);
+        service.setUpgrading(nullptr);
+        if (requestName(bus, serviceName) != NameRequest::owned)
+            return;
+    }
+}
+
 } // namespace
 
 int runResident(const Environment &environment) {
@@ -143,14 +168,17 @@ int runResident(const Environment &environment) {
         return fail(connection.failure().reason);
     GDBusConnection *bus = connection->get();
     LinuxDesktop desktop(environment, bus);
-    // Whoever finds us on the bus may end us in order: a signal waits until the main loop runs.
+    // Before the name is on the bus, as a process that is found there may be sent a signal. The signal then
+    // waits for the main loop.
     desktop.application.endWithSignals();
-    // Calls come from the main loop, so none reaches the service before the controller is there.
+    // The main loop brings the calls, so none reaches the service before the controller exists.
     std::optional<Resident> resident;
+    std::optional<Upgrade> upgrade;
     LinkService service(
         bus, desktop.links,
         {[&](const auto &arguments, const auto &input) { return resident->perform(arguments, input); },
-         [&](const auto &token) { resident->setActivationToken(token); }, [&] { resident->reopen(); }});
+         [&](const auto &token) { resident->setActivationToken(token); }, [&] { resident->reopen(); },
+         [&] { upgrade->check(); }});
     if (!service.exportObject())
         return fail("the bus does not take Fernhop's object");
     const auto name = requestName(bus, serviceName);
@@ -158,12 +186,12 @@ int runResident(const Environment &environment) {
         return exitStatus::success;
     if (name == NameRequest::failed)
         return fail("the bus does not give Fernhop its name");
+    reapInheritedChildren();
     resident.emplace(desktop, bus, environment);
-    resident->run();
-    // What was answered last, the call that ended Fernhop perhaps, is still on its way out.
-    g_dbus_connection_flush_sync(bus, nullptr, nullptr);
-    // Before the service goes: its callers are to hear that nobody is here, which has them start another
-    // Fernhop, and not that Fernhop knows no links.
+    resident->start();
+    runUntilEnd(desktop, bus, service, upgrade, environment);
+    // Before the service goes: its callers are to hear that Fernhop is not running, which has them start it
+    // again, and not that its object is missing.
     g_dbus_connection_close_sync(bus, nullptr, nullptr);
     return exitStatus::success;
 }

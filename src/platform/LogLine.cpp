@@ -32,20 +32,16 @@ bool isContinuation(char byte) {
 } // namespace
 
 std::string logLine(std::string_view format) {
-    std::string line;
-    line.reserve(format.size());
-    while (!format.empty()) {
-        const auto character = firstUtf8Character(format);
+    bool followsPercent = false;
+    return replaceUtf8Characters(format, [&](const auto &character, std::string_view bytes) {
+        const bool isSecondPercent = followsPercent && bytes == "%";
+        followsPercent = bytes == "%" && !isSecondPercent;
         if (!character)
-            line += "\\x" + hexadecimal(static_cast<unsigned char>(format.front()), 2);
-        else if (isControl(character->value))
-            line += "\\u" + hexadecimal(character->value, 4);
-        else
-            line += format.substr(0, character->length);
-        const bool isDoubled = format.starts_with("%%");
-        format.remove_prefix(isDoubled ? 2 : character ? character->length : 1);
-    }
-    return line;
+            return "\\x" + hexadecimal(static_cast<unsigned char>(bytes.front()), 2);
+        if (isControl(character->value))
+            return "\\u" + hexadecimal(character->value, 4);
+        return isSecondPercent ? std::string() : std::string(bytes);
+    });
 }
 
 std::string shortenedLogLine(std::string_view line, std::size_t most) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace fernhop {
@@ -48,6 +49,21 @@ struct Utf8Character {
         text.remove_prefix(character->length);
     }
     return true;
+}
+
+/// `text` with each character replaced by the text that `replacement` returns for it. That is called with the
+/// character (`std::optional<Utf8Character>`, nothing for a byte that belongs to no valid one) and its bytes.
+template <typename Replacement>
+[[nodiscard]] std::string replaceUtf8Characters(std::string_view text, Replacement replacement) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const auto character = firstUtf8Character(text);
+        const auto bytes = text.substr(0, character ? character->length : 1);
+        result += replacement(character, bytes);
+        text.remove_prefix(bytes.size());
+    }
+    return result;
 }
 
 } // namespace fernhop

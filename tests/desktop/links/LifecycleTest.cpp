@@ -1,5 +1,6 @@
 #include "BusSender.h"
 #include "LinkSession.h"
+#include "SilentBrowser.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -71,7 +72,7 @@ TEST_F(Lifecycle, StubsAtTheSameTimeStartOne) {
     std::vector<std::unique_ptr<support::ChildProcess>> stubs;
     for (int number = 0; number < 8; ++number)
         stubs.push_back(
-            session.start({LinkSession::program("fernhop-open"), "https://" + std::to_string(number)}));
+            session.start({session.program("fernhop-open"), "https://" + std::to_string(number)}));
     for (auto &stub : stubs)
         EXPECT_EQ(stub->wait(), 0);
     EXPECT_EQ(session.opened(8).size(), 8U);
@@ -127,7 +128,7 @@ class StubAlone : public Lifecycle {
   protected:
     StubAlone() {
         session.startBus();
-        std::ifstream original(LinkSession::program("fernhop-open"), std::ios::binary);
+        std::ifstream original(session.program("fernhop-open"), std::ios::binary);
         session.home.writeProgram(stub(), {std::istreambuf_iterator<char>(original), {}});
     }
     std::string stub() const { return session.home.root() + "/bin/fernhop-open"; }
@@ -151,51 +152,15 @@ TEST_F(StubAlone, DoesNotTryForEver) {
     EXPECT_EQ(session.run({stub(), "https://1/"}), 1);
 }
 
-/// A browser on the bus that does not answer until it is told to.
-class SilentBrowser {
-  public:
-    explicit SilentBrowser(GDBusConnection *bus) {
-        static constexpr GDBusInterfaceVTable calls = {
-            [](GDBusConnection *, const gchar *, const gchar *, const gchar *, const gchar *, GVariant *,
-               GDBusMethodInvocation *invocation,
-               gpointer self) { static_cast<SilentBrowser *>(self)->asked.push_back(invocation); },
-            nullptr,
-            nullptr,
-            {}};
-        GDBusNodeInfo *node =
-            g_dbus_node_info_new_for_xml("<node><interface name='org.freedesktop.Application'><method "
-                                         "name='Open'><arg type='as' direction='in'/>"
-                                         "<arg type='a{sv}' direction='in'/></method></interface></node>",
-                                         nullptr);
-        g_dbus_connection_register_object(bus, "/org/example/Silent", node->interfaces[0], &calls, this,
-                                          nullptr, nullptr);
-        g_dbus_node_info_unref(node);
-        GVariant *reply = g_dbus_connection_call_sync(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                                      "org.freedesktop.DBus", "RequestName",
-                                                      g_variant_new("(su)", "org.example.Silent", 0U),
-                                                      nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
-        g_variant_unref(reply);
-    }
-    void answer() {
-        for (GDBusMethodInvocation *invocation : asked)
-            g_dbus_method_invocation_return_value(invocation, nullptr);
-        asked.clear();
-    }
-
-    std::vector<GDBusMethodInvocation *> asked;
-};
-
 TEST_F(Lifecycle, ALinkInAKilledFernhopIsDeliveredAnew) {
     session.makeActivatable();
     session.home.writeDesktopEntry("web",
                                    "[Desktop Entry]\nType=Application\nName=web\nHidden=true\nExec=true\n");
-    session.home.writeDesktopEntry("org.example.Silent",
-                                   "[Desktop Entry]\nType=Application\nName=Silent\nExec=false %u\n"
-                                   "DBusActivatable=true\nMimeType=x-scheme-handler/https;\n");
+    session.home.writeDesktopEntry("org.example.Silent", SilentBrowser::desktopEntry);
     session.startBus();
     const BusSender connection(session.bus->address());
     SilentBrowser browser(connection.connection());
-    const auto stub = session.start({LinkSession::program("fernhop-open"), "https://1/"});
+    const auto stub = session.start({session.program("fernhop-open"), "https://1/"});
     ASSERT_TRUE(support::runUntil([&] { return browser.asked.size() == 1; }));
     session.killResident(SIGKILL);
     ASSERT_TRUE(support::runUntil([&] { return browser.asked.size() == 2; })) << "the link was lost";
@@ -213,7 +178,7 @@ TEST_F(Lifecycle, LinksThatComeWhileItEndsAreNotLost) {
         session.resident->signal(SIGTERM);
         std::vector<std::unique_ptr<support::ChildProcess>> stubs;
         for (int i = 0; i < linksEachTime; ++i)
-            stubs.push_back(session.start({LinkSession::program("fernhop-open"), "https://1/"}));
+            stubs.push_back(session.start({session.program("fernhop-open"), "https://1/"}));
         for (const auto &stub : stubs)
             ASSERT_EQ(stub->wait(), 0) << session.output();
         session.killResident(SIGTERM);

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace fernhop::desktoptest {
 namespace {
@@ -19,7 +20,8 @@ std::string contents(const std::string &path) {
 
 } // namespace
 
-LinkSession::LinkSession() : environment(home.environment()) {
+LinkSession::LinkSession(std::string programFolder)
+    : programs(std::move(programFolder)), environment(home.environment()) {
     environment["DBUS_SESSION_BUS_ADDRESS"] = std::nullopt;
     environment["LC_ALL"] = "C.UTF-8";
     home.writeDesktopEntry("web", browser.desktopEntry());
@@ -30,10 +32,6 @@ LinkSession::LinkSession() : environment(home.environment()) {
     home.write(home.config() + "/mimeapps.list",
                "[Default Applications]\nx-scheme-handler/http=org.fernhop.Fernhop.desktop\n"
                "x-scheme-handler/https=org.fernhop.Fernhop.desktop\n");
-}
-
-std::string LinkSession::program(const std::string &name) {
-    return support::buildFolder() + "/bin/" + name;
 }
 
 void LinkSession::makeActivatable() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/ChildProcess.h"
+#include "support/Folders.h"
 #include "support/PrivateBus.h"
 #include "support/RecordingBrowser.h"
 
@@ -13,10 +14,12 @@ namespace fernhop::desktoptest {
 /// A session without a display in which Fernhop is the handler of links, and one browser is installed.
 class LinkSession {
   public:
-    LinkSession();
+    /// `programFolder` holds Fernhop's programs; by default those that were built.
+    LinkSession() : LinkSession(support::buildFolder() + "/bin") {}
+    explicit LinkSession(std::string programFolder);
 
-    /// The programs that were built.
-    [[nodiscard]] static std::string program(const std::string &name);
+    /// The path of one of Fernhop's programs.
+    [[nodiscard]] std::string program(const std::string &name) const { return programs + '/' + name; }
 
     /// Lets the bus start Fernhop when it is called. Without this only the stub can.
     void makeActivatable();
@@ -47,6 +50,7 @@ class LinkSession {
     [[nodiscard]] std::vector<std::string> opened(std::size_t count) const;
 
     support::TemporaryHome home;
+    const std::string programs; ///< the folder of Fernhop's programs
     support::RecordingBrowser browser{home, "web"};
     std::unique_ptr<support::PrivateBus> bus;
     std::unique_ptr<support::ChildProcess> resident;

@@ -23,30 +23,8 @@ std::vector<std::string> applicationFolders(const XdgSession &session) {
     return folders;
 }
 
-std::string localeList(const Environment &environment) {
-    for (const auto *name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
-        if (auto locales = environment.value(name, {}); !locales.empty())
-            return locales;
-    }
-    return {};
-}
-
-} // namespace
-
-ApplicationPlaces applicationPlaces(const Environment &environment) {
-    const auto session = XdgSession::of(environment);
-    return {applicationFolders(session), environment.folders("PATH", "/usr/local/bin:/usr/bin:/bin"),
-            localeNamesOfList(localeList(environment)), session.home};
-}
-
-ApplicationLayout applicationLayout(const ApplicationPlaces &places) {
-    ApplicationLayout layout{{}, "desktop"};
-    for (const auto &folder : places.folders)
-        layout.directories.push_back(Url::fileUrl(folder));
-    return layout;
-}
-
-std::vector<std::string> localeNames(std::string_view locale) {
+/// The names for one locale.
+std::vector<std::string> namesOf(std::string_view locale) {
     const auto at = std::min(locale.find('@'), locale.size());
     const std::string modifier(locale.substr(at));
     const auto withoutModifier = locale.substr(0, at);
@@ -65,10 +43,33 @@ std::vector<std::string> localeNames(std::string_view locale) {
     return names;
 }
 
-std::vector<std::string> localeNamesOfList(std::string_view locales) {
+std::string localeList(const Environment &environment) {
+    for (const auto *name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (auto locales = environment.value(name, {}); !locales.empty())
+            return locales;
+    }
+    return {};
+}
+
+} // namespace
+
+ApplicationPlaces applicationPlaces(const Environment &environment) {
+    const auto session = XdgSession::of(environment);
+    return {applicationFolders(session), environment.folders("PATH", "/usr/local/bin:/usr/bin:/bin"),
+            localeNames(localeList(environment)), session.home};
+}
+
+ApplicationLayout applicationLayout(const ApplicationPlaces &places) {
+    ApplicationLayout layout{{}, "desktop"};
+    for (const auto &folder : places.folders)
+        layout.directories.push_back(Url::fileUrl(folder));
+    return layout;
+}
+
+std::vector<std::string> localeNames(std::string_view locales) {
     std::vector<std::string> names;
     for (const auto locale : pieces(locales, ':')) {
-        for (auto &name : localeNames(locale))
+        for (auto &name : namesOf(locale))
             names.push_back(std::move(name));
     }
     return names;

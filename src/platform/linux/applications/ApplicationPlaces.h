@@ -28,12 +28,9 @@ struct ApplicationPlaces {
 /// The layout of a desktop whose applications are desktop entries in these places.
 [[nodiscard]] ApplicationLayout applicationLayout(const ApplicationPlaces &places);
 
-/// The names under which texts for a locale are looked up, best first: for "sr_YU.UTF-8@Latn" these are
-/// "sr_YU@Latn", "sr_YU", "sr@Latn", "sr" (Desktop Entry Specification, "Localized values for keys"). Empty
-/// for "C" and "POSIX".
-[[nodiscard]] std::vector<std::string> localeNames(std::string_view locale);
-
-/// The same for a list of locales separated by colons, as the variable LANGUAGE has it.
-[[nodiscard]] std::vector<std::string> localeNamesOfList(std::string_view locales);
+/// The names under which texts are looked up for a list of locales separated by colons, as the variable
+/// LANGUAGE has it, best first: for "sr_YU.UTF-8@Latn" these are "sr_YU@Latn", "sr_YU", "sr@Latn", "sr"
+/// (Desktop Entry Specification, "Localized values for keys"). "C" and "POSIX" have none.
+[[nodiscard]] std::vector<std::string> localeNames(std::string_view locales);
 
 } // namespace fernhop::freedesktop

@@ -1,7 +1,7 @@
 #include "platform/linux/applications/InstalledDesktopEntries.h"
 
 #include "platform/Utf8.h"
-#include "platform/linux/applications/DirectoryWalk.h"
+#include "platform/linux/applications/PosixFileManager.h"
 #include "platform/linux/base/Files.h"
 
 #include <sys/stat.h>
@@ -72,23 +72,23 @@ std::string stem(const std::string &path) {
 
 } // namespace
 
-DesktopEntryFolders::DesktopEntryFolders(std::vector<std::string> foldersInOrder)
-    : folders(std::move(foldersInOrder)) {}
+InstalledDesktopEntries::InstalledDesktopEntries(ApplicationPlaces applicationPlaces)
+    : places(std::move(applicationPlaces)) {}
 
-std::optional<std::string> DesktopEntryFolders::fileOf(const std::string &id) const {
+std::optional<std::string> InstalledDesktopEntries::fileOf(const std::string &id) const {
     const bool canBeID = id.size() < PATH_MAX && id.find('/') == std::string::npos &&
                          id.find('\0') == std::string::npos && isValidUtf8(id);
     if (!canBeID)
         return std::nullopt;
-    for (const auto &folder : folders) {
+    for (const auto &folder : places.folders) {
         if (auto file = fileBeneath(folder, id))
             return file;
     }
     return std::nullopt;
 }
 
-std::optional<std::string> DesktopEntryFolders::idOf(const std::string &path) const {
-    for (const auto &folder : folders) {
+std::optional<std::string> InstalledDesktopEntries::idOf(const std::string &path) const {
+    for (const auto &folder : places.folders) {
         if (!path.starts_with(folder) || path.size() <= folder.size() || path[folder.size()] != '/')
             continue;
         std::string id = path.substr(folder.size() + 1);
@@ -102,31 +102,24 @@ std::optional<std::string> DesktopEntryFolders::idOf(const std::string &path) co
     return std::nullopt;
 }
 
-bool DesktopEntryFolders::decides(const std::string &path, const std::string &id) const {
-    return fileOf(id) == path;
-}
-
-InstalledDesktopEntries::InstalledDesktopEntries(ApplicationPlaces applicationPlaces)
-    : places(std::move(applicationPlaces)), folders(places.folders) {}
-
 std::optional<DesktopEntry> InstalledDesktopEntries::entry(const std::string &id) const {
-    const auto file = folders.fileOf(id);
+    const auto file = fileOf(id);
     return file ? read(*file, id) : std::nullopt;
 }
 
 std::optional<DesktopEntry> InstalledDesktopEntries::entryAtPath(const std::string &path) const {
-    return read(path, folders.idOf(path).value_or(stem(path)));
+    return read(path, idOf(path).value_or(stem(path)));
 }
 
 std::optional<DesktopEntry> InstalledDesktopEntries::decidingEntryAtPath(const std::string &path) const {
-    const auto id = folders.idOf(path);
-    return id && folders.decides(path, *id) ? read(path, *id) : std::nullopt;
+    const auto id = idOf(path);
+    return id && fileOf(*id) == path ? read(path, *id) : std::nullopt;
 }
 
 std::vector<DesktopEntry> InstalledDesktopEntries::all() const {
     std::vector<DesktopEntry> entries;
     std::set<std::string> taken;
-    for (const auto &folder : folders.all()) {
+    for (const auto &folder : places.folders) {
         const auto walk = DirectoryWalk::over(folder);
         while (const auto path = walk ? walk->next() : std::nullopt) {
             auto found = decidingEntryAtPath(*path);

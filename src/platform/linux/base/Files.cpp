@@ -4,12 +4,11 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <thread>
 
 namespace fernhop::freedesktop {
@@ -57,15 +56,6 @@ std::optional<std::string> readAll(int file, std::size_t expected, std::size_t l
     }
     bytes.resize(length);
     return length < most ? std::optional(std::move(bytes)) : std::nullopt;
-}
-
-/// What the symbolic link at `path` holds; nothing when there is no link.
-std::optional<std::string> targetOfLink(const std::string &path) {
-    std::array<char, PATH_MAX> target{};
-    const auto length = ::readlink(path.c_str(), target.data(), target.size());
-    return length < 0
-               ? std::nullopt
-               : std::optional<std::string>(std::in_place, target.data(), static_cast<std::size_t>(length));
 }
 
 Result<> writeAll(int file, std::string_view bytes) {
@@ -203,10 +193,11 @@ bool exists(const std::string &path) {
 
 std::optional<std::string> followedLinks(std::string path) {
     for (int links = 0; links < mostLinks; ++links) {
-        const auto target = targetOfLink(path);
-        if (!target)
+        std::error_code isNoLink;
+        const auto target = std::filesystem::read_symlink(path, isNoLink).string();
+        if (isNoLink)
             return path;
-        path = target->starts_with('/') ? *target : folderOf(path) + '/' + *target;
+        path = target.starts_with('/') ? target : folderOf(path) + '/' + target;
     }
     return std::nullopt;
 }

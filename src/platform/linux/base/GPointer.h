@@ -25,6 +25,5 @@ using GCharPointer = std::unique_ptr<char, GDelete<g_free>>;
 using GStringsPointer = std::unique_ptr<char *, GDelete<g_strfreev>>;
 using GKeyFilePointer = std::unique_ptr<GKeyFile, GDelete<g_key_file_unref>>;
 using GMainLoopPointer = std::unique_ptr<GMainLoop, GDelete<g_main_loop_unref>>;
-using GMainContextPointer = std::unique_ptr<GMainContext, GDelete<g_main_context_unref>>;
 
 } // namespace fernhop::freedesktop

@@ -1,7 +1,7 @@
 #include "platform/linux/base/PassOnPrograms.h"
 
 #include <algorithm>
-#include <array>
+#include <initializer_list>
 
 namespace fernhop::freedesktop {
 
@@ -9,91 +9,37 @@ namespace {
 
 using Kind = PassOnProgram::Kind;
 
-constexpr std::array programs{
-    PassOnProgram{"cinnamon-open", Kind::opener},
-    PassOnProgram{"dde-open", Kind::opener},
-    PassOnProgram{"enlightenment_open", Kind::opener},
-    PassOnProgram{"exo-helper-1", Kind::opener},
-    PassOnProgram{"exo-helper-2", Kind::opener},
-    PassOnProgram{"exo-open", Kind::opener},
-    PassOnProgram{"exo-web-browser", Kind::opener},
-    PassOnProgram{"fernhop-open", Kind::opener},
-    PassOnProgram{"gnome-open", Kind::opener},
-    PassOnProgram{"gnome-www-browser", Kind::opener},
-    PassOnProgram{"gvfs-open", Kind::opener},
-    PassOnProgram{"kde-open", Kind::opener},
-    PassOnProgram{"kfmclient", Kind::opener},
-    PassOnProgram{"mate-open", Kind::opener},
-    PassOnProgram{"mimeo", Kind::opener},
-    PassOnProgram{"mimeopen", Kind::opener},
-    PassOnProgram{"pcmanfm-qt-open", Kind::opener},
-    PassOnProgram{"run-mailcap", Kind::opener},
-    PassOnProgram{"sensible-browser", Kind::opener},
-    PassOnProgram{"www-browser", Kind::opener},
-    PassOnProgram{"wslview", Kind::opener},
-    PassOnProgram{"x-www-browser", Kind::opener},
-    PassOnProgram{"xdg-email", Kind::opener},
-    PassOnProgram{"xdg-open", Kind::opener},
-    PassOnProgram{"browse", Kind::openerWhenRun},
-    PassOnProgram{"fernhop", Kind::openerWhenRun},
-    PassOnProgram{"open", Kind::openerWhenRun},
-    PassOnProgram{"see", Kind::openerWhenRun},
-    PassOnProgram{"gio", Kind::openerWithVerb, "open"},
-    PassOnProgram{"handlr", Kind::openerWithVerb, "launch"},
-    PassOnProgram{"handlr", Kind::openerWithVerb, "open"},
-    PassOnProgram{"kioclient", Kind::openerWithVerb, "exec"},
-    PassOnProgram{"kioclient", Kind::openerWithVerb, "openURL"},
-    PassOnProgram{"python", Kind::openerWithVerb, "webbrowser"},
-    PassOnProgram{"qtxdg-mat", Kind::openerWithVerb, "open"},
-    PassOnProgram{"ash", Kind::interpreter},
-    PassOnProgram{"bash", Kind::interpreter},
-    PassOnProgram{"dash", Kind::interpreter},
-    PassOnProgram{"fish", Kind::interpreter},
-    PassOnProgram{"gjs", Kind::interpreter},
-    PassOnProgram{"gjs-console", Kind::interpreter},
-    PassOnProgram{"java", Kind::interpreter},
-    PassOnProgram{"ksh", Kind::interpreter},
-    PassOnProgram{"lua", Kind::interpreter},
-    PassOnProgram{"mksh", Kind::interpreter},
-    PassOnProgram{"mono", Kind::interpreter},
-    PassOnProgram{"node", Kind::interpreter},
-    PassOnProgram{"nodejs", Kind::interpreter},
-    PassOnProgram{"perl", Kind::interpreter},
-    PassOnProgram{"php", Kind::interpreter},
-    PassOnProgram{"python", Kind::interpreter},
-    PassOnProgram{"pypy", Kind::interpreter},
-    PassOnProgram{"ruby", Kind::interpreter},
-    PassOnProgram{"sh", Kind::interpreter},
-    PassOnProgram{"tcsh", Kind::interpreter},
-    PassOnProgram{"wish", Kind::interpreter},
-    PassOnProgram{"zsh", Kind::interpreter},
-    PassOnProgram{"env", Kind::wrapper},
-    PassOnProgram{"exec", Kind::wrapper},
-    PassOnProgram{"ionice", Kind::wrapper},
-    PassOnProgram{"nice", Kind::wrapper},
-    PassOnProgram{"nohup", Kind::wrapper},
-    PassOnProgram{"pkexec", Kind::wrapper},
-    PassOnProgram{"setsid", Kind::wrapper},
-    PassOnProgram{"sudo", Kind::wrapper},
-    PassOnProgram{"timeout", Kind::wrapper},
-    PassOnProgram{"xargs", Kind::wrapper},
-    PassOnProgram{"busybox", Kind::launcherOrBroker},
-    PassOnProgram{"bwrap", Kind::launcherOrBroker},
-    PassOnProgram{"dbus-daemon", Kind::launcherOrBroker},
-    PassOnProgram{"dbus-run-session", Kind::launcherOrBroker},
-    PassOnProgram{"dbus-send", Kind::launcherOrBroker},
-    PassOnProgram{"flatpak", Kind::launcherOrBroker},
-    PassOnProgram{"flatpak-spawn", Kind::launcherOrBroker},
-    PassOnProgram{"gdbus", Kind::launcherOrBroker},
-    PassOnProgram{"gio-launch-desktop", Kind::launcherOrBroker},
-    PassOnProgram{"gtk-launch", Kind::launcherOrBroker},
-    PassOnProgram{"qdbus", Kind::launcherOrBroker},
-    PassOnProgram{"snap", Kind::launcherOrBroker},
-    PassOnProgram{"snap-exec", Kind::launcherOrBroker},
-    PassOnProgram{"systemd", Kind::launcherOrBroker},
-    PassOnProgram{"systemd-run", Kind::launcherOrBroker},
-    PassOnProgram{"xdg-desktop-portal", Kind::launcherOrBroker},
-};
+std::vector<PassOnProgram> table() {
+    std::vector<PassOnProgram> programs;
+    const auto add = [&](Kind kind, std::initializer_list<std::string_view> names) {
+        for (const auto name : names)
+            programs.push_back({name, kind});
+    };
+    add(Kind::opener,
+        {"cinnamon-open", "dde-open",        "enlightenment_open", "exo-helper-1",     "exo-helper-2",
+         "exo-open",      "exo-web-browser", "fernhop-open",       "gnome-open",       "gnome-www-browser",
+         "gvfs-open",     "kde-open",        "kfmclient",          "mate-open",        "mimeo",
+         "mimeopen",      "pcmanfm-qt-open", "run-mailcap",        "sensible-browser", "www-browser",
+         "wslview",       "x-www-browser",   "xdg-email",          "xdg-open"});
+    add(Kind::openerWhenRun, {"browse", "fernhop", "open", "see"});
+    programs.insert(programs.end(), {{"gio", Kind::openerWithVerb, "open"},
+                                     {"handlr", Kind::openerWithVerb, "launch"},
+                                     {"handlr", Kind::openerWithVerb, "open"},
+                                     {"kioclient", Kind::openerWithVerb, "exec"},
+                                     {"kioclient", Kind::openerWithVerb, "openURL"},
+                                     {"python", Kind::openerWithVerb, "webbrowser"},
+                                     {"qtxdg-mat", Kind::openerWithVerb, "open"}});
+    add(Kind::interpreter,
+        {"ash",  "bash",   "dash", "fish", "gjs",    "gjs-console", "java", "ksh", "lua",  "mksh", "mono",
+         "node", "nodejs", "perl", "php",  "python", "pypy",        "ruby", "sh",  "tcsh", "wish", "zsh"});
+    add(Kind::wrapper,
+        {"env", "exec", "ionice", "nice", "nohup", "pkexec", "setsid", "sudo", "timeout", "xargs"});
+    add(Kind::launcherOrBroker,
+        {"busybox", "bwrap", "dbus-daemon", "dbus-run-session", "dbus-send", "flatpak", "flatpak-spawn",
+         "gdbus", "gio-launch-desktop", "gtk-launch", "qdbus", "snap", "snap-exec", "systemd", "systemd-run",
+         "xdg-desktop-portal"});
+    return programs;
+}
 
 /// "python3.11" is "python".
 std::string_view withoutVersion(std::string_view name) {
@@ -107,21 +53,24 @@ bool hasName(const PassOnProgram &program, std::string_view fileName) {
 
 } // namespace
 
-std::span<const PassOnProgram> passOnPrograms() {
+const std::vector<PassOnProgram> &passOnPrograms() {
+    static const auto programs = table();
     return programs;
 }
 
 bool isPassOnProgram(std::string_view fileName) {
-    return std::ranges::any_of(programs, [&](const auto &program) { return hasName(program, fileName); });
+    return std::ranges::any_of(passOnPrograms(),
+                               [&](const auto &program) { return hasName(program, fileName); });
 }
 
 bool isPassOnProgram(std::string_view fileName, Kind kind) {
-    return std::ranges::any_of(
-        programs, [&](const auto &program) { return program.kind == kind && hasName(program, fileName); });
+    return std::ranges::any_of(passOnPrograms(), [&](const auto &program) {
+        return program.kind == kind && hasName(program, fileName);
+    });
 }
 
 bool opensLinksWithVerb(std::string_view fileName, std::string_view word) {
-    return std::ranges::any_of(programs, [&](const auto &program) {
+    return std::ranges::any_of(passOnPrograms(), [&](const auto &program) {
         return program.kind == Kind::openerWithVerb && program.verb == word && hasName(program, fileName);
     });
 }

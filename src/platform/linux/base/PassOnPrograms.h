@@ -1,7 +1,7 @@
 #pragma once
 
-#include <span>
 #include <string_view>
+#include <vector>
 
 /// The programs that only pass a link on, or run another program: nobody is using them, and a link that is
 /// sent to one of the openers comes back to the default application.
@@ -25,8 +25,8 @@ struct PassOnProgram {
     std::string_view verb = {};
 };
 
-/// Every such program. One with several subcommands has several rows.
-[[nodiscard]] std::span<const PassOnProgram> passOnPrograms();
+/// Every such program, in groups of one kind. One with several subcommands stands there several times.
+[[nodiscard]] const std::vector<PassOnProgram> &passOnPrograms();
 
 /// Whether a program of this file name only passes links on or runs other programs, in whatever way.
 [[nodiscard]] bool isPassOnProgram(std::string_view fileName);

@@ -4,11 +4,8 @@
 #include "platform/linux/base/KeyFile.h"
 #include "platform/linux/base/Text.h"
 
-#include <unistd.h>
-
-#include <array>
 #include <charconv>
-#include <limits>
+#include <filesystem>
 #include <string_view>
 
 namespace fernhop::freedesktop {
@@ -48,11 +45,11 @@ std::optional<pid_t> Processes::parentOf(pid_t pid) const {
 }
 
 std::optional<std::string> Processes::programOf(pid_t pid) const {
-    std::array<char, 4096> target{};
-    const auto length = readlink(pathOf(pid, "exe").c_str(), target.data(), target.size());
-    if (length <= 0)
+    std::error_code failure;
+    const auto target = std::filesystem::read_symlink(pathOf(pid, "exe"), failure).string();
+    if (failure || target.empty())
         return std::nullopt;
-    std::string_view path(target.data(), static_cast<std::size_t>(length));
+    std::string_view path = target;
     // So the kernel shows a program that was replaced, by an update say.
     constexpr std::string_view deleted = " (deleted)";
     if (path.ends_with(deleted))

@@ -10,21 +10,17 @@ namespace {
 
 constexpr std::string_view https = "https";
 
-std::string typeOf(const std::string &scheme) {
-    return "x-scheme-handler/" + scheme;
-}
-
 } // namespace
 
-FreedesktopLaunchServices::FreedesktopLaunchServices(XdgSession session, const DesktopEntries &desktopEntries,
-                                                     std::string ownID)
-    : places(std::move(session)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
-      defaults(places, entries), kde(places, entries), xfce(places, entries) {}
+FreedesktopLaunchServices::FreedesktopLaunchServices(XdgSession xdgSession,
+                                                     const DesktopEntries &desktopEntries, std::string ownID)
+    : session(std::move(xdgSession)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
+      defaults(session, entries), kde(session, entries), xfce(session, entries) {}
 
 // Xfce's own entry stands for whatever its settings name, and would lead a link that we send there back to
 // us.
 std::optional<std::string> FreedesktopLaunchServices::defaultApplication(const std::string &scheme) const {
-    const auto setting = defaults.setting(typeOf(scheme));
+    const auto setting = defaults.setting(scheme);
     if (!setting)
         return std::nullopt;
     if (!isXfceOpener(setting->id))
@@ -54,9 +50,9 @@ bool FreedesktopLaunchServices::setDefaultHandlerForUrlScheme(const std::string 
     const auto entry = entries.entry(bundleID);
     if (!entry)
         return false;
-    bool isDone = defaults.set(typeOf(scheme), bundleID);
+    bool isDone = defaults.set(scheme, bundleID);
     if (bundleID != ownDesktopID)
-        isDone = defaults.replace(typeOf(scheme), ownDesktopID, bundleID) && isDone;
+        isDone = defaults.replace(scheme, ownDesktopID, bundleID) && isDone;
     if (scheme == https)
         isDone = setDesktopBrowsers(*entry) && isDone;
     return isDone && copyDefaultHandlerForUrlScheme(scheme) == bundleID;

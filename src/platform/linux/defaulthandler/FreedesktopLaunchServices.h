@@ -30,11 +30,11 @@ class FreedesktopLaunchServices : public LaunchServices {
 
   private:
     [[nodiscard]] std::optional<std::string> defaultApplication(const std::string &scheme) const;
-    [[nodiscard]] bool isXfce() const { return places.isDesktop("xfce"); }
-    [[nodiscard]] bool isKde() const { return places.isDesktop("kde"); }
+    [[nodiscard]] bool isXfce() const { return session.isDesktop("xfce"); }
+    [[nodiscard]] bool isKde() const { return session.isDesktop("kde"); }
     bool setDesktopBrowsers(const DesktopEntry &entry);
 
-    XdgSession places;
+    XdgSession session;
     const DesktopEntries &entries;
     std::string ownDesktopID;
     MimeDefaults defaults;

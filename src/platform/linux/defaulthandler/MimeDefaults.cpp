@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char *defaultsGroup = "Default Applications";
 constexpr std::string_view removedGroup = "Removed Associations";
-constexpr std::string_view schemeTypes = "x-scheme-handler/";
+constexpr std::string_view typePrefix = "x-scheme-handler/";
 constexpr std::string_view extension = ".desktop";
 
 bool isValidForGLib(const std::string &text) {
@@ -55,8 +55,8 @@ void forgetRemoval(KeyFileText &text, const std::string &type, const std::string
 
 } // namespace
 
-MimeDefaults::MimeDefaults(const XdgSession &session, const DesktopEntries &desktopEntries)
-    : places(session), entries(desktopEntries), order(listsInOrder()), lists(parse) {}
+MimeDefaults::MimeDefaults(const XdgSession &xdgSession, const DesktopEntries &desktopEntries)
+    : session(xdgSession), entries(desktopEntries), order(listsInOrder()), lists(parse) {}
 
 MimeDefaults::List MimeDefaults::parse(const std::optional<std::string> &bytes) {
     List list;
@@ -69,19 +69,19 @@ MimeDefaults::List MimeDefaults::parse(const std::optional<std::string> &bytes) 
     }
     const GStringsPointer types(g_key_file_get_keys(file.get(), defaultsGroup, nullptr, nullptr));
     for (char **type = types.get(); type && *type; ++type) {
-        if (std::string_view(*type).starts_with(schemeTypes))
-            list.defaults.emplace(*type, idsOf(file.get(), *type));
+        if (std::string_view(*type).starts_with(typePrefix))
+            list.defaults.emplace(*type + typePrefix.size(), idsOf(file.get(), *type));
     }
     return list;
 }
 
 std::vector<std::string> MimeDefaults::listsInOrder() const {
-    auto folders = places.allConfigFolders();
-    for (const auto &folder : places.allDataFolders())
+    auto folders = session.allConfigFolders();
+    for (const auto &folder : session.allDataFolders())
         folders.push_back(folder + "/applications");
     std::vector<std::string> paths;
     for (const auto &folder : folders) {
-        for (const auto &desktop : places.desktops)
+        for (const auto &desktop : session.desktops)
             paths.push_back(folder + '/' + desktop + "-mimeapps.list");
         paths.push_back(folder + "/mimeapps.list");
     }
@@ -91,7 +91,7 @@ std::vector<std::string> MimeDefaults::listsInOrder() const {
 std::vector<std::string> MimeDefaults::userListsOfDesktops() const {
     std::vector<std::string> paths;
     std::error_code error;
-    for (std::filesystem::directory_iterator item(places.configHome, error), end; !error && item != end;
+    for (std::filesystem::directory_iterator item(session.configHome, error), end; !error && item != end;
          item.increment(error)) {
         const auto path = item->path().string();
         if (path.ends_with("-mimeapps.list"))
@@ -100,17 +100,22 @@ std::vector<std::string> MimeDefaults::userListsOfDesktops() const {
     return paths;
 }
 
-std::vector<std::string> MimeDefaults::defaultsIn(const std::string &path, const std::string &type) const {
+std::vector<std::string> MimeDefaults::defaultsIn(const std::string &path, const std::string &scheme) const {
     const auto &list = lists.at(path);
-    const auto found = list.defaults.find(type);
+    const auto found = list.defaults.find(scheme);
     return found == list.defaults.end() ? std::vector<std::string>() : found->second;
+}
+
+bool MimeDefaults::isNamedIn(const std::string &path, const std::string &scheme,
+                             const std::string &id) const {
+    const auto ids = defaultsIn(path, scheme);
+    return std::ranges::find(ids, id) != ids.end();
 }
 
 std::vector<std::string> MimeDefaults::decisiveUserLists() const {
     std::vector<std::string> paths;
     for (const auto &path : order) {
-        std::error_code ignored;
-        if (path == userList() || std::filesystem::exists(path, ignored))
+        if (path == userList() || exists(path))
             paths.push_back(path);
         if (path == userList())
             break;
@@ -118,22 +123,18 @@ std::vector<std::string> MimeDefaults::decisiveUserLists() const {
     return paths;
 }
 
-bool MimeDefaults::userListNames(const std::string &type, const std::string &id) const {
-    for (const auto &path : decisiveUserLists()) {
-        const auto ids = defaultsIn(path, type);
-        if (std::find(ids.begin(), ids.end(), id) != ids.end())
-            return true;
-    }
-    return false;
+bool MimeDefaults::userListNames(const std::string &scheme, const std::string &id) const {
+    return std::ranges::any_of(decisiveUserLists(),
+                               [&](const auto &path) { return isNamedIn(path, scheme, id); });
 }
 
 bool MimeDefaults::isRejected(const std::string &path) const {
     return lists.at(path).isRejected;
 }
 
-std::optional<MimeDefaults::Setting> MimeDefaults::setting(const std::string &type) const {
+std::optional<MimeDefaults::Setting> MimeDefaults::setting(const std::string &scheme) const {
     for (const auto &path : order) {
-        for (const auto &id : defaultsIn(path, type)) {
+        for (const auto &id : defaultsIn(path, scheme)) {
             if (entries.entry(id))
                 return Setting{path, id};
         }
@@ -158,33 +159,33 @@ std::optional<std::string> withInvalidLinesAsComments(const std::string &bytes) 
     return isValidForGLib(valid) ? std::optional(valid) : std::nullopt;
 }
 
-bool MimeDefaults::write(const std::string &path, const std::string &type, const std::string &id) {
+bool MimeDefaults::write(const std::string &path, const std::string &scheme, const std::string &id) {
     const auto bytes = readForChange(path);
     const auto valid = bytes ? withInvalidLinesAsComments(*bytes) : std::nullopt;
     if (!valid)
         return false;
     KeyFileText text(*valid);
+    const auto type = std::string(typePrefix) + scheme;
     const auto fileName = id + std::string(extension);
     text.set(defaultsGroup, type, fileName);
     forgetRemoval(text, type, fileName);
     return text.bytes() == *bytes || bool(replaceConfigurationFile(path, text.bytes()));
 }
 
-bool MimeDefaults::set(const std::string &type, const std::string &id) {
-    bool isWritten = write(userList(), type, id);
+bool MimeDefaults::set(const std::string &scheme, const std::string &id) {
+    bool isWritten = write(userList(), scheme, id);
     for (const auto &path : decisiveUserLists()) {
-        if (!defaultsIn(path, type).empty())
-            isWritten = write(path, type, id) && isWritten;
+        if (!defaultsIn(path, scheme).empty())
+            isWritten = write(path, scheme, id) && isWritten;
     }
     return isWritten;
 }
 
-bool MimeDefaults::replace(const std::string &type, const std::string &oldID, const std::string &newID) {
+bool MimeDefaults::replace(const std::string &scheme, const std::string &oldID, const std::string &newID) {
     bool isWritten = true;
     for (const auto &path : userListsOfDesktops()) {
-        const auto ids = defaultsIn(path, type);
-        if (std::find(ids.begin(), ids.end(), oldID) != ids.end())
-            isWritten = write(path, type, newID) && isWritten;
+        if (isNamedIn(path, scheme, oldID))
+            isWritten = write(path, scheme, newID) && isWritten;
     }
     return isWritten;
 }

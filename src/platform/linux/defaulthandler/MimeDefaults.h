@@ -25,40 +25,43 @@ class MimeDefaults {
         std::string id;   ///< desktop-file ID without ".desktop"
     };
 
-    /// The default that counts for a type: the first that is installed. A handler that merely declares the
-    /// type is none.
-    [[nodiscard]] std::optional<Setting> setting(const std::string &type) const;
+    /// The default that counts for a scheme: the first that is installed. A handler that merely declares the
+    /// scheme is none.
+    [[nodiscard]] std::optional<Setting> setting(const std::string &scheme) const;
 
-    /// Makes `id` what counts for a type, in this session's desktop and in those that have no list of their
+    /// Makes `id` what counts for a scheme, in this session's desktop and in those that have no list of their
     /// own. False when a file cannot be written.
-    bool set(const std::string &type, const std::string &id);
+    bool set(const std::string &scheme, const std::string &id);
 
     /// Replaces `oldID` by `newID` in the user's lists of all desktops. False when one cannot be written.
-    bool replace(const std::string &type, const std::string &oldID, const std::string &newID);
+    bool replace(const std::string &scheme, const std::string &oldID, const std::string &newID);
 
     /// The user's lists that this session reads and that exist, or may be made: the most important first.
     [[nodiscard]] std::vector<std::string> decisiveUserLists() const;
 
-    /// Whether one of those lists names `id` for a type, in force or not, installed or not.
-    [[nodiscard]] bool userListNames(const std::string &type, const std::string &id) const;
+    /// Whether one of those lists names `id` for a scheme, in force or not, installed or not.
+    [[nodiscard]] bool userListNames(const std::string &scheme, const std::string &id) const;
 
     /// Whether GLib rejects a list as a whole; desktops then behave as if it were not there.
     [[nodiscard]] bool isRejected(const std::string &path) const;
 
   private:
     struct List {
-        std::map<std::string, std::vector<std::string>> defaults; ///< IDs by type
+        std::map<std::string, std::vector<std::string>> defaults; ///< IDs by scheme
         bool isRejected = false;
     };
 
-    [[nodiscard]] std::string userList() const { return places.configHome + "/mimeapps.list"; }
+    [[nodiscard]] std::string userList() const { return session.configHome + "/mimeapps.list"; }
     static List parse(const std::optional<std::string> &bytes);
-    static bool write(const std::string &path, const std::string &type, const std::string &id);
+    static bool write(const std::string &path, const std::string &scheme, const std::string &id);
     [[nodiscard]] std::vector<std::string> listsInOrder() const;
     [[nodiscard]] std::vector<std::string> userListsOfDesktops() const;
-    [[nodiscard]] std::vector<std::string> defaultsIn(const std::string &path, const std::string &type) const;
+    [[nodiscard]] std::vector<std::string> defaultsIn(const std::string &path,
+                                                      const std::string &scheme) const;
+    [[nodiscard]] bool isNamedIn(const std::string &path, const std::string &scheme,
+                                 const std::string &id) const;
 
-    XdgSession places;
+    XdgSession session;
     const DesktopEntries &entries;
     std::vector<std::string> order;
     mutable ParsedFiles<List> lists;

@@ -7,18 +7,11 @@
 
 namespace fernhop::freedesktop {
 
-namespace {
-
-constexpr std::string_view httpType = "x-scheme-handler/http";
-constexpr std::string_view httpsType = "x-scheme-handler/https";
-
-} // namespace
-
-RoutingDiagnostics::RoutingDiagnostics(XdgSession session, const DesktopEntries &desktopEntries,
+RoutingDiagnostics::RoutingDiagnostics(XdgSession xdgSession, const DesktopEntries &desktopEntries,
                                        std::string ownID, std::optional<std::string> browserVariable)
-    : places(std::move(session)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
-      browser(std::move(browserVariable)), defaults(places, entries), kde(places, entries),
-      xfce(places, entries) {}
+    : session(std::move(xdgSession)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
+      browser(std::move(browserVariable)), defaults(session, entries), kde(session, entries),
+      xfce(session, entries) {}
 
 std::vector<std::string> RoutingDiagnostics::find() const {
     Problems problems;
@@ -42,10 +35,9 @@ bool RoutingDiagnostics::isOurs(const Setting &setting) const {
 
 bool RoutingDiagnostics::isRoutingMeant() const {
     const auto preferred = xfce.setting();
-    return isOurs(defaults.setting(std::string(httpType))) ||
-           isOurs(defaults.setting(std::string(httpsType))) ||
-           defaults.userListNames(std::string(httpsType), ownDesktopID) ||
-           (places.isDesktop("xfce") && preferred && preferred->id == ownDesktopID);
+    return isOurs(defaults.setting("http")) || isOurs(defaults.setting("https")) ||
+           defaults.userListNames("https", ownDesktopID) ||
+           (session.isDesktop("xfce") && preferred && preferred->id == ownDesktopID);
 }
 
 void RoutingDiagnostics::findInOwnEntry(Problems &problems) const {
@@ -55,11 +47,10 @@ void RoutingDiagnostics::findInOwnEntry(Problems &problems) const {
                            ".desktop is not installed where this desktop looks, or its program is missing.");
         return;
     }
-    for (const auto type : {httpType, httpsType}) {
-        const auto scheme = type.substr(type.find('/') + 1);
-        if (std::find(entry->schemes.begin(), entry->schemes.end(), scheme) == entry->schemes.end())
-            problems.push_back("The desktop entry " + entry->path + " does not declare " + std::string(type) +
-                               ".");
+    for (const std::string scheme : {"http", "https"}) {
+        if (std::ranges::find(entry->schemes, scheme) == entry->schemes.end())
+            problems.push_back("The desktop entry " + entry->path + " does not declare x-scheme-handler/" +
+                               scheme + ".");
     }
 }
 
@@ -79,16 +70,16 @@ std::string RoutingDiagnostics::describe(const std::string &scheme, const Settin
 }
 
 void RoutingDiagnostics::findInDefaults(Problems &problems) const {
-    for (const auto type : {httpsType, httpType}) {
-        const auto setting = defaults.setting(std::string(type));
+    for (const auto *scheme : {"https", "http"}) {
+        const auto setting = defaults.setting(scheme);
         if (!isOurs(setting))
-            problems.push_back(describe(std::string(type.substr(type.find('/') + 1)), setting));
+            problems.push_back(describe(scheme, setting));
     }
 }
 
 void RoutingDiagnostics::findInXfce(Problems &problems) const {
     const auto preferred = xfce.setting();
-    if (!places.isDesktop("xfce") || (preferred && preferred->id == ownDesktopID))
+    if (!session.isDesktop("xfce") || (preferred && preferred->id == ownDesktopID))
         return;
     if (!preferred)
         problems.push_back(
@@ -103,7 +94,7 @@ void RoutingDiagnostics::findInXfce(Problems &problems) const {
 
 void RoutingDiagnostics::findInKde(Problems &problems) const {
     const auto preferred = kde.setting();
-    if (!places.isDesktop("kde") || !preferred || preferred->id == ownDesktopID)
+    if (!session.isDesktop("kde") || !preferred || preferred->id == ownDesktopID)
         return;
     problems.push_back("BrowserApplication in kdeglobals is " + preferred->text +
                        "; older KDE applications take links there." +

@@ -40,7 +40,7 @@ class RoutingDiagnostics {
     [[nodiscard]] bool isRoutingMeant() const;
     [[nodiscard]] std::string describe(const std::string &scheme, const Setting &setting) const;
 
-    XdgSession places;
+    XdgSession session;
     const DesktopEntries &entries;
     std::string ownDesktopID;
     std::optional<std::string> browser;

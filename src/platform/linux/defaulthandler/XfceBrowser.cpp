@@ -1,5 +1,6 @@
 #include "platform/linux/defaulthandler/XfceBrowser.h"
 
+#include "platform/linux/applications/ExecLine.h"
 #include "platform/linux/base/GPointer.h"
 #include "platform/linux/base/KeyFile.h"
 #include "platform/linux/base/Text.h"
@@ -24,43 +25,6 @@ bool isExpressible(std::string_view argument) {
            argument.find(linkPlace) == std::string_view::npos;
 }
 
-/// One argument of an Exec line with its field codes replaced, as Xfce writes it.
-struct Argument {
-    std::string text;
-    bool takesLink = false;
-    bool isExpressible = true;
-};
-
-// Deprecated and unknown codes stand for nothing. An icon is a matter of two arguments, and of no weight
-// here.
-Argument expand(std::string_view argument, const DesktopEntry &entry) {
-    Argument result;
-    std::string literal;
-    for (std::size_t index = 0; index < argument.size(); ++index) {
-        if (argument[index] != '%' || index + 1 == argument.size()) {
-            literal += argument[index];
-            result.text += argument[index];
-            continue;
-        }
-        const char code = argument[++index];
-        std::string replacement;
-        if (std::string_view("uUfF").find(code) != std::string_view::npos) {
-            result.takesLink = true;
-            result.text += linkPlace;
-        } else if (code == 'c') {
-            replacement = entry.name;
-        } else if (code == 'k') {
-            replacement = entry.path;
-        } else if (code == '%') {
-            replacement = "%";
-        }
-        literal += replacement;
-        result.text += replacement;
-    }
-    result.isExpressible = isExpressible(literal);
-    return result;
-}
-
 struct Commands {
     std::string plain;
     std::string withLink;
@@ -72,25 +36,28 @@ void append(std::string &command, const std::string &argument) {
     command += '"' + argument + '"';
 }
 
-std::optional<Commands> commandsOf(const DesktopEntry &entry) {
-    char **parsed = nullptr;
-    if (entry.terminal || !g_shell_parse_argv(entry.exec.c_str(), nullptr, &parsed, nullptr))
+std::optional<Commands> commandsOf(DesktopEntry entry) {
+    // No file name or text of an entry holds a NUL.
+    const std::string link(1, '\0');
+    entry.icon.clear(); // "%i" stands for two arguments, and is of no weight here.
+    const auto arguments = entry.terminal ? std::nullopt : execArguments(entry, {link});
+    if (!arguments)
         return std::nullopt;
-    const GStringsPointer arguments(parsed);
     Commands commands;
-    bool takesLink = false;
-    for (char **next = arguments.get(); *next; ++next) {
-        const auto argument = expand(*next, entry);
-        if (!argument.isExpressible)
+    for (auto argument : *arguments) {
+        const auto place = argument.find(link);
+        const bool takesLink = place != std::string::npos;
+        if (takesLink)
+            argument.erase(place, link.size());
+        if (!isExpressible(argument))
             return std::nullopt;
-        takesLink = takesLink || argument.takesLink;
-        if (!argument.text.empty())
-            append(commands.withLink, argument.text);
-        if (!argument.text.empty() && !argument.takesLink)
-            append(commands.plain, argument.text);
+        if (takesLink)
+            argument.insert(place, linkPlace);
+        if (!argument.empty())
+            append(commands.withLink, argument);
+        if (!argument.empty() && !takesLink)
+            append(commands.plain, argument);
     }
-    if (!takesLink)
-        append(commands.withLink, std::string(linkPlace));
     return commands;
 }
 
@@ -179,11 +146,11 @@ std::optional<std::string> helperFileFor(const DesktopEntry &entry) {
     return text.bytes();
 }
 
-XfceBrowser::XfceBrowser(const XdgSession &session, const DesktopEntries &desktopEntries)
-    : places(session), entries(desktopEntries), settings(parseSettings), helpers(parseHelper) {}
+XfceBrowser::XfceBrowser(const XdgSession &xdgSession, const DesktopEntries &desktopEntries)
+    : session(xdgSession), entries(desktopEntries), settings(parseSettings), helpers(parseHelper) {}
 
 std::optional<std::string> XfceBrowser::settingText() const {
-    for (const auto &folder : places.allConfigFolders()) {
+    for (const auto &folder : session.allConfigFolders()) {
         const auto &found = settings.at(folder + std::string(settingsFile));
         if (found)
             return found;
@@ -193,7 +160,7 @@ std::optional<std::string> XfceBrowser::settingText() const {
 
 // Xfce takes the first file of that name and looks no further, also when it is of no use.
 std::optional<XfceBrowser::HelperFile> XfceBrowser::helperFile(const std::string &id) const {
-    for (const auto &folder : places.allDataFolders()) {
+    for (const auto &folder : session.allDataFolders()) {
         const auto path = helperPath(folder, id);
         if (exists(path))
             return HelperFile{path, helpers.at(path)};
@@ -226,7 +193,7 @@ bool XfceBrowser::provideHelper(const DesktopEntry &entry) {
     const bool isForeign = found && !(found->helper && found->helper->isOurs);
     if (isForeign && found->helper && found->helper->isUsable())
         return true;
-    const auto path = helperPath(places.dataHome, entry.id);
+    const auto path = helperPath(session.dataHome, entry.id);
     if (isForeign && found->path == path)
         return false;
     const auto text = helperFileFor(entry);
@@ -234,7 +201,7 @@ bool XfceBrowser::provideHelper(const DesktopEntry &entry) {
 }
 
 bool XfceBrowser::set(const DesktopEntry &entry) {
-    const auto path = places.configHome + std::string(settingsFile);
+    const auto path = session.configHome + std::string(settingsFile);
     const auto bytes = readForChange(path);
     if (!bytes || !isFileName(entry.id) || !provideHelper(entry))
         return false;

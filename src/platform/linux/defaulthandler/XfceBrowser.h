@@ -58,7 +58,7 @@ class XfceBrowser {
     [[nodiscard]] std::optional<HelperFile> helperFile(const std::string &id) const;
     [[nodiscard]] bool provideHelper(const DesktopEntry &entry);
 
-    XdgSession places;
+    XdgSession session;
     const DesktopEntries &entries;
     mutable ParsedFiles<std::optional<std::string>> settings;
     mutable ParsedFiles<std::optional<XfceHelper>> helpers;

@@ -1,5 +1,7 @@
 #include "platform/linux/dialogs-qt/HelperProgram.h"
 
+#include "platform/Version.h"
+
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -19,6 +21,7 @@ std::unique_ptr<HelperProgram> HelperProgram::start(const std::vector<std::strin
     std::vector<const char *> words;
     for (const std::string &word : command)
         words.push_back(word.c_str());
+    words.push_back(programVersion()); // an upgrade may have replaced one of the two programs
     words.push_back(nullptr);
     GObjectPointer<GSubprocess> started(g_subprocess_launcher_spawnv(launcher.get(), words.data(), nullptr));
     if (!started)

@@ -1,8 +1,9 @@
 #include "platform/linux/service/BusResidentConnection.h"
 
 #include "platform/Utf8.h"
-#include "platform/linux/service/BusArguments.h"
-#include "platform/linux/service/LinkService.h"
+#include "platform/Version.h"
+#include "platform/linux/base/FernhopService.h"
+#include "platform/linux/base/OwnProgram.h"
 
 #include <utility>
 
@@ -12,6 +13,7 @@ namespace {
 GVariant *platformData(const std::string &activationToken) {
     GVariantDict data;
     g_variant_dict_init(&data, nullptr);
+    g_variant_dict_insert(&data, platformdata::version, "s", programVersion());
     if (!activationToken.empty() && isValidUtf8(activationToken))
         g_variant_dict_insert(&data, platformdata::activationToken, "s", activationToken.c_str());
     return g_variant_dict_end(&data);
@@ -28,9 +30,18 @@ GVariant *performBody(const std::vector<std::string> &arguments, std::string_vie
                          platformData(activationToken));
 }
 
-bool saysNobodyIsThere(const GError *error) {
+bool saysNoneIsRunning(const GError *error) {
     return g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
            g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
+}
+
+bool saysOtherVersion(const GError *error) {
+    const GCharPointer name(g_dbus_error_get_remote_error(error));
+    return name && std::string_view(name.get()) == otherVersionError;
+}
+
+CommandResult failed(const std::string &reason) {
+    return {exitStatus::failure, {}, "fernhop: " + reason + "\n"};
 }
 
 CommandResult resultOf(GVariant *reply) {
@@ -57,19 +68,31 @@ BusResidentConnection::BusResidentConnection(GObjectPointer<GDBusConnection> con
 
 std::optional<CommandResult> BusResidentConnection::perform(const std::vector<std::string> &arguments,
                                                             std::string_view input) {
-    GError *error = nullptr;
-    const GVariantPointer reply(
-        g_dbus_connection_call_sync(bus.get(), serviceName, serviceObjectPath, serviceInterface, "Perform",
-                                    performBody(arguments, input, activationToken), G_VARIANT_TYPE("(iss)"),
-                                    G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr, &error));
-    if (reply)
-        return resultOf(reply.get());
-    const GErrorPointer failure(error);
-    if (saysNobodyIsThere(failure.get()))
-        return std::nullopt;
-    g_dbus_error_strip_remote_error(failure.get());
-    return CommandResult{
-        exitStatus::failure, {}, std::string("fernhop: no answer: ") + failure->message + "\n"};
+    bool wasRefused = false;
+    Pauses pauses;
+    do {
+        GError *error = nullptr;
+        const GVariantPointer reply(g_dbus_connection_call_sync(
+            bus.get(), serviceName, serviceObjectPath, serviceInterface, "Perform",
+            performBody(arguments, input, activationToken), G_VARIANT_TYPE("(iss)"),
+            G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr, &error));
+        if (reply)
+            return resultOf(reply.get());
+        const GErrorPointer failure(error);
+        if (saysOtherVersion(failure.get())) {
+            wasRefused = true;
+        } else if (!saysNoneIsRunning(failure.get())) {
+            g_dbus_error_strip_remote_error(failure.get());
+            return failed(std::string("no answer: ") + failure->message);
+        } else if (!wasRefused) {
+            return std::nullopt;
+        }
+        // The resident may be on its way from one version to another.
+    } while (pauses.wait());
+    return failed(
+        ownProgramWasReplaced()
+            ? "Fernhop was upgraded while this command ran. Run the command again."
+            : "Another version of Fernhop is running. Quit it from its menu, then run this command again.");
 }
 
 std::optional<std::string> BusResidentConnection::open(const std::vector<Url> &links) {

@@ -1,9 +1,11 @@
 #include "platform/linux/service/LinkService.h"
 
+#include "platform/Version.h"
 #include "platform/linux/base/GPointer.h"
-#include "platform/linux/service/BusArguments.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -45,29 +47,76 @@ constexpr const char *applicationInterface = R"(
   </interface>
 </node>)";
 
-std::string inputOf(GVariant *body) {
-    const GVariantPointer bytes(g_variant_get_child_value(body, 1));
+std::string bytesOf(GVariant *bytes) {
     gsize length = 0;
-    const auto *data = static_cast<const char *>(g_variant_get_fixed_array(bytes.get(), &length, 1));
+    const auto *data = static_cast<const char *>(g_variant_get_fixed_array(bytes, &length, 1));
     return length == 0 ? std::string() : std::string(data, length);
 }
 
-std::string activationTokenOf(GVariant *body) {
-    const GVariantPointer data(g_variant_get_child_value(body, 2));
-    const char *token = nullptr;
-    return g_variant_lookup(data.get(), platformdata::activationToken, "&s", &token) ? token : "";
+std::optional<std::string> textOf(GVariant *value) {
+    if (g_variant_is_of_type(value, G_VARIANT_TYPE_BYTESTRING)) {
+        auto bytes = bytesOf(value);
+        if (bytes.ends_with('\0'))
+            bytes.pop_back();
+        return bytes;
+    }
+    if (!g_variant_is_of_type(value, G_VARIANT_TYPE_STRING))
+        return std::nullopt;
+    gsize length = 0;
+    const char *text = g_variant_get_string(value, &length);
+    return std::string(text, length);
+}
+
+std::optional<std::int64_t> integerOf(GVariant *value) {
+    switch (g_variant_classify(value)) {
+    case G_VARIANT_CLASS_INT32:
+        return g_variant_get_int32(value);
+    case G_VARIANT_CLASS_UINT32:
+        return g_variant_get_uint32(value);
+    case G_VARIANT_CLASS_INT64:
+        return g_variant_get_int64(value);
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<std::string> text(GVariant *data, const char *key) {
+    const GVariantPointer value(g_variant_lookup_value(data, key, nullptr));
+    return value ? textOf(value.get()) : std::nullopt;
+}
+
+std::optional<pid_t> process(GVariant *data, const char *key) {
+    const GVariantPointer value(g_variant_lookup_value(data, key, nullptr));
+    const auto number = value ? integerOf(value.get()) : std::nullopt;
+    if (!number || *number <= 0 || *number > std::numeric_limits<pid_t>::max())
+        return std::nullopt;
+    return static_cast<pid_t>(*number);
+}
+
+LinkSender senderOf(GVariant *data) {
+    return {{text(data, platformdata::activationToken), text(data, platformdata::startupID)},
+            process(data, platformdata::launchedPid),
+            process(data, platformdata::parentPid),
+            text(data, platformdata::controlGroup),
+            text(data, platformdata::desktopFile)};
+}
+
+/// Calls a method of the bus itself that answers with a number, and waits for it. Nothing on an error.
+std::optional<guint32> callBus(GDBusConnection *bus, const char *method, GVariant *body) {
+    const GVariantPointer reply(g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, body,
+        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    if (!reply)
+        return std::nullopt;
+    guint32 answer = 0;
+    g_variant_get(reply.get(), "(u)", &answer);
+    return answer;
 }
 
 /// The process behind a connection to the bus. It is waited for, so that links stay in order.
 std::optional<pid_t> processOf(GDBusConnection *bus, const char *connection) {
-    const GVariantPointer reply(g_dbus_connection_call_sync(
-        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-        "GetConnectionUnixProcessID", g_variant_new("(s)", connection), G_VARIANT_TYPE("(u)"),
-        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
-    guint32 process = 0;
-    if (reply)
-        g_variant_get(reply.get(), "(u)", &process);
-    return process == 0 ? std::nullopt : std::optional(static_cast<pid_t>(process));
+    const auto process = callBus(bus, "GetConnectionUnixProcessID", g_variant_new("(s)", connection));
+    return process ? std::optional(static_cast<pid_t>(*process)) : std::nullopt;
 }
 
 GCharPointer busText(const std::string &text) {
@@ -75,6 +124,46 @@ GCharPointer busText(const std::string &text) {
 }
 
 } // namespace
+
+DeliveredLinks deliveredLinks(GVariant *body) {
+    if (!g_variant_is_of_type(body, G_VARIANT_TYPE("(asa{sv})")) &&
+        !g_variant_is_of_type(body, G_VARIANT_TYPE("(aaya{sv})")))
+        return {};
+    const GVariantPointer links(g_variant_get_child_value(body, 0));
+    const GVariantPointer data(g_variant_get_child_value(body, 1));
+    DeliveredLinks delivered{{}, senderOf(data.get())};
+    for (gsize index = 0; index < g_variant_n_children(links.get()); ++index) {
+        const GVariantPointer link(g_variant_get_child_value(links.get(), index));
+        delivered.links.push_back(textOf(link.get()).value_or(""));
+    }
+    return delivered;
+}
+
+LinkDispatcher::LinkDispatcher(CurrentDelivery &currentDelivery,
+                               std::function<void(const LinkSender &)> whenArrived)
+    : current(currentDelivery), arrived(std::move(whenArrived)) {}
+
+void LinkDispatcher::setEventHandler(LinkEventHandler newHandler, FourCharCode eventClass,
+                                     FourCharCode eventID) {
+    // Links are the only events on this platform.
+    if (eventClass != getUrlEventCode || eventID != getUrlEventCode)
+        return;
+    handler = std::move(newHandler);
+}
+
+void LinkDispatcher::deliver(DeliveredLinks delivered, std::function<void()> onHandled) {
+    auto &[links, sender] = delivered;
+    if (arrived)
+        arrived(sender);
+    auto delivery = std::make_shared<LinkDelivery>(sender.tokens, std::move(onHandled));
+    // A link may arrive while another is being routed, from a nested main loop.
+    const auto before = std::exchange(current.delivery, delivery);
+    for (auto &link : links) {
+        LinkEventDescriptor reply;
+        handler(LinkEventDescriptor::getUrl(std::move(link)), reply);
+    }
+    current.delivery = before;
+}
 
 LinkService::LinkService(GDBusConnection *connection, LinkDispatcher &linkDispatcher, Handlers callHandlers)
     : bus(connection), dispatcher(linkDispatcher), handlers(std::move(callHandlers)) {}
@@ -88,7 +177,24 @@ bool LinkService::exportObject() {
         interfaces, &BusObject::isRegistered, [](const auto &each) -> auto & { return *each; });
 }
 
+// Only Fernhop's own programs state a version. They repeat a call that was refused; other applications would
+// give up.
+bool LinkService::refuseOtherVersion(GVariant *body, GDBusMethodInvocation *invocation) const {
+    const GVariantPointer data(g_variant_get_child_value(body, g_variant_n_children(body) - 1));
+    const auto version = text(data.get(), platformdata::version);
+    if (!version || (!pending->onIdle && !isOtherVersion(*version)))
+        return false;
+    const auto reason = std::string("the running Fernhop is version ") + programVersion() +
+                        (pending->onIdle ? " and is being upgraded" : "");
+    g_dbus_method_invocation_return_dbus_error(invocation, otherVersionError, reason.c_str());
+    if (handlers.refused)
+        handlers.refused();
+    return true;
+}
+
 void LinkService::call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) {
+    if (refuseOtherVersion(body, invocation))
+        return;
     if (method == "OpenLinks")
         return openLinks(deliveredLinks(body), invocation);
     if (method == "Open")
@@ -102,8 +208,12 @@ void LinkService::call(std::string_view method, GVariant *body, GDBusMethodInvoc
 }
 
 void LinkService::openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation) {
-    dispatcher.deliver(std::move(links),
-                       [invocation] { g_dbus_method_invocation_return_value(invocation, nullptr); });
+    ++pending->calls;
+    dispatcher.deliver(std::move(links), [calls = pending, invocation] {
+        g_dbus_method_invocation_return_value(invocation, nullptr);
+        if (--calls->calls == 0 && calls->onIdle)
+            calls->onIdle();
+    });
 }
 
 // The stub tells who asked it; an application that calls by itself is the sender.
@@ -114,8 +224,10 @@ void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation 
 }
 
 void LinkService::perform(GVariant *body, GDBusMethodInvocation *invocation) const {
-    handlers.activationToken(activationTokenOf(body));
-    const auto result = handlers.perform(textsIn(body, 0), inputOf(body));
+    const GVariantPointer input(g_variant_get_child_value(body, 1));
+    const GVariantPointer data(g_variant_get_child_value(body, 2));
+    handlers.activationToken(text(data.get(), platformdata::activationToken).value_or(""));
+    const auto result = handlers.perform(textsIn(body, 0), bytesOf(input.get()));
     g_dbus_method_invocation_return_value(
         invocation,
         g_variant_new("(iss)", result.status, busText(result.output).get(), busText(result.errors).get()));
@@ -124,15 +236,14 @@ void LinkService::perform(GVariant *body, GDBusMethodInvocation *invocation) con
 NameRequest requestName(GDBusConnection *bus, const char *name) {
     constexpr guint doNotQueue = 4;   // DBUS_NAME_FLAG_DO_NOT_QUEUE
     constexpr guint primaryOwner = 1; // DBUS_REQUEST_NAME_REPLY_PRIMARY_OWNER
-    const GVariantPointer reply(g_dbus_connection_call_sync(
-        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-        g_variant_new("(su)", name, doNotQueue), G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
-        nullptr));
-    if (!reply)
+    const auto answer = callBus(bus, "RequestName", g_variant_new("(su)", name, doNotQueue));
+    if (!answer)
         return NameRequest::failed;
-    guint32 answer = 0;
-    g_variant_get(reply.get(), "(u)", &answer);
-    return answer == primaryOwner ? NameRequest::owned : NameRequest::taken;
+    return *answer == primaryOwner ? NameRequest::owned : NameRequest::taken;
+}
+
+void releaseName(GDBusConnection *bus, const char *name) {
+    (void)callBus(bus, "ReleaseName", g_variant_new("(s)", name));
 }
 
 } // namespace fernhop::freedesktop

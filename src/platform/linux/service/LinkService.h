@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/CommandResult.h"
+#include "platform/LinkEvents.h"
 #include "platform/linux/base/Bus.h"
-#include "platform/linux/service/LinkDispatcher.h"
+#include "platform/linux/base/FernhopService.h"
+#include "platform/linux/source/LinkDelivery.h"
 
 #include <functional>
 #include <memory>
@@ -12,10 +14,29 @@
 
 namespace fernhop::freedesktop {
 
-/// Where the service is on the bus: its name there, its object, and the interface of its own.
-inline constexpr const char *serviceName = "org.fernhop.Fernhop";
-inline constexpr const char *serviceObjectPath = "/org/fernhop/Fernhop";
-inline constexpr const char *serviceInterface = "org.fernhop.Fernhop";
+/// The links and their sender in the body of a message: (asa{sv}), or (aaya{sv}) for links that may hold any
+/// byte. A zero byte at the end of such bytes is not part of them. A value of an unexpected type is ignored;
+/// a body of another form brings no link.
+[[nodiscard]] DeliveredLinks deliveredLinks(GVariant *body);
+
+/// Hands the links that reach this process to the controller as GetURL events. Main thread only.
+class LinkDispatcher : public LinkEvents {
+  public:
+    /// `arrived` is told of each sender before its first link is handled; it may be empty. `current` outlives
+    /// this object.
+    LinkDispatcher(CurrentDelivery &current, std::function<void(const LinkSender &)> arrived);
+
+    void setEventHandler(LinkEventHandler handler, FourCharCode eventClass, FourCharCode eventID) override;
+
+    /// Hands over each link, in order; the handler has been set. `onHandled` is called when each link has
+    /// been handed to a browser or dropped, possibly before this returns.
+    void deliver(DeliveredLinks links, std::function<void()> onHandled);
+
+  private:
+    CurrentDelivery &current;
+    std::function<void(const LinkSender &)> arrived;
+    LinkEventHandler handler;
+};
 
 /// Performs a command of the command line: its arguments, without the program's name, and what stands on its
 /// standard input.
@@ -23,7 +44,7 @@ using CommandHandler =
     std::function<CommandResult(const std::vector<std::string> &arguments, const std::string &input)>;
 
 /// The resident on the session bus: takes links from the stub and, as org.freedesktop.Application, from
-/// anyone, and performs commands. A call that brings links is answered when they have been dealt with. Main
+/// anyone, and performs commands. A call that brings links is answered when they have been handled. Main
 /// thread only.
 class LinkService {
   public:
@@ -34,10 +55,13 @@ class LinkService {
         /// empty: the command came without one.
         std::function<void(const std::string &token)> activationToken;
         std::function<void()> activate; ///< Fernhop was opened while it runs
+        /// A program of another version called and was refused.
+        std::function<void()> refused = {};
     };
 
     /// `bus` and `dispatcher` outlive this object.
     LinkService(GDBusConnection *bus, LinkDispatcher &dispatcher, Handlers handlers);
+    ~LinkService() { pending->onIdle = nullptr; }
     LinkService(const LinkService &) = delete;
     LinkService &operator=(const LinkService &) = delete;
 
@@ -45,7 +69,22 @@ class LinkService {
     /// finds the object. False when the connection has an object there already.
     [[nodiscard]] bool exportObject();
 
+    /// Whether every link that came has been handled.
+    [[nodiscard]] bool isIdle() const { return pending->calls == 0; }
+
+    /// Refuses Fernhop's own programs from now on, as this process is about to run another version; they will
+    /// call again. Other applications are still served. `onIdle` is called whenever the last link has been
+    /// handled; null: serves all again.
+    void setUpgrading(std::function<void()> onIdle) { pending->onIdle = std::move(onIdle); }
+
   private:
+    /// The calls that brought links and are not answered yet. They may outlive the service.
+    struct Pending {
+        std::size_t calls = 0;
+        std::function<void()> onIdle; ///< empty: no upgrade is due
+    };
+
+    [[nodiscard]] bool refuseOtherVersion(GVariant *body, GDBusMethodInvocation *invocation) const;
     void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation);
     void openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation);
     void openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation *invocation);
@@ -54,6 +93,7 @@ class LinkService {
     GDBusConnection *bus;
     LinkDispatcher &dispatcher;
     Handlers handlers;
+    std::shared_ptr<Pending> pending = std::make_shared<Pending>();
     std::vector<std::unique_ptr<BusObject>> interfaces;
 };
 
@@ -66,5 +106,9 @@ enum class NameRequest {
 
 /// Asks the bus for a name, or nothing: not to wait for it, nor to let it be taken away.
 [[nodiscard]] NameRequest requestName(GDBusConnection *bus, const char *name);
+
+/// Gives a name back to the bus. When this returns, every call that the bus has sent to its owner is with
+/// this process's main loop.
+void releaseName(GDBusConnection *bus, const char *name);
 
 } // namespace fernhop::freedesktop

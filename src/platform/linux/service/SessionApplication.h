@@ -1,17 +1,47 @@
 #pragma once
 
 #include "platform/Application.h"
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/GPointer.h"
-#include "platform/linux/service/DisplayWatch.h"
 
 #include <functional>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace fernhop::freedesktop {
 
-/// This process in its session: runs the main loop and ends it once, whoever asks for the end: the user, a
-/// signal, or the session by taking its bus or its display away. Main thread only.
+/// Reports when the X server or the Wayland compositor of the session has closed its connections. It watches
+/// the sockets of this process, whichever library opened them, with a high priority in the GLib main loop:
+/// client libraries may end the process at once when they find their connection broken. Main thread only.
+class DisplayWatch {
+  public:
+    /// `onEnded` is called once for each connection that the display has closed.
+    DisplayWatch(const Environment &environment, std::function<void()> onEnded);
+    ~DisplayWatch();
+    DisplayWatch(const DisplayWatch &) = delete;
+    DisplayWatch &operator=(const DisplayWatch &) = delete;
+
+    /// Watches the connections that exist now, over local sockets only; call it again when there may be more.
+    void watchConnections();
+
+  private:
+    struct Connection {
+        guint source = 0;
+        std::string display; ///< address of the peer
+    };
+
+    static gboolean hungUp(gint descriptor, GIOCondition condition, gpointer self);
+    [[nodiscard]] bool isDisplay(const std::string &address) const;
+
+    const std::string compositor; ///< path of its socket; empty: none
+    const std::function<void()> onEnded;
+    std::map<int, Connection> connections; ///< by their descriptors
+};
+
+/// Runs the main loop until the application ends: because the user asked, by a signal, or because the session
+/// closed its bus or its display. Main thread only.
 class SessionApplication : public Application {
   public:
     SessionApplication();
@@ -21,30 +51,31 @@ class SessionApplication : public Application {
     SessionApplication(const SessionApplication &) = delete;
     SessionApplication &operator=(const SessionApplication &) = delete;
 
-    /// Nothing on this desktop depends on the policy: what has no window is in no task list. It is
-    /// remembered.
+    /// Only remembers the policy: on this desktop an application without windows is in no task list anyway.
     void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
     [[nodiscard]] std::optional<ActivationPolicy> activationPolicy() const { return policy; }
 
-    /// Asks the controller, and when that does not refuse, ends the main loop. The second of two calls does
-    /// nothing.
+    /// Asks the controller and, when it does not refuse, ends the main loop. Further calls do nothing.
     void terminate() override;
 
-    /// Whom `terminate` asks.
+    /// Leaves the main loop without ending the application: `run` may be called again.
+    void pause() { g_main_loop_quit(loop.get()); }
+
+    /// Sets the question that `terminate` asks.
     void setShouldTerminate(std::function<TerminateReply()> ask) { shouldTerminate = std::move(ask); }
 
     /// SIGTERM, SIGINT and SIGHUP end the application from now on as the user would.
     void endWithSignals();
 
-    /// The end of the connection, which is the end of the session, ends the application. `bus` outlives this
+    /// Ends the application when the connection closes, which is the end of the session. `bus` outlives this
     /// object.
     void endWithBus(GDBusConnection *bus);
 
-    /// The end of the display that this process is connected to now ends the application, as it ends the
-    /// session; to be called again when there may be a new connection.
+    /// Ends the application when a display that this process is connected to now closes, which is the end of
+    /// the session. Call it again when there may be a new connection.
     void endWithDisplay(const Environment &environment);
 
-    /// Runs the main loop until the application has ended; returns at once when it already has.
+    /// Runs the main loop until the application has ended or paused; returns at once when it has ended.
     void run();
 
   private:

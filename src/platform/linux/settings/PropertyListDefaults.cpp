@@ -22,73 +22,52 @@ bool beginsLikeYes(std::string_view text) {
     return !text.empty() && std::string_view("YyTt123456789").find(text.front()) != std::string_view::npos;
 }
 
-} // namespace
-
-SettingsFile::SettingsFile(std::string location) : path(std::move(location)) {}
-
-std::optional<FileIdentity> SettingsFile::identity() const {
-    return FileIdentity::of(path);
-}
-
-std::optional<SettingsFile::Contents> SettingsFile::read() const {
-    const FileDescriptor file = openForReading(path);
-    if (file)
-        return Contents{FileIdentity::of(file), readFile(file, propertyListLimit::bytes)};
-    return errno == ENOENT ? std::nullopt : std::optional(Contents{identity(), std::nullopt});
-}
-
-std::optional<FileLock> SettingsFile::lock(std::chrono::milliseconds atMost) const {
+/// The right to change the file at `path`, whose folder is made when it is not there; nothing when it cannot
+/// be had in that time.
+std::optional<FileLock> lockFor(const std::string &path, std::chrono::milliseconds atMost) {
     const auto target = followedLinks(path);
     if (!target || !makeFolder(folderOf(*target)))
         return std::nullopt;
     return FileLock::acquire(*target + ".lock", atMost);
 }
 
-Result<> SettingsFile::replace(std::string_view bytes) const {
-    return replaceFile(path, bytes, Writers::one);
-}
-
-Result<> SettingsFile::keepAside() const {
+/// Gives the file a name of its own beside it (".unreadable-" and the first free number).
+bool keepAside(const std::string &path) {
     const auto target = followedLinks(path);
-    if (!target)
-        return Failure::ofSystem(ELOOP);
-    for (int number = 1;; ++number) {
+    for (int number = 1; target; ++number) {
         const std::string kept = *target + ".unreadable-" + std::to_string(number);
         if (::link(target->c_str(), kept.c_str()) == 0)
-            return Success{};
+            return true;
         // A second name is not given to folders, nor on every file system; there the first one is taken away.
         if (errno != EEXIST &&
             ::renameat2(AT_FDCWD, target->c_str(), AT_FDCWD, kept.c_str(), RENAME_NOREPLACE) == 0)
-            return Success{};
+            return true;
         if (errno != EEXIST)
-            return Failure::ofSystem(errno);
+            return false;
     }
+    return false;
 }
 
-PropertyListDefaults::PropertyListDefaults(std::filesystem::path path, ReadableCheck check,
+} // namespace
+
+PropertyListDefaults::PropertyListDefaults(std::filesystem::path location, ReadableCheck check,
                                            std::chrono::milliseconds wait)
-    : file(std::move(path)), isReadable(std::move(check)), longestWait(wait) {}
+    : path(std::move(location)), isReadable(std::move(check)), longestWait(wait) {}
 
 std::optional<PropertyDictionary> PropertyListDefaults::dictionaryForKey(std::string_view key) const {
-    void *const found = node(key);
-    if (!found || plist_get_node_type(found) != PLIST_DICT)
-        return std::nullopt;
-    auto value = propertyValue(found);
-    return value ? std::optional(std::move(std::get<PropertyDictionary>(value->value))) : std::nullopt;
+    auto value = valueForKey(key);
+    auto *const dictionary = value ? std::get_if<PropertyDictionary>(&value->value) : nullptr;
+    return dictionary ? std::optional(std::move(*dictionary)) : std::nullopt;
 }
 
 std::optional<std::string> PropertyListDefaults::dataForKey(std::string_view key) const {
-    void *const found = node(key);
-    if (!found || plist_get_node_type(found) != PLIST_DATA)
-        return std::nullopt;
-    std::uint64_t length = 0;
-    const char *bytes = plist_get_data_ptr(found, &length);
-    return bytes ? std::string(bytes, length) : std::string();
+    auto value = valueForKey(key);
+    auto *const data = value ? std::get_if<PropertyData>(&value->value) : nullptr;
+    return data ? std::optional(std::move(data->bytes)) : std::nullopt;
 }
 
 std::optional<std::string> PropertyListDefaults::stringForKey(std::string_view key) const {
-    void *const found = node(key);
-    const auto value = found ? propertyValue(found) : std::nullopt;
+    const auto value = valueForKey(key);
     if (!value)
         return std::nullopt;
     if (const auto *number = value->as<std::int64_t>())
@@ -102,8 +81,7 @@ std::optional<std::string> PropertyListDefaults::stringForKey(std::string_view k
 }
 
 bool PropertyListDefaults::boolForKey(std::string_view key) const {
-    void *const found = node(key);
-    const auto value = found ? propertyValue(found) : std::nullopt;
+    const auto value = valueForKey(key);
     if (!value)
         return false;
     if (const auto *number = value->as<std::int64_t>())
@@ -143,7 +121,7 @@ bool PropertyListDefaults::update(const std::function<void()> &change) {
             defaults.current.reset();
         }
     };
-    current.emplace(Update{file.lock(longestWait)});
+    current.emplace(Update{lockFor(path, longestWait)});
     const Ending ending{*this};
     refresh();
     change();
@@ -159,20 +137,26 @@ void *PropertyListDefaults::node(std::string_view key) const {
     return snapshot.tree ? plist_dict_get_item(snapshot.tree.get(), std::string(key).c_str()) : nullptr;
 }
 
+std::optional<PropertyValue> PropertyListDefaults::valueForKey(std::string_view key) const {
+    void *const found = node(key);
+    return found ? propertyValue(found) : std::nullopt;
+}
+
 void PropertyListDefaults::refresh() const {
-    if (snapshot.isCurrent && snapshot.identity == file.identity())
+    if (snapshot.isCurrent && snapshot.identity == FileIdentity::of(path))
         return;
     snapshot = {};
-    const auto contents = file.read();
-    if (!contents)
+    const FileDescriptor file = openForReading(path);
+    if (!file && errno == ENOENT)
         return;
-    snapshot.identity = contents->identity;
-    snapshot.isCurrent = contents->identity && contents->identity->isSettled();
-    const bool isEmpty = contents->bytes && contents->bytes->empty();
-    if (isEmpty)
+    snapshot.identity = file ? FileIdentity::of(file) : FileIdentity::of(path);
+    snapshot.isCurrent = snapshot.identity && snapshot.identity->isSettled();
+    // Nothing for what is no regular file, may not be read, or is larger than a property list may be.
+    const auto bytes = readFile(file, propertyListLimit::bytes);
+    if (bytes && bytes->empty())
         return;
-    if (contents->bytes)
-        snapshot.tree = decodePropertyList(*contents->bytes);
+    if (bytes)
+        snapshot.tree = decodePropertyList(*bytes);
     if (snapshot.tree && plist_get_node_type(snapshot.tree.get()) != PLIST_DICT)
         snapshot.tree.reset();
     snapshot.isUnreadable = !snapshot.tree;
@@ -206,7 +190,7 @@ bool PropertyListDefaults::commit() {
     if (!bytes)
         return false;
     const bool keepsOldFile = snapshot.isUnreadable || current->keepsOldFile;
-    return (!keepsOldFile || file.keepAside()) && file.replace(*bytes);
+    return (!keepsOldFile || keepAside(path)) && replaceFile(path, *bytes, Writers::one);
 }
 
 } // namespace fernhop::freedesktop

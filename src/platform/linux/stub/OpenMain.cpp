@@ -1,5 +1,6 @@
+#include "platform/Version.h"
+#include "platform/linux/base/OwnProgram.h"
 #include "platform/linux/stub/Courier.h"
-#include "platform/linux/stub/Resident.h"
 
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 namespace {
 
 using namespace fernhop::stub;
+using namespace fernhop::freedesktop;
 
 constexpr const char *help =
     "Usage: fernhop-open [--] URL...\n"
@@ -27,24 +29,31 @@ std::vector<std::string> linksOf(int count, char **arguments) {
     return {arguments + first, arguments + count};
 }
 
-// With no bus there is nobody to hand links to, so this process becomes one that opens them itself.
-int openWithoutBus(const std::vector<std::string> &links) {
-    const auto program = residentProgram();
+// Without a resident to take the links, this process becomes one that opens them itself.
+int openWithoutResident(const std::vector<std::string> &links) {
+    const auto program = programBeside("fernhop");
     std::vector<const char *> arguments = {program.c_str(), "--without-bus", "--"};
     for (const auto &link : links)
         arguments.push_back(link.c_str());
     arguments.push_back(nullptr);
-    execv(program.c_str(), const_cast<char *const *>(arguments.data()));
+    Pauses pauses; // an upgrade may be replacing the program
+    do
+        execv(program.c_str(), const_cast<char *const *>(arguments.data()));
+    while (pauses.wait());
     perror(program.c_str());
     return 1;
 }
 
-int run(const std::vector<std::string> &links, const LinkOrigin &origin) {
+int run(char **arguments, const std::vector<std::string> &links, const LinkOrigin &origin) {
+    using Kind = DeliveryResult::Kind;
     const auto result = deliver(links, origin);
-    if (result.kind == DeliveryResult::Kind::delivered)
+    if (result.kind == Kind::delivered)
         return 0;
-    if (result.kind == DeliveryResult::Kind::noBus && !links.empty())
-        return openWithoutBus(links);
+    // The new program reads the same origin: it is this process, with the environment as it was.
+    if (result.kind == Kind::replaced)
+        execv(ownProgramPath().c_str(), arguments);
+    if (result.kind != Kind::failed && !links.empty())
+        return openWithoutResident(links);
     fprintf(stderr, "fernhop-open: %zu link(s) not opened: %s\n", links.size(), result.reason.c_str());
     return 1;
 }
@@ -56,6 +65,6 @@ int main(int count, char **arguments) {
     if (count == 2 && strcmp(arguments[1], "--help") == 0)
         return fputs(help, stdout) < 0;
     if (count == 2 && strcmp(arguments[1], "--version") == 0)
-        return puts("fernhop-open " FERNHOP_VERSION) < 0;
-    return run(linksOf(count, arguments), origin);
+        return printf("fernhop-open %s\n", fernhop::programVersion()) < 0;
+    return run(arguments, linksOf(count, arguments), origin);
 }

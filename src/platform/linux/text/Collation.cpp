@@ -3,7 +3,7 @@
 #include "platform/Ascii.h"
 #include "platform/Text.h"
 #include "platform/UnicodeText.h"
-#include "platform/linux/text/CaseRules.h"
+#include "platform/linux/text/ComparisonForm.h"
 
 #include <unicode/ucol.h>
 

@@ -140,6 +140,20 @@ bool isAsciiAlone(std::string_view sequence) {
 
 } // namespace
 
+std::string languageOf(std::string_view localeName) {
+    std::string language = ascii::lowercased(localeName.substr(0, localeName.find_first_of("_-.@")));
+    return language == "c" || language == "posix" ? std::string() : language;
+}
+
+CaseRules caseRules(const Locale &locale) {
+    const std::string language = languageOf(locale.name);
+    if (language == "tr" || language == "tur" || language == "az" || language == "aze")
+        return CaseRules::turkic;
+    if (language == "lt" || language == "lit")
+        return CaseRules::lithuanian;
+    return CaseRules::usual;
+}
+
 void ComparisonForm::append(std::string_view sequence, std::size_t origin) {
     if (sequence.empty())
         return;

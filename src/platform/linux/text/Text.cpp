@@ -10,11 +10,21 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <random>
 
 namespace fernhop::text {
 
 namespace {
+
+Locale readEnvironment() {
+    for (const char *variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char *value = std::getenv(variable);
+        if (value && *value)
+            return {value};
+    }
+    return {};
+}
 
 bool areAscii(std::string_view left, std::string_view right) {
     return ascii::isAscii(left) && ascii::isAscii(right);
@@ -60,6 +70,11 @@ UuidBytes randomBytes() {
 }
 
 } // namespace
+
+const Locale &Locale::current() {
+    static const Locale locale = readEnvironment();
+    return locale;
+}
 
 // ASCII text is its own form, so that a URL need not be brought into it for each pattern that is not ASCII.
 std::optional<Occurrence> firstOccurrence(std::string_view text, std::string_view piece, std::size_t from) {

@@ -19,21 +19,15 @@ bool breaksLine(char32_t character) {
 } // namespace
 
 std::string shownText(std::string_view text) {
-    std::string shown;
-    for (std::size_t count = 0; !text.empty(); ++count) {
-        if (count == longestText)
-            return shown.append(ellipsis);
-        const auto character = firstUtf8Character(text);
-        const std::size_t length = character ? character->length : 1;
-        if (!character)
-            shown.append(replacement);
-        else if (breaksLine(character->value))
-            shown.push_back(' ');
-        else
-            shown.append(text.substr(0, length));
-        text.remove_prefix(length);
-    }
-    return shown;
+    std::size_t count = 0;
+    return replaceUtf8Characters(text,
+                                 [&](const auto &character, std::string_view bytes) -> std::string_view {
+                                     if (++count > longestText)
+                                         return count == longestText + 1 ? ellipsis : std::string_view();
+                                     if (!character)
+                                         return replacement;
+                                     return breaksLine(character->value) ? " " : bytes;
+                                 });
 }
 
 std::string menuLabel(std::string_view title) {

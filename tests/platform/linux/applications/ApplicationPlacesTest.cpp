@@ -95,9 +95,9 @@ TEST(LocaleNamesTest, TheLocaleWithoutLanguageHasNoNames) {
 }
 
 TEST(LocaleNamesTest, AListGivesTheNamesOfEach) {
-    EXPECT_EQ(localeNamesOfList("de_AT:fr::C:en_GB"), (Texts{"de_AT", "de", "fr", "en_GB", "en"}));
-    EXPECT_EQ(localeNamesOfList(""), Texts{});
-    EXPECT_EQ(localeNamesOfList(":"), Texts{});
+    EXPECT_EQ(localeNames("de_AT:fr::C:en_GB"), (Texts{"de_AT", "de", "fr", "en_GB", "en"}));
+    EXPECT_EQ(localeNames(""), Texts{});
+    EXPECT_EQ(localeNames(":"), Texts{});
 }
 
 } // namespace

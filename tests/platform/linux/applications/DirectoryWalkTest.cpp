@@ -1,5 +1,4 @@
-#include "platform/linux/applications/DirectoryWalk.h"
-
+#include "platform/linux/applications/PosixFileManager.h"
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>

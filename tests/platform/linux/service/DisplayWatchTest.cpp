@@ -1,5 +1,4 @@
-#include "platform/linux/service/DisplayWatch.h"
-
+#include "platform/linux/service/SessionApplication.h"
 #include "support/MainLoop.h"
 #include "support/TemporaryHome.h"
 

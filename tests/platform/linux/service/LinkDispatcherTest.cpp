@@ -1,4 +1,4 @@
-#include "platform/linux/service/LinkDispatcher.h"
+#include "platform/linux/service/LinkService.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ class LinkDispatcherTest : public testing::Test {
     }
     void deliver(std::vector<std::string> links, LinkSender sender = {}) {
         dispatcher.deliver({std::move(links), std::move(sender)},
-                           [this] { happened.emplace_back("dealt with"); });
+                           [this] { happened.emplace_back("handled"); });
     }
 
     CurrentDelivery current;
@@ -35,12 +35,12 @@ class LinkDispatcherTest : public testing::Test {
 
 using Happened = std::vector<std::string>;
 
-TEST_F(LinkDispatcherTest, HandsOverEachLinkAndTellsWhenAllAreDealtWith) {
+TEST_F(LinkDispatcherTest, HandsOverEachLinkAndReportsWhenAllAreHandled) {
     listen();
     LinkSender sender;
     sender.desktopFile = "chat";
     deliver({"https://b", "https://a", ""}, sender);
-    EXPECT_EQ(happened, (Happened{"from chat", "https://b", "https://a", "", "dealt with"}));
+    EXPECT_EQ(happened, (Happened{"from chat", "https://b", "https://a", "", "handled"}));
     EXPECT_EQ(current.delivery, nullptr);
 }
 
@@ -49,17 +49,17 @@ TEST_F(LinkDispatcherTest, AHandlerOfOtherEventsGetsNoLinks) {
     dispatcher.setEventHandler([](const auto &, auto &) { FAIL(); }, 1, getUrlEventCode);
     dispatcher.setEventHandler([](const auto &, auto &) { FAIL(); }, getUrlEventCode, 1);
     deliver({"1"});
-    EXPECT_EQ(happened, (Happened{"from ?", "1", "dealt with"}));
+    EXPECT_EQ(happened, (Happened{"from ?", "1", "handled"}));
 }
 
-TEST_F(LinkDispatcherTest, IsDealtWithOnlyWhenTheLastLinkHasLeftOurHands) {
+TEST_F(LinkDispatcherTest, IsHandledOnlyWhenTheLastLinkIsReleased) {
     std::vector<std::shared_ptr<LinkDelivery>> inHands;
     listen([&](const auto &, auto &) { inHands.push_back(current.delivery); });
     deliver({"1", "2"});
     inHands.erase(inHands.begin());
     EXPECT_EQ(happened, Happened{"from ?"});
     inHands.clear();
-    EXPECT_EQ(happened, (Happened{"from ?", "dealt with"}));
+    EXPECT_EQ(happened, (Happened{"from ?", "handled"}));
 }
 
 TEST_F(LinkDispatcherTest, TheTokensAreGoodForOneLaunch) {

@@ -1,6 +1,7 @@
 #include "platform/linux/service/LinkService.h"
 
 #include "BusClient.h"
+#include "platform/Version.h"
 #include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +43,7 @@ class LinkServiceTest : public testing::Test {
     bool holds = false;
     std::vector<std::shared_ptr<LinkDelivery>> held;
     int activations = 0;
+    int refusals = 0;
     Texts performed;
     std::string token;
     LinkService service{connection.get(),
@@ -51,7 +53,8 @@ class LinkServiceTest : public testing::Test {
                              performed.push_back(input);
                              return CommandResult{7, "out\xff", "err"};
                          },
-                         [this](const std::string &came) { token = came; }, [this] { ++activations; }}};
+                         [this](const std::string &came) { token = came; }, [this] { ++activations; },
+                         [this] { ++refusals; }}};
 };
 
 TEST_F(LinkServiceTest, TakesLinksOfAnyBytes) {
@@ -84,7 +87,7 @@ TEST_F(LinkServiceTest, WhoCallsAsAnApplicationIsTheSender) {
     EXPECT_EQ(sender.parentPid, std::nullopt) << "the stub is nobody's source";
 }
 
-TEST_F(LinkServiceTest, AnswersOnlyWhenTheLinksAreDealtWith) {
+TEST_F(LinkServiceTest, AnswersOnlyWhenTheLinksAreHandled) {
     holds = true;
     listen();
     const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a'], @a{sv} {})");
@@ -113,6 +116,47 @@ TEST_F(LinkServiceTest, CommandsMayBringAnActivationToken) {
     ASSERT_TRUE(
         call(serviceInterface, "Perform", "(['x'], @ay [], {'activation-token': <'token-1'>})").wait());
     EXPECT_EQ(token, "token-1");
+}
+
+TEST_F(LinkServiceTest, RefusesProgramsOfAnotherVersionBeforeItDoesAnything) {
+    listen();
+    for (const char *body :
+         {"([b'https://a'], {'version': <'0.0.1'>})", "([b'https://a'], {'version': <''>})"}) {
+        const auto refused = call(serviceInterface, "OpenLinks", body);
+        ASSERT_TRUE(refused.wait());
+        EXPECT_EQ(refused.errorName(), otherVersionError) << body;
+    }
+    const auto command = call(serviceInterface, "Perform", "(['x'], @ay [], {'version': <'0.0.1'>})");
+    ASSERT_TRUE(command.wait());
+    EXPECT_EQ(command.errorName(), otherVersionError);
+    EXPECT_EQ(refusals, 3);
+    EXPECT_TRUE(links.empty());
+    EXPECT_TRUE(performed.empty());
+    const auto body = std::string("([b'https://a'], {'version': <'") + programVersion() + "'>})";
+    const auto taken = call(serviceInterface, "OpenLinks", body.c_str());
+    ASSERT_TRUE(taken.wait());
+    EXPECT_EQ(taken.errorName(), "");
+    EXPECT_EQ(links, Texts{"https://a"});
+}
+
+TEST_F(LinkServiceTest, ServesOnlyOtherApplicationsDuringAnUpgrade) {
+    holds = true;
+    listen();
+    int idle = 0;
+    service.setUpgrading([&] { ++idle; });
+    EXPECT_TRUE(service.isIdle());
+    const auto body = std::string("([b'https://a'], {'version': <'") + programVersion() + "'>})";
+    const auto refused = call(serviceInterface, "OpenLinks", body.c_str());
+    ASSERT_TRUE(refused.wait());
+    EXPECT_EQ(refused.errorName(), otherVersionError);
+    const auto opened = call("org.freedesktop.Application", "Open", "(['https://b'], @a{sv} {})");
+    ASSERT_TRUE(support::runUntil([&] { return !held.empty(); }));
+    EXPECT_FALSE(service.isIdle());
+    EXPECT_EQ(idle, 0);
+    held.clear();
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(idle, 1);
+    EXPECT_EQ(links, Texts{"https://b"});
 }
 
 TEST_F(LinkServiceTest, OpeningItAgainIsToldToTheController) {

@@ -41,14 +41,6 @@ TEST(LinkOrigin, ANumberThatIsNoneIsNotTold) {
     }
 }
 
-TEST(LinkOrigin, FindsTheUnifiedControlGroup) {
-    EXPECT_EQ(unifiedControlGroup("12:pids:/x\n0::/user.slice/app-chat-1.scope\n"),
-              "/user.slice/app-chat-1.scope");
-    EXPECT_EQ(unifiedControlGroup("0::/"), "/");
-    EXPECT_EQ(unifiedControlGroup("10::/x\n"), "");
-    EXPECT_EQ(unifiedControlGroup(""), "");
-}
-
 TEST(LinkOrigin, NamesDesktopFilesByTheirId) {
     EXPECT_EQ(desktopIDOfPath("/usr/share/applications/org.example.Chat.desktop"), "org.example.Chat");
     EXPECT_EQ(desktopIDOfPath("/home/u/.local/share/applications/kde/web.desktop"), "kde-web");

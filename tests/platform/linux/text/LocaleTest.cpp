@@ -1,5 +1,5 @@
 #include "platform/Text.h"
-#include "platform/linux/text/CaseRules.h"
+#include "platform/linux/text/ComparisonForm.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

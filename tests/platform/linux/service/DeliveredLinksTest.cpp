@@ -1,6 +1,5 @@
-#include "platform/linux/service/BusArguments.h"
-
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/service/LinkService.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,154 @@
+#include "platform/linux/service/Upgrade.h"
+
+#include "platform/linux/base/FernhopService.h"
+#include "platform/linux/base/OwnProgram.h"
+#include "platform/linux/base/Processes.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+namespace fernhop::freedesktop {
+namespace {
+
+// A file that is written in steps changes more often than this.
+constexpr std::chrono::milliseconds settlingTime{100};
+
+// What the new program needs, a library say, may come after it; that does not show at its own file. Looked
+// for with growing pauses.
+constexpr std::chrono::milliseconds longestPause{30'000};
+
+} // namespace
+
+ProgramWatch::ProgramWatch(std::function<void()> replaced) : onReplaced(std::move(replaced)) {
+    const GObjectPointer<GFile> file(g_file_new_for_path(ownProgramPath().c_str()));
+    monitor.reset(g_file_monitor_file(file.get(), G_FILE_MONITOR_NONE, nullptr, nullptr));
+    if (monitor)
+        g_signal_connect_swapped(monitor.get(), "changed", G_CALLBACK(fileChanged), this);
+}
+
+ProgramWatch::~ProgramWatch() {
+    if (monitor)
+        g_signal_handlers_disconnect_by_data(monitor.get(), this);
+    for (const guint source : {timer, trial})
+        if (source != 0)
+            g_source_remove(source);
+}
+
+void ProgramWatch::fileChanged(ProgramWatch *watch) {
+    watch->checkAfter(settlingTime);
+}
+
+void ProgramWatch::check() {
+    if (timer == 0 && trial == 0)
+        checkAfter(settlingTime);
+}
+
+void ProgramWatch::checkAfter(std::chrono::milliseconds newPause) {
+    if (timer != 0)
+        g_source_remove(timer);
+    pause = newPause;
+    const auto look = [](gpointer self) -> gboolean {
+        auto &watch = *static_cast<ProgramWatch *>(self);
+        watch.timer = 0;
+        if (watch.trial == 0 && ownProgramWasReplaced())
+            watch.tryNewProgram();
+        return G_SOURCE_REMOVE;
+    };
+    timer = g_timeout_add(static_cast<guint>(pause.count()), look, this);
+}
+
+void ProgramWatch::tryNewProgram() {
+    std::string path = ownProgramPath();
+    std::string option = "--version";
+    std::array<char *, 3> arguments = {path.data(), option.data(), nullptr};
+    constexpr auto flags = static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_STDOUT_TO_DEV_NULL |
+                                                    G_SPAWN_STDERR_TO_DEV_NULL);
+    GPid child = 0;
+    if (!g_spawn_async(nullptr, arguments.data(), nullptr, flags, nullptr, nullptr, &child, nullptr))
+        return tried(false);
+    const auto ended = [](GPid, gint waitStatus, gpointer self) {
+        static_cast<ProgramWatch *>(self)->trial = 0;
+        static_cast<ProgramWatch *>(self)->tried(g_spawn_check_wait_status(waitStatus, nullptr) != FALSE);
+    };
+    trial = g_child_watch_add(child, ended, this);
+}
+
+void ProgramWatch::tried(bool succeeded) {
+    // A change during the trial, for which the timer runs, calls for another one.
+    if (timer != 0)
+        return;
+    if (succeeded)
+        onReplaced();
+    else if (pause < longestPause)
+        checkAfter(pause * 2);
+}
+
+Upgrade::Upgrade(GDBusConnection *connection, LinkService &linkService, std::function<void()> ready)
+    : bus(connection), service(linkService), onReady(std::move(ready)), program([this] { begin(); }) {}
+
+Upgrade::~Upgrade() {
+    if (lastCalls != 0)
+        g_source_remove(lastCalls);
+}
+
+void Upgrade::begin() {
+    service.setUpgrading([this] { proceed(); });
+    if (service.isIdle())
+        proceed();
+}
+
+void Upgrade::proceed() {
+    if (lastCalls != 0)
+        return;
+    if (nameReleased)
+        return onReady();
+    nameReleased = true;
+    releaseName(bus, serviceName);
+    // The bus delivered all earlier calls before its answer; the main loop handles them before this source.
+    const auto handled = [](gpointer self) -> gboolean {
+        auto &upgrade = *static_cast<Upgrade *>(self);
+        upgrade.lastCalls = 0;
+        if (upgrade.service.isIdle())
+            upgrade.onReady();
+        return G_SOURCE_REMOVE;
+    };
+    lastCalls = g_idle_add_full(G_PRIORITY_LOW, handled, this, nullptr);
+}
+
+void executeInstalledProgram(const Environment &environment) {
+    auto assignments = environment.assignments();
+    std::vector<char *> variables;
+    for (auto &assignment : assignments)
+        variables.push_back(assignment.data());
+    variables.push_back(nullptr);
+    std::string path = ownProgramPath();
+    std::array<char *, 2> arguments = {path.data(), nullptr};
+    execve(path.c_str(), arguments.data(), variables.data());
+    std::perror(path.c_str());
+}
+
+void reapInheritedChildren() {
+    siginfo_t information{};
+    if (waitid(P_ALL, 0, &information, WEXITED | WNOHANG | WNOWAIT) != 0)
+        return; // there are none
+    const Processes processes;
+    std::error_code error;
+    std::filesystem::directory_iterator entry("/proc", error);
+    for (; entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::string name = entry->path().filename();
+        pid_t process = 0;
+        std::from_chars(name.data(), name.data() + name.size(), process);
+        if (process > 0 && processes.parentOf(process) == getpid())
+            g_child_watch_add(
+                process, [](GPid, gint, gpointer) {}, nullptr);
+    }
+}
+
+} // namespace fernhop::freedesktop
