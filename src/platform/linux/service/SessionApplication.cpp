@@ -1,6 +1,5 @@
 #include "platform/linux/service/SessionApplication.h"
 
-
 #include <glib-unix.h>
 #include <sys/socket.h>
 #include <sys/un.h>
