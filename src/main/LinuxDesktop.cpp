@@ -27,7 +27,7 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
       bundles(entries, installedFile("share/fernhop/resources")),
       defaults(settingsPath(configuration), isReadableSetting),
       launchServices(configuration, entries, ownID()),
-      arrivalProblems(configuration, entries, ownID(), environment.value("BROWSER")),
+      routingDiagnostics(configuration, entries, ownID(), environment.value("BROWSER")),
       matcher(entries, processes, OwnApplication{ownID()}),
       focus(makeFocusProvider(displaysOf(environment), matcher)), launchSignals(bus),
       senderEvidence(matcher, processes, launchSignals),

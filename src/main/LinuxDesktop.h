@@ -51,7 +51,7 @@ struct LinuxDesktop {
     const DesktopBundles bundles;
     PropertyListDefaults defaults;
     FreedesktopLaunchServices launchServices;
-    const RoutingDiagnostics arrivalProblems;
+    const RoutingDiagnostics routingDiagnostics;
     SystemLog log;
     CanberraSound sound;
     const Processes processes;

@@ -15,10 +15,10 @@ class LinuxSessionReport : public SessionReport {
   public:
     /// `residentTray` is where the running Fernhop shows its icon; null in any other process. `sourceOfLinks`
     /// is asked each time. The others outlive the report.
-    LinuxSessionReport(const FocusProvider &focusProvider, const RoutingDiagnostics &arrivalProblems,
+    LinuxSessionReport(const FocusProvider &focusProvider, const RoutingDiagnostics &routingDiagnostics,
                        const TrayStatusBar *residentTray,
                        std::function<std::optional<std::string>()> sourceOfLinks)
-        : focus(focusProvider), arrival(arrivalProblems), tray(residentTray),
+        : focus(focusProvider), diagnostics(routingDiagnostics), tray(residentTray),
           askSource(std::move(sourceOfLinks)) {}
 
     [[nodiscard]] std::optional<std::string> source() const override { return askSource(); }
@@ -27,11 +27,11 @@ class LinuxSessionReport : public SessionReport {
     [[nodiscard]] IconPlace iconPlace() const override {
         return tray ? tray->iconPlace() : IconPlace::nowhere;
     }
-    [[nodiscard]] std::vector<std::string> problems() const override { return arrival.find(); }
+    [[nodiscard]] std::vector<std::string> problems() const override { return diagnostics.find(); }
 
   private:
     const FocusProvider &focus;
-    const RoutingDiagnostics &arrival;
+    const RoutingDiagnostics &diagnostics;
     const TrayStatusBar *tray;
     std::function<std::optional<std::string>()> askSource;
 };

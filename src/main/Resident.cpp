@@ -61,7 +61,7 @@ class Resident {
                    [this] { desktop.sound.beep(); },
                    [this](const auto &selector, const auto &identifier) { press(selector, identifier); },
                    [this](const auto &reason, bool beeps) { dialogFailed(reason, beeps); }}),
-          report(*desktop.focus, desktop.arrivalProblems, &tray,
+          report(*desktop.focus, desktop.routingDiagnostics, &tray,
                  [this] { return delegate.sourceTracker().sourceBundleID(); }),
           session(delegate, platform, report, [this](const auto &request) { openDialog(request); }) {}
 
