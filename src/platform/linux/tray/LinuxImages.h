@@ -1,9 +1,10 @@
 #pragma once
 
-#include "platform/linux/base/Files.h"
+#include "platform/linux/base/ConfigurationFile.h"
+#include "platform/linux/tray/PngFile.h"
 #include "platform/ui/Images.h"
 
-#include <map>
+#include <optional>
 #include <string>
 
 namespace fernhop::freedesktop {
@@ -16,15 +17,9 @@ class LinuxImages : public ui::Images {
                                                                double side) const override;
 
   private:
-    struct KnownFile {
-        FileIdentity identity;
-        bool isImage = false;
-    };
-
-    [[nodiscard]] bool isImage(const std::string &path) const;
-
-    // The status icon is asked for at each rebuild of the menu.
-    mutable std::map<std::string, KnownFile> knownFiles;
+    /// Whether a file is an image. The status icon is asked for at each rebuild of the menu.
+    mutable ParsedFiles<bool> isImage{
+        [](const std::optional<std::string> &bytes) { return bytes && decodePng(*bytes); }};
 };
 
 } // namespace fernhop::freedesktop

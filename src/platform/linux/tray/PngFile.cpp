@@ -2,8 +2,9 @@
 
 #include "platform/linux/base/Files.h"
 
+#include <cstddef>
 #include <cstring>
-#include <string_view>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
@@ -48,13 +49,16 @@ cairo_status_t appendBytes(void *written, const unsigned char *data, unsigned le
 
 } // namespace
 
-SurfacePointer readPng(const std::string &path) {
-    const auto contents = readFile(path, largestFile);
-    if (!contents || !isReasonablePng(*contents))
+SurfacePointer decodePng(std::string_view bytes) {
+    if (bytes.size() > largestFile || !isReasonablePng(bytes))
         return nullptr;
-    std::string_view rest = *contents;
-    SurfacePointer surface(cairo_image_surface_create_from_png_stream(readBytes, &rest));
+    SurfacePointer surface(cairo_image_surface_create_from_png_stream(readBytes, &bytes));
     return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? std::move(surface) : nullptr;
+}
+
+SurfacePointer readPng(const std::string &path) {
+    const auto bytes = readFile(path, largestFile);
+    return bytes ? decodePng(*bytes) : nullptr;
 }
 
 std::string pngBytes(cairo_surface_t *surface) {

@@ -5,6 +5,7 @@
 #include <cairo.h>
 
 #include <string>
+#include <string_view>
 
 namespace fernhop::freedesktop {
 
@@ -12,7 +13,10 @@ namespace fernhop::freedesktop {
 using SurfacePointer = std::unique_ptr<cairo_surface_t, GDelete<cairo_surface_destroy>>;
 using CairoPointer = std::unique_ptr<cairo_t, GDelete<cairo_destroy>>;
 
-/// The image in a PNG file; null when the file cannot be read, is none, or is unreasonably large for an icon.
+/// The image in the bytes of a PNG file; null when they are none, or unreasonably large for an icon.
+[[nodiscard]] SurfacePointer decodePng(std::string_view bytes);
+
+/// The same for a file; null also when it cannot be read.
 [[nodiscard]] SurfacePointer readPng(const std::string &path);
 
 /// A surface as the bytes of a PNG file; empty when that fails.
