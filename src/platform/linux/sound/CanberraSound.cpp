@@ -72,31 +72,6 @@ constexpr auto longestSound = 10s;
 /// What the destructor allows a sound system to let go.
 constexpr auto longestStop = 1s;
 
-/// Waits, and says how a sound ended.
-class Ending {
-  public:
-    static void onFinished(ca_context *, std::uint32_t, int error, void *ending) {
-        auto &self = *static_cast<Ending *>(ending);
-        const std::lock_guard lock(self.mutex);
-        self.result = error;
-        self.changed.notify_all();
-    }
-
-    Ending(std::mutex &guard, std::condition_variable &condition) : mutex(guard), changed(condition) {}
-
-    /// Whether the sound was played to its end, or is to end now.
-    bool wait(const bool &isStopping) {
-        std::unique_lock lock(mutex);
-        changed.wait_for(lock, longestSound, [&] { return result || isStopping; });
-        return result == CA_SUCCESS || isStopping;
-    }
-
-  private:
-    std::mutex &mutex;
-    std::condition_variable &changed;
-    std::optional<int> result;
-};
-
 /// A connection to the sound system.
 class Player {
   public:
@@ -113,20 +88,21 @@ class Player {
 
     [[nodiscard]] explicit operator bool() const { return context != nullptr; }
 
-    /// Starts the sound of an event; whether that is under way, so that `ending` will be told.
-    bool start(const char *event, Ending &ending) {
+    /// Starts the sound of an event; whether that is under way, so that `onFinished` will be called with
+    /// `data`.
+    bool start(const char *event, ca_finish_callback_t onFinished, void *data) {
         ca_proplist *properties = nullptr;
         if (canberra.createProperties(&properties) != CA_SUCCESS)
             return false;
         canberra.setProperty(properties, CA_PROP_EVENT_ID, event);
         canberra.setProperty(properties, CA_PROP_APPLICATION_ID, "org.fernhop.Fernhop");
         canberra.setProperty(properties, CA_PROP_APPLICATION_NAME, "Fernhop");
-        const int result = canberra.play(context, 0, properties, &Ending::onFinished, &ending);
+        const int result = canberra.play(context, 0, properties, onFinished, data);
         canberra.destroyProperties(properties);
         return result == CA_SUCCESS;
     }
 
-    /// Ends what is playing; nothing is told afterwards.
+    /// Ends what is playing; `onFinished` is not called afterwards.
     void close() {
         if (context)
             canberra.destroyContext(std::exchange(context, nullptr));
@@ -163,6 +139,7 @@ struct CanberraSound::Playing {
     std::condition_variable changed;
     bool isPlaying = false;
     bool isStopping = false;
+    std::optional<int> result; ///< of the sound that was started last, once it has ended
 
     /// The work of the thread.
     void run() {
@@ -179,9 +156,20 @@ struct CanberraSound::Playing {
 
     /// Plays the sound of an event to its end; whether there is nothing more to do.
     bool play(const Canberra &canberra, const char *event) {
-        Ending ending(mutex, changed);
+        result.reset();
         Player player(canberra);
-        return player && player.start(event, ending) && ending.wait(isStopping);
+        if (!player || !player.start(event, &onFinished, this))
+            return false;
+        std::unique_lock lock(mutex);
+        changed.wait_for(lock, longestSound, [this] { return result || isStopping; });
+        return result == CA_SUCCESS || isStopping;
+    }
+
+    static void onFinished(ca_context *, std::uint32_t, int error, void *playing) {
+        auto &self = *static_cast<Playing *>(playing);
+        const std::lock_guard lock(self.mutex);
+        self.result = error;
+        self.changed.notify_all();
     }
 };
 
