@@ -30,17 +30,9 @@ std::string written(const PropertyListNode &tree, decltype(&plist_to_xml) write)
     return bytes ? std::string(bytes, length) : std::string();
 }
 
-std::string binaryForm(const PropertyListNode &tree) {
-    return written(tree, plist_to_bin);
-}
-
-std::string xmlForm(const PropertyListNode &tree) {
-    return written(tree, plist_to_xml);
-}
-
 /// In XML a number can stand for half a character that is nothing by itself; libplist takes it.
 bool namesHalfCharacters(std::string_view bytes, const PropertyListNode &tree) {
-    return bytes.find("&#") != std::string_view::npos && !isValidUtf8(xmlForm(tree));
+    return bytes.find("&#") != std::string_view::npos && !isValidUtf8(written(tree, plist_to_xml));
 }
 
 std::optional<PropertyArray> arrayValue(plist_t node) {
@@ -83,22 +75,12 @@ PropertyDate dateValue(plist_t node) {
     return PropertyDate{seconds + microseconds / 1e6};
 }
 
-std::int64_t integerValue(plist_t node) {
-    std::uint64_t value = 0;
-    plist_get_uint_val(node, &value);
-    return static_cast<std::int64_t>(value);
-}
-
-double realValue(plist_t node) {
-    double value = 0;
-    plist_get_real_val(node, &value);
+/// The value of a node that libplist has a function `get` for.
+template <typename Value>
+Value scalar(plist_t node, void (*get)(plist_t, Value *)) {
+    Value value{};
+    get(node, &value);
     return value;
-}
-
-bool boolValue(plist_t node) {
-    std::uint8_t value = 0;
-    plist_get_bool_val(node, &value);
-    return value != 0;
 }
 
 bool fitsAsText(std::string_view text) {
@@ -179,9 +161,10 @@ PropertyListNode decodePropertyList(std::string_view bytes) {
 }
 
 std::optional<std::string> encodePropertyList(const PropertyListNode &tree) {
-    const std::string binary = binaryForm(tree);
-    std::string xml = xmlForm(tree);
-    if (const PropertyListNode again = decodePropertyList(xml); again && binaryForm(again) == binary)
+    const std::string binary = written(tree, plist_to_bin);
+    std::string xml = written(tree, plist_to_xml);
+    if (const PropertyListNode again = decodePropertyList(xml);
+        again && written(again, plist_to_bin) == binary)
         return xml;
     return decodePropertyList(binary) ? std::optional(binary) : std::nullopt;
 }
@@ -199,11 +182,11 @@ std::optional<PropertyValue> propertyValue(void *node) {
         return PropertyValue{PropertyData{bytes ? std::string(bytes, length) : std::string()}};
     }
     case PLIST_UINT:
-        return PropertyValue{integerValue(node)};
+        return PropertyValue{static_cast<std::int64_t>(scalar(node, plist_get_uint_val))};
     case PLIST_REAL:
-        return PropertyValue{realValue(node)};
+        return PropertyValue{scalar(node, plist_get_real_val)};
     case PLIST_BOOLEAN:
-        return PropertyValue{boolValue(node)};
+        return PropertyValue{scalar(node, plist_get_bool_val) != 0};
     case PLIST_DATE:
         return PropertyValue{dateValue(node)};
     case PLIST_ARRAY: {

@@ -201,33 +201,28 @@ class XmlShape {
         return true;
     }
 
-    /// Goes behind the next `end`; `content` is what stood before it.
-    bool takeThrough(std::string_view end, std::string_view &content) {
+    /// Goes behind the next `end` and returns what stood before it; nothing when there is none.
+    std::optional<std::string_view> takeThrough(std::string_view end) {
         const std::size_t found = rest.find(end);
         if (found == std::string_view::npos)
-            return false;
-        content = rest.substr(0, found);
+            return std::nullopt;
+        const auto content = rest.substr(0, found);
         rest.remove_prefix(found + end.size());
-        return true;
-    }
-
-    bool takeThrough(std::string_view end) {
-        std::string_view content;
-        return takeThrough(end, content);
+        return content;
     }
 
     void skipWhitespace() { rest.remove_prefix(std::min(rest.find_first_not_of(whitespace), rest.size())); }
 
     /// A declaration ends at its first `end`, unless a quotation mark is open there.
     bool takeDeclaration(std::string_view end) {
-        std::string_view content;
-        return takeThrough(end, content) && content.find('[') == std::string_view::npos &&
-               std::count(content.begin(), content.end(), '"') % 2 == 0;
+        const auto content = takeThrough(end);
+        return content && content->find('[') == std::string_view::npos &&
+               std::ranges::count(*content, '"') % 2 == 0;
     }
 
     bool takeProlog() {
         for (skipWhitespace(); !takePrefix("<plist"); skipWhitespace()) {
-            const bool taken = takePrefix("<!--")        ? takeThrough("-->")
+            const bool taken = takePrefix("<!--")        ? takeThrough("-->").has_value()
                                : takePrefix("<!DOCTYPE") ? takeDeclaration(">")
                                : takePrefix("<?")        ? takeDeclaration("?>")
                                                          : false;
@@ -242,8 +237,8 @@ class XmlShape {
             rest.remove_prefix(std::min(rest.find('<'), rest.size()));
             if (rest.empty())
                 return true;
-            const bool taken = takePrefix("<!--")        ? takeThrough("-->")
-                               : takePrefix("<![CDATA[") ? takeThrough("]]>")
+            const bool taken = takePrefix("<!--")        ? takeThrough("-->").has_value()
+                               : takePrefix("<![CDATA[") ? takeThrough("]]>").has_value()
                                : takePrefix("</")        ? takeClosingTag()
                                : takePrefix("<")         ? takeOpeningTag()
                                                          : false;
@@ -255,22 +250,15 @@ class XmlShape {
 
     static bool isContainer(std::string_view name) { return name == "dict" || name == "array"; }
 
-    bool takeTagName(std::string_view &name) {
-        std::string_view content;
-        if (!takeThrough(">", content))
-            return false;
-        name = content.substr(0, content.find_last_not_of(whitespace) + 1);
-        return true;
+    static std::string_view withoutBlanksAtEnd(std::string_view text) {
+        return text.substr(0, text.find_last_not_of(whitespace) + 1);
     }
 
     bool takeOpeningTag() {
-        std::string_view name;
-        if (!takeTagName(name))
-            return false;
+        auto name = withoutBlanksAtEnd(takeThrough(">").value_or(std::string_view()));
         const bool isEmpty = name.ends_with('/');
         if (isEmpty)
-            name.remove_suffix(1);
-        name = name.substr(0, name.find_last_not_of(whitespace) + 1);
+            name = withoutBlanksAtEnd(name.substr(0, name.size() - 1));
         if (!isPlainName(name) || ++elements > propertyListLimit::elements)
             return false;
         if (isContainer(name) && !isEmpty)
@@ -279,12 +267,10 @@ class XmlShape {
     }
 
     bool takeClosingTag() {
-        std::string_view name;
-        if (!takeTagName(name) || !isPlainName(name))
-            return false;
+        const auto name = withoutBlanksAtEnd(takeThrough(">").value_or(std::string_view()));
         if (isContainer(name) && depth > 0)
             --depth;
-        return true;
+        return isPlainName(name);
     }
 
     /// Only `plist` has attributes, and a quoted attribute may hold what looks like a tag.
