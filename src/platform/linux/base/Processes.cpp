@@ -70,11 +70,9 @@ std::optional<std::string> Processes::variableOf(pid_t pid, const std::string &n
 }
 
 std::optional<std::string> Processes::controlGroupOf(pid_t pid) const {
-    const auto groups = contentsOf(pathOf(pid, "cgroup"));
+    const auto groups = contentsOf(pathOf(pid, "cgroup")).value_or(std::string());
     constexpr std::string_view unified = "0::";
-    std::string_view rest = groups ? std::string_view(*groups) : std::string_view();
-    while (!rest.empty()) {
-        const auto line = takePiece(rest, '\n');
+    for (const auto line : pieces(groups, '\n')) {
         if (line.starts_with(unified))
             return std::string(line.substr(unified.size()));
     }
