@@ -82,7 +82,7 @@ void checkSeveral(const DesktopEntry &entry, const std::string &url) {
     const Arguments urls{url, "http://second.example/", url};
     const auto launches = execLaunches(entry, urls);
     if (hasValidExec(entry))
-        require(launches.size() == (takesManyUrls(entry) ? 1 : urls.size()));
+        require(launches.size() == (execArguments(entry, urls) ? 1 : urls.size()));
     else
         require(launches.empty());
 }

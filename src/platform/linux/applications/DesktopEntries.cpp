@@ -52,17 +52,35 @@ Words allWords(const std::vector<ExecWord> &arguments) {
     return words;
 }
 
-/// The program that the line runs, behind wrappers, their options and assignments.
-std::string_view programOf(const Words &words) {
-    for (const auto &word : words) {
-        const auto name = fileNameOf(word);
-        const bool isPrelude = isPassOnProgram(name, Kind::wrapper) ||
-                               isPassOnProgram(name, Kind::interpreter) || word.starts_with('-') ||
-                               word.find('=') != std::string::npos;
-        if (!isPrelude)
+bool isAssignment(std::string_view word) {
+    const auto equals = word.find('=');
+    return equals != std::string_view::npos && word.substr(0, equals).find('/') == std::string_view::npos;
+}
+
+/// Whether the word behind this option of `env` belongs to it.
+bool takesNextWord(std::string_view option) {
+    return option == "-u" || option == "--unset" || option == "-C" || option == "--chdir";
+}
+
+/// The file name of the program behind the words that only prepare its start: the programs that are
+/// `isRunner`, their options and assignments. Empty when there is nothing else.
+template <typename Predicate>
+std::string_view programBehind(const Words &words, Predicate isRunner) {
+    bool isForEnv = false;
+    for (std::size_t at = 0; at < words.size(); ++at) {
+        const auto name = fileNameOf(words[at]);
+        if (isForEnv && takesNextWord(words[at]))
+            ++at;
+        else if (isRunner(name))
+            isForEnv = name == "env";
+        else if (!words[at].starts_with('-') && !isAssignment(words[at]))
             return name;
     }
     return {};
+}
+
+bool isWrapperOrInterpreter(std::string_view name) {
+    return isPassOnProgram(name, Kind::wrapper) || isPassOnProgram(name, Kind::interpreter);
 }
 
 bool namesFernhop(std::string_view word) {
@@ -122,7 +140,7 @@ bool isGenericOpener(const DesktopEntry &entry) {
     if (!arguments)
         return false;
     const auto words = allWords(*arguments);
-    if (isPassOnProgram(programOf(words), Kind::openerWhenRun) ||
+    if (isPassOnProgram(programBehind(words, isWrapperOrInterpreter), Kind::openerWhenRun) ||
         std::any_of(words.begin(), words.end(), isOpenerWord))
         return true;
     for (std::size_t at = 0; at < words.size(); ++at) {
@@ -130,6 +148,14 @@ bool isGenericOpener(const DesktopEntry &entry) {
             return true;
     }
     return false;
+}
+
+std::string programOf(const DesktopEntry &entry) {
+    Words words;
+    for (auto &word : execWords(entry.exec).value_or(std::vector<ExecWord>()))
+        words.push_back(std::move(word.text));
+    const auto name = programBehind(words, [](std::string_view runner) { return runner == "env"; });
+    return isPassOnProgram(name) ? std::string() : std::string(name);
 }
 
 std::string iconName(std::string icon) {

@@ -37,6 +37,10 @@ struct DesktopEntry {
 /// default, a link sent there would go round in a circle. Judged by the entry alone: no program is looked at.
 [[nodiscard]] bool isGenericOpener(const DesktopEntry &entry);
 
+/// The file name of the program that the entry runs, `env` with its options and assignments left out; empty
+/// when the Exec line cannot be parsed, or when the program only runs or opens something else.
+[[nodiscard]] std::string programOf(const DesktopEntry &entry);
+
 /// Whether the entry is Fernhop's own.
 [[nodiscard]] bool isFernhop(const DesktopEntry &entry);
 

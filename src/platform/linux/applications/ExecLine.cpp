@@ -15,22 +15,20 @@ class WordReader {
   public:
     explicit WordReader(std::string_view execLine) : line(execLine) {}
 
-    /// The next word; nothing at the end of the line, or at a quote that stays open (`isBroken`).
-    std::optional<ExecWord> next() {
+    /// Goes to the next word; false at the end of the line.
+    bool findWord() {
         position = line.find_first_not_of(blanks, position);
-        if (position == std::string_view::npos)
-            return std::nullopt;
-        ExecWord word;
-        while (position < line.size() && blanks.find(line[position]) == std::string_view::npos) {
-            if (!readPiece(word)) {
-                broken = true;
-                return std::nullopt;
-            }
-        }
-        return word;
+        return position != std::string_view::npos;
     }
 
-    [[nodiscard]] bool isBroken() const { return broken; }
+    /// Reads the word that was found; false at a quote that stays open or a backslash that ends the line.
+    bool readWord(ExecWord &word) {
+        while (position < line.size() && blanks.find(line[position]) == std::string_view::npos) {
+            if (!readPiece(word))
+                return false;
+        }
+        return true;
+    }
 
   private:
     bool readPiece(ExecWord &word) {
@@ -62,7 +60,6 @@ class WordReader {
 
     std::string_view line;
     std::size_t position = 0;
-    bool broken = false;
 };
 
 constexpr std::string_view urlCodes = "uUfF";
@@ -195,18 +192,15 @@ class Expansion {
 std::optional<std::vector<ExecWord>> execWords(std::string_view exec) {
     WordReader reader(exec);
     std::vector<ExecWord> words;
-    while (auto word = reader.next())
-        words.push_back(std::move(*word));
-    return reader.isBroken() ? std::nullopt : std::optional(std::move(words));
+    while (reader.findWord()) {
+        if (!reader.readWord(words.emplace_back()))
+            return std::nullopt;
+    }
+    return words;
 }
 
 bool hasValidExec(const DesktopEntry &entry) {
     return validWords(entry).has_value();
-}
-
-bool takesManyUrls(const DesktopEntry &entry) {
-    const auto words = validWords(entry);
-    return words && takesMany(*words);
 }
 
 std::optional<std::vector<std::string>> execArguments(const DesktopEntry &entry,
@@ -219,16 +213,12 @@ std::optional<std::vector<std::string>> execArguments(const DesktopEntry &entry,
 
 std::vector<std::vector<std::string>> execLaunches(const DesktopEntry &entry,
                                                    const std::vector<std::string> &urls) {
+    if (auto together = execArguments(entry, urls))
+        return {std::move(*together)};
     std::vector<std::vector<std::string>> launches;
-    const auto add = [&](const std::vector<std::string> &taken) {
-        if (auto arguments = execArguments(entry, taken))
+    for (const auto &url : urls) {
+        if (auto arguments = execArguments(entry, {url}))
             launches.push_back(std::move(*arguments));
-    };
-    if (urls.size() < 2 || takesManyUrls(entry)) {
-        add(urls);
-    } else {
-        for (const auto &url : urls)
-            add({url});
     }
     return launches;
 }

@@ -27,13 +27,10 @@ struct ExecWord {
 /// would become a part of a quoted text (a shell script, say).
 [[nodiscard]] bool hasValidExec(const DesktopEntry &entry);
 
-/// Whether one launch takes any number of URLs (%U, %F); otherwise each URL needs a launch of its own.
-[[nodiscard]] bool takesManyUrls(const DesktopEntry &entry);
-
 /// The program and its arguments for one launch with `urls` (any bytes but NUL). The line is split into
 /// arguments first; a URL then goes in as it is, whole, and nothing in it is read as a code or a quote. %f
 /// and %F stand for URLs as %u and %U do; without any of the four the URL becomes the last argument. Nothing
-/// when the Exec line is not valid, or when it takes one URL and there are several.
+/// when the Exec line is not valid, or when it takes one URL (no %U, %F) and there are several.
 [[nodiscard]] std::optional<std::vector<std::string>> execArguments(const DesktopEntry &entry,
                                                                     const std::vector<std::string> &urls);
 

@@ -1,9 +1,6 @@
 #include "platform/linux/source/EntryIndex.h"
 
 #include "platform/Ascii.h"
-#include "platform/linux/applications/ExecLine.h"
-#include "platform/linux/base/PassOnPrograms.h"
-#include "platform/linux/base/Text.h"
 
 #include <algorithm>
 #include <limits>
@@ -31,37 +28,6 @@ unsigned rankOf(const DesktopEntry &entry) {
            static_cast<unsigned>(std::max(blanks - codes, decltype(blanks){0}));
 }
 
-bool isAssignment(std::string_view argument) {
-    const auto equals = argument.find('=');
-    return equals != std::string_view::npos && argument.substr(0, equals).find('/') == std::string_view::npos;
-}
-
-/// The place of what `env` runs, after its options and assignments.
-std::size_t commandOfEnv(const std::vector<ExecWord> &words) {
-    std::size_t place = 1;
-    for (; place < words.size(); ++place) {
-        const std::string &word = words[place].text;
-        if (word == "-u" || word == "--unset" || word == "-C" || word == "--chdir")
-            ++place;
-        else if (!isAssignment(word) && !word.starts_with('-'))
-            break;
-    }
-    return place;
-}
-
-/// The file name of the program that an Exec line runs, `env` and its assignments skipped; empty when the
-/// line cannot be parsed, or when the program only runs or opens something else.
-std::string programOfExec(const std::string &exec) {
-    const auto words = execWords(exec);
-    if (!words || words->empty())
-        return {};
-    const std::size_t place = fileNameOf(words->front().text) == "env" ? commandOfEnv(*words) : 0;
-    if (place >= words->size())
-        return {};
-    const std::string_view name = fileNameOf((*words)[place].text);
-    return isPassOnProgram(name) ? std::string() : std::string(name);
-}
-
 } // namespace
 
 EntryIndex::EntryIndex(const std::vector<DesktopEntry> &entries) {
@@ -87,7 +53,7 @@ void EntryIndex::add(const DesktopEntry &entry) {
 }
 
 void EntryIndex::addProgram(const DesktopEntry &entry) {
-    const std::string name = programOfExec(entry.exec);
+    const std::string name = programOf(entry);
     if (name.empty())
         return;
     const unsigned rank = rankOf(entry);

@@ -94,8 +94,8 @@ TEST(ExecArgumentsTest, SeveralUrlsNeedACodeForSeveral) {
 
 TEST(ExecArgumentsTest, EveryUrlIsHandedOverInOneLaunchOrSeveral) {
     const Texts two{"http://1/", "http://2/"};
-    EXPECT_TRUE(takesManyUrls(entryWith("a %U")));
-    EXPECT_FALSE(takesManyUrls(entryWith("a %u")));
+    EXPECT_TRUE(execArguments(entryWith("a %U"), two));
+    EXPECT_FALSE(execArguments(entryWith("a %u"), two));
     EXPECT_EQ(execLaunches(entryWith("a %U"), two), (std::vector<Texts>{{"a", "http://1/", "http://2/"}}));
     EXPECT_EQ(execLaunches(entryWith("a %u"), two),
               (std::vector<Texts>{{"a", "http://1/"}, {"a", "http://2/"}}));
