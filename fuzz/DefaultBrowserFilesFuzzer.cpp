@@ -120,10 +120,10 @@ class Configuration {
 
     void check() {
         MimeDefaults mime(places(), entries);
-        if (!mime.set(type, "web"))
+        if (!mime.set("https", "web"))
             require(contents(folder() + "/mimeapps.list") == bytes);
         else
-            require(mime.setting(type) && mime.setting(type)->id == "web");
+            require(mime.setting("https") && mime.setting("https")->id == "web");
         checkOthersKept(bytes, contents(folder() + "/mimeapps.list"), type);
 
         KdeBrowser kde(places(), entries);
