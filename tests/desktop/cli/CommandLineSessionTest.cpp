@@ -38,7 +38,7 @@ class CommandLineSession : public testing::TestWithParam<Side> {
 
     int shell(const std::string &script) {
         return session.run(
-            {"bash", "-c", "fernhop() { " + LinkSession::program("fernhop") + " \"$@\"; }; " + script});
+            {"bash", "-c", "fernhop() { " + session.program("fernhop") + " \"$@\"; }; " + script});
     }
 
     [[nodiscard]] bool runs() const { return GetParam() == Side::resident; }

@@ -77,7 +77,7 @@ TEST_F(WaylandDialogs, ShowsAndRoutesLinksMeanwhile) {
 TEST_F(WaylandDialogs, UsesTheTokenOfTheCommand) {
     ASSERT_NO_FATAL_FAILURE(openBehindAnotherWindow());
     const support::Environment token{{"XDG_ACTIVATION_TOKEN", "token-of-the-command"}};
-    ASSERT_EQ(session.run({LinkSession::program("fernhop"), "dialog", "feedback"}, token), 0);
+    ASSERT_EQ(session.run({session.program("fernhop"), "dialog", "feedback"}, token), 0);
     EXPECT_TRUE(activatesWith("token-of-the-command")) << session.log();
 }
 

@@ -33,7 +33,7 @@ class LinkSender : public testing::Test {
     /// Chat, started without GIO, runs Fernhop's program for links.
     int chatOpens(const std::string &link, const support::Environment &more = {}) {
         writeChat("\"$@\"\nexit 0");
-        return session.run({program, LinkSession::program("fernhop-open"), link}, more);
+        return session.run({program, session.program("fernhop-open"), link}, more);
     }
 
     void expectFromChat() {
