@@ -70,7 +70,7 @@ class Resident {
         desktop.application.endWithBus(bus);
         // The bus of a user may outlive the session. A resident that stayed would keep the name in the next
         // session, with the old session's environment and no windows to look at.
-        desktop.application.endWithDisplay(environment);
+        desktop.focus->onDisplayEnd([this] { desktop.application.terminate(); });
         tray.setPerform([this](ui::Selector selector, const ui::MenuItem &sender) {
             if (const auto request = dialogRequest(selector, &sender))
                 openDialog(*request);

@@ -1,47 +1,16 @@
 #pragma once
 
 #include "platform/Application.h"
-#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/GPointer.h"
 
 #include <functional>
-#include <map>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace fernhop::freedesktop {
 
-/// Reports when the X server or the Wayland compositor of the session has closed its connections. It watches
-/// the sockets of this process, whichever library opened them, with a high priority in the GLib main loop:
-/// client libraries may end the process at once when they find their connection broken. Main thread only.
-class DisplayWatch {
-  public:
-    /// `onEnded` is called once for each connection that the display has closed.
-    DisplayWatch(const Environment &environment, std::function<void()> onEnded);
-    ~DisplayWatch();
-    DisplayWatch(const DisplayWatch &) = delete;
-    DisplayWatch &operator=(const DisplayWatch &) = delete;
-
-    /// Watches the connections that exist now, over local sockets only; call it again when there may be more.
-    void watchConnections();
-
-  private:
-    struct Connection {
-        guint source = 0;
-        std::string display; ///< address of the peer
-    };
-
-    static gboolean hungUp(gint descriptor, GIOCondition condition, gpointer self);
-    [[nodiscard]] bool isDisplay(const std::string &address) const;
-
-    const std::string compositor; ///< path of its socket; empty: none
-    const std::function<void()> onEnded;
-    std::map<int, Connection> connections; ///< by their descriptors
-};
-
 /// Runs the main loop until the application ends: because the user asked, by a signal, or because the session
-/// closed its bus or its display. Main thread only.
+/// closed its bus. Main thread only.
 class SessionApplication : public Application {
   public:
     SessionApplication();
@@ -71,10 +40,6 @@ class SessionApplication : public Application {
     /// object.
     void endWithBus(GDBusConnection *bus);
 
-    /// Ends the application when a display that this process is connected to now closes, which is the end of
-    /// the session. Call it again when there may be a new connection.
-    void endWithDisplay(const Environment &environment);
-
     /// Runs the main loop until the application has ended or paused; returns at once when it has ended.
     void run();
 
@@ -88,7 +53,6 @@ class SessionApplication : public Application {
     std::vector<guint> signalSources;
     GDBusConnection *watchedBus = nullptr;
     gulong busHandler = 0;
-    std::optional<DisplayWatch> display;
     bool ended = false;
 };
 

@@ -50,6 +50,19 @@ class FocusProvider {
     /// Asks the session to bring a window of an application to the front. False when it cannot; where the
     /// application has no window yet, a window that appears soon afterwards is raised.
     virtual bool raise(const RaiseRequest &request) = 0;
+
+    /// From now on calls `ended` once when the display has closed its connection, which is the end of the
+    /// session. Where the session's windows are not shown there is no connection, and no call.
+    void onDisplayEnd(std::function<void()> ended) { displayEnd = std::move(ended); }
+
+  protected:
+    void displayEnded() const {
+        if (displayEnd)
+            displayEnd();
+    }
+
+  private:
+    std::function<void()> displayEnd;
 };
 
 } // namespace fernhop::freedesktop

@@ -100,6 +100,7 @@ WaylandFocusProvider::WaylandFocusProvider(const std::string &display, Applicati
                       [this] {
                           feed.reset();
                           windows.removeAll();
+                          displayEnded();
                       });
 }
 

@@ -26,6 +26,7 @@ X11FocusProvider::X11FocusProvider(const std::string &display, ApplicationMatche
                       [this] {
                           front.clear();
                           pending.forget();
+                          displayEnded();
                       });
     activeWindowChanged();
 }

@@ -128,9 +128,13 @@ TYPED_TEST(WaylandFocusProviderTest, ReportsNothingAfterTheCompositorDies) {
     this->startProvider();
     this->client->open("org.example.Mail");
     ASSERT_TRUE(this->frontBecomes("org.example.Mail"));
+    int ends = 0;
+    this->provider->onDisplayEnd([&ends] { ++ends; });
     this->compositor->kill();
     EXPECT_TRUE(this->frontBecomes(std::nullopt));
     EXPECT_FALSE(this->provider->raise({"org.example.Mail", std::nullopt}));
+    support::runPending();
+    EXPECT_EQ(ends, 1);
 }
 
 TYPED_TEST(WaylandFocusProviderTest, IsChosenForItsSession) {

@@ -263,11 +263,14 @@ TEST_F(X11FocusProviderTest, ReportsNothingAfterTheServerDies) {
     startProvider();
     showMail();
     const auto count = seen.size();
+    int ends = 0;
+    provider->onDisplayEnd([&ends] { ++ends; });
     display->kill();
     EXPECT_TRUE(frontBecomes(std::nullopt));
     EXPECT_FALSE(provider->raise({"org.example.Mail", std::nullopt}));
     support::runPending();
     EXPECT_EQ(seen.size(), count);
+    EXPECT_EQ(ends, 1);
 }
 
 } // namespace
