@@ -1,5 +1,6 @@
 #pragma once
 
+#include <signal.h>
 #include <sys/types.h>
 
 #include <optional>
@@ -36,6 +37,22 @@ class Processes {
     [[nodiscard]] std::string pathOf(pid_t pid, const char *name) const;
 
     std::string root;
+};
+
+/// Blocks all signals of the calling thread. A thread or a process that begins meanwhile begins like that.
+class SignalBlock {
+  public:
+    SignalBlock() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before);
+    }
+    ~SignalBlock() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    SignalBlock(const SignalBlock &) = delete;
+    SignalBlock &operator=(const SignalBlock &) = delete;
+
+  private:
+    sigset_t before{};
 };
 
 } // namespace fernhop::freedesktop

@@ -1,5 +1,6 @@
 #include "platform/linux/launch/ChildProcesses.h"
 
+#include "platform/linux/base/Processes.h"
 #include "platform/linux/base/Text.h"
 
 #include <fcntl.h>
@@ -68,27 +69,11 @@ int becomeProgram(const ChildPlan &plan) {
     return errno;
 }
 
-/// Blocks signals while parent and child share their memory: a handler that ran in the child would write to
-/// the parent.
-class SignalsBlocked {
-  public:
-    SignalsBlocked() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before);
-    }
-    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
-    SignalsBlocked(const SignalsBlocked &) = delete;
-    SignalsBlocked &operator=(const SignalsBlocked &) = delete;
-
-  private:
-    sigset_t before{};
-};
-
 // vfork and not fork: a failing exec is reported through shared memory at once, and no page table is copied
 // while a link waits. Kept out of line, as the child runs on this very stack frame.
 [[gnu::noinline]] Result<pid_t> runChild(const ChildPlan &plan) {
-    const SignalsBlocked blocked;
+    // Parent and child share their memory: a handler that ran in the child would write to the parent.
+    const SignalBlock block;
     volatile int failure = 0;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"

@@ -1,11 +1,12 @@
 #include "platform/linux/sound/CanberraSound.h"
 
+#include "platform/linux/base/Processes.h"
+
 #include <canberra.h>
 #include <dlfcn.h>
 
 #include <chrono>
 #include <condition_variable>
-#include <csignal>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -113,23 +114,6 @@ class Player {
     ca_context *context = nullptr;
 };
 
-/// A thread that is started meanwhile takes no signals: those are for a thread that knows what to do with
-/// them.
-class SignalBlock {
-  public:
-    SignalBlock() {
-        sigset_t all{};
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before);
-    }
-    ~SignalBlock() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
-    SignalBlock(const SignalBlock &) = delete;
-    SignalBlock &operator=(const SignalBlock &) = delete;
-
-  private:
-    sigset_t before{};
-};
-
 } // namespace
 
 /// What the thread of a sound shares with the object, which it may outlive.
@@ -188,6 +172,7 @@ void CanberraSound::beep() {
     const std::lock_guard lock(playing->mutex);
     if (playing->isPlaying)
         return;
+    // Signals are for a thread that knows what to do with them.
     const SignalBlock block;
     try {
         std::thread([shared = playing] { shared->run(); }).detach();
