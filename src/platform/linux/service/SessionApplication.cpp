@@ -27,24 +27,20 @@ void SessionApplication::terminate() {
 }
 
 void SessionApplication::endWithSignals() {
+    const auto end = [](gpointer self) -> gboolean {
+        static_cast<SessionApplication *>(self)->terminate();
+        return G_SOURCE_CONTINUE;
+    };
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
-        signalSources.push_back(g_unix_signal_add(number, signalCame, this));
-}
-
-gboolean SessionApplication::signalCame(gpointer self) {
-    static_cast<SessionApplication *>(self)->terminate();
-    return G_SOURCE_CONTINUE;
+        signalSources.push_back(g_unix_signal_add(number, end, this));
 }
 
 void SessionApplication::endWithBus(GDBusConnection *bus) {
     watchedBus = bus;
-    busHandler = g_signal_connect(bus, "closed", G_CALLBACK(busClosed), this);
+    const auto end = +[](SessionApplication *self) { self->terminate(); };
+    busHandler = g_signal_connect_swapped(bus, "closed", G_CALLBACK(end), this);
     if (g_dbus_connection_is_closed(bus))
         terminate();
-}
-
-void SessionApplication::busClosed(GDBusConnection *, gboolean, GError *, gpointer self) {
-    static_cast<SessionApplication *>(self)->terminate();
 }
 
 void SessionApplication::run() {

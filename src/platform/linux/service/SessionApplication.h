@@ -4,7 +4,6 @@
 #include "platform/linux/base/GPointer.h"
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -20,9 +19,8 @@ class SessionApplication : public Application {
     SessionApplication(const SessionApplication &) = delete;
     SessionApplication &operator=(const SessionApplication &) = delete;
 
-    /// Only remembers the policy: on this desktop an application without windows is in no task list anyway.
-    void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
-    [[nodiscard]] std::optional<ActivationPolicy> activationPolicy() const { return policy; }
+    /// Does nothing: on this desktop an application without windows is in no task list anyway.
+    void setActivationPolicy(ActivationPolicy) override {}
 
     /// Asks the controller and, when it does not refuse, ends the main loop. Further calls do nothing.
     void terminate() override;
@@ -44,11 +42,7 @@ class SessionApplication : public Application {
     void run();
 
   private:
-    static gboolean signalCame(gpointer self);
-    static void busClosed(GDBusConnection *bus, gboolean remotePeerVanished, GError *error, gpointer self);
-
     GMainLoopPointer loop;
-    std::optional<ActivationPolicy> policy;
     std::function<TerminateReply()> shouldTerminate;
     std::vector<guint> signalSources;
     GDBusConnection *watchedBus = nullptr;

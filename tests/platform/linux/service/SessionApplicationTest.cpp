@@ -23,12 +23,6 @@ class SessionApplicationTest : public testing::Test {
     SessionApplication application;
 };
 
-TEST_F(SessionApplicationTest, RemembersItsPolicy) {
-    EXPECT_EQ(application.activationPolicy(), std::nullopt);
-    application.setActivationPolicy(ActivationPolicy::accessory);
-    EXPECT_EQ(application.activationPolicy(), ActivationPolicy::accessory);
-}
-
 TEST_F(SessionApplicationTest, AsksTheControllerOnceWhoeverEndsIt) {
     application.endWithSignals();
     raise(SIGTERM);
