@@ -17,7 +17,6 @@
 #include "platform/linux/sound/CanberraSound.h"
 #include "platform/linux/source/ApplicationMatcher.h"
 #include "platform/linux/source/FocusProvider.h"
-#include "platform/linux/source/FocusProviders.h"
 #include "platform/linux/source/LaunchSignals.h"
 #include "platform/linux/source/SenderEvidence.h"
 #include "platform/linux/source/SourceNotifications.h"

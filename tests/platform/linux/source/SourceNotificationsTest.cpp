@@ -3,7 +3,7 @@
 #include "FakeFocusProvider.h"
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
-#include "platform/linux/source/FocusProviders.h"
+#include "platform/linux/source/FocusProvider.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "FakeProcesses.h"
 #include "WaylandTestClient.h"
 #include "fakes/FakeDesktopEntries.h"
-#include "platform/linux/source/FocusProviders.h"
+#include "platform/linux/source/FocusProvider.h"
 #include "support/HeadlessKWin.h"
 #include "support/HeadlessSway.h"
 #include "support/MainLoop.h"

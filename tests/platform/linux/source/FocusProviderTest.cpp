@@ -1,4 +1,4 @@
-#include "platform/linux/source/FocusProviders.h"
+#include "platform/linux/source/FocusProvider.h"
 
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"

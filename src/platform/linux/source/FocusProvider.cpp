@@ -1,4 +1,4 @@
-#include "platform/linux/source/FocusProviders.h"
+#include "platform/linux/source/FocusProvider.h"
 
 #include "platform/linux/source/WaylandFocusProvider.h"
 #include "platform/linux/source/X11FocusProvider.h"
