@@ -152,13 +152,12 @@ void LinkDispatcher::setEventHandler(LinkEventHandler newHandler, FourCharCode e
 }
 
 void LinkDispatcher::deliver(DeliveredLinks delivered, std::function<void()> onHandled) {
-    auto &[links, sender] = delivered;
     if (arrived)
-        arrived(sender);
-    auto delivery = std::make_shared<LinkDelivery>(sender.tokens, std::move(onHandled));
+        arrived(delivered.sender);
+    auto delivery = std::make_shared<LinkDelivery>(delivered.sender.tokens, std::move(onHandled));
     // A link may arrive while another is being routed, from a nested main loop.
     const auto before = std::exchange(current.delivery, delivery);
-    for (auto &link : links) {
+    for (std::string &link : delivered.links) {
         LinkEventDescriptor reply;
         handler(LinkEventDescriptor::getUrl(std::move(link)), reply);
     }

@@ -50,9 +50,9 @@ bool keepAside(const std::string &path) {
 
 } // namespace
 
-PropertyListDefaults::PropertyListDefaults(std::filesystem::path location, ReadableCheck check,
+PropertyListDefaults::PropertyListDefaults(const std::filesystem::path &location, ReadableCheck check,
                                            std::chrono::milliseconds wait)
-    : path(std::move(location)), isReadable(std::move(check)), longestWait(wait) {}
+    : path(location), isReadable(std::move(check)), longestWait(wait) {}
 
 std::optional<PropertyDictionary> PropertyListDefaults::dictionaryForKey(std::string_view key) const {
     auto value = valueForKey(key);

@@ -30,7 +30,7 @@ class PropertyListDefaults final : public UserDefaults {
 
     /// Nothing need be at `path`, nor its folder be there. Without a check every value of a known type is
     /// readable.
-    explicit PropertyListDefaults(std::filesystem::path path, ReadableCheck check = {},
+    explicit PropertyListDefaults(const std::filesystem::path &path, ReadableCheck check = {},
                                   std::chrono::milliseconds wait = longestUsualWait);
 
     [[nodiscard]] std::optional<PropertyDictionary> dictionaryForKey(std::string_view key) const override;
