@@ -53,7 +53,7 @@ struct XdgSession {
     std::vector<std::string> desktops; ///< in lower case, the most important first ("ubuntu", "gnome")
 
     /// By HOME (else the user database), XDG_CONFIG_HOME, XDG_CONFIG_DIRS, XDG_DATA_HOME, XDG_DATA_DIRS and
-    /// XDG_CURRENT_DESKTOP, each with the default that the specification gives. Relative paths are ignored.
+    /// XDG_CURRENT_DESKTOP, each with its usual default. Relative paths are ignored.
     [[nodiscard]] static XdgSession of(const Environment &environment);
 
     /// `configHome` and then `configDirs`.
