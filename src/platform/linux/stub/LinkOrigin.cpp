@@ -1,5 +1,6 @@
 #include "platform/linux/stub/LinkOrigin.h"
 
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/Processes.h"
 
 #include <unistd.h>
@@ -11,17 +12,15 @@
 namespace fernhop::stub {
 namespace {
 
-std::string variable(const char *name) {
-    const char *value = getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
+using freedesktop::Environment;
 
 // GIO's variables stay in the environment of all descendants of a launched process. When they name another
 // process than this one, they tell the application that this process descends from.
-std::string inheritedDesktopFile(pid_t launchedPid) {
-    if (const auto id = desktopIDOfPath(variable("BAMF_DESKTOP_FILE_HINT")); !id.empty())
+std::string inheritedDesktopFile(const Environment &environment, pid_t launchedPid) {
+    if (const auto id = desktopIDOfPath(environment.value("BAMF_DESKTOP_FILE_HINT", "")); !id.empty())
         return id;
-    return launchedPid == getpid() ? std::string() : desktopIDOfPath(variable("GIO_LAUNCHED_DESKTOP_FILE"));
+    return launchedPid == getpid() ? std::string()
+                                   : desktopIDOfPath(environment.value("GIO_LAUNCHED_DESKTOP_FILE", ""));
 }
 
 } // namespace
@@ -39,13 +38,14 @@ std::string desktopIDOfPath(const std::string &path) {
 }
 
 LinkOrigin readLinkOrigin() {
+    const auto environment = Environment::current();
     LinkOrigin origin;
-    origin.activationToken = variable("XDG_ACTIVATION_TOKEN");
-    origin.startupID = variable("DESKTOP_STARTUP_ID");
+    origin.activationToken = environment.value("XDG_ACTIVATION_TOKEN", "");
+    origin.startupID = environment.value("DESKTOP_STARTUP_ID", "");
     origin.controlGroup = freedesktop::Processes().controlGroupOf(getpid()).value_or("");
-    origin.launchedPid =
-        static_cast<pid_t>(strtol(variable("GIO_LAUNCHED_DESKTOP_FILE_PID").c_str(), nullptr, 10));
-    origin.desktopFile = inheritedDesktopFile(origin.launchedPid);
+    const auto launched = environment.value("GIO_LAUNCHED_DESKTOP_FILE_PID", "");
+    origin.launchedPid = static_cast<pid_t>(strtol(launched.c_str(), nullptr, 10));
+    origin.desktopFile = inheritedDesktopFile(environment, origin.launchedPid);
     origin.parentPid = getppid();
     return origin;
 }

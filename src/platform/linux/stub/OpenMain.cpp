@@ -15,7 +15,7 @@ using namespace fernhop::freedesktop;
 constexpr const char *help =
     "Usage: fernhop-open [--] URL...\n"
     "Hands links to Fernhop, which opens each in the browser that its rules choose.\n"
-    "Without a URL, starts Fernhop if it does not run.\n"
+    "Without a URL, starts Fernhop if it is not running.\n"
     "\n"
     "  --help     show this help\n"
     "  --version  show the version\n"
