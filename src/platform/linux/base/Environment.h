@@ -66,12 +66,4 @@ struct XdgSession {
     [[nodiscard]] bool isDesktop(std::string_view name) const;
 };
 
-/// Path of the socket of the session's Wayland compositor, as clients find it: `display` is $WAYLAND_DISPLAY,
-/// a name in the folder $XDG_RUNTIME_DIR or a whole path; empty where the session has none. Inline,
-/// so that the dialogs, which link nothing of the resident, have it too.
-[[nodiscard]] inline std::string compositorSocket(const std::string &display,
-                                                  const std::string &runtimeFolder) {
-    return display.empty() || display.front() == '/' ? display : runtimeFolder + "/" + display;
-}
-
 } // namespace fernhop::freedesktop

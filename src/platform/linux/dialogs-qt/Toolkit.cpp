@@ -1,6 +1,5 @@
 #include "platform/linux/dialogs-qt/Toolkit.h"
 
-#include "platform/linux/base/Environment.h"
 #include "platform/linux/dialogs-qt/Icons.h"
 
 #include <sys/socket.h>
@@ -33,9 +32,11 @@ bool takesConnections(const std::string &socketPath) {
 }
 
 bool compositorAnswers() {
-    const std::string path =
-        compositorSocket(qgetenv("WAYLAND_DISPLAY").toStdString(), qgetenv("XDG_RUNTIME_DIR").toStdString());
-    return !path.empty() && takesConnections(path);
+    const std::string display = qgetenv("WAYLAND_DISPLAY").toStdString(); // a name or a whole path
+    if (display.empty())
+        return false;
+    const std::string folder = qgetenv("XDG_RUNTIME_DIR").toStdString();
+    return takesConnections(display.front() == '/' ? display : folder + "/" + display);
 }
 
 bool displayAnswers() {
