@@ -1,11 +1,10 @@
 #include "platform/linux/base/OwnProgram.h"
 
+#include "platform/linux/base/Processes.h"
+
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <climits>
-#include <string_view>
 #include <thread>
 
 namespace fernhop::freedesktop {
@@ -13,20 +12,10 @@ namespace {
 
 constexpr const char *runningProgram = "/proc/self/exe";
 
-std::string readPath() {
-    std::array<char, PATH_MAX> buffer{};
-    const ssize_t length = readlink(runningProgram, buffer.data(), buffer.size());
-    std::string path(buffer.data(), length < 0 ? 0 : static_cast<std::size_t>(length));
-    constexpr std::string_view deleted = " (deleted)"; // the kernel's addition
-    if (path.ends_with(deleted))
-        path.resize(path.size() - deleted.size());
-    return path;
-}
-
 } // namespace
 
 const std::string &ownProgramPath() {
-    static const std::string path = readPath();
+    static const std::string path = Processes().programPathOf(getpid()).value_or("");
     return path;
 }
 

@@ -44,17 +44,21 @@ std::optional<pid_t> Processes::parentOf(pid_t pid) const {
     return result.ec == std::errc() && parent > 0 ? std::optional(parent) : std::nullopt;
 }
 
-std::optional<std::string> Processes::programOf(pid_t pid) const {
+std::optional<std::string> Processes::programPathOf(pid_t pid) const {
     std::error_code failure;
-    const auto target = std::filesystem::read_symlink(pathOf(pid, "exe"), failure).string();
-    if (failure || target.empty())
+    auto path = std::filesystem::read_symlink(pathOf(pid, "exe"), failure).string();
+    if (failure || path.empty())
         return std::nullopt;
-    std::string_view path = target;
     // So the kernel shows a program that was replaced, by an update say.
     constexpr std::string_view deleted = " (deleted)";
     if (path.ends_with(deleted))
-        path.remove_suffix(deleted.size());
-    return std::string(fileNameOf(path));
+        path.resize(path.size() - deleted.size());
+    return path;
+}
+
+std::optional<std::string> Processes::programOf(pid_t pid) const {
+    const auto path = programPathOf(pid);
+    return path ? std::optional(std::string(fileNameOf(*path))) : std::nullopt;
 }
 
 std::vector<std::string> Processes::argumentsOf(pid_t pid) const {

@@ -18,6 +18,10 @@ class Processes {
 
     [[nodiscard]] std::optional<pid_t> parentOf(pid_t pid) const;
 
+    /// The path that the running program was started from, whatever is there now; nothing when the process is
+    /// gone or not ours.
+    [[nodiscard]] std::optional<std::string> programPathOf(pid_t pid) const;
+
     /// The file name of the program that runs; nothing when the process is gone or not ours.
     [[nodiscard]] std::optional<std::string> programOf(pid_t pid) const;
 
