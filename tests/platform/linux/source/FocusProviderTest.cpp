@@ -2,6 +2,7 @@
 
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
+#include "platform/linux/source/ApplicationMatcher.h"
 #include "support/PrivateDisplay.h"
 
 #include <gtest/gtest.h>
