@@ -74,7 +74,7 @@ void print(const char *name, std::vector<long long> times) {
 } // namespace
 
 int main() {
-    const std::string programs = support::buildFolder() + "/bin/";
+    const std::string programs = buildFolder() + "/bin/";
     Session direct("web", programs + "fernhop-open");
     Session routed("org.fernhop.Fernhop", programs + "fernhop-open");
     ChildProcess resident({{programs + "fernhop"}, routed.environment});

@@ -23,9 +23,10 @@ configure analysis
 build analysis fernhop_plasma_protocol fernhop_wlr_protocol
 scripts/checks/tidy.sh build/analysis
 
-# All else is built by clang; what `make build` installs is built by GCC where that is the system's compiler.
+# All else is built by clang; what `make build` installs, and the benchmarks, are built by GCC where that is the system's
+# compiler.
 stage "Warnings of GCC"
 configure analysis -B build/gcc -DCMAKE_C_COMPILER=gcc -DCMAKE_CXX_COMPILER=g++ -DCMAKE_CXX_FLAGS_DEBUG=-g0 \
-    -DFERNHOP_SOURCES_PER_UNIT=12
+    -DFERNHOP_SOURCES_PER_UNIT=12 -DFERNHOP_BENCHMARKS=ON
 build gcc
 endStage
