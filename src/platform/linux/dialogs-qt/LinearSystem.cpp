@@ -1,8 +1,9 @@
 #include "platform/linux/dialogs-qt/LinearSystem.h"
 
 #include <algorithm>
-#include <cmath>
+#include <iterator>
 #include <utility>
+#include <valarray>
 
 namespace fernhop::freedesktop {
 
@@ -11,46 +12,39 @@ namespace {
 constexpr double nearlyZero = 1e-9;
 constexpr double noticeable = 1e-6; ///< in points
 
+/// The factor of each variable, and the constant last.
+using Row = std::valarray<double>;
+
 /// Equations in reduced form: each settles one variable by those that are free.
 class ReducedRows {
   public:
-    explicit ReducedRows(std::size_t variables) : count(variables) {}
-
-    /// Adds an equation, its constant last; what says nothing new, or contradicts, is dropped.
-    void add(std::vector<double> row) {
+    /// Adds an equation; what says nothing new, or contradicts, is dropped.
+    void add(Row row) {
         for (const auto &[pivot, known] : rows)
-            subtract(row, known, row[pivot]);
-        const auto largest = std::max_element(row.begin(), row.end() - 1, [](double left, double right) {
-            return std::abs(left) < std::abs(right);
-        });
-        if (largest == row.end() - 1 || std::abs(*largest) < nearlyZero)
+            if (const double factor = row[pivot]; factor != 0)
+                row -= factor * known;
+        const Row sizes = std::abs(row);
+        const auto pivot = static_cast<std::size_t>(
+            std::distance(std::begin(sizes), std::max_element(std::begin(sizes), std::end(sizes) - 1)));
+        if (pivot + 1 == row.size() || sizes[pivot] < nearlyZero)
             return;
-        const auto pivot = static_cast<std::size_t>(largest - row.begin());
-        const double factor = *largest;
-        for (double &value : row)
-            value /= factor;
+        const double divisor = row[pivot];
+        row /= divisor;
         for (auto &[otherPivot, known] : rows)
-            subtract(known, row, known[pivot]);
+            if (const double factor = known[pivot]; factor != 0)
+                known -= factor * row;
         rows.emplace_back(pivot, std::move(row));
     }
 
-    [[nodiscard]] std::vector<double> values() const {
+    [[nodiscard]] std::vector<double> values(std::size_t count) const {
         std::vector<double> all(count, 0);
         for (const auto &[pivot, row] : rows)
-            all[pivot] = row.back();
+            all[pivot] = row[count];
         return all;
     }
 
   private:
-    static void subtract(std::vector<double> &row, const std::vector<double> &other, double factor) {
-        if (factor == 0)
-            return;
-        for (std::size_t index = 0; index < row.size(); ++index)
-            row[index] -= factor * other[index];
-    }
-
-    std::size_t count;
-    std::vector<std::pair<std::size_t, std::vector<double>>> rows;
+    std::vector<std::pair<std::size_t, Row>> rows;
 };
 
 } // namespace
@@ -86,17 +80,17 @@ std::vector<double> LinearSystem::solve() const {
 }
 
 std::vector<double> LinearSystem::solveEquations(const std::vector<Statement> &ordered) const {
-    ReducedRows rows(count);
+    ReducedRows rows;
     for (const Statement &statement : ordered) {
         if (!statement.holdsExactly)
             continue;
-        std::vector<double> row(count + 1, 0);
+        Row row(0.0, count + 1);
         for (const Term &term : statement.terms)
             row[term.variable] += term.factor;
-        row.back() = statement.constant;
+        row[count] = statement.constant;
         rows.add(std::move(row));
     }
-    return rows.values();
+    return rows.values(count);
 }
 
 double LinearSystem::violation(const Statement &statement, const std::vector<double> &values) {
