@@ -7,10 +7,12 @@
 #include "platform/ui/ImageView.h"
 
 #include <QAbstractItemView>
+#include <QAbstractListModel>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QItemSelectionModel>
 #include <QPainter>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
@@ -103,38 +105,48 @@ void paintKeyboardMark(QPainter &painter, const QStyleOptionViewItem &option) {
     painter.drawRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset));
 }
 
-} // namespace
+/// Paints the rows of a list from their views, each made when it is needed: a list of hundreds of rows opens
+/// as fast as one of ten.
+class RowPainter : public QStyledItemDelegate {
+  public:
+    RowPainter(const ui::TableView &rowsOf, const ViewContext &viewContext, QObject *parent)
+        : QStyledItemDelegate(parent), table(rowsOf), context(viewContext) {}
 
-void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                       const QModelIndex &index) const {
-    QStyle *style = option.widget ? option.widget->style() : QApplication::style();
-    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-    const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
-    if (!row)
-        return;
-    painter->save();
-    TreePainter(*painter, option, context).paint(*row, framesIn(option.rect, *row));
-    if (option.state.testFlag(QStyle::State_HasFocus))
-        paintKeyboardMark(*painter, option);
-    painter->restore();
-}
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override {
+        QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+        style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+        const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
+        if (!row)
+            return;
+        painter->save();
+        TreePainter(*painter, option, context).paint(*row, framesIn(option.rect, *row));
+        if (option.state.testFlag(QStyle::State_HasFocus))
+            paintKeyboardMark(*painter, option);
+        painter->restore();
+    }
 
-QSize RowPainter::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const {
-    return {0, static_cast<int>(std::lround(table.rowHeight))};
-}
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override {
+        return {0, static_cast<int>(std::lround(table.rowHeight))};
+    }
 
-bool RowPainter::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
-                           const QModelIndex &index) {
-    if (event->type() != QEvent::ToolTip)
-        return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
-    const bool needsHelp = row && isCut(*row, framesIn(option.rect, *row));
-    const QString text = needsHelp ? toToolTip(index.data(Qt::AccessibleTextRole).toString()) : QString();
-    QToolTip::showText(event->globalPos(), text, view->viewport(), option.rect); // none hides another row's
-    return true;
-}
+    /// Shows the texts of a row whole while the pointer rests on it, when one of them is cut.
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override {
+        if (event->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
+        const bool needsHelp = row && isCut(*row, framesIn(option.rect, *row));
+        const QString text = needsHelp ? toToolTip(index.data(Qt::AccessibleTextRole).toString()) : QString();
+        // An empty text hides the tooltip of another row.
+        QToolTip::showText(event->globalPos(), text, view->viewport(), option.rect);
+        return true;
+    }
 
-namespace {
+  private:
+    const ui::TableView &table;
+    const ViewContext &context;
+};
 
 void collectTexts(const ui::View &view, QStringList &texts) {
     if (const auto *label = dynamic_cast<const ui::TextField *>(&view))
@@ -143,26 +155,41 @@ void collectTexts(const ui::View &view, QStringList &texts) {
         collectTexts(*child, texts);
 }
 
+/// A table's rows as the toolkit asks for them. What a row says is its text for screen readers and for
+/// finding it by typing.
+class RowModel : public QAbstractListModel {
+  public:
+    RowModel(const ui::TableView &rowsOf, QObject *parent) : QAbstractListModel(parent), table(rowsOf) {}
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override {
+        return parent.isValid() || !table.numberOfRows ? 0 : static_cast<int>(table.numberOfRows());
+    }
+
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override {
+        if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)
+            return {};
+        const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
+        QStringList texts;
+        if (row)
+            collectTexts(*row, texts);
+        return texts.join(QStringLiteral(", "));
+    }
+
+    /// Has the list fetch all rows again.
+    void reload() {
+        beginResetModel();
+        endResetModel();
+    }
+
+  private:
+    const ui::TableView &table;
+};
+
 } // namespace
 
-int RowModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() || !table.numberOfRows ? 0 : static_cast<int>(table.numberOfRows());
-}
-
-QVariant RowModel::data(const QModelIndex &index, int role) const {
-    if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)
-        return {};
-    const auto row = table.viewForRow ? table.viewForRow(index.row()) : nullptr;
-    QStringList texts;
-    if (row)
-        collectTexts(*row, texts);
-    return texts.join(QStringLiteral(", "));
-}
-
 RowList::RowList(ui::TableView &shown, const ViewContext &viewContext, QWidget *parent)
-    : QListView(parent), table(shown), context(viewContext), model(new RowModel(table, this)),
-      shownReload(table.reloads()) {
-    setModel(model);
+    : QListView(parent), table(shown), context(viewContext), shownReload(table.reloads()) {
+    setModel(new RowModel(table, this));
     setItemDelegate(new RowPainter(table, context, this));
     setSelectionMode(table.allowsMultipleSelection ? ExtendedSelection : SingleSelection);
     setUniformItemSizes(true);
@@ -177,7 +204,7 @@ RowList::RowList(ui::TableView &shown, const ViewContext &viewContext, QWidget *
 void RowList::update() {
     if (std::exchange(shownReload, table.reloads()) != table.reloads()) {
         isFollowingTable = true;
-        model->reload();
+        static_cast<RowModel *>(model())->reload();
         isFollowingTable = false;
     }
     showSelection();
@@ -202,7 +229,7 @@ void RowList::showSelection() {
         return;
     QItemSelection selection;
     for (const std::size_t row : table.selectedRowIndexes()) {
-        const QModelIndex index = model->index(static_cast<int>(row));
+        const QModelIndex index = model()->index(static_cast<int>(row), 0);
         selection.select(index, index);
     }
     isFollowingTable = true;
