@@ -36,6 +36,18 @@ void paintPath(QPainter &painter, const ui::Path &path, const QColor &ink) {
         painter.fillPath(outline, ink);
 }
 
+/// Draws `drawing`, made for a square of `side` points, into `target`, in `ink`.
+void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, const QRectF &target,
+                  const QColor &ink) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(target.bottomLeft());
+    painter.scale(target.width() / side, -target.height() / side); // a drawing's y grows upwards
+    for (const ui::Path &path : drawing.paths)
+        paintPath(painter, path, ink);
+    painter.restore();
+}
+
 /// Paints the picture of each kind of source into an area.
 struct PaintSource {
     QPainter &painter;
@@ -59,17 +71,6 @@ struct PaintSource {
 };
 
 } // namespace
-
-void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, const QRectF &target,
-                  const QColor &ink) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(target.bottomLeft());
-    painter.scale(target.width() / side, -target.height() / side); // a drawing's y grows upwards
-    for (const ui::Path &path : drawing.paths)
-        paintPath(painter, path, ink);
-    painter.restore();
-}
 
 void paintImage(QPainter &painter, const ui::ImageReference &image, const QRectF &area, const QColor &tint,
                 const ViewContext &context) {

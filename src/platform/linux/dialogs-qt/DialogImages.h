@@ -19,10 +19,6 @@ struct ViewContext {
     std::function<std::string(const std::string &entryPath)> iconOfEntry;
 };
 
-/// Draws `drawing`, made for a square of `side` points, into `target`, in `ink`.
-void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, const QRectF &target,
-                  const QColor &ink);
-
 /// Paints `image` (null: nothing) into `area`, scaled up or down in proportion. What may be tinted is drawn
 /// in `tint`.
 void paintImage(QPainter &painter, const ui::ImageReference &image, const QRectF &area, const QColor &tint,

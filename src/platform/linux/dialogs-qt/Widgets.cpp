@@ -1,7 +1,6 @@
 #include "platform/linux/dialogs-qt/Widgets.h"
 
 #include "platform/linux/dialogs-qt/DialogPalette.h"
-#include "platform/linux/dialogs-qt/ViewText.h"
 
 #include <QFontMetricsF>
 #include <QHelpEvent>
@@ -105,11 +104,15 @@ int TextLabel::heightForWidth(int width) const {
     return static_cast<int>(std::ceil(TextLines(text(), look.font, space).height()));
 }
 
+TextLines TextLabel::shownLines() const {
+    return {
+        text(), look.font, {static_cast<double>(width()), static_cast<double>(height()), look.maximumLines}};
+}
+
 bool TextLabel::event(QEvent *event) {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    const TextSpace space{static_cast<double>(width()), static_cast<double>(height()), look.maximumLines};
-    if (TextLines(text(), look.font, space).isCut())
+    if (shownLines().isCut())
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), toToolTip(text()), this);
     return true;
 }
@@ -117,8 +120,7 @@ bool TextLabel::event(QEvent *event) {
 void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setPen(colorIn(palette(), look.color));
-    const TextSpace space{static_cast<double>(width()), static_cast<double>(height()), look.maximumLines};
-    TextLines(text(), look.font, space).draw(painter, {0, 0});
+    shownLines().draw(painter, {0, 0});
 }
 
 } // namespace fernhop::freedesktop

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/dialogs-qt/ViewText.h"
 #include "platform/ui/Color.h"
 #include "platform/ui/View.h"
 
@@ -62,6 +63,9 @@ class TextLabel : public QLabel {
     void paintEvent(QPaintEvent *event) override;
 
   private:
+    /// The text in the lines that it has room for.
+    [[nodiscard]] TextLines shownLines() const;
+
     Look look;
 };
 
