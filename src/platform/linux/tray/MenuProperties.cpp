@@ -26,16 +26,6 @@ MenuIcon iconData(const ui::Image &image, int side) {
     return png.empty() ? MenuIcon() : MenuIcon(IconData{std::move(png)});
 }
 
-struct MakeIcon {
-    int side;
-
-    MenuIcon operator()(std::monostate) const { return {}; }
-    MenuIcon operator()(const IconName &icon) const { return icon; }
-    MenuIcon operator()(const IconFile &icon) const {
-        return iconData(ui::Image(ui::ImageFile{icon.path}, side, false), side);
-    }
-};
-
 } // namespace
 
 const MenuIcon &MenuIcons::icon(const ui::ImageReference &image) {
@@ -54,7 +44,12 @@ MenuIcon MenuIcons::make(const ui::Image &image) const {
     const auto *application = std::get_if<ui::ApplicationIcon>(&image.source);
     if (application == nullptr)
         return iconData(image, pixelsOf(image));
-    return std::visit(MakeIcon{pixelsOf(image)}, finder.iconOfEntry(application->path));
+    const IconSource found = finder.iconOfEntry(application->path);
+    if (const auto *themed = std::get_if<IconName>(&found))
+        return *themed;
+    const auto *file = std::get_if<IconFile>(&found);
+    const int side = pixelsOf(image);
+    return file ? iconData(ui::Image(ui::ImageFile{file->path}, side, false), side) : MenuIcon();
 }
 
 namespace {

@@ -174,18 +174,14 @@ bool hasChildren(const MenuTree::Entry &entry) {
 void MenuReaders::reads(const std::string &host, const MenuTree &tree, MenuTree::Id id, int depth) {
     if (hosts.size() >= mostHosts && !hosts.contains(host))
         hosts.clear();
-    Knowledge &knowledge = hosts[host];
-    if (id == MenuTree::root && depth < 0)
-        knowledge = {tree.revision(), {}};
-    else
-        note(knowledge, tree, id, depth);
+    note(hosts[host], tree, id, depth);
 }
 
 void MenuReaders::note(Knowledge &knowledge, const MenuTree &tree, MenuTree::Id id, int depth) {
     const MenuTree::Entry &entry = *tree.find(id);
     if (depth == 0 || !hasChildren(entry))
         return;
-    knowledge.parts[id] = tree.revision();
+    knowledge[id] = tree.revision();
     for (const MenuTree::Id child : entry.children)
         note(knowledge, tree, child, depth < 0 ? depth : depth - 1);
 }
@@ -196,14 +192,13 @@ bool MenuReaders::knows(const std::string &host, const MenuTree::Entry &entry) c
     const auto reader = hosts.find(host);
     if (reader == hosts.end())
         return false;
-    const auto &[whole, parts] = reader->second;
-    const auto part = parts.find(entry.id);
-    return entry.changedIn <= std::max(whole, part == parts.end() ? 0 : part->second);
+    const auto read = reader->second.find(entry.id);
+    return read != reader->second.end() && entry.changedIn <= read->second;
 }
 
 void MenuReaders::forgetAllBut(const MenuTree &tree) {
     for (auto &[host, knowledge] : hosts)
-        std::erase_if(knowledge.parts, [&](const auto &part) { return tree.find(part.first) == nullptr; });
+        std::erase_if(knowledge, [&](const auto &read) { return tree.find(read.first) == nullptr; });
 }
 
 } // namespace fernhop::freedesktop

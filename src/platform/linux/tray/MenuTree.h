@@ -75,11 +75,8 @@ class MenuReaders {
     void forgetAllBut(const MenuTree &tree);
 
   private:
-    /// The revisions in which it was read.
-    struct Knowledge {
-        MenuTree::Revision whole = 0;
-        std::unordered_map<MenuTree::Id, MenuTree::Revision> parts;
-    };
+    /// The revisions in which the items beneath each id were read.
+    using Knowledge = std::unordered_map<MenuTree::Id, MenuTree::Revision>;
 
     static void note(Knowledge &knowledge, const MenuTree &tree, MenuTree::Id id, int depth);
 
