@@ -1,5 +1,7 @@
 #include "platform/linux/dialogs-qt/MessageSocket.h"
 
+#include "platform/linux/base/Text.h"
+
 #include <glib-unix.h>
 #include <sys/socket.h>
 
@@ -12,23 +14,16 @@ constexpr char separator = '\0'; // between the texts of a message
 
 std::string bytesOf(const Message &message) {
     std::string bytes;
-    for (const std::string &text : message) {
-        if (&text != &message.front())
-            bytes.push_back(separator);
-        bytes.append(text);
-    }
+    for (const std::string &text : message)
+        bytes.append(text).push_back(separator);
+    bytes.pop_back();
     return bytes;
 }
 
 Message messageOf(const std::string &bytes) {
-    Message message{""};
-    for (const char byte : bytes) {
-        if (byte == separator)
-            message.emplace_back();
-        else
-            message.back().push_back(byte);
-    }
-    return message;
+    const std::string ended = bytes + separator; // else an empty text at the end would not count
+    const auto texts = pieces(ended, separator);
+    return {texts.begin(), texts.end()};
 }
 
 } // namespace
