@@ -64,44 +64,31 @@ bool XTray::look() {
     return owner != before;
 }
 
-EmbeddedTray::EmbeddedTray(GDBusConnection *bus, EmbeddedTrayPlace trayPlace)
-    : place(std::move(trayPlace)), hosts(bus, [this] { look(); }) {}
-
-EmbeddedTray::~EmbeddedTray() {
-    stopWaiting();
+EmbeddedTray::EmbeddedTray(NotifierWatcher &notifierWatcher, EmbeddedTrayPlace trayPlace)
+    : place(std::move(trayPlace)), watcher(notifierWatcher) {
+    notifierWatcher.whenHostChanges([this] { update(); });
+    update();
 }
 
-void EmbeddedTray::look() {
+void EmbeddedTray::update() {
     if (place.display.empty())
         return;
-    if (hosts.arePresent().value_or(true)) {
-        stopWaiting();
+    if (watcher.hasHost().value_or(true)) {
+        delay.stop();
         icon.reset();
         tray.reset();
         return;
     }
     if (!tray)
-        tray = std::make_unique<XTray>(place.display, [this] { look(); });
+        tray = std::make_unique<XTray>(place.display, [this] { update(); });
     if (!tray->isPresent()) {
-        stopWaiting();
+        delay.stop();
         icon.reset();
-    } else if (!icon && waiting == 0) {
+    } else if (!icon && !delay.isRunning()) {
         // While a session starts the tray of a panel may be there before its StatusNotifier host; no program
         // is to be started for that moment.
-        waiting = g_timeout_add(static_cast<guint>(place.patience.count()), waited, this);
+        delay.start(place.patience, [this] { icon = place.showIcon(); });
     }
-}
-
-void EmbeddedTray::stopWaiting() {
-    if (const guint source = std::exchange(waiting, 0); source != 0)
-        g_source_remove(source);
-}
-
-gboolean EmbeddedTray::waited(gpointer self) {
-    auto &own = *static_cast<EmbeddedTray *>(self);
-    own.waiting = 0;
-    own.icon = own.place.showIcon();
-    return G_SOURCE_REMOVE;
 }
 
 } // namespace fernhop::freedesktop

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/base/Timer.h"
 #include "platform/linux/source/XConnection.h"
 #include "platform/linux/tray/NotifierWatcher.h"
 
@@ -47,31 +48,26 @@ struct EmbeddedTrayPlace {
     std::chrono::milliseconds patience; ///< how long no host must be seen before the icon is shown
 };
 
-/// Decides whether the icon shows in an XEmbed tray: while there is such a tray and nobody shows
-/// StatusNotifier items, so that there are never two icons. Main thread only.
+/// Decides whether the icon shows in an XEmbed tray: while there is such a tray and no
+/// StatusNotifier host, so that there are never two icons. Main thread only.
 class EmbeddedTray {
   public:
-    /// `bus` outlives the object.
-    EmbeddedTray(GDBusConnection *bus, EmbeddedTrayPlace place);
-    ~EmbeddedTray();
+    /// `watcher`, which outlives the object and tells it of hosts, is used by one such object at a time.
+    EmbeddedTray(NotifierWatcher &watcher, EmbeddedTrayPlace place);
     EmbeddedTray(const EmbeddedTray &) = delete;
     EmbeddedTray &operator=(const EmbeddedTray &) = delete;
 
     /// Whether an XEmbed tray shows the icon.
     [[nodiscard]] bool isShown() const { return icon && icon->isShown(); }
-    /// Whether somebody is known to show StatusNotifier items.
-    [[nodiscard]] bool givesWay() const { return hosts.arePresent().value_or(false); }
 
   private:
-    void look();
-    void stopWaiting();
-    static gboolean waited(gpointer self);
+    void update();
 
     const EmbeddedTrayPlace place;
-    std::unique_ptr<XTray> tray; ///< while nobody shows StatusNotifier items
+    std::unique_ptr<XTray> tray; ///< while there is no StatusNotifier host
     std::unique_ptr<EmbeddedIcon> icon;
-    guint waiting = 0;
-    NotifierHosts hosts;
+    Timer delay; ///< from the moment that there is a tray to the icon
+    const NotifierWatcher &watcher;
 };
 
 } // namespace fernhop::freedesktop

@@ -76,8 +76,7 @@ NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath,
     : menu(menuPath), takeToken(std::move(tokenTaker)),
       object(connection, itemPath, itemIntrospection,
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
-              [this](auto name) { return property(name); }}),
-      registration(connection) {}
+              [this](auto name) { return property(name); }}) {}
 
 void NotifierItem::call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation) const {
     if (method == "ProvideXdgActivationToken") {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/linux/base/Bus.h"
-#include "platform/linux/tray/NotifierWatcher.h"
 #include "platform/ui/Image.h"
 
 #include <functional>
@@ -9,8 +8,8 @@
 
 namespace fernhop::freedesktop {
 
-/// An icon with a tooltip and a menu on the bus, by org.kde.StatusNotifierItem. It is shown wherever there is
-/// a tray, and by each one that appears later or again. Main thread only.
+/// An icon with a tooltip and a menu on the bus, by org.kde.StatusNotifierItem; trays show it once a
+/// NotifierWatcher has registered it. Main thread only.
 class NotifierItem {
   public:
     /// `menuPath` is where the menu is on the same bus, which outlives the object. `takeToken` is given each
@@ -27,9 +26,6 @@ class NotifierItem {
     /// The title names the item, for screen readers too; an empty one gives way to the application's name.
     void setTitle(const std::string &text);
 
-    /// Whether a watcher has taken the item, for its hosts to show.
-    [[nodiscard]] bool isRegistered() const { return registration.isDone(); }
-
   private:
     [[nodiscard]] GVariant *property(std::string_view name) const;
     [[nodiscard]] GVariant *toolTipProperty() const;
@@ -43,7 +39,6 @@ class NotifierItem {
     std::string toolTip;
     std::string title;
     const BusObject object;
-    const ItemRegistration registration;
 };
 
 } // namespace fernhop::freedesktop

@@ -1,74 +1,53 @@
 #pragma once
 
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/Timer.h"
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
-/// Where items and their hosts meet, by the StatusNotifierItem specification; the interface has the name too.
-namespace notifierWatcher {
-inline constexpr const char *name = "org.kde.StatusNotifierWatcher";
-inline constexpr const char *path = "/StatusNotifierWatcher";
-} // namespace notifierWatcher
-
-/// Makes an item known to org.kde.StatusNotifierWatcher: to the one that is there, and to each that comes
-/// later or again. Main thread only.
-class ItemRegistration {
+/// Follows org.kde.StatusNotifierWatcher, where items and the hosts that show them meet: registers the item
+/// of a connection with the running watcher and with each one that starts later, and learns whether there is
+/// a host. Main thread only.
+class NotifierWatcher {
   public:
     /// The item is on `bus`, which outlives the object, already.
-    explicit ItemRegistration(GDBusConnection *bus);
-    ~ItemRegistration();
-    ItemRegistration(const ItemRegistration &) = delete;
-    ItemRegistration &operator=(const ItemRegistration &) = delete;
+    explicit NotifierWatcher(GDBusConnection *bus);
+    ~NotifierWatcher();
+    NotifierWatcher(const NotifierWatcher &) = delete;
+    NotifierWatcher &operator=(const NotifierWatcher &) = delete;
 
-    /// Whether the watcher that is there now has taken the item.
-    [[nodiscard]] bool isDone() const { return done; }
+    /// Whether the running watcher has accepted the item.
+    [[nodiscard]] bool hasItem() const { return isRegistered; }
+
+    /// Whether any host shows items; nothing until the bus has answered.
+    [[nodiscard]] std::optional<bool> hasHost() const { return host; }
+
+    /// Calls `changed`, in place of what was set before, whenever hasHost() has changed.
+    void whenHostChanges(std::function<void()> changed) { onHostChange = std::move(changed); }
 
   private:
-    void call();
+    void registerItem();
+    void queryHost();
+    void setHost(bool isPresent);
     void stop();
-    void tryAgain();
-    static void watcherAppeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
-    static void watcherVanished(GDBusConnection *bus, const gchar *name, gpointer self);
-    static void answered(GObject *bus, GAsyncResult *result, gpointer self);
-    static gboolean waited(gpointer self);
-
-    GDBusConnection *bus;
-    bool done = false;
-    int triesLeft = 0;
-    guint waiting = 0;
-    GObjectPointer<GCancellable> question;
-    guint watch = 0;
-};
-
-/// Whether anyone on the bus shows the items of org.kde.StatusNotifierWatcher. Main thread only.
-class NotifierHosts {
-  public:
-    /// Asks the bus, whose answer comes later; `changed` is called whenever the answer is another. `bus`
-    /// outlives the object.
-    NotifierHosts(GDBusConnection *bus, std::function<void()> changed);
-    ~NotifierHosts();
-    NotifierHosts(const NotifierHosts &) = delete;
-    NotifierHosts &operator=(const NotifierHosts &) = delete;
-
-    /// Nothing until the bus has answered.
-    [[nodiscard]] std::optional<bool> arePresent() const { return present; }
-
-  private:
-    void ask();
-    void take(bool hostIsThere);
-    static void watcherAppeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
-    static void watcherVanished(GDBusConnection *bus, const gchar *name, gpointer self);
+    static void appeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
+    static void vanished(GDBusConnection *bus, const gchar *name, gpointer self);
     static void hostsChanged(GDBusConnection *bus, const gchar *sender, const gchar *path,
                              const gchar *interface, const gchar *signal, GVariant *body, gpointer self);
-    static void answered(GObject *bus, GAsyncResult *result, gpointer self);
+    static void itemRegistered(GObject *bus, GAsyncResult *result, gpointer self);
+    static void hostTold(GObject *bus, GAsyncResult *result, gpointer self);
 
     GDBusConnection *bus;
-    std::function<void()> changed;
-    std::optional<bool> present;
-    GObjectPointer<GCancellable> question;
+    bool isRegistered = false;
+    int triesLeft = 0;
+    Timer retry;
+    std::optional<bool> host;
+    std::function<void()> onHostChange = [] {};
+    GObjectPointer<GCancellable> registration, query; ///< of the calls that are not answered yet
     guint subscription = 0;
     guint watch = 0;
 };

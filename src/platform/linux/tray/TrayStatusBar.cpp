@@ -11,15 +11,16 @@ class TrayIcon {
   public:
     TrayIcon(GDBusConnection *bus, const EmbeddedTrayPlace &embedding,
              std::function<void(const std::string &token)> takeToken)
-        : item(bus, MenuService::path, std::move(takeToken)), embedded(bus, embedding) {}
+        : item(bus, MenuService::path, std::move(takeToken)), watcher(bus), embedded(watcher, embedding) {}
 
     [[nodiscard]] IconPlace place() const {
         if (embedded.isShown())
             return IconPlace::windowTray;
-        return embedded.givesWay() && item.isRegistered() ? IconPlace::panel : IconPlace::nowhere;
+        return watcher.hasHost().value_or(false) && watcher.hasItem() ? IconPlace::panel : IconPlace::nowhere;
     }
 
     NotifierItem item;
+    NotifierWatcher watcher;
     EmbeddedTray embedded;
 };
 

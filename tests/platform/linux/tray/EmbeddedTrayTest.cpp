@@ -71,7 +71,7 @@ class EmbeddedTrayTest : public testing::Test {
     makeTray(const std::string &displayName,
              std::chrono::milliseconds patience = std::chrono::milliseconds(1)) {
         return std::make_unique<EmbeddedTray>(
-            connection.get(),
+            hostWatcher,
             EmbeddedTrayPlace{displayName, [this] { return std::make_unique<RecordingIcon>(shown); },
                               patience});
     }
@@ -84,6 +84,7 @@ class EmbeddedTrayTest : public testing::Test {
     support::TemporaryHome home;
     support::PrivateBus bus{home};
     BusConnection connection = connectTo(bus.address());
+    NotifierWatcher hostWatcher{connection.get()};
     std::unique_ptr<support::PrivateDisplay> display;
     Shown shown;
     std::unique_ptr<EmbeddedTray> tray;
@@ -145,7 +146,7 @@ TEST_F(EmbeddedTrayTest, AHostThatComesSoonAfterTheTrayIsWaitedFor) {
     settle();
     EXPECT_EQ(shown.made, 0);
     const Watcher watcher(bus.address());
-    EXPECT_TRUE(support::runUntil([this] { return tray->givesWay(); }));
+    EXPECT_TRUE(support::runUntil([this] { return hostWatcher.hasHost().value_or(false); }));
     EXPECT_EQ(shown.made, 0);
 }
 
@@ -154,19 +155,19 @@ TEST_F(EmbeddedTrayTest, TellsWhetherItIsShown) {
     {
         const TrayWindow window(display->name());
         EXPECT_TRUE(support::runUntil([this] { return tray->isShown(); }));
-        EXPECT_FALSE(tray->givesWay());
+        EXPECT_FALSE(hostWatcher.hasHost().value_or(false));
     }
     EXPECT_TRUE(support::runUntil([this] { return !tray->isShown(); }));
 }
 
 TEST_F(EmbeddedTrayTest, DoesWithoutAnIconWhereNoneCanBeShown) {
     int asked = 0;
-    tray = std::make_unique<EmbeddedTray>(connection.get(), EmbeddedTrayPlace{display->name(),
-                                                                              [&] {
-                                                                                  ++asked;
-                                                                                  return nullptr;
-                                                                              },
-                                                                              std::chrono::milliseconds(1)});
+    tray = std::make_unique<EmbeddedTray>(hostWatcher, EmbeddedTrayPlace{display->name(),
+                                                                         [&] {
+                                                                             ++asked;
+                                                                             return nullptr;
+                                                                         },
+                                                                         std::chrono::milliseconds(1)});
     const TrayWindow window(display->name());
     ASSERT_TRUE(support::runUntil([&] { return asked == 1; }));
     EXPECT_FALSE(tray->isShown());
