@@ -8,7 +8,6 @@
 #include "main/LinuxSessionReport.h"
 #include "platform/linux/base/Bus.h"
 #include "platform/linux/dialogs-qt/DialogsProgram.h"
-#include "platform/linux/dialogs-qt/IconProgram.h"
 #include "platform/linux/service/LinkService.h"
 #include "platform/linux/service/Upgrade.h"
 #include "platform/linux/tray/NoScreen.h"

@@ -10,6 +10,11 @@ constexpr const char *dark = "dark", *light = "light";
 // A program that crashes on its way to a dialog gets a second chance.
 constexpr int mostStarts = 2;
 
+// How often, and how soon, the program that shows the icon is started again; each further pause is twice as
+// long.
+constexpr unsigned mostRestarts = 6;
+constexpr std::chrono::seconds firstPause(1);
+
 std::string describe(ExitStatus status) {
     return status ? "ended with status " + std::to_string(*status) : "crashed or was killed";
 }
@@ -32,18 +37,14 @@ DialogsProgram::DialogsProgram(std::string programPath, std::chrono::millisecond
                                Callbacks callbacks)
     : path(std::move(programPath)), patience(hangsAfter), call(std::move(callbacks)) {}
 
-DialogsProgram::~DialogsProgram() {
-    stopTimer();
-}
-
 void DialogsProgram::open(const std::string &selector, const std::string &subject, const std::string &token) {
     Request request{{message::open, selector, subject, token}};
     if (!program)
         return start(std::move(request));
     program->send(request.message);
     unanswered = std::move(request);
-    if (timer == 0)
-        timer = g_timeout_add(static_cast<guint>(patience.count()), lostPatience, this);
+    if (!timer.isRunning())
+        timer.start(patience, [this] { program->kill(); }); // its end stops the timer
 }
 
 void DialogsProgram::setAppearance(std::optional<ui::AppearanceName> newAppearance) {
@@ -68,7 +69,7 @@ void DialogsProgram::received(const Message &message) {
     const std::string &word = message.front();
     if (word == message::handled) {
         unanswered.reset();
-        stopTimer();
+        timer.stop();
     } else if (word == message::changed) {
         call.changed();
     } else if (word == message::beep) {
@@ -80,7 +81,7 @@ void DialogsProgram::received(const Message &message) {
 
 void DialogsProgram::ended(ExitStatus status) {
     program.reset();
-    stopTimer();
+    timer.stop();
     auto request = std::exchange(unanswered, std::nullopt);
     if (status == noDisplayStatus)
         return call.failed("there is no display to show a dialog on", true);
@@ -92,17 +93,20 @@ void DialogsProgram::ended(ExitStatus status) {
         start(std::move(*request));
 }
 
-void DialogsProgram::stopTimer() {
-    if (const guint source = std::exchange(timer, 0); source != 0)
-        g_source_remove(source);
+IconProgram::IconProgram(std::string programPath, std::string busName)
+    : path(std::move(programPath)), item(std::move(busName)) {
+    start();
 }
 
-gboolean DialogsProgram::lostPatience(gpointer self) {
-    auto &own = *static_cast<DialogsProgram *>(self);
-    own.timer = 0;
-    if (own.program)
-        own.program->kill();
-    return G_SOURCE_REMOVE;
+void IconProgram::start() {
+    program = HelperProgram::start({path, iconMode, item}, "",
+                                   {[](const Message &) {}, [this](ExitStatus) { ended(); }});
+}
+
+void IconProgram::ended() {
+    program.reset();
+    if (restarts < mostRestarts)
+        pause.start(firstPause * (1U << restarts++), [this] { start(); });
 }
 
 } // namespace fernhop::freedesktop

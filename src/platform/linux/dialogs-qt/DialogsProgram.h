@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/linux/base/Timer.h"
 #include "platform/linux/dialogs-qt/HelperProgram.h"
+#include "platform/linux/tray/EmbeddedTray.h"
 #include "platform/ui/Appearance.h"
 
 #include <chrono>
@@ -52,7 +54,6 @@ class DialogsProgram {
     /// `programPath` is the program's file. A running program that leaves a request unanswered for
     /// `patience` counts as hung, and is killed.
     DialogsProgram(std::string programPath, std::chrono::milliseconds patience, Callbacks callbacks);
-    ~DialogsProgram();
     DialogsProgram(const DialogsProgram &) = delete;
     DialogsProgram &operator=(const DialogsProgram &) = delete;
 
@@ -72,8 +73,6 @@ class DialogsProgram {
     void start(Request request);
     void received(const Message &message);
     void ended(ExitStatus status);
-    void stopTimer();
-    static gboolean lostPatience(gpointer self);
 
     const std::string path;
     const std::chrono::milliseconds patience;
@@ -81,7 +80,29 @@ class DialogsProgram {
     std::string appearance;
     std::unique_ptr<HelperProgram> program; ///< null: does not run
     std::optional<Request> unanswered;
-    guint timer = 0; ///< runs while a program that showed a dialog is asked again
+    Timer timer; ///< runs while a program that showed a dialog is asked again
+};
+
+/// The program that shows the tray item of this process in an XEmbed tray. When it ends by itself it is
+/// started again, each time after a longer pause, and after some times no more. Main thread only.
+class IconProgram : public EmbeddedIcon {
+  public:
+    /// `programPath` is the program's file; the item is that of the connection with the unique name
+    /// `busName`.
+    IconProgram(std::string programPath, std::string busName);
+    IconProgram(const IconProgram &) = delete;
+    IconProgram &operator=(const IconProgram &) = delete;
+
+    [[nodiscard]] bool isShown() const override { return program != nullptr; }
+
+  private:
+    void start();
+    void ended();
+
+    const std::string path, item;
+    std::unique_ptr<HelperProgram> program;
+    Timer pause;
+    unsigned restarts = 0;
 };
 
 } // namespace fernhop::freedesktop
