@@ -66,7 +66,7 @@ bool XTray::look() {
 
 EmbeddedTray::EmbeddedTray(NotifierWatcher &notifierWatcher, EmbeddedTrayPlace trayPlace)
     : place(std::move(trayPlace)), watcher(notifierWatcher) {
-    notifierWatcher.whenHostChanges([this] { update(); });
+    watcher.whenHostChanges([this] { update(); });
     update();
 }
 

@@ -54,6 +54,9 @@ class EmbeddedTray {
   public:
     /// `watcher`, which outlives the object and tells it of hosts, is used by one such object at a time.
     EmbeddedTray(NotifierWatcher &watcher, EmbeddedTrayPlace place);
+    ~EmbeddedTray() {
+        watcher.whenHostChanges([] {});
+    }
     EmbeddedTray(const EmbeddedTray &) = delete;
     EmbeddedTray &operator=(const EmbeddedTray &) = delete;
 
@@ -67,7 +70,7 @@ class EmbeddedTray {
     std::unique_ptr<XTray> tray; ///< while there is no StatusNotifier host
     std::unique_ptr<EmbeddedIcon> icon;
     Timer delay; ///< from the moment that there is a tray to the icon
-    const NotifierWatcher &watcher;
+    NotifierWatcher &watcher;
 };
 
 } // namespace fernhop::freedesktop

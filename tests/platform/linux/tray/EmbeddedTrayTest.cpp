@@ -140,6 +140,7 @@ TEST_F(EmbeddedTrayTest, IsNotThereBesideAHost) {
 }
 
 TEST_F(EmbeddedTrayTest, AHostThatComesSoonAfterTheTrayIsWaitedFor) {
+    tray.reset();
     tray = makeTray(display->name(), std::chrono::hours(1));
     const TrayWindow window(display->name());
     settle();
@@ -162,6 +163,7 @@ TEST_F(EmbeddedTrayTest, TellsWhetherItIsShown) {
 
 TEST_F(EmbeddedTrayTest, DoesWithoutAnIconWhereNoneCanBeShown) {
     int asked = 0;
+    tray.reset();
     tray = std::make_unique<EmbeddedTray>(hostWatcher, EmbeddedTrayPlace{display->name(),
                                                                          [&] {
                                                                              ++asked;
@@ -174,6 +176,7 @@ TEST_F(EmbeddedTrayTest, DoesWithoutAnIconWhereNoneCanBeShown) {
 }
 
 TEST_F(EmbeddedTrayTest, WithoutADisplayNothingIsMade) {
+    tray.reset();
     tray = makeTray("");
     const TrayWindow window(display->name());
     settle();
