@@ -2,6 +2,7 @@
 
 #include "cli/CommandParser.h"
 #include "cli/Files.h"
+#include "cli/LinkArgument.h"
 #include "cli/PatternTest.h"
 #include "cli/PlainText.h"
 #include "cli/Results.h"
@@ -78,11 +79,10 @@ int Client::operator()(const command::Open &open) const {
     CommandResult result;
     std::vector<Url> links;
     for (const auto &text : open.urls) {
-        if (auto url = Url::parse(text))
+        if (auto url = linkArgument(text))
             links.push_back(*std::move(url));
         else
-            result = {exitStatus::failure, "",
-                      result.errors + failed(inQuotes(text) + " is not a URL.").errors};
+            result = {exitStatus::failure, "", result.errors + failed(whyNoLink(text)).errors};
     }
     if (links.empty())
         return show(result);
@@ -109,9 +109,9 @@ int Client::operator()(const command::Match &match) const {
 
 int Client::operator()(const command::Explain &explain) const {
     // The bus carries only text, but a URL may be any bytes, so it is encoded here.
-    const auto url = Url::parse(explain.url);
+    const auto url = linkArgument(explain.url);
     if (!url)
-        return show(misused(inQuotes(explain.url) + " is not a URL."));
+        return show(misused(whyNoLink(explain.url)));
     std::vector<std::string> words{"explain"};
     if (explain.source)
         words.insert(words.end(), {"--source", *explain.source});

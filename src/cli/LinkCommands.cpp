@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 #include "cli/Json.h"
+#include "cli/LinkArgument.h"
 #include "cli/NameLookup.h"
 #include "cli/PatternTest.h"
 #include "cli/PlainText.h"
@@ -63,9 +64,9 @@ std::string explanationText(const RoutingDecision &decision, const Context &cont
 } // namespace
 
 CommandResult carryOut(const command::Explain &explain, const Call &call) {
-    const auto url = Url::parse(explain.url);
+    const auto url = linkArgument(explain.url);
     if (!url)
-        return misused(inQuotes(explain.url) + " is not a URL.");
+        return misused(whyNoLink(explain.url));
     const auto source = explain.source ? explain.source : call.context.session.source();
     const auto decision = call.context.controller.decide(*url, source);
     return done(explain.json ? documentText(explanationDocument(decision))
@@ -75,12 +76,12 @@ CommandResult carryOut(const command::Explain &explain, const Call &call) {
 CommandResult carryOut(const command::Open &open, const Call &call) {
     CommandResult result;
     for (const auto &text : open.urls) {
-        const auto url = Url::parse(text);
+        const auto url = linkArgument(text);
         if (url && call.context.controller.deliver(*url))
             continue;
         result.status = exitStatus::failure;
         result.errors +=
-            failed(inQuotes(text) + (url ? " was not opened: Fernhop is not running." : " is not a URL."))
+            failed(url ? inQuotes(text) + " was not opened: Fernhop is not running." : whyNoLink(text))
                 .errors;
     }
     return result;

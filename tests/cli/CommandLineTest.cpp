@@ -107,6 +107,19 @@ TEST_F(CommandLine, DeliversTheOthersWhenOneIsNotALink) {
     EXPECT_EQ(errors.str(), "fernhop: \"\" is not a URL.\n");
 }
 
+TEST_F(CommandLine, LinksLeadWhereBrowsersFindTheyLead) {
+    EXPECT_EQ(run({"open", " https://a.example\\@b.example/ ", "https:[::1]/"}), 1);
+    EXPECT_EQ(resident.opened, std::vector<std::string>{"https://a.example/@b.example/"});
+    EXPECT_EQ(errors.str(),
+              "fernhop: \"https:[::1]/\" is refused: a browser would find another host in it once "
+              "it is encoded.\n");
+    EXPECT_EQ(run({"explain", "https:[::1]/"}), 2);
+    resident.answer = CommandResult{};
+    EXPECT_EQ(run({"explain", "https:\\\\a.example"}), 0);
+    ASSERT_EQ(resident.calls.size(), 1U);
+    EXPECT_EQ(resident.calls[0].arguments.back(), "https://a.example");
+}
+
 TEST_F(CommandLine, ReportsWhyLinksWereNotDelivered) {
     resident.openFailure = "Nobody is there.";
     EXPECT_EQ(run({"open", "https://a.example/"}), 1);

@@ -1,5 +1,8 @@
 #include "BusSender.h"
 #include "LinkSession.h"
+#include "platform/SentLink.h"
+#include "platform/Url.h"
+#include "support/SentLinks.h"
 
 #include <gtest/gtest.h>
 
@@ -28,11 +31,12 @@ std::vector<Case> corpus() {
         {"escapes", "https://a/%20%2F%00%25", "https://a/%20%2F%00%25"},
         {"variables", "https://a/$HOME/${HOME}?$name", "https://a/$HOME/$%7BHOME%7D?$name"},
         {"command substitution", "https://a/$(touch%20x)`id`", "https://a/$(touch%20x)%60id%60"},
-        {"quotes", "https://a/'\"\\", "https://a/'%22%5C"},
+        {"quotes", "https://a/'\"", "https://a/'%22"},
+        {"backslashes", "https://a\\@b/?c\\", "https://a/@b/?c%5C"},
         {"shell operators", "https://a/|&;<>()!#x", "https://a/%7C&;%3C%3E()!#x"},
         {"spaces", "https://a/b c  d", "https://a/b%20c%20%20d"},
         {"non-ASCII", "https://a/\u4e16\u754c?\u00fc", "https://a/%E4%B8%96%E7%95%8C?%C3%BC"},
-        {"newline and tab", "https://a/b\nc\td", "https://a/b%0Ac%09d"},
+        {"newline and tab", " https://a/b\nc\td\r\n", "https://a/bcd"},
         {"globs", "https://a/*?[ab]~", "https://a/*?%5Bab%5D~"},
         {"other schemes", "mailto:a@b?subject=x%20y", "mailto:a@b?subject=x%20y"},
         {"100 KiB", "https://a/" + repeated("x", 100 * 1024), "https://a/" + repeated("x", 100 * 1024)},
@@ -67,6 +71,26 @@ TEST_F(ByteExactness, SeveralInOneCallArriveInTheirOrder) {
     }
     ASSERT_EQ(session.open(sent), 0);
     EXPECT_EQ(session.opened(expected.size()), expected);
+}
+
+TEST_F(ByteExactness, BrowsersFindTheHostThatTheSentTextHas) {
+    const auto sent = support::misleadingLinks(500);
+    std::vector<std::string> deliverable;
+    for (const auto &link : sent)
+        if (const auto text = linkToDeliver(link); text && Url::parse(*text))
+            deliverable.push_back(link);
+    (void)session.open(sent);
+    const auto opened = session.opened(deliverable.size());
+    ASSERT_EQ(opened.size(), deliverable.size());
+    const auto sentHosts = support::hostsByNode(deliverable);
+    if (sentHosts.empty())
+        GTEST_SKIP() << "Node.js is not installed";
+    const auto openedHosts = support::hostsByNode(opened);
+    ASSERT_EQ(sentHosts.size(), opened.size());
+    ASSERT_EQ(openedHosts.size(), opened.size());
+    for (std::size_t index = 0; index < opened.size(); ++index)
+        EXPECT_EQ(openedHosts[index], sentHosts[index])
+            << testing::PrintToString(deliverable[index]) << " became " << opened[index];
 }
 
 TEST_F(ByteExactness, WhatIsNoUrlIsIgnored) {

@@ -1,3 +1,4 @@
+#include "platform/SentLink.h"
 #include "platform/Version.h"
 #include "platform/linux/base/OwnProgram.h"
 #include "platform/linux/stub/Courier.h"
@@ -9,6 +10,7 @@
 
 namespace {
 
+using namespace fernhop;
 using namespace fernhop::stub;
 using namespace fernhop::freedesktop;
 
@@ -26,7 +28,14 @@ std::vector<std::string> linksOf(int count, char **arguments) {
     int first = 1;
     if (count > 2 && strcmp(arguments[1], "--") == 0)
         ++first;
-    return {arguments + first, arguments + count};
+    std::vector<std::string> links;
+    for (int index = first; index < count; ++index) {
+        if (auto link = linkToDeliver(arguments[index]))
+            links.push_back(*std::move(link));
+        else
+            fprintf(stderr, "fernhop-open: a link is refused: %s\n", refusedLink.data());
+    }
+    return links;
 }
 
 // Without a resident to take the links, this process becomes one that opens them itself.
