@@ -20,12 +20,14 @@ std::string withoutTrailingSlashes(std::string path) {
 
 std::string homeByUserDatabase() {
     const passwd *user = getpwuid(getuid());
-    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
+    const std::string home = user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "";
+    return home.starts_with('/') ? home : "/";
 }
 
 std::string homeOf(const Environment &environment) {
     const auto home = environment.value("HOME", {});
-    return withoutTrailingSlashes(home.empty() ? homeByUserDatabase() : home);
+    // A path that is relative would lead elsewhere in each working directory.
+    return withoutTrailingSlashes(home.starts_with('/') ? home : homeByUserDatabase());
 }
 
 std::string folder(const Environment &environment, std::string_view name, const std::string &otherwise) {

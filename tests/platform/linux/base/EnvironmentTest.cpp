@@ -67,6 +67,8 @@ TEST(XdgSession, HasDefaults) {
 TEST(XdgSession, HasAHomeEvenWithoutTheVariable) {
     EXPECT_TRUE(session({}).home.starts_with('/'));
     EXPECT_EQ(session({"XDG_DATA_HOME=/somewhere"}).dataHome, "/somewhere");
+    for (const auto *home : {"HOME=", "HOME=relative", "HOME=."})
+        EXPECT_EQ(session({home}).configHome, session({}).configHome) << "never in the working directory";
 }
 
 TEST(XdgSession, TakesNoPathForADesktopName) {
