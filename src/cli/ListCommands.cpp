@@ -67,6 +67,8 @@ struct State {
 
 std::vector<std::string> problemsIn(const Context &context) {
     auto problems = context.session.problems();
+    if (const auto settings = context.session.settingsProblem())
+        problems.insert(problems.begin(), *settings);
     if (context.controller.installedBrowsers().empty())
         problems.emplace_back("No web browser was found, so no link can be opened.");
     return problems;

@@ -26,6 +26,10 @@ CommandResult misused(std::string_view reason) {
     return {exitStatus::usage, "", errorLine(reason)};
 }
 
+std::string warning(std::string_view reason) {
+    return errorLine("Warning: " + std::string(reason));
+}
+
 std::string inQuotes(std::string_view text) {
     return '"' + std::string(text) + '"';
 }

@@ -16,6 +16,9 @@ namespace fernhop::cli {
 /// Wrong usage, independent of the system's state; `reason` as for `failed`.
 [[nodiscard]] CommandResult misused(std::string_view reason);
 
+/// A line for standard error about something that did not keep the command from its work; `reason` as above.
+[[nodiscard]] std::string warning(std::string_view reason);
+
 /// `text` in quotation marks.
 [[nodiscard]] std::string inQuotes(std::string_view text);
 

@@ -12,6 +12,9 @@ namespace fernhop::cli {
 namespace {
 
 CommandResult turnRoutingOn(const Context &context) {
+    // With a fallback that is lost, links that no rule matches would not go where they go now.
+    if (!context.defaultHandlers.isRoutingEnabled() && !context.defaultHandlers.rememberFallback())
+        return failed("App Routing stays off: the fallback browser could not be stored.");
     context.defaultHandlers.turnAppRoutingOn();
     if (!context.defaultHandlers.isRoutingEnabled())
         return failed("The system refused to turn App Routing on. 'fernhop status' may show why.");

@@ -7,6 +7,8 @@
 namespace fernhop::cli {
 
 CommandResult carryOut(const command::Export &, const Call &call) {
+    if (const auto problem = call.context.session.settingsProblem())
+        return failed(*problem + " Nothing was exported.");
     return done(encodeSettings(storedSettings(call.context.preferences)));
 }
 

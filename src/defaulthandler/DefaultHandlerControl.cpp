@@ -52,6 +52,12 @@ void DefaultHandlerControl::enableAppRouting() {
     rebuildMenu();
 }
 
+bool DefaultHandlerControl::rememberFallback() {
+    const auto handler = defaultHandler();
+    const auto stored = storedFallback();
+    return stored && (!handler || handler == stored) ? true : rememberFallback(handler);
+}
+
 void DefaultHandlerControl::turnAppRoutingOn() {
     if (!isRoutingEnabled())
         enableAppRouting();
@@ -123,20 +129,21 @@ std::optional<std::string> DefaultHandlerControl::defaultBrowserFallbackChoice()
     return found == installed.end() ? std::nullopt : std::optional(found->bundleID);
 }
 
-void DefaultHandlerControl::rememberFallback(const std::optional<std::string> &formerHandler) {
+bool DefaultHandlerControl::rememberFallback(const std::optional<std::string> &formerHandler) {
     if (formerHandler)
-        storeFallback(formerHandler);
-    else if (!storedFallback())
-        storeFallback(sources.installedBrowsers.empty()
-                          ? std::nullopt
-                          : std::optional(sources.installedBrowsers.front().bundleID));
+        return storeFallback(formerHandler);
+    if (storedFallback())
+        return true;
+    return storeFallback(sources.installedBrowsers.empty()
+                             ? std::nullopt
+                             : std::optional(sources.installedBrowsers.front().bundleID));
 }
 
-void DefaultHandlerControl::storeFallback(std::optional<std::string> bundleID) {
+bool DefaultHandlerControl::storeFallback(std::optional<std::string> bundleID) {
     std::optional<PropertyValue> value;
     if (bundleID)
         value = PropertyValue{std::move(*bundleID)};
-    sources.defaults.setObject(std::move(value), settingsKey::routingFallbackBrowserID);
+    return sources.defaults.setObject(std::move(value), settingsKey::routingFallbackBrowserID);
 }
 
 void DefaultHandlerControl::setDefaultHandler(const std::string &bundleID) {

@@ -53,6 +53,10 @@ class DefaultHandlerControl {
     /// Toggles App Routing. When it is turned on, the previous default browser becomes the fallback.
     void enableAppRouting();
 
+    /// Stores the fallback that turning App Routing on now would store. False when it could not be stored;
+    /// what is stored already needs no writing.
+    [[nodiscard]] bool rememberFallback();
+
     /// Turns App Routing on when it is off.
     void turnAppRoutingOn();
 
@@ -78,8 +82,8 @@ class DefaultHandlerControl {
     [[nodiscard]] std::optional<std::string> defaultHandler() const;
     [[nodiscard]] std::optional<std::string> storedFallback() const;
     [[nodiscard]] std::optional<std::string> defaultBrowserFallbackChoice() const;
-    void rememberFallback(const std::optional<std::string> &formerHandler);
-    void storeFallback(std::optional<std::string> bundleID);
+    bool rememberFallback(const std::optional<std::string> &formerHandler);
+    bool storeFallback(std::optional<std::string> bundleID);
     void setDefaultHandler(const std::string &bundleID);
 
     Sources sources;

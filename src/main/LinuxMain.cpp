@@ -29,7 +29,7 @@ std::unique_ptr<ResidentConnection> connect(const Environment &environment) {
 CommandResult performHere(const Environment &environment, const std::vector<std::string> &arguments,
                           std::string_view input) {
     LinuxDesktop desktop(environment, nullptr);
-    const LinuxSessionReport report(*desktop.focus, desktop.routingDiagnostics, nullptr, [&] {
+    const LinuxSessionReport report(desktop, nullptr, [&] {
         const auto front = desktop.focus->frontmost();
         return front ? front->bundleIdentifier() : std::nullopt;
     });

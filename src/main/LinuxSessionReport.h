@@ -1,8 +1,7 @@
 #pragma once
 
+#include "main/LinuxDesktop.h"
 #include "platform/SessionReport.h"
-#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
-#include "platform/linux/source/FocusProvider.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 
 #include <functional>
@@ -15,23 +14,25 @@ class LinuxSessionReport : public SessionReport {
   public:
     /// `residentTray` is where the running Fernhop shows its icon; null in any other process. `sourceOfLinks`
     /// is asked each time. The others outlive the report.
-    LinuxSessionReport(const FocusProvider &focusProvider, const RoutingDiagnostics &routingDiagnostics,
-                       const TrayStatusBar *residentTray,
+    LinuxSessionReport(const LinuxDesktop &linuxDesktop, const TrayStatusBar *residentTray,
                        std::function<std::optional<std::string>()> sourceOfLinks)
-        : focus(focusProvider), diagnostics(routingDiagnostics), tray(residentTray),
-          askSource(std::move(sourceOfLinks)) {}
+        : desktop(linuxDesktop), tray(residentTray), askSource(std::move(sourceOfLinks)) {}
 
     [[nodiscard]] std::optional<std::string> source() const override { return askSource(); }
-    [[nodiscard]] std::string sourceProvider() const override { return focus.name(); }
+    [[nodiscard]] std::string sourceProvider() const override { return desktop.focus->name(); }
     [[nodiscard]] bool running() const override { return tray != nullptr; }
     [[nodiscard]] IconPlace iconPlace() const override {
         return tray ? tray->iconPlace() : IconPlace::nowhere;
     }
-    [[nodiscard]] std::vector<std::string> problems() const override { return diagnostics.find(); }
+    [[nodiscard]] std::optional<std::string> settingsProblem() const override {
+        return desktop.defaults.problem();
+    }
+    [[nodiscard]] std::vector<std::string> problems() const override {
+        return desktop.routingDiagnostics.find();
+    }
 
   private:
-    const FocusProvider &focus;
-    const RoutingDiagnostics &diagnostics;
+    const LinuxDesktop &desktop;
     const TrayStatusBar *tray;
     std::function<std::optional<std::string>()> askSource;
 };

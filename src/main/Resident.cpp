@@ -60,8 +60,7 @@ class Resident {
                    [this] { desktop.sound.beep(); },
                    [this](const auto &selector, const auto &identifier) { press(selector, identifier); },
                    [this](const auto &reason, bool beeps) { dialogFailed(reason, beeps); }}),
-          report(*desktop.focus, desktop.routingDiagnostics, &tray,
-                 [this] { return delegate.sourceTracker().sourceBundleID(); }),
+          report(desktop, &tray, [this] { return delegate.sourceTracker().sourceBundleID(); }),
           session(delegate, platform, report, [this](const auto &request) { openDialog(request); }) {}
 
     void start() {
@@ -134,6 +133,10 @@ LinkSender senderOf(const Environment &environment, const Processes &processes) 
     return sender;
 }
 
+void logSettingsProblems(LinuxDesktop &desktop) {
+    desktop.defaults.onProblem([&desktop](const auto &problem) { desktop.log.log("Fernhop: " + problem); });
+}
+
 /// Runs the main loop until Fernhop ends. When its program is replaced meanwhile, this process goes on with
 /// the new one, as it is: the default role is not handed back.
 void runUntilEnd(LinuxDesktop &desktop, GDBusConnection *bus, LinkService &service,
@@ -167,6 +170,7 @@ int runResident(const Environment &environment) {
         return fail(connection.failure().reason);
     GDBusConnection *bus = connection->get();
     LinuxDesktop desktop(environment, bus);
+    logSettingsProblems(desktop);
     // Before the name is on the bus, as a process that is found there may be sent a signal. The signal then
     // waits for the main loop.
     desktop.application.endWithSignals();
@@ -197,6 +201,7 @@ int runResident(const Environment &environment) {
 
 void openWithoutBus(const Environment &environment, const std::vector<std::string> &links) {
     LinuxDesktop desktop(environment, nullptr);
+    logSettingsProblems(desktop);
     NoStatusBar statusBar;
     NoAlerts alerts;
     AppDelegate delegate(desktop.platform(statusBar, alerts, desktop.sound));

@@ -31,8 +31,12 @@ class SessionReport {
     /// Where the tray icon is shown now.
     [[nodiscard]] virtual IconPlace iconPlace() const = 0;
 
-    /// The problems that keep links from arriving or from being opened, a sentence each; empty when there are
-    /// none.
+    /// What of the stored rules and settings cannot be read and therefore counts as empty, a sentence;
+    /// nothing when all can.
+    [[nodiscard]] virtual std::optional<std::string> settingsProblem() const = 0;
+
+    /// The problems that keep links from arriving or from being opened, a sentence each, other than
+    /// `settingsProblem`; empty when there are none.
     [[nodiscard]] virtual std::vector<std::string> problems() const = 0;
 };
 

@@ -69,6 +69,27 @@ TEST_P(ListCommands, StatusPrintsTextForPeople) {
         EXPECT_NE(told.output.find(part), std::string::npos) << part << "\n" << told.output;
 }
 
+TEST_P(ListCommands, WhatDependsOnUnreadableSettingsWarns) {
+    report.unreadableSettings = "The rules are\ndamaged.";
+    const std::string shown = "The rules are\\x0adamaged.";
+    using Words = std::vector<std::string>;
+    for (const Words &words :
+         {Words{"url-rules", "list"}, Words{"app-rules", "list", "--json"}, Words{"explain", "https://a/"},
+          Words{"url-rules", "add", "a", alpha}, Words{"app-rules", "set", editor, alpha},
+          Words{"routing", "on"}, Words{"default", alpha}, Words{"restore-on-quit", "on"}}) {
+        const auto told = run(words);
+        EXPECT_EQ(told.status, 0) << words[0] << words[1];
+        EXPECT_EQ(told.errors, "fernhop: Warning: " + shown + "\n") << words[0] << words[1];
+    }
+    for (const Words &words : {Words{"status"}, Words{"apps"}, Words{"browsers"}, Words{"refresh"}})
+        EXPECT_EQ(run(words).errors, "") << words[0];
+    EXPECT_NE(run({"status"}).output.find("Problem: " + shown + "\n"), std::string::npos);
+    const auto exported = run({"export"});
+    EXPECT_EQ(exported.status, 1);
+    EXPECT_EQ(exported.output, "");
+    EXPECT_NE(exported.errors.find(shown), std::string::npos) << exported.errors;
+}
+
 TEST_P(ListCommands, AppsInOrder) {
     EXPECT_EQ(runJson({"apps", "--json"}), (json::array({{{"name", "Alpha Browser"},
                                                           {"bundleID", alpha},

@@ -46,6 +46,17 @@ TEST_P(SwitchCommands, RefusalsAreReported) {
     EXPECT_NE(chosen.errors.find("Beta Browser"), std::string::npos);
 }
 
+TEST_P(SwitchCommands, RoutingStaysOffIfTheFallbackCannotBeStored) {
+    setDefaultBrowser(beta);
+    defaults.refusesWrites = true;
+    const auto told = run({"routing", "on"});
+    EXPECT_EQ(told.status, 1);
+    EXPECT_NE(told.errors.find("stays off"), std::string::npos) << told.errors;
+    EXPECT_EQ(launchServices.calls.size(), 0U);
+    defaults.stored["routingFallbackBrowserID"] = {beta};
+    EXPECT_EQ(run({"routing", "on"}).status, 0) << "nothing has to be stored";
+}
+
 TEST_P(SwitchCommands, DefaultTurnsRoutingOff) {
     setDefaultBrowser(own);
     EXPECT_EQ(run({"default", "Beta Browser"}),

@@ -11,12 +11,14 @@ class FakeSessionReport : public SessionReport {
     std::string provider = "fake";
     bool runs = true;
     IconPlace icon = IconPlace::nowhere;
+    std::optional<std::string> unreadableSettings;
     std::vector<std::string> reportedProblems;
 
     std::optional<std::string> source() const override { return sourceBundleID; }
     std::string sourceProvider() const override { return provider; }
     bool running() const override { return runs; }
     IconPlace iconPlace() const override { return icon; }
+    std::optional<std::string> settingsProblem() const override { return unreadableSettings; }
     std::vector<std::string> problems() const override { return reportedProblems; }
 };
 

@@ -79,13 +79,14 @@ Result<> syncFolder(const std::string &folder) {
     return Success{};
 }
 
-/// Lets the new file be whose the old one was, as far as this process may say so.
+/// Lets the new file be whose the old one was, as far as this process may say so. Its owner may always read
+/// and write it: what was written with less could never be read again.
 void takeOverOwner(int file, const std::string &old) {
     struct stat status {};
     if (::stat(old.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return;
     if (::fchown(file, status.st_uid, status.st_gid) == 0)
-        ::fchmod(file, status.st_mode & permissionBits);
+        ::fchmod(file, (status.st_mode & permissionBits) | ownerOnly);
 }
 
 /// Opens a new file beside `path` and sets `name` to its path.
@@ -210,18 +211,17 @@ std::string folderOf(const std::string &path) {
 }
 
 Result<> makeFolder(const std::string &folder) {
-    if (::mkdir(folder.c_str(), S_IRWXU) == 0)
+    if (::mkdir(folder.c_str(), S_IRWXU) == 0) {
+        ::chmod(folder.c_str(), S_IRWXU); // the umask may have taken more away
         return syncFolder(folder + "/..");
+    }
     if (errno == EEXIST)
         return Success{};
     const std::string above = folderOf(folder);
     if (errno != ENOENT || above == folder)
         return lastFailure();
-    if (auto made = makeFolder(above); !made)
-        return made;
-    if (::mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST)
-        return lastFailure();
-    return syncFolder(folder + "/..");
+    auto made = makeFolder(above);
+    return made ? makeFolder(folder) : made;
 }
 
 Result<> replaceFile(const std::string &path, std::string_view bytes, Writers writers) {
@@ -232,6 +232,7 @@ Result<> replaceFile(const std::string &path, std::string_view bytes, Writers wr
     const FileDescriptor file = openNew(name, *target, writers);
     if (!file)
         return lastFailure();
+    ::fchmod(file.get(), ownerOnly); // the umask may have taken more away
     takeOverOwner(file.get(), *target);
     auto written = writeToDisk(file.get(), bytes);
     if (written && std::rename(name.c_str(), target->c_str()) != 0)

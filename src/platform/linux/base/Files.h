@@ -92,7 +92,8 @@ enum class Writers {
 
 /// Puts a new file with these bytes in the place of `path`, on the disk before it returns: whatever happens,
 /// the path leads either to the old file or to the whole new one. A symbolic link stays and its target is
-/// replaced; owner and permissions stay as far as this process may set them. The folder must be there.
+/// replaced; owner and permissions stay as far as this process may set them, except that the owner may always
+/// read and write the new file, whatever the umask. The folder must be there.
 Result<> replaceFile(const std::string &path, std::string_view bytes, Writers writers);
 
 /// The sole right to change something, among processes that ask for it by the same file. It ends with the

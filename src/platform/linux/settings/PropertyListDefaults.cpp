@@ -2,11 +2,15 @@
 
 #include <fcntl.h>
 #include <plist/plist.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <system_error>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -31,12 +35,23 @@ std::optional<FileLock> lockFor(const std::string &path, std::chrono::millisecon
     return FileLock::acquire(*target + ".lock", atMost);
 }
 
-/// Gives the file a name of its own beside it (".unreadable-" and the first free number).
+bool isSameFile(const std::string &one, const std::string &other) {
+    const auto left = FileIdentity::of(one);
+    const auto right = FileIdentity::of(other);
+    return left && right && left->device == right->device && left->inode == right->inode;
+}
+
+/// Gives the file a name of its own beside it (".unreadable-" and the first free number), unless it has one
+/// since a write that failed.
 bool keepAside(const std::string &path) {
     const auto target = followedLinks(path);
-    for (int number = 1; target; ++number) {
+    if (!target || !exists(*target))
+        return target.has_value();
+    for (int number = 1;; ++number) {
         const std::string kept = *target + ".unreadable-" + std::to_string(number);
         if (::link(target->c_str(), kept.c_str()) == 0)
+            return true;
+        if (errno == EEXIST && isSameFile(*target, kept))
             return true;
         // A second name is not given to folders, nor on every file system; there the first one is taken away.
         if (errno != EEXIST &&
@@ -45,7 +60,20 @@ bool keepAside(const std::string &path) {
         if (errno != EEXIST)
             return false;
     }
-    return false;
+}
+
+std::string fileProblem(const std::string &path, const std::string &reason) {
+    return "The settings file " + path + " cannot be read (" + reason + "), so no rules and settings apply.";
+}
+
+/// Why a file that was opened could not be read as settings.
+std::string faultOf(const FileDescriptor &file, bool hasBytes) {
+    struct stat status {};
+    if (hasBytes)
+        return "it is damaged";
+    if (::fstat(file.get(), &status) == 0 && !S_ISREG(status.st_mode))
+        return "it is not a regular file";
+    return "it is larger than 64 MiB, or its disk fails";
 }
 
 } // namespace
@@ -142,13 +170,36 @@ std::optional<PropertyValue> PropertyListDefaults::valueForKey(std::string_view 
     return found ? propertyValue(found) : std::nullopt;
 }
 
+std::optional<std::string> PropertyListDefaults::problem() const {
+    if (!current || !current->hasChanges)
+        refresh();
+    return snapshot.problem.empty() ? std::nullopt : std::optional(snapshot.problem);
+}
+
+void PropertyListDefaults::onProblem(std::function<void(const std::string &)> handler) {
+    reportProblem = std::move(handler);
+}
+
 void PropertyListDefaults::refresh() const {
     if (snapshot.isCurrent && snapshot.identity == FileIdentity::of(path))
         return;
+    load();
+    if (snapshot.problem == reportedProblem)
+        return;
+    reportedProblem = snapshot.problem;
+    if (reportProblem && !reportedProblem.empty())
+        reportProblem(reportedProblem);
+}
+
+void PropertyListDefaults::load() const {
     snapshot = {};
     const FileDescriptor file = openForReading(path);
-    if (!file && errno == ENOENT)
+    const int openError = errno;
+    if (!file && openError == ENOENT) {
+        if (std::error_code error; std::filesystem::is_symlink(path, error))
+            snapshot.problem = fileProblem(path, "it is a symbolic link to a file that is missing");
         return;
+    }
     snapshot.identity = file ? FileIdentity::of(file) : FileIdentity::of(path);
     snapshot.isCurrent = snapshot.identity && snapshot.identity->isSettled();
     // Nothing for what is no regular file, may not be read, or is larger than a property list may be.
@@ -160,6 +211,30 @@ void PropertyListDefaults::refresh() const {
     if (snapshot.tree && plist_get_node_type(snapshot.tree.get()) != PLIST_DICT)
         snapshot.tree.reset();
     snapshot.isUnreadable = !snapshot.tree;
+    if (snapshot.tree)
+        snapshot.problem = unreadableValue();
+    else
+        snapshot.problem =
+            fileProblem(path, file ? faultOf(file, bytes.has_value()) : Failure::ofSystem(openError).reason);
+}
+
+/// The problem with the first value that the application cannot read; empty when it can read all.
+std::string PropertyListDefaults::unreadableValue() const {
+    plist_dict_iter started = nullptr;
+    plist_dict_new_iter(snapshot.tree.get(), &started);
+    const std::unique_ptr<void, decltype(&std::free)> iterator(started, std::free);
+    while (true) {
+        char *key = nullptr;
+        plist_t item = nullptr;
+        plist_dict_next_item(snapshot.tree.get(), iterator.get(), &key, &item);
+        const std::unique_ptr<char, decltype(&std::free)> owner(key, std::free);
+        if (!item)
+            return {};
+        // An empty array stands for every type that is no setting's.
+        if (isReadable && !isReadable(key, propertyValue(item).value_or(PropertyValue{PropertyArray{}})))
+            return "The settings file " + path + " holds " + key +
+                   " in a form that cannot be read, so it counts as empty.";
+    }
 }
 
 /// Changes the snapshot; the file follows at the end of the update.

@@ -18,7 +18,7 @@ namespace fernhop::freedesktop {
 ///
 /// The file is replaced whole: at any moment, a power cut included, it holds either what it held before or
 /// what it holds after. A symbolic link at its path is followed and stays. A file that is no property list
-/// reads as empty. It is kept under another name before it is overwritten.
+/// reads as empty. It is kept under another name, once, before it is overwritten.
 class PropertyListDefaults final : public UserDefaults {
   public:
     /// Says whether the application can read a value that is stored under one of its keys. The file is kept
@@ -40,6 +40,12 @@ class PropertyListDefaults final : public UserDefaults {
     bool setObject(std::optional<PropertyValue> value, std::string_view key) override;
     bool setBool(bool value, std::string_view key) override;
 
+    /// What of the file cannot be read now and therefore counts as empty, a sentence; nothing when all can.
+    [[nodiscard]] std::optional<std::string> problem() const;
+
+    /// Has `handler` called with each new problem when a read or write comes upon it, once until it changes.
+    void onProblem(std::function<void(const std::string &problem)> handler);
+
     /// The file is replaced once, after `change`, if that wrote anything. When another process holds the
     /// settings for longer than this one waits, `change` runs and what it writes is dropped.
     bool update(const std::function<void()> &change) override;
@@ -51,6 +57,7 @@ class PropertyListDefaults final : public UserDefaults {
         std::optional<FileIdentity> identity;
         bool isCurrent = false; ///< as long as the file has that identity
         bool isUnreadable = false;
+        std::string problem; ///< empty: none
     };
 
     /// The update that is going on.
@@ -64,6 +71,8 @@ class PropertyListDefaults final : public UserDefaults {
     void *node(std::string_view key) const;
     [[nodiscard]] std::optional<PropertyValue> valueForKey(std::string_view key) const;
     void refresh() const;
+    void load() const;
+    [[nodiscard]] std::string unreadableValue() const;
     [[nodiscard]] bool store(const std::optional<PropertyValue> &value, const std::string &key);
     [[nodiscard]] bool isReadableNode(void *node, std::string_view key) const;
     [[nodiscard]] bool commit();
@@ -72,6 +81,8 @@ class PropertyListDefaults final : public UserDefaults {
     ReadableCheck isReadable;
     std::chrono::milliseconds longestWait;
     mutable Snapshot snapshot;
+    mutable std::string reportedProblem;
+    std::function<void(const std::string &)> reportProblem;
     std::optional<Update> current;
 };
 

@@ -367,5 +367,44 @@ TEST_F(PropertyListDefaultsTest, AFileThatMayNotBeReadIsKept) {
     EXPECT_EQ(SettingsFolder::read(settings.kept()), simpleList);
 }
 
+TEST_F(PropertyListDefaultsTest, RecoversFromAFileThatItMayOnlyWrite) {
+    settings.write(simpleList);
+    chmod(settings.path().c_str(), 0200);
+    settings.letOthersIn();
+    chmod(settings.folder().c_str(), 0777);
+    const pid_t child = inChild([&] {
+        if (geteuid() == 0 && (chown(settings.path().c_str(), 65534, getegid()) != 0 || setuid(65534) != 0))
+            return 1;
+        auto defaults = settings.open();
+        for (int write = 0; write < 3; ++write)
+            defaults.setBool(true, "key" + std::to_string(write));
+        return defaults.boolForKey("key0") && defaults.boolForKey("key2") ? 0 : 2;
+    });
+    EXPECT_EQ(waitFor(child), 0);
+    EXPECT_EQ(modeOf(settings.path()) & 0600U, 0600U);
+    EXPECT_EQ(settings.neighbours(), std::set<std::string>{settings.kept().filename().string()});
+}
+
+TEST_F(PropertyListDefaultsTest, LetsTheOwnerReadWhateverTheUmask) {
+    const pid_t child = inChild([&] {
+        umask(0777);
+        return settings.open().setBool(true, "key") && settings.open().setBool(true, "other") ? 0 : 1;
+    });
+    EXPECT_EQ(waitFor(child), 0);
+    EXPECT_EQ(modeOf(settings.path()), 0600U);
+    EXPECT_EQ(modeOf(settings.folder()), 0700U);
+}
+
+TEST_F(PropertyListDefaultsTest, AWriteThatFailsAgainAndAgainKeepsOneCopy) {
+    settings.write("garbage");
+    // A folder at the name of the new file, which stands for a full disk.
+    fs::create_directories(settings.path().string() + ".new");
+    auto defaults = settings.open();
+    for (int write = 0; write < 3; ++write)
+        EXPECT_FALSE(defaults.setBool(true, "key"));
+    EXPECT_EQ(settings.contents(), "garbage");
+    EXPECT_EQ(settings.neighbours().size(), 2U) << "the folder and one copy";
+}
+
 } // namespace
 } // namespace fernhop::freedesktop
