@@ -19,6 +19,19 @@ std::string settingsPath(const XdgSession &session) {
     return session.configHome + "/fernhop/" + ownID() + ".plist";
 }
 
+/// A matcher with all that it stands on, for a thread of its own.
+std::shared_ptr<ApplicationMatcher> ownMatcher(const ApplicationPlaces &places) {
+    struct Whole {
+        explicit Whole(const ApplicationPlaces &places) : entries(places) {}
+
+        const InstalledDesktopEntries entries;
+        const Processes processes;
+        ApplicationMatcher matcher{entries, processes, OwnApplication{ownID()}};
+    };
+    const auto whole = std::make_shared<Whole>(places);
+    return {whole, &whole->matcher};
+}
+
 } // namespace
 
 LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
@@ -29,7 +42,7 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
       launchServices(configuration, entries, ownID()),
       routingDiagnostics(configuration, entries, ownID(), environment.value("BROWSER")),
       matcher(entries, processes, OwnApplication{ownID()}),
-      focus(makeFocusProvider(displaysOf(environment), matcher)), launchSignals(bus),
+      focus(makeFocusProvider(displaysOf(environment), ownMatcher(places))), launchSignals(bus),
       senderEvidence(matcher, processes, launchSignals),
       sourceNotifications(*focus, senderEvidence, workspaceNotifications),
       links(currentDelivery, [this](const LinkSender &sender) { sourceNotifications.linkArrives(sender); }),

@@ -45,6 +45,14 @@ std::unique_ptr<ChildProcess> HeadlessKWin::start(std::vector<std::string> argum
     return std::make_unique<ChildProcess>(Command{std::move(arguments), environment() + more});
 }
 
+void HeadlessKWin::stop() {
+    compositor->signal(SIGSTOP);
+}
+
+void HeadlessKWin::resume() {
+    compositor->signal(SIGCONT);
+}
+
 void HeadlessKWin::kill() {
     compositor->signal(SIGKILL);
     compositor->wait();

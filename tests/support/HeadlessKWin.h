@@ -27,6 +27,11 @@ class HeadlessKWin {
     [[nodiscard]] std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments,
                                                       const Environment &more = {}) const;
 
+    /// Stops the server: it keeps its connections, and does not answer any more.
+    void stop();
+    /// Lets it answer again.
+    void resume();
+
     /// Ends the session while its clients are connected.
     void kill();
 

@@ -52,6 +52,14 @@ bool HeadlessSway::command(const std::string &text) const {
     return start({"swaymsg", "--socket", controlSocket(), text})->wait() == 0;
 }
 
+void HeadlessSway::stop() {
+    compositor->signal(SIGSTOP);
+}
+
+void HeadlessSway::resume() {
+    compositor->signal(SIGCONT);
+}
+
 void HeadlessSway::kill() {
     compositor->signal(SIGKILL);
     compositor->wait();

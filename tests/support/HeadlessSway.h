@@ -29,6 +29,11 @@ class HeadlessSway {
     /// Gives sway a command ("[app_id=foot] focus"); false when it refused.
     bool command(const std::string &text) const;
 
+    /// Stops the server: it keeps its connections, and does not answer any more.
+    void stop();
+    /// Lets it answer again.
+    void resume();
+
     /// Ends the session while its clients are connected.
     void kill();
 

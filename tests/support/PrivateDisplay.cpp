@@ -34,6 +34,14 @@ PrivateDisplay::PrivateDisplay(const TemporaryHome &home) {
         throw std::runtime_error("openbox did not start");
 }
 
+void PrivateDisplay::stop() {
+    server->signal(SIGSTOP);
+}
+
+void PrivateDisplay::resume() {
+    server->signal(SIGCONT);
+}
+
 void PrivateDisplay::kill() {
     server->signal(SIGKILL);
     server->wait();

@@ -25,6 +25,11 @@ class PrivateDisplay {
         return {{"DISPLAY", displayName}, {"XDG_SESSION_TYPE", "x11"}, {"WAYLAND_DISPLAY", std::nullopt}};
     }
 
+    /// Stops the server: it keeps its connections, and does not answer any more.
+    void stop();
+    /// Lets it answer again.
+    void resume();
+
     /// Ends the server while its clients are connected.
     void kill();
 

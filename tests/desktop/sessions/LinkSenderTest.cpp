@@ -106,6 +106,24 @@ TEST_F(LinkSender, IsUsedWhereTheFocusedWindowIsUnknown) {
     }));
 }
 
+TEST_F(LinkSender, IsUsedWhileTheDisplayDoesNotAnswer) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    support::PrivateDisplay display(session.home);
+    support::XTestClient windows(display.name());
+    session.begin(display.environment());
+    windows.window("org.example.mail", DesktopSession::mail);
+    ASSERT_TRUE(session.sourceBecomes(DesktopSession::mail)) << session.output();
+    display.stop();
+    EXPECT_EQ(chatOpens("https://chat/"), 0) << session.output();
+    EXPECT_EQ(linksOf(session.chatBrowser, 1), Links{"https://chat/"}) << session.log();
+    EXPECT_EQ(session.status()["sourceProvider"], "link sender");
+    display.resume();
+    EXPECT_TRUE(support::waitUntil([&] { return session.status()["sourceProvider"] == "x11"; }));
+    EXPECT_EQ(chatOpens("https://mail/"), 0) << session.output();
+    EXPECT_EQ(linksOf(session.mailBrowser, 1), Links{"https://mail/"}) << "the focus counts again";
+}
+
 TEST_F(LinkSender, IsKnownAfterTheEndOfTheDisplay) {
     if (!support::PrivateDisplay::isAvailable())
         GTEST_SKIP() << "Xvfb or openbox is not installed";

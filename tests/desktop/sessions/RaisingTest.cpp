@@ -58,6 +58,16 @@ TEST_F(RaisingOnX11, AWindowThatOpensLaterInTheBackgroundComesToTheFront) {
     EXPECT_TRUE(inFront(browser));
 }
 
+TEST_F(RaisingOnX11, TheBrowserIsAnnouncedToTheWindowManager) {
+    session.home.writeDesktopEntry("web-for-chat", session.chatBrowser.desktopEntry("StartupNotify=true\n"));
+    showChat();
+    ASSERT_EQ(session.open({"https://chat/"}), 0) << session.output();
+    ASSERT_EQ(linksOf(session.chatBrowser, 1), Links{"https://chat/"});
+    const auto environment = session.chatBrowser.starts().front().environment;
+    ASSERT_EQ(environment.count("DESKTOP_STARTUP_ID"), 1U);
+    EXPECT_EQ(environment.at("DESKTOP_STARTUP_ID").rfind("fernhop-", 0), 0U);
+}
+
 TEST(RaisingOnSway, TheBrowsersWindowComesToTheFront) {
     if (!support::HeadlessSway::isAvailable() || !support::isInstalled("foot"))
         GTEST_SKIP() << "sway or foot is not installed";

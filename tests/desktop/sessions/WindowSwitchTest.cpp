@@ -73,6 +73,28 @@ TEST_F(WindowSwitch, DecidesOnX11) {
     EXPECT_EQ(session.status()["sourceProvider"], "x11");
 }
 
+TEST_F(WindowSwitch, DecidesAboutALinkThatComesAtOnce) {
+    if (!support::PrivateDisplay::isAvailable())
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    const support::PrivateDisplay display(session.home);
+    session.begin(display.environment());
+    support::XTestClient windows(display.name());
+    const auto mail = windows.window("org.example.mail", DesktopSession::mail);
+    const auto chat = windows.window("org.example.chat", DesktopSession::chat);
+    ASSERT_TRUE(support::waitUntil([&] { return windows.isManaged(mail) && windows.isManaged(chat); }));
+    constexpr std::size_t times = 20;
+    for (std::size_t time = 1; time <= times; ++time) {
+        for (const auto window : {mail, chat}) {
+            windows.activate(window);
+            ASSERT_TRUE(support::waitUntil([&] { return windows.active() == window; }));
+            openOverTheBus(window == mail ? "https://mail/" : "https://chat/");
+        }
+        ASSERT_EQ(linksOf(session.mailBrowser, time), Links(time, "https://mail/"));
+        ASSERT_EQ(linksOf(session.chatBrowser, time), Links(time, "https://chat/"));
+    }
+    EXPECT_EQ(session.browser.links(), Links{}) << "no link came from elsewhere";
+}
+
 TEST_F(WindowSwitch, DecidesOnSway) {
     if (!support::HeadlessSway::isAvailable() || !support::isInstalled("foot") ||
         !support::isInstalled("xdg-open"))

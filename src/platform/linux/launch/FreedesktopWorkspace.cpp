@@ -10,9 +10,8 @@
 
 namespace fernhop::freedesktop {
 
-FreedesktopWorkspace::FreedesktopWorkspace(const DesktopEntries &desktopEntries,
-                                           const FocusProvider &focusProvider, Launcher &applicationLauncher,
-                                           CurrentDelivery &currentDelivery)
+FreedesktopWorkspace::FreedesktopWorkspace(const DesktopEntries &desktopEntries, FocusProvider &focusProvider,
+                                           Launcher &applicationLauncher, CurrentDelivery &currentDelivery)
     : entries(desktopEntries), focus(focusProvider), launcher(applicationLauncher), current(currentDelivery) {
 }
 

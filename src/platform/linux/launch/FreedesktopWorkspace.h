@@ -12,7 +12,7 @@ namespace fernhop::freedesktop {
 class FreedesktopWorkspace : public Workspace {
   public:
     /// Everything must outlive this object.
-    FreedesktopWorkspace(const DesktopEntries &entries, const FocusProvider &focus, Launcher &launcher,
+    FreedesktopWorkspace(const DesktopEntries &entries, FocusProvider &focus, Launcher &launcher,
                          CurrentDelivery &current);
 
     [[nodiscard]] std::optional<Url>
@@ -25,7 +25,7 @@ class FreedesktopWorkspace : public Workspace {
 
   private:
     const DesktopEntries &entries;
-    const FocusProvider &focus;
+    FocusProvider &focus;
     Launcher &launcher;
     CurrentDelivery &current;
 };

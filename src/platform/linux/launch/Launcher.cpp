@@ -2,7 +2,6 @@
 
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/launch/BusLaunch.h"
-#include "platform/linux/launch/StartupNotification.h"
 
 #include <utility>
 
@@ -78,7 +77,7 @@ void Launcher::launchProgram(LaunchRequest request, const std::shared_ptr<Outcom
     for (auto &command : *commands) {
         const auto received = std::exchange(request.tokens, announced(request));
         if (!start(request, std::move(command), outcome) && request.tokens.startupID != received.startupID)
-            withdrawStartup(services.environment.value("DISPLAY", ""), *request.tokens.startupID);
+            services.focus->withdrawStartup(*request.tokens.startupID);
         request.tokens = {};
     }
 }
@@ -87,12 +86,9 @@ void Launcher::launchProgram(LaunchRequest request, const std::shared_ptr<Outcom
 // manager. One that came with the link was announced by the sender.
 LaunchTokens Launcher::announced(const LaunchRequest &request) const {
     auto tokens = request.tokens;
-    const auto display = services.environment.value("DISPLAY", "");
-    if (tokens.startupID || !request.activates || !request.entry.startupNotify || display.empty() ||
-        isWaylandSession(services.environment))
-        return tokens;
-    tokens.startupID =
-        announceStartup({display, request.entry.id, request.entry.name, request.entry.startupWMClass});
+    if (!tokens.startupID && request.activates && request.entry.startupNotify && services.focus != nullptr)
+        tokens.startupID = services.focus->announceStartup(
+            {request.entry.id, request.entry.name, request.entry.startupWMClass});
     return tokens;
 }
 

@@ -1,7 +1,10 @@
 #include "platform/linux/source/FocusProvider.h"
 
+#include "platform/linux/source/DisplayFocusProvider.h"
 #include "platform/linux/source/WaylandFocusProvider.h"
 #include "platform/linux/source/X11FocusProvider.h"
+
+#include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -10,8 +13,8 @@ namespace {
 /// the sender of each link, which `SourceNotifications` finds.
 class NoFocusProvider : public FocusProvider {
   public:
-    [[nodiscard]] std::string name() const override { return "link sender"; }
-    [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() const override { return nullptr; }
+    [[nodiscard]] std::string name() override { return linkSenderProvider; }
+    [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() override { return nullptr; }
     void observe(std::function<void(std::shared_ptr<RunningApplication>)>) override {}
     bool raise(const RaiseRequest &) override { return false; }
 };
@@ -25,14 +28,17 @@ bool isXSession(const SessionDisplays &displays) {
 }
 
 std::unique_ptr<FocusProvider> makeFocusProvider(const SessionDisplays &displays,
-                                                 ApplicationMatcher &matcher) {
-    if (isXSession(displays)) {
-        if (auto provider = X11FocusProvider::connect(displays.xDisplay, matcher))
-            return provider;
-    } else if (!displays.waylandDisplay.empty()) {
-        if (auto provider = WaylandFocusProvider::connect(displays.waylandDisplay, matcher))
-            return provider;
-    }
+                                                 std::shared_ptr<ApplicationMatcher> matcher) {
+    if (isXSession(displays))
+        return std::make_unique<DisplayFocusProvider>(
+            [display = displays.xDisplay, matcher = std::move(matcher)] {
+                return X11FocusProvider::connect(display, *matcher);
+            });
+    if (!displays.waylandDisplay.empty())
+        return std::make_unique<DisplayFocusProvider>(
+            [display = displays.waylandDisplay, matcher = std::move(matcher)] {
+                return WaylandFocusProvider::connect(display, *matcher);
+            });
     return std::make_unique<NoFocusProvider>();
 }
 

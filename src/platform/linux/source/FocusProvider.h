@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/linux/source/StartupNotification.h"
 
 #include <sys/types.h>
 
@@ -13,6 +14,9 @@
 namespace fernhop::freedesktop {
 
 class ApplicationMatcher;
+
+/// The name of a provider where only the sender of a link tells its source.
+inline constexpr const char *linkSenderProvider = "link sender";
 
 /// An application known by its desktop-file ID, or one that no desktop entry describes.
 class DesktopApplication : public RunningApplication {
@@ -35,16 +39,17 @@ struct RaiseRequest {
 };
 
 /// The session's view of the focused application. One class for each kind of session, and one for sessions
-/// that show nothing. Main thread only; callbacks come from the GLib main loop.
+/// that show nothing. Used on one thread, from whose loop the callbacks come.
 class FocusProvider {
   public:
     virtual ~FocusProvider() = default;
 
     /// Short name for people: "x11", "wlroots", "plasma", "link sender".
-    [[nodiscard]] virtual std::string name() const = 0;
+    [[nodiscard]] virtual std::string name() = 0;
 
-    /// The focused application; null when there is none or the session does not show it.
-    [[nodiscard]] virtual std::shared_ptr<RunningApplication> frontmost() const = 0;
+    /// The application that is focused now; null when there is none or the session does not show it. The
+    /// observer knows it before this returns.
+    [[nodiscard]] virtual std::shared_ptr<RunningApplication> frontmost() = 0;
 
     /// From now on calls `activated` whenever another application gets the focus. Called once.
     virtual void observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) = 0;
@@ -52,6 +57,16 @@ class FocusProvider {
     /// Asks the session to bring a window of an application to the front. False when it cannot; where the
     /// application has no window yet, a window that appears soon afterwards is raised.
     virtual bool raise(const RaiseRequest &request) = 0;
+
+    /// Announces to the window manager that an application is about to start, so that its window may come to
+    /// the front. Returns the identifier that the application must be given; nothing where windows need none,
+    /// or the display does not answer.
+    [[nodiscard]] virtual std::optional<std::string> announceStartup(const StartupAnnouncement &) {
+        return std::nullopt;
+    }
+
+    /// Withdraws the announcement of an application that will not start after all.
+    virtual void withdrawStartup(const std::string &) {}
 
     /// From now on calls `ended` once when the display has closed its connection, which is the end of the
     /// session. Where the session's windows are not shown there is no connection, and no call.
@@ -78,9 +93,10 @@ struct SessionDisplays {
 [[nodiscard]] bool isXSession(const SessionDisplays &displays);
 
 /// The provider for a session; never null. In a Wayland session the X display is not asked: it knows only the
-/// windows of X11 programs, and would still call one of them focused while the user is in another window. The
-/// matcher outlives the provider.
+/// windows of X11 programs, and would still call one of them focused while the user is in another window. A
+/// display that does not answer holds up nobody. The matcher is for the provider alone, which uses it on a
+/// thread of its own.
 [[nodiscard]] std::unique_ptr<FocusProvider> makeFocusProvider(const SessionDisplays &displays,
-                                                               ApplicationMatcher &matcher);
+                                                               std::shared_ptr<ApplicationMatcher> matcher);
 
 } // namespace fernhop::freedesktop

@@ -18,8 +18,10 @@ WaylandConnection::WaylandConnection(const std::string &name)
 }
 
 WaylandConnection::~WaylandConnection() {
-    if (source != 0)
-        g_source_remove(source);
+    if (source) {
+        g_source_destroy(source);
+        g_source_unref(source);
+    }
     if (!display)
         return;
     wl_registry_destroy(registry);
@@ -57,9 +59,12 @@ void WaylandConnection::flush() const {
 void WaylandConnection::listen(std::function<void()> dispatched, std::function<void()> lost) {
     onDispatched = std::move(dispatched);
     onLost = std::move(lost);
-    if (alive)
-        source = g_unix_fd_add(wl_display_get_fd(display),
-                               static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), readable, this);
+    if (!alive)
+        return;
+    source = g_unix_fd_source_new(wl_display_get_fd(display),
+                                  static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
+    g_source_set_callback(source, G_SOURCE_FUNC(readable), this, nullptr);
+    g_source_attach(source, g_main_context_get_thread_default());
 }
 
 gboolean WaylandConnection::readable(gint, GIOCondition, gpointer self) {
@@ -70,7 +75,6 @@ gboolean WaylandConnection::readable(gint, GIOCondition, gpointer self) {
         return G_SOURCE_CONTINUE;
     }
     connection.alive = false;
-    connection.source = 0;
     connection.onLost();
     return G_SOURCE_REMOVE;
 }

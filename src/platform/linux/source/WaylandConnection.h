@@ -11,8 +11,9 @@
 
 namespace fernhop::freedesktop {
 
-/// A connection to a Wayland compositor whose events come through the GLib main loop. When the compositor
-/// goes away no events come any more. Main thread only.
+/// A connection to a Wayland compositor whose events come through the loop of the thread's default GLib
+/// context. When the compositor goes away no events come any more. Used on one thread, which a compositor
+/// that does not answer holds up.
 class WaylandConnection {
   public:
     /// `display` is a socket's name or path. Waits until the compositor has listed its interfaces.
@@ -49,7 +50,7 @@ class WaylandConnection {
     wl_display *display;
     wl_registry *registry = nullptr;
     bool alive;
-    guint source = 0;
+    GSource *source = nullptr;
     std::map<std::string, Global> globals;
     std::function<void()> onDispatched;
     std::function<void()> onLost;

@@ -104,7 +104,10 @@ WaylandFocusProvider::WaylandFocusProvider(const std::string &display, Applicati
                       });
 }
 
-std::shared_ptr<RunningApplication> WaylandFocusProvider::frontmost() const {
+std::shared_ptr<RunningApplication> WaylandFocusProvider::frontmost() {
+    // The event about a change that has just happened may be on its way.
+    connection.synchronize();
+    windows.settle();
     return windows.front().current();
 }
 

@@ -89,8 +89,8 @@ class WaylandFocusProvider : public FocusProvider {
     [[nodiscard]] static std::unique_ptr<WaylandFocusProvider> connect(const std::string &display,
                                                                        ApplicationMatcher &matcher);
 
-    [[nodiscard]] std::string name() const override { return protocol; }
-    [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() const override;
+    [[nodiscard]] std::string name() override { return protocol; }
+    [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() override;
     void observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) override;
     bool raise(const RaiseRequest &request) override;
 

@@ -17,8 +17,8 @@ std::unique_ptr<X11FocusProvider> X11FocusProvider::connect(const std::string &d
     return provider->connection.isAlive() ? std::move(provider) : nullptr;
 }
 
-X11FocusProvider::X11FocusProvider(const std::string &display, ApplicationMatcher &matcher)
-    : connection(display), windows(connection), applications(matcher) {
+X11FocusProvider::X11FocusProvider(const std::string &displayName, ApplicationMatcher &matcher)
+    : display(displayName), connection(display), windows(connection), applications(matcher) {
     if (!connection.isAlive())
         return;
     windows.watchProperties(connection.root(), true);
@@ -29,6 +29,12 @@ X11FocusProvider::X11FocusProvider(const std::string &display, ApplicationMatche
                           displayEnded();
                       });
     activeWindowChanged();
+}
+
+std::shared_ptr<RunningApplication> X11FocusProvider::frontmost() {
+    // The event about a change that has just happened may be on its way.
+    activeWindowChanged();
+    return front.current();
 }
 
 void X11FocusProvider::observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) {
@@ -113,6 +119,14 @@ void X11FocusProvider::clientListChanged() {
     for (const auto &window : windows.describe(added))
         if (pending.windowAppeared(applicationOf(window), window.identity.pid))
             windows.activate(window.id);
+}
+
+std::optional<std::string> X11FocusProvider::announceStartup(const StartupAnnouncement &startup) {
+    return fernhop::freedesktop::announceStartup(display, startup);
+}
+
+void X11FocusProvider::withdrawStartup(const std::string &startupID) {
+    fernhop::freedesktop::withdrawStartup(display, startupID);
 }
 
 } // namespace fernhop::freedesktop

@@ -20,13 +20,15 @@ class X11FocusProvider : public FocusProvider {
     [[nodiscard]] static std::unique_ptr<X11FocusProvider> connect(const std::string &display,
                                                                    ApplicationMatcher &matcher);
 
-    [[nodiscard]] std::string name() const override { return "x11"; }
-    [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() const override { return front.current(); }
+    [[nodiscard]] std::string name() override { return "x11"; }
+    [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() override;
     void observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) override;
     bool raise(const RaiseRequest &request) override;
+    [[nodiscard]] std::optional<std::string> announceStartup(const StartupAnnouncement &startup) override;
+    void withdrawStartup(const std::string &startupID) override;
 
   private:
-    X11FocusProvider(const std::string &display, ApplicationMatcher &matcher);
+    X11FocusProvider(const std::string &displayName, ApplicationMatcher &matcher);
 
     void handle(const xcb_generic_event_t &event);
     void activeWindowChanged();
@@ -35,6 +37,7 @@ class X11FocusProvider : public FocusProvider {
     void watchActiveWindow(bool watch);
     [[nodiscard]] std::optional<std::string> applicationOf(const XWindow &window);
 
+    const std::string display;
     XConnection connection;
     XWindows windows;
     ApplicationMatcher &applications;

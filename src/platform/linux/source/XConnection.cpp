@@ -50,7 +50,7 @@ void XConnection::listen(std::function<void(const xcb_generic_event_t &)> event,
     source->owner = this;
     source->descriptor = g_source_add_unix_fd(base, xcb_get_file_descriptor(connection),
                                               static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
-    g_source_attach(base, nullptr);
+    g_source_attach(base, g_main_context_get_thread_default());
 }
 
 /// Waiting for a reply may have read events, too, and these do not make the socket readable again.

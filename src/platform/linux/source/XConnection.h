@@ -10,8 +10,9 @@
 
 namespace fernhop::freedesktop {
 
-/// A connection to an X server whose events come through the GLib main loop. When the server goes away no
-/// events come any more and requests get no reply. Main thread only.
+/// A connection to an X server whose events come through the loop of the thread's default GLib context. When
+/// the server goes away no events come any more and requests get no reply. Used on one thread, which a server
+/// that does not answer holds up.
 class XConnection {
   public:
     /// `display` is a display name such as ":0". Only its first screen is looked at.

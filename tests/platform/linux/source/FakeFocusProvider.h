@@ -22,8 +22,8 @@ class FakeFocusProvider : public freedesktop::FocusProvider {
             observer(front);
     }
 
-    std::string name() const override { return "fake"; }
-    std::shared_ptr<RunningApplication> frontmost() const override { return front; }
+    std::string name() override { return "fake"; }
+    std::shared_ptr<RunningApplication> frontmost() override { return front; }
     void observe(std::function<void(std::shared_ptr<RunningApplication>)> activated) override {
         observer = std::move(activated);
     }

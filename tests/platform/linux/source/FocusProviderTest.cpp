@@ -19,7 +19,8 @@ class FocusProvidersTest : public testing::Test {
     fakes::FakeDesktopEntries entries;
     support::FakeProcesses kernel;
     Processes processes{kernel.root()};
-    ApplicationMatcher matcher{entries, processes, {"org.fernhop.Fernhop", 0}};
+    std::shared_ptr<ApplicationMatcher> matcher =
+        std::make_shared<ApplicationMatcher>(entries, processes, OwnApplication{"org.fernhop.Fernhop", 0});
 };
 
 TEST_F(FocusProvidersTest, WithoutADisplayTheSenderIsUsed) {

@@ -92,7 +92,7 @@ TEST_F(SourceNotificationsTest, FocusTakesOverAgainAfterASender) {
 }
 
 TEST_F(SourceNotificationsTest, WithoutFocusTheSourceIsTheSenderOfTheLastLink) {
-    const auto none = makeFocusProvider({}, matcher);
+    const auto none = makeFocusProvider({}, nullptr);
     SourceNotifications blind(*none, evidence, workspace);
     EXPECT_EQ(none->name(), "link sender");
     EXPECT_EQ(none->frontmost(), nullptr);

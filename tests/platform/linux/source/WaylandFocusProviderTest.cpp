@@ -138,7 +138,8 @@ TYPED_TEST(WaylandFocusProviderTest, ReportsNothingAfterTheCompositorDies) {
 }
 
 TYPED_TEST(WaylandFocusProviderTest, IsChosenForItsSession) {
-    const auto chosen = makeFocusProvider({"wayland", this->display(), ":99999"}, this->matcher);
+    const auto chosen = makeFocusProvider({"wayland", this->display(), ":99999"},
+                                          std::make_shared<ApplicationMatcher>(this->matcher));
     EXPECT_EQ(chosen->name(), (std::is_same_v<TypeParam, support::HeadlessSway> ? "wlroots" : "plasma"));
 }
 

@@ -1,4 +1,4 @@
-#include "platform/linux/launch/StartupNotification.h"
+#include "platform/linux/source/StartupNotification.h"
 
 #include "platform/linux/source/XConnection.h"
 
@@ -92,8 +92,9 @@ std::string startupMessage(const std::string &startupID, const StartupAnnounceme
     return text;
 }
 
-std::optional<std::string> announceStartup(const StartupAnnouncement &announcement) {
-    const Messenger messenger(announcement.display);
+std::optional<std::string> announceStartup(const std::string &display,
+                                           const StartupAnnouncement &announcement) {
+    const Messenger messenger(display);
     if (!messenger.isUsable())
         return std::nullopt;
     const auto startupID = makeStartupID(announcement.desktopID, messenger.serverTime());

@@ -1,4 +1,4 @@
-#include "platform/linux/launch/StartupNotification.h"
+#include "platform/linux/source/StartupNotification.h"
 
 #include "support/PrivateDisplay.h"
 
@@ -8,15 +8,15 @@ namespace fernhop::freedesktop {
 namespace {
 
 TEST(StartupNotification, QuotesItsValues) {
-    EXPECT_EQ(startupMessage("id_TIME5", {":0", "org.example.Web", "A \"web\" \\ browser", ""}),
+    EXPECT_EQ(startupMessage("id_TIME5", {"org.example.Web", "A \"web\" \\ browser", ""}),
               "new: ID=\"id_TIME5\" NAME=\"A \\\"web\\\" \\\\ browser\" SCREEN=0 "
               "APPLICATION_ID=\"org.example.Web.desktop\"");
-    EXPECT_EQ(startupMessage("i", {":0", "w", std::string("a\0b", 3), "Web"}),
+    EXPECT_EQ(startupMessage("i", {"w", std::string("a\0b", 3), "Web"}),
               "new: ID=\"i\" NAME=\"ab\" SCREEN=0 APPLICATION_ID=\"w.desktop\" WMCLASS=\"Web\"");
 }
 
 TEST(StartupNotification, IsNoneWithoutADisplay) {
-    EXPECT_EQ(announceStartup({":no-display", "web", "Web", ""}), std::nullopt);
+    EXPECT_EQ(announceStartup(":no-display", {"web", "Web", ""}), std::nullopt);
     withdrawStartup(":no-display", "id");
 }
 
@@ -25,8 +25,8 @@ TEST(StartupNotification, TheIdentifierCarriesTheTimeOfTheDisplay) {
         GTEST_SKIP() << "no Xvfb and openbox here";
     const support::TemporaryHome home;
     const support::PrivateDisplay display(home);
-    const auto first = announceStartup({display.name(), "web", "Web", ""});
-    const auto second = announceStartup({display.name(), "web", "Web", ""});
+    const auto first = announceStartup(display.name(), {"web", "Web", ""});
+    const auto second = announceStartup(display.name(), {"web", "Web", ""});
     ASSERT_TRUE(first && second);
     EXPECT_NE(*first, *second);
     const auto time = first->rfind("_TIME");
