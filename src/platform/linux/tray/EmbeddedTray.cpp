@@ -1,5 +1,8 @@
 #include "platform/linux/tray/EmbeddedTray.h"
 
+#include "platform/linux/base/CallSoon.h"
+#include "platform/linux/source/XConnection.h"
+
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -22,46 +25,71 @@ void watch(const XConnection &connection, xcb_window_t window) {
 
 } // namespace
 
+/// The connection to the display, for the thread.
+class XTray::Connection {
+  public:
+    using Found = std::function<void(bool isPresent)>;
+
+    Connection(const std::string &display, Found whenFound) : server(display), found(std::move(whenFound)) {
+        if (!server.isAlive())
+            return;
+        selection = server.atom(selectionName);
+        manager = server.atom(managerName);
+        // Before the question, so that a tray that comes in between is announced.
+        watch(server, server.root());
+        look();
+        server.listen([this](const auto &event) { handle(event); }, [this] { found(false); });
+    }
+
+  private:
+    void handle(const xcb_generic_event_t &event) {
+        const auto kind = event.response_type & ~sentFlag;
+        const bool isAnnounced = kind == XCB_CLIENT_MESSAGE &&
+                                 as<xcb_client_message_event_t>(event).type == manager &&
+                                 as<xcb_client_message_event_t>(event).data.data32[1] == selection;
+        const bool isGone = kind == XCB_DESTROY_NOTIFY && owner != XCB_WINDOW_NONE &&
+                            as<xcb_destroy_notify_event_t>(event).window == owner;
+        if (isAnnounced || isGone)
+            look();
+    }
+
+    /// Finds the window of the tray and watches it.
+    void look() {
+        // With the server held, the window cannot go between being found and being watched.
+        xcb_grab_server(server.get());
+        const auto cookie = xcb_get_selection_owner(server.get(), selection);
+        const XPointer<xcb_get_selection_owner_reply_t> reply(
+            xcb_get_selection_owner_reply(server.get(), cookie, nullptr));
+        owner = reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+        if (owner != XCB_WINDOW_NONE)
+            watch(server, owner);
+        xcb_ungrab_server(server.get());
+        server.flush();
+        found(owner != XCB_WINDOW_NONE);
+    }
+
+    XConnection server;
+    const Found found;
+    xcb_atom_t selection = XCB_ATOM_NONE;
+    xcb_atom_t manager = XCB_ATOM_NONE;
+    xcb_window_t owner = XCB_WINDOW_NONE;
+};
+
 XTray::XTray(const std::string &display, std::function<void()> whenChanged)
-    : connection(display), changed(std::move(whenChanged)) {
-    if (!connection.isAlive())
-        return;
-    selection = connection.atom(selectionName);
-    manager = connection.atom(managerName);
-    // Before the question, so that a tray that comes in between is announced.
-    watch(connection, connection.root());
-    (void)look();
-    connection.listen([this](const auto &event) { handle(event); },
-                      [this] {
-                          owner = XCB_WINDOW_NONE;
-                          changed();
-                      });
+    : changed(std::move(whenChanged)), connection(std::make_shared<std::unique_ptr<Connection>>()) {
+    const auto found = [this, watched = std::weak_ptr(alive)](bool isPresent) {
+        callSoon([this, watched, isPresent] {
+            if (!watched.expired() && std::exchange(present, isPresent) != isPresent)
+                changed();
+        });
+    };
+    thread.post([connection = connection, display, found] {
+        *connection = std::make_unique<Connection>(display, found);
+    });
 }
 
-void XTray::handle(const xcb_generic_event_t &event) {
-    const auto kind = event.response_type & ~sentFlag;
-    const bool isAnnounced = kind == XCB_CLIENT_MESSAGE &&
-                             as<xcb_client_message_event_t>(event).type == manager &&
-                             as<xcb_client_message_event_t>(event).data.data32[1] == selection;
-    const bool isGone =
-        kind == XCB_DESTROY_NOTIFY && as<xcb_destroy_notify_event_t>(event).window == owner && isPresent();
-    if ((isAnnounced || isGone) && look())
-        changed();
-}
-
-bool XTray::look() {
-    const auto before = owner;
-    // With the server held, the window cannot go between being found and being watched.
-    xcb_grab_server(connection.get());
-    const auto cookie = xcb_get_selection_owner(connection.get(), selection);
-    const XPointer<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection.get(), cookie, nullptr));
-    owner = reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
-    if (isPresent())
-        watch(connection, owner);
-    xcb_ungrab_server(connection.get());
-    connection.flush();
-    return owner != before;
+XTray::~XTray() {
+    thread.post([connection = connection] { connection->reset(); });
 }
 
 EmbeddedTray::EmbeddedTray(NotifierWatcher &notifierWatcher, EmbeddedTrayPlace trayPlace)

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/linux/base/LoopThread.h"
 #include "platform/linux/base/Timer.h"
-#include "platform/linux/source/XConnection.h"
 #include "platform/linux/tray/NotifierWatcher.h"
 
 #include <chrono>
@@ -11,26 +11,27 @@
 
 namespace fernhop::freedesktop {
 
-/// Whether a tray of the System Tray Protocol is on the first screen of an X display. Main thread only.
+/// Whether a tray of the System Tray Protocol is on the first screen of an X display. The display is looked
+/// at on another thread, as one that does not answer holds up whoever asks it. Main thread only.
 class XTray {
   public:
-    /// Connects to the display, ":0" say; `changed` is called when a tray came or went from now on.
+    /// Connects to the display, ":0" say; `changed` is called when a tray was found, and when one came or
+    /// went.
     XTray(const std::string &display, std::function<void()> changed);
+    ~XTray();
     XTray(const XTray &) = delete;
     XTray &operator=(const XTray &) = delete;
 
-    [[nodiscard]] bool isPresent() const { return owner != XCB_WINDOW_NONE; }
+    [[nodiscard]] bool isPresent() const { return present; }
 
   private:
-    void handle(const xcb_generic_event_t &event);
-    /// Finds the window of the tray and watches it; whether it is another than before.
-    bool look();
+    class Connection;
 
-    XConnection connection;
     std::function<void()> changed;
-    xcb_atom_t selection = XCB_ATOM_NONE;
-    xcb_atom_t manager = XCB_ATOM_NONE;
-    xcb_window_t owner = XCB_WINDOW_NONE;
+    bool present = false;
+    std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
+    std::shared_ptr<std::unique_ptr<Connection>> connection; ///< the thread's
+    LoopThread thread;
 };
 
 /// What shows the tray item in an XEmbed tray, from construction to destruction.

@@ -1,6 +1,7 @@
 #include "platform/linux/tray/EmbeddedTray.h"
 
 #include "TrayHost.h"
+#include "platform/linux/source/XConnection.h"
 #include "support/PrivateBus.h"
 #include "support/PrivateDisplay.h"
 
