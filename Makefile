@@ -4,7 +4,7 @@ PREFIX ?= $(HOME)/.local
 BUILD := build/release
 
 .DEFAULT_GOAL := build
-.PHONY: help run demo test sanitize check format build install uninstall bench fuzz deb clean
+.PHONY: help run demo test attack sanitize check format build install uninstall bench fuzz deb clean
 
 help: ## Show this list
 	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
@@ -17,6 +17,9 @@ demo: ## Run the demonstration on a private desktop
 
 test: ## Build everything and run every test
 	@scripts/test.sh
+
+attack: ## Attack Fernhop with hostile input, shortage and kills
+	@scripts/attack.sh
 
 sanitize: ## Run the tests under sanitizers, each fuzzer briefly, and compile each header alone
 	@scripts/sanitize.sh

@@ -16,6 +16,8 @@ from pathlib import Path
 from urllib.parse import urlsplit
 
 import scenario
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "session"))
+
 from desktop import Desktop
 from pages import Pages
 from table import table

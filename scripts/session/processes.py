@@ -1,4 +1,4 @@
-"""Processes that end with the demonstration, even if they have detached themselves."""
+"""Processes that end with a private session, even if they have detached themselves."""
 
 import ctypes
 import os
