@@ -87,10 +87,8 @@ int Client::operator()(const command::Open &open) const {
     if (links.empty())
         return show(result);
     const auto resident = process.connect();
-    if (!resident)
-        process.openHere(links);
-    else if (const auto problem = resident->open(links))
-        result = {exitStatus::failure, "", result.errors + failed(*problem).errors};
+    for (const auto &problem : resident ? resident->open(links) : process.openHere(links))
+        result = {exitStatus::failure, "", result.errors + failed(problem).errors};
     return show(result);
 }
 

@@ -25,8 +25,9 @@ struct Process {
     /// Performs a command in this process, for when no Fernhop is running.
     std::function<CommandResult(const std::vector<std::string> &arguments, std::string_view input)>
         performHere;
-    /// Routes links in this process, in their order, for when there is no session bus.
-    std::function<void(const std::vector<Url> &links)> openHere;
+    /// Routes links in this process, in their order, for when there is no session bus. Returns what
+    /// `ResidentConnection::open` does.
+    std::function<std::vector<std::string>(const std::vector<Url> &links)> openHere;
 };
 
 /// Runs the command line of `fernhop`. `arguments` do not include the program's name. The result is the exit

@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 #include "cli/LocalSession.h"
 #include "cli/Perform.h"
+#include "cli/Results.h"
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
 #include "main/Resident.h"
@@ -45,18 +46,34 @@ std::vector<std::string> textsOf(const std::vector<Url> &links) {
     return texts;
 }
 
+/// Why links were not opened, a sentence for each.
+std::vector<std::string> openHere(const Environment &environment, const std::vector<std::string> &links) {
+    std::vector<std::string> problems;
+    for (const auto &[index, reason] : openWithoutBus(environment, links))
+        problems.push_back(unopenedSentence(links[index], reason));
+    return problems;
+}
+
+// The exit status is that of fernhop-open: success once a link is in a browser's hands, as callers try the
+// others elsewhere if it is not.
+int openInPlaceOfStub(const Environment &environment, const std::vector<std::string> &links) {
+    const auto problems = openHere(environment, links);
+    for (const auto &problem : problems)
+        std::cerr << cli::failed(problem).errors;
+    return problems.size() < links.size() ? exitStatus::success : exitStatus::failure;
+}
+
 int run(const Environment &environment, const std::vector<std::string> &arguments) {
-    if (arguments.size() > 1 && arguments[0] == withoutBus) {
-        openWithoutBus(environment, {arguments.begin() + (arguments[1] == "--" ? 2 : 1), arguments.end()});
-        return exitStatus::success;
-    }
+    if (arguments.size() > 1 && arguments[0] == withoutBus)
+        return openInPlaceOfStub(environment,
+                                 {arguments.begin() + (arguments[1] == "--" ? 2 : 1), arguments.end()});
     const cli::Process process{
         std::cin,
         std::cout,
         std::cerr,
         [&] { return connect(environment); },
         [&](const auto &words, std::string_view input) { return performHere(environment, words, input); },
-        [&](const std::vector<Url> &links) { openWithoutBus(environment, textsOf(links)); }};
+        [&](const std::vector<Url> &links) { return openHere(environment, textsOf(links)); }};
     if (const auto status = cli::runCommandLine(arguments, process))
         return *status;
     return runResident(environment);

@@ -199,14 +199,20 @@ int runResident(const Environment &environment) {
     return exitStatus::success;
 }
 
-void openWithoutBus(const Environment &environment, const std::vector<std::string> &links) {
+std::vector<UnopenedLink> openWithoutBus(const Environment &environment,
+                                         const std::vector<std::string> &links) {
     LinuxDesktop desktop(environment, nullptr);
     logSettingsProblems(desktop);
     NoStatusBar statusBar;
     NoAlerts alerts;
     AppDelegate delegate(desktop.platform(statusBar, alerts, desktop.sound));
     delegate.applicationDidFinishLaunching();
-    desktop.links.deliver({links, senderOf(environment, desktop.processes)}, nullptr);
+    std::optional<std::vector<UnopenedLink>> unopened;
+    desktop.links.deliver({links, senderOf(environment, desktop.processes)},
+                          [&](auto failed) { unopened = std::move(failed); });
+    while (!unopened)
+        g_main_context_iteration(nullptr, TRUE);
+    return *std::move(unopened);
 }
 
 } // namespace fernhop::freedesktop

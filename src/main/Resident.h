@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/base/Environment.h"
+#include "platform/linux/source/LinkDelivery.h"
 
 #include <string>
 #include <vector>
@@ -11,7 +12,9 @@ namespace fernhop::freedesktop {
 /// once, with status 0. `environment` is the process's, as it was at its start.
 [[nodiscard]] int runResident(const Environment &environment);
 
-/// Routes links within this process, once, for a session without a bus.
-void openWithoutBus(const Environment &environment, const std::vector<std::string> &links);
+/// Routes links within this process, once, for a session without a bus. Returns when each is in a browser's
+/// hands or has failed, with those that were not opened.
+[[nodiscard]] std::vector<UnopenedLink> openWithoutBus(const Environment &environment,
+                                                       const std::vector<std::string> &links);
 
 } // namespace fernhop::freedesktop

@@ -22,8 +22,9 @@ class ResidentConnection {
                                                                std::string_view input) = 0;
 
     /// Delivers links in their order, as another application would, and starts Fernhop if it is not running.
-    /// Nothing on success, else the reason for people.
-    [[nodiscard]] virtual std::optional<std::string> open(const std::vector<Url> &links) = 0;
+    /// Returns when each is in a browser's hands or has failed: which were not opened and why, in sentences
+    /// for people; empty on success.
+    [[nodiscard]] virtual std::vector<std::string> open(const std::vector<Url> &links) = 0;
 };
 
 } // namespace fernhop

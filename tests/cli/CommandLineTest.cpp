@@ -24,6 +24,7 @@ class CommandLine : public testing::Test {
     CommandResult localAnswer{0, "local\n", ""};
     std::vector<fakes::FakeResident::Call> localCalls;
     std::vector<std::string> openedHere;
+    std::vector<std::string> problemsHere;
     std::istringstream input;
     std::ostringstream output;
     std::ostringstream errors;
@@ -41,6 +42,7 @@ class CommandLine : public testing::Test {
                     [this](const std::vector<Url> &links) {
                         for (const Url &link : links)
                             openedHere.push_back(link.absoluteString());
+                        return problemsHere;
                     }};
 };
 
@@ -121,9 +123,9 @@ TEST_F(CommandLine, LinksLeadWhereBrowsersFindTheyLead) {
 }
 
 TEST_F(CommandLine, ReportsWhyLinksWereNotDelivered) {
-    resident.openFailure = "Nobody is there.";
+    resident.openProblems = {"Nobody is there.", "Nor here."};
     EXPECT_EQ(run({"open", "https://a.example/"}), 1);
-    EXPECT_EQ(errors.str(), "fernhop: Nobody is there.\n");
+    EXPECT_EQ(errors.str(), "fernhop: Nobody is there.\nfernhop: Nor here.\n");
     EXPECT_TRUE(openedHere.empty());
 }
 
@@ -132,6 +134,13 @@ TEST_F(CommandLine, RoutesLinksLocallyWithoutABus) {
     EXPECT_EQ(run({"open", "https://a.example/", "", "https://b.example/a b"}), 1);
     EXPECT_EQ(openedHere, (std::vector<std::string>{"https://a.example/", "https://b.example/a%20b"}));
     EXPECT_EQ(errors.str(), "fernhop: \"\" is not a URL.\n");
+}
+
+TEST_F(CommandLine, ReportsWhyLinksWereNotOpenedLocally) {
+    hasBus = false;
+    problemsHere = {"No browser."};
+    EXPECT_EQ(run({"open", "https://a.example/"}), 1);
+    EXPECT_EQ(errors.str(), "fernhop: No browser.\n");
 }
 
 TEST_F(CommandLine, ExplainsAnyBytes) {

@@ -14,8 +14,8 @@ struct FakeResident {
         std::string input;
     };
 
-    std::optional<CommandResult> answer;    ///< nothing: no Fernhop is running
-    std::optional<std::string> openFailure; ///< why links cannot be delivered
+    std::optional<CommandResult> answer;   ///< nothing: no Fernhop is running
+    std::vector<std::string> openProblems; ///< which links are not opened, and why
     std::vector<Call> calls;
     std::vector<std::string> opened;
 };
@@ -30,12 +30,10 @@ class FakeResidentConnection : public ResidentConnection {
         return resident.answer;
     }
 
-    std::optional<std::string> open(const std::vector<Url> &links) override {
-        if (resident.openFailure)
-            return resident.openFailure;
+    std::vector<std::string> open(const std::vector<Url> &links) override {
         for (const auto &link : links)
             resident.opened.push_back(link.absoluteString());
-        return std::nullopt;
+        return resident.openProblems;
     }
 
   private:

@@ -128,5 +128,47 @@ TEST_F(Opening, ABrowserWhoseProgramIsGoneGivesALine) {
         << session.log();
 }
 
+/// Browsers of which one cannot be started, by rules.
+class Telling : public testing::Test {
+  protected:
+    Telling() {
+        session.home.writeProgram(session.home.root() + "/gone", "#!/nowhere/interpreter\n");
+        session.home.writeDesktopEntry(
+            "gone", "[Desktop Entry]\nType=Application\nName=Gone\nExec=" + session.home.root() +
+                        "/gone %u\nMimeType=x-scheme-handler/https;\n");
+        EXPECT_EQ(session.fernhop({"url-rules", "add", "*opens*", "web"}), 0) << session.output();
+        EXPECT_EQ(session.fernhop({"url-rules", "add", "*fails*", "gone"}), 0) << session.output();
+    }
+
+    [[nodiscard]] std::string failure(const std::string &link) const {
+        return "fernhop: \"" + link + "\" was not opened: " + session.home.root() +
+               "/gone: No such file or directory.\n";
+    }
+
+    LinkSession session;
+};
+
+TEST_F(Telling, WithoutABusTheCommandSaysWhatWasNotOpened) {
+    EXPECT_EQ(session.fernhop({"open", "https://fails/", "https://opens/", "no URL"}), 1);
+    EXPECT_NE(session.output().find("fernhop: \"no URL\" is not a URL.\n"), std::string::npos)
+        << session.output();
+    EXPECT_NE(session.output().find(failure("https://fails/")), std::string::npos) << session.output();
+    EXPECT_EQ(session.output().find("https://opens/\" was"), std::string::npos) << session.output();
+    EXPECT_EQ(session.opened(1), Links{"https://opens/"});
+}
+
+TEST_F(Telling, InPlaceOfTheStubTheStatusSaysWhetherAnyLinkIsInSafeHands) {
+    const auto open = [&](const Links &links) {
+        std::vector<std::string> words{"--without-bus", "--"};
+        words.insert(words.end(), links.begin(), links.end());
+        return session.fernhop(words);
+    };
+    EXPECT_EQ(open({"https://fails/", "https://opens/"}), 0);
+    EXPECT_NE(session.output().find(failure("https://fails/")), std::string::npos) << session.output();
+    EXPECT_EQ(session.opened(1), Links{"https://opens/"});
+    EXPECT_EQ(open({"https://fails/"}), 1);
+    EXPECT_NE(session.output().find(failure("https://fails/")), std::string::npos) << session.output();
+}
+
 } // namespace
 } // namespace fernhop::desktoptest

@@ -2,7 +2,10 @@
 
 namespace fernhop::freedesktop {
 
-/// Where the resident is on the session bus: its name, its object, and the interface of its own.
+/// Where the resident is on the session bus: its name, its object, and the interface of its own. That has
+/// OpenLinks(aay links, a{sv} platform_data) -> (a(us) unopened), which is answered when every link is in
+/// safe hands (a browser runs with it, or took it) or will not be opened. Of the latter it tells the index in
+/// the request and the reason in words, which is empty where there are too many to tell.
 inline constexpr const char *serviceName = "org.fernhop.Fernhop";
 inline constexpr const char *serviceObjectPath = "/org/fernhop/Fernhop";
 inline constexpr const char *serviceInterface = "org.fernhop.Fernhop";

@@ -9,6 +9,19 @@
 #include <utility>
 
 namespace fernhop::freedesktop {
+namespace {
+
+/// Calls `completion`, and tells the current delivery of an error while its sender waits for the answer.
+OpenCompletion toldToSender(const CurrentDelivery &current, OpenCompletion completion) {
+    return [watched = std::weak_ptr(current.delivery), index = current.index,
+            completion = std::move(completion)](const auto &application, auto error) {
+        if (const auto delivery = watched.lock(); delivery && error)
+            delivery->addUnopened({index, error->localizedDescription});
+        completion(application, std::move(error));
+    };
+}
+
+} // namespace
 
 FreedesktopWorkspace::FreedesktopWorkspace(const DesktopEntries &desktopEntries, FocusProvider &focusProvider,
                                            Launcher &applicationLauncher, CurrentDelivery &currentDelivery)
@@ -26,6 +39,8 @@ std::shared_ptr<RunningApplication> FreedesktopWorkspace::frontmostApplication()
 
 void FreedesktopWorkspace::openUrls(const std::vector<Url> &urls, const Url &applicationUrl,
                                     const OpenConfiguration &configuration, OpenCompletion completion) {
+    current.isTaken = true;
+    completion = toldToSender(current, std::move(completion));
     auto entry = applicationUrl.isFileUrl() ? entries.entryAtPath(applicationUrl.path()) : std::nullopt;
     if (!entry)
         return completion(nullptr, OpenError{applicationUrl.absoluteString() + ": " + g_strerror(ENOENT)});

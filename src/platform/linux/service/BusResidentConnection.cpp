@@ -4,6 +4,7 @@
 #include "platform/Version.h"
 #include "platform/linux/base/FernhopService.h"
 #include "platform/linux/base/OwnProgram.h"
+#include "platform/linux/base/Text.h"
 
 #include <utility>
 
@@ -54,10 +55,15 @@ CommandResult resultOf(GVariant *reply) {
     return result;
 }
 
-std::string withoutLineEnd(std::string text) {
-    while (text.ends_with('\n'))
-        text.pop_back();
-    return text;
+/// What Fernhop's programs say on standard error, a line each. The lines of others, such as the dynamic
+/// linker, are none of theirs.
+std::vector<std::string> sentencesIn(std::string_view errors) {
+    std::vector<std::string> sentences;
+    for (const auto line : pieces(errors, '\n'))
+        for (const std::string_view program : {"fernhop-open: ", "fernhop: "})
+            if (line.starts_with(program))
+                sentences.emplace_back(line.substr(program.size()));
+    return sentences;
 }
 
 } // namespace
@@ -95,7 +101,7 @@ std::optional<CommandResult> BusResidentConnection::perform(const std::vector<st
             : "Another version of Fernhop is running. Quit it from its menu, then run this command again.");
 }
 
-std::optional<std::string> BusResidentConnection::open(const std::vector<Url> &links) {
+std::vector<std::string> BusResidentConnection::open(const std::vector<Url> &links) {
     std::vector<const char *> arguments = {linkProgram.c_str(), "--"};
     for (const auto &link : links)
         arguments.push_back(link.absoluteString().c_str());
@@ -107,11 +113,12 @@ std::optional<std::string> BusResidentConnection::open(const std::vector<Url> &l
         g_spawn_sync(nullptr, const_cast<char **>(arguments.data()), nullptr, G_SPAWN_STDOUT_TO_DEV_NULL,
                      nullptr, nullptr, nullptr, &errors, &status, &error) != FALSE;
     const GCharPointer said(errors);
-    if (ran && g_spawn_check_wait_status(status, &error))
-        return std::nullopt;
+    auto problems = sentencesIn(said ? said.get() : "");
+    const bool succeeded = ran && g_spawn_check_wait_status(status, &error) != FALSE;
     const GErrorPointer failure(error);
-    const auto text = withoutLineEnd(said ? said.get() : "");
-    return text.empty() ? std::string(failure->message) : text;
+    if (!succeeded && problems.empty())
+        problems.emplace_back(failure->message);
+    return problems;
 }
 
 } // namespace fernhop::freedesktop

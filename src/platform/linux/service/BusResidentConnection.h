@@ -17,7 +17,7 @@ class BusResidentConnection : public ResidentConnection {
 
     [[nodiscard]] std::optional<CommandResult> perform(const std::vector<std::string> &arguments,
                                                        std::string_view input) override;
-    [[nodiscard]] std::optional<std::string> open(const std::vector<Url> &links) override;
+    [[nodiscard]] std::vector<std::string> open(const std::vector<Url> &links) override;
 
   private:
     GObjectPointer<GDBusConnection> bus;

@@ -1,5 +1,6 @@
 #include "platform/linux/service/LinkService.h"
 
+#include "platform/Url.h"
 #include "platform/Version.h"
 #include "platform/linux/base/GPointer.h"
 
@@ -11,12 +12,13 @@
 namespace fernhop::freedesktop {
 namespace {
 
-constexpr const char *ownInterface = R"(
+constexpr const char *ownInterface = R"xml(
 <node>
   <interface name="org.fernhop.Fernhop">
     <method name="OpenLinks">
       <arg type="aay" name="links" direction="in"/>
       <arg type="a{sv}" name="platform_data" direction="in"/>
+      <arg type="a(us)" name="unopened" direction="out"/>
     </method>
     <method name="Perform">
       <arg type="as" name="arguments" direction="in"/>
@@ -27,7 +29,7 @@ constexpr const char *ownInterface = R"(
       <arg type="s" name="errors" direction="out"/>
     </method>
   </interface>
-</node>)";
+</node>)xml";
 
 constexpr const char *applicationInterface = R"(
 <node>
@@ -123,6 +125,27 @@ GCharPointer busText(const std::string &text) {
     return GCharPointer(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
 }
 
+/// Why no browser was asked to open the link of an event.
+std::string reasonOfDrop(const LinkEventDescriptor &event) {
+    const auto &link = event.paramDescriptorForKeyword(directObjectKeyword)->stringValue;
+    return Url::parse(*link) ? "no browser can open it" : "it is not a URL";
+}
+
+// Browsers give reasons too, and a message on the bus has a limit: this many are told in full.
+constexpr std::size_t mostReasonBytes = std::size_t{1} << 24U;
+
+GVariant *unopenedAnswer(const std::vector<UnopenedLink> &unopened) {
+    GVariantBuilder list;
+    g_variant_builder_init(&list, G_VARIANT_TYPE("a(us)"));
+    std::size_t told = 0;
+    for (const auto &[index, reason] : unopened) {
+        told += reason.size();
+        const auto text = busText(told > mostReasonBytes ? std::string() : reason);
+        g_variant_builder_add(&list, "(us)", static_cast<guint32>(index), text.get());
+    }
+    return g_variant_new("(a(us))", &list);
+}
+
 } // namespace
 
 DeliveredLinks deliveredLinks(GVariant *body) {
@@ -151,17 +174,23 @@ void LinkDispatcher::setEventHandler(LinkEventHandler newHandler, FourCharCode e
     handler = std::move(newHandler);
 }
 
-void LinkDispatcher::deliver(DeliveredLinks delivered, std::function<void()> onHandled) {
+void LinkDispatcher::deliver(DeliveredLinks delivered, LinkDelivery::Handled onHandled) {
     if (arrived)
         arrived(delivered.sender);
     auto delivery = std::make_shared<LinkDelivery>(delivered.sender.tokens, std::move(onHandled));
+    for (std::size_t index = 0; index < delivered.links.size(); ++index)
+        handOver(delivery, index, std::move(delivered.links[index]));
+}
+
+void LinkDispatcher::handOver(const std::shared_ptr<LinkDelivery> &delivery, std::size_t index,
+                              std::string link) {
+    const auto event = LinkEventDescriptor::getUrl(std::move(link));
+    LinkEventDescriptor reply;
     // A link may arrive while another is being routed, from a nested main loop.
-    const auto before = std::exchange(current.delivery, delivery);
-    for (std::string &link : delivered.links) {
-        LinkEventDescriptor reply;
-        handler(LinkEventDescriptor::getUrl(std::move(link)), reply);
-    }
-    current.delivery = before;
+    const auto before = std::exchange(current, {delivery, index});
+    handler(event, reply);
+    if (!std::exchange(current, before).isTaken)
+        delivery->addUnopened({index, reasonOfDrop(event)});
 }
 
 LinkService::LinkService(GDBusConnection *connection, LinkDispatcher &linkDispatcher, Handlers callHandlers)
@@ -195,7 +224,7 @@ void LinkService::call(std::string_view method, GVariant *body, GDBusMethodInvoc
     if (refuseOtherVersion(body, invocation))
         return;
     if (method == "OpenLinks")
-        return openLinks(deliveredLinks(body), invocation);
+        return openLinks(deliveredLinks(body), invocation, unopenedAnswer);
     if (method == "Open")
         return openLinksOfCaller(deliveredLinks(body), invocation);
     if (method == "Perform")
@@ -206,20 +235,22 @@ void LinkService::call(std::string_view method, GVariant *body, GDBusMethodInvoc
     g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
-void LinkService::openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation) {
+void LinkService::openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation,
+                            std::function<GVariant *(const std::vector<UnopenedLink> &)> answer) {
     ++pending->calls;
-    dispatcher.deliver(std::move(links), [calls = pending, invocation] {
-        g_dbus_method_invocation_return_value(invocation, nullptr);
-        if (--calls->calls == 0 && calls->onIdle)
-            calls->onIdle();
-    });
+    dispatcher.deliver(std::move(links),
+                       [calls = pending, invocation, answer = std::move(answer)](const auto &unopened) {
+                           g_dbus_method_invocation_return_value(invocation, answer(unopened));
+                           if (--calls->calls == 0 && calls->onIdle)
+                               calls->onIdle();
+                       });
 }
 
 // The stub tells who asked it; an application that calls by itself is the sender.
 void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation *invocation) {
     if (!links.sender.parentPid)
         links.sender.parentPid = processOf(bus, g_dbus_method_invocation_get_sender(invocation));
-    openLinks(std::move(links), invocation);
+    openLinks(std::move(links), invocation, [](const auto &) { return nullptr; });
 }
 
 void LinkService::perform(GVariant *body, GDBusMethodInvocation *invocation) const {

@@ -29,10 +29,12 @@ class LinkDispatcher : public LinkEvents {
     void setEventHandler(LinkEventHandler handler, FourCharCode eventClass, FourCharCode eventID) override;
 
     /// Hands over each link, in order; the handler has been set. `onHandled` is called when each link has
-    /// been handed to a browser or dropped, possibly before this returns.
-    void deliver(DeliveredLinks links, std::function<void()> onHandled);
+    /// been handed to a browser or dropped, possibly before this returns, with those that were not opened.
+    void deliver(DeliveredLinks links, LinkDelivery::Handled onHandled);
 
   private:
+    void handOver(const std::shared_ptr<LinkDelivery> &delivery, std::size_t index, std::string link);
+
     CurrentDelivery &current;
     std::function<void(const LinkSender &)> arrived;
     LinkEventHandler handler;
@@ -86,7 +88,9 @@ class LinkService {
 
     [[nodiscard]] bool refuseOtherVersion(GVariant *body, GDBusMethodInvocation *invocation) const;
     void call(std::string_view method, GVariant *body, GDBusMethodInvocation *invocation);
-    void openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation);
+    /// `answer` makes the body of the answer out of the links that were not opened.
+    void openLinks(DeliveredLinks links, GDBusMethodInvocation *invocation,
+                   std::function<GVariant *(const std::vector<UnopenedLink> &)> answer);
     void openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation *invocation);
     void perform(GVariant *body, GDBusMethodInvocation *invocation) const;
 

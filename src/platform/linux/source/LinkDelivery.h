@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -40,16 +41,32 @@ struct DeliveredLinks {
     LinkSender sender;
 };
 
+/// A link that was not opened.
+struct UnopenedLink {
+    std::size_t index;  ///< among the links of its delivery, from 0
+    std::string reason; ///< in words, for people
+
+    bool operator==(const UnopenedLink &) const = default;
+};
+
+/// "link" was not opened: reason.
+[[nodiscard]] inline std::string unopenedSentence(const std::string &link, const std::string &reason) {
+    return '"' + link + "\" was not opened: " + reason + '.';
+}
+
 /// Links on their way through this process. Shared by everyone handling the links; when the last one releases
-/// it, every link has been handled.
+/// it, every link has been handled. Main thread only.
 class LinkDelivery {
   public:
+    /// Takes the links that no browser runs with or took, in the order in which they failed.
+    using Handled = std::function<void(std::vector<UnopenedLink> unopened)>;
+
     /// `onHandled` is called when every link has been handed to a browser or dropped; it may be empty.
-    LinkDelivery(LaunchTokens senderTokens, std::function<void()> onHandled)
+    LinkDelivery(LaunchTokens senderTokens, Handled onHandled)
         : tokens(std::move(senderTokens)), handled(std::move(onHandled)) {}
     ~LinkDelivery() {
         if (handled)
-            handled();
+            handled(std::move(unopened));
     }
     LinkDelivery(const LinkDelivery &) = delete;
     LinkDelivery &operator=(const LinkDelivery &) = delete;
@@ -57,15 +74,21 @@ class LinkDelivery {
     /// The sender's tokens, for the first launch that asks: they are good for one.
     [[nodiscard]] LaunchTokens takeTokens() { return std::exchange(tokens, {}); }
 
+    /// Notes a link that will not be opened, at most once for each.
+    void addUnopened(UnopenedLink link) { unopened.push_back(std::move(link)); }
+
   private:
     LaunchTokens tokens;
-    std::function<void()> handled;
+    Handled handled;
+    std::vector<UnopenedLink> unopened;
 };
 
-/// The delivery whose links are being routed at the moment, set by the receiver of links and read by the
-/// workspace that launches browsers. Null in between, as when a link is opened from within. Main thread only.
+/// The link that is being routed at the moment, set by the receiver of links and read by the workspace that
+/// launches browsers. Main thread only.
 struct CurrentDelivery {
-    std::shared_ptr<LinkDelivery> delivery;
+    std::shared_ptr<LinkDelivery> delivery; ///< null in between, as when a link is opened from within
+    std::size_t index = 0;                  ///< of the link in its delivery
+    bool isTaken = false;                   ///< a browser was asked to open it
 };
 
 } // namespace fernhop::freedesktop

@@ -28,6 +28,7 @@ class FreedesktopWorkspaceTest : public testing::Test {
         return outcomes;
     }
 
+    std::vector<std::string> outcomes; // outlives the launcher, which completes what is open
     support::TemporaryHome home;
     support::RecordingBrowser browser{home, "web"};
     InstalledDesktopEntries entries{ApplicationPlaces{{home.applications()}, {"/usr/bin"}, {}, home.home()}};
@@ -35,7 +36,6 @@ class FreedesktopWorkspaceTest : public testing::Test {
     Launcher launcher{LauncherServices{Environment({"PATH=/usr/bin"}), nullptr, &focus}};
     CurrentDelivery current;
     FreedesktopWorkspace workspace{entries, focus, launcher, current};
-    std::vector<std::string> outcomes;
 };
 
 TEST_F(FreedesktopWorkspaceTest, RaisesTheApplicationOnlyWithActivation) {
@@ -64,6 +64,33 @@ TEST_F(FreedesktopWorkspaceTest, TheTokensOfTheDeliveryGoToItsFirstLaunch) {
     EXPECT_EQ(starts[0].environment.at("XDG_ACTIVATION_TOKEN"), "token");
     EXPECT_EQ(starts[0].environment.at("DESKTOP_STARTUP_ID"), "startup");
     EXPECT_EQ(starts[1].environment.count("XDG_ACTIVATION_TOKEN"), 0U);
+}
+
+TEST_F(FreedesktopWorkspaceTest, TheDeliveryHearsOfFailures) {
+    std::optional<std::vector<UnopenedLink>> unopened;
+    current = {std::make_shared<LinkDelivery>(LaunchTokens{}, [&](auto failed) { unopened = failed; }), 7};
+    open(entryUrl("web"));
+    EXPECT_TRUE(std::exchange(current, {}).isTaken);
+    EXPECT_EQ(unopened, std::vector<UnopenedLink>{});
+
+    home.writeDesktopEntry("broken", "[Desktop Entry]\nType=Application\nName=Broken\nExec=/nowhere/b %u\n");
+    current = {std::make_shared<LinkDelivery>(LaunchTokens{}, [&](auto failed) { unopened = failed; }), 7};
+    open(entryUrl("broken"));
+    EXPECT_TRUE(std::exchange(current, {}).isTaken);
+    EXPECT_EQ(unopened, (std::vector<UnopenedLink>{{7, "/nowhere/b: No such file or directory"}}));
+}
+
+TEST_F(FreedesktopWorkspaceTest, NobodyWaitsForABrowserThatRuns) {
+    home.writeProgram(home.root() + "/dies", "#!/bin/sh\nexit 127\n");
+    home.writeDesktopEntry("dies", "[Desktop Entry]\nType=Application\nName=Dies\nExec=" + home.root() +
+                                       "/dies %u\n");
+    std::optional<std::vector<UnopenedLink>> unopened;
+    current.delivery =
+        std::make_shared<LinkDelivery>(LaunchTokens{}, [&](auto failed) { unopened = failed; });
+    open(entryUrl("dies"));
+    current = {};
+    EXPECT_EQ(unopened, std::vector<UnopenedLink>{});
+    EXPECT_EQ(finished(), std::vector<std::string>{"No such file or directory"});
 }
 
 } // namespace

@@ -22,12 +22,15 @@ class LinkDispatcherTest : public testing::Test {
         return object == nullptr ? "no direct object" : object->stringValue.value_or("no text");
     }
     void deliver(std::vector<std::string> links, LinkSender sender = {}) {
-        dispatcher.deliver({std::move(links), std::move(sender)},
-                           [this] { happened.emplace_back("handled"); });
+        dispatcher.deliver({std::move(links), std::move(sender)}, [this](auto failed) {
+            happened.emplace_back("handled");
+            unopened = std::move(failed);
+        });
     }
 
     CurrentDelivery current;
     std::vector<std::string> happened;
+    std::vector<UnopenedLink> unopened;
     LinkDispatcher dispatcher{current, [this](const LinkSender &sender) {
                                   happened.push_back("from " + sender.desktopFile.value_or("?"));
                               }};
@@ -60,6 +63,21 @@ TEST_F(LinkDispatcherTest, IsHandledOnlyWhenTheLastLinkIsReleased) {
     EXPECT_EQ(happened, Happened{"from ?"});
     inHands.clear();
     EXPECT_EQ(happened, (Happened{"from ?", "handled"}));
+}
+
+TEST_F(LinkDispatcherTest, SaysWhichLinksWereNotOpenedAndWhy) {
+    std::shared_ptr<LinkDelivery> taken;
+    listen([&](const LinkEventDescriptor &event, auto &) {
+        current.isTaken = linkOf(event).starts_with("https://taken");
+        if (linkOf(event) == "https://taken/2")
+            taken = current.delivery;
+    });
+    deliver({"https://taken/1", "no link", "https://taken/2", "https://nobody/"});
+    EXPECT_TRUE(unopened.empty()) << "one is still being opened";
+    taken->addUnopened({2, "broken"});
+    taken.reset();
+    EXPECT_EQ(unopened, (std::vector<UnopenedLink>{
+                            {1, "it is not a URL"}, {3, "no browser can open it"}, {2, "broken"}}));
 }
 
 TEST_F(LinkDispatcherTest, TheTokensAreGoodForOneLaunch) {

@@ -23,6 +23,7 @@ class LinkServiceTest : public testing::Test {
         dispatcher.setEventHandler(
             [this](const LinkEventDescriptor &event, auto &) {
                 links.push_back(event.paramDescriptorForKeyword(directObjectKeyword)->stringValue.value());
+                current.isTaken = takes;
                 if (holds)
                     held.push_back(current.delivery);
             },
@@ -40,6 +41,7 @@ class LinkServiceTest : public testing::Test {
     LinkSender sender;
     LinkDispatcher dispatcher{current, [this](const LinkSender &told) { sender = told; }};
     Texts links;
+    bool takes = false;
     bool holds = false;
     std::vector<std::shared_ptr<LinkDelivery>> held;
     int activations = 0;
@@ -62,7 +64,7 @@ TEST_F(LinkServiceTest, TakesLinksOfAnyBytes) {
     const auto opened = call(serviceInterface, "OpenLinks",
                              "([@ay [0x68, 0xff], b'https://a'], {'activation-token': <b'token'>})");
     ASSERT_TRUE(opened.wait());
-    EXPECT_EQ(opened.result(), "()");
+    EXPECT_EQ(opened.result(), "([(0, 'it is not a URL'), (1, 'no browser can open it')],)");
     EXPECT_EQ(links, (Texts{"h\xff", "https://a"}));
     EXPECT_EQ(sender.tokens.activationToken, "token");
 }
@@ -75,6 +77,31 @@ TEST_F(LinkServiceTest, TakesLinksAsAnyApplicationDoes) {
     EXPECT_EQ(opened.result(), "()");
     EXPECT_EQ(links, (Texts{"https://a", "https://b"}));
     EXPECT_EQ(sender.tokens.startupID, "id");
+}
+
+TEST_F(LinkServiceTest, TellsWhichLinksWereNotOpened) {
+    holds = true;
+    takes = true;
+    listen();
+    const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a', b'https://b'], @a{sv} {})");
+    ASSERT_TRUE(support::runUntil([&] { return held.size() == 2; }));
+    held[1]->addUnopened({1, "broken\xff"});
+    held.clear();
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(opened.result(), "([(1, 'broken\uFFFD')],)");
+}
+
+TEST_F(LinkServiceTest, TellsOnlyWhatAnAnswerHasRoomFor) {
+    holds = true;
+    takes = true;
+    listen();
+    const auto opened = call(serviceInterface, "OpenLinks", "([b'https://a', b'https://b'], @a{sv} {})");
+    ASSERT_TRUE(support::runUntil([&] { return held.size() == 2; }));
+    held[0]->addUnopened({0, "short"});
+    held[1]->addUnopened({1, std::string(std::size_t{200} << 20U, 'x')});
+    held.clear();
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(opened.result(), "([(0, 'short'), (1, '')],)");
 }
 
 TEST_F(LinkServiceTest, WhoCallsAsAnApplicationIsTheSender) {
