@@ -6,6 +6,7 @@
 #include "cli/PatternTest.h"
 #include "cli/PlainText.h"
 #include "cli/Results.h"
+#include "cli/SettingsDocument.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
@@ -132,7 +133,11 @@ int Client::operator()(const command::Import &transfer) const {
     const auto read = isStandardStream(transfer.file) ? readStream(process.input) : readFile(transfer.file);
     if (const auto *problem = std::get_if<ReadingFailed>(&read))
         return show(failed(inQuotes(transfer.file) + " could not be read: " + problem->reason + "."));
-    return show(performAnywhere({"import", "-"}, std::get<std::string>(read)));
+    // Parsed here, so that only what is a document, in its shortest form, occupies the running Fernhop.
+    const auto decoded = decodeSettings(std::get<std::string>(read));
+    if (const auto *fault = std::get_if<std::string>(&decoded))
+        return show(refusedDocument(*fault));
+    return show(performAnywhere({"import", "-"}, encodeForTransfer(std::get<SettingsDocument>(decoded))));
 }
 
 } // namespace

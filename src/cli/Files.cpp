@@ -1,5 +1,7 @@
 #include "cli/Files.h"
 
+#include "cli/SettingsDocument.h"
+
 #include <array>
 #include <cerrno>
 #include <cstddef>
@@ -11,8 +13,6 @@
 namespace fernhop::cli {
 
 namespace {
-
-constexpr std::size_t largestFile = std::size_t{64} << 20U;
 
 std::string lastError() {
     return std::error_code(errno, std::generic_category()).message();
@@ -30,14 +30,14 @@ std::variant<std::string, ReadingFailed> readStream(std::istream &stream) {
     std::string content;
     std::array<char, 65536> buffer;
     errno = 0;
-    while (stream && content.size() <= largestFile) {
+    while (stream && content.size() <= largestSettingsDocument) {
         stream.read(buffer.data(), buffer.size());
         content.append(buffer.data(), static_cast<std::size_t>(stream.gcount()));
     }
     if (stream.bad())
         return ReadingFailed{lastError()};
-    if (content.size() > largestFile)
-        return ReadingFailed{"it is too large"};
+    if (content.size() > largestSettingsDocument)
+        return ReadingFailed{std::string(largerThanDocuments)};
     return content;
 }
 

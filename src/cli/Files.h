@@ -12,7 +12,8 @@ struct ReadingFailed {
     std::string reason;
 };
 
-/// The whole content of a file or stream. More than 64 MiB is an error.
+/// The whole content of a file or stream that holds an exported document. What is too large for one is an
+/// error, and not read to its end.
 [[nodiscard]] std::variant<std::string, ReadingFailed> readFile(const std::string &path);
 [[nodiscard]] std::variant<std::string, ReadingFailed> readStream(std::istream &stream);
 

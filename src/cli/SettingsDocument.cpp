@@ -1,100 +1,129 @@
 #include "cli/SettingsDocument.h"
 
 #include "cli/Json.h"
+#include "cli/Results.h"
+
+#include <simdjson.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <initializer_list>
-#include <set>
 #include <utility>
 
 namespace fernhop::cli {
 
 namespace {
 
+namespace dom = simdjson::dom;
+
 constexpr int documentVersion = 1;
 
-using ParsedJson = nlohmann::json; // looks members up quickly
+/// Levels of arrays and objects that the parser follows; a document has three.
+constexpr std::size_t deepestNesting = 16;
 
-/// A JSON parser that also detects repeated members, of which the library keeps only one.
-class StrictParser {
-  public:
-    /// The value; a discarded one when the text is not JSON.
-    ParsedJson parse(std::string_view text) {
-        using Event = ParsedJson::parse_event_t;
-        const auto notice = [this](int, Event event, ParsedJson &parsed) {
-            if (event == Event::object_start)
-                members.emplace_back();
-            else if (event == Event::object_end)
-                members.pop_back();
-            else if (event == Event::key)
-                repeats = !members.back().insert(parsed.get<std::string>()).second || repeats;
-            return true;
-        };
-        return ParsedJson::parse(text, notice, false);
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// Whether `object` has these members, each once, and no other.
+bool hasExactly(const dom::object &object, std::initializer_list<std::string_view> names) {
+    return object.size() == names.size() && std::ranges::all_of(names, [&](std::string_view name) {
+               return object.at_key(name).error() == simdjson::SUCCESS;
+           });
+}
+
+bool holdsNoZero(std::string_view text) {
+    return text.find('\0') == std::string_view::npos;
+}
+
+/// The text of a member that is there; nothing when it is of another type, or settings cannot store it.
+std::optional<std::string> textIn(const dom::object &object, std::string_view name) {
+    std::string_view text;
+    const bool isText = object.at_key(name).get(text) == simdjson::SUCCESS && holdsNoZero(text);
+    return isText ? std::optional<std::string>(text) : std::nullopt;
+}
+
+std::optional<URLRule> urlRuleIn(const dom::element &value) {
+    dom::object object;
+    if (value.get(object) || !hasExactly(object, {"id", "pattern", "browserBundleID"}))
+        return std::nullopt;
+    auto id = textIn(object, "id");
+    auto pattern = textIn(object, "pattern");
+    auto browser = textIn(object, "browserBundleID");
+    if (!id || !pattern || !browser)
+        return std::nullopt;
+    return URLRule{*std::move(id), *std::move(pattern), *std::move(browser)};
+}
+
+std::optional<std::vector<URLRule>> urlRulesIn(const dom::element &value) {
+    std::vector<URLRule> rules;
+    dom::array array;
+    if (value.get(array))
+        return std::nullopt;
+    for (const dom::element rule : array) {
+        auto read = urlRuleIn(rule);
+        if (!read)
+            return std::nullopt;
+        rules.push_back(*std::move(read));
     }
-
-    [[nodiscard]] bool sawRepeatedMember() const { return repeats; }
-
-  private:
-    std::vector<std::set<std::string>> members; // of the objects that are open
-    bool repeats = false;
-};
-
-bool hasExactly(const ParsedJson &object, std::initializer_list<std::string_view> names) {
-    return object.is_object() && object.size() == names.size() &&
-           std::ranges::all_of(names, [&](std::string_view name) { return object.contains(name); });
+    return rules;
 }
 
-bool isText(const ParsedJson &value) {
-    return value.is_string() && value.get_ref<const std::string &>().find('\0') == std::string::npos;
+std::optional<AppRules> appRulesIn(const dom::element &value) {
+    AppRules rules;
+    dom::object object;
+    if (value.get(object))
+        return std::nullopt;
+    for (const auto &[app, target] : object) {
+        std::string_view browser;
+        if (target.get(browser) || !holdsNoZero(app) || !holdsNoZero(browser) ||
+            !rules.emplace(app, browser).second)
+            return std::nullopt;
+    }
+    return rules;
 }
 
-bool isRule(const ParsedJson &value) {
-    return hasExactly(value, {"id", "pattern", "browserBundleID"}) && std::ranges::all_of(value, isText);
-}
-
-bool isAppRule(const auto &member) {
-    return member.key().find('\0') == std::string::npos && isText(member.value());
-}
-
-/// Why a document is invalid, for people; nothing when it is valid.
-std::optional<std::string> faultOf(const ParsedJson &document) {
-    if (!document.is_object() || !document.contains("version"))
+/// The settings in a document, or a description of what is wrong with it.
+std::variant<SettingsDocument, std::string> settingsIn(const dom::element &root) {
+    dom::object document;
+    if (root.get(document) || document.at_key("version").error())
         return "it is not an exported document";
-    if (document["version"] != ParsedJson(documentVersion) || !document["version"].is_number_integer())
+    std::int64_t version = 0;
+    if (document.at_key("version").get(version) || version != documentVersion)
         return "its version is not 1";
     if (!hasExactly(document,
                     {"version", settingsKey::appRules, settingsKey::urlRules,
                      settingsKey::routingFallbackBrowserID, settingsKey::restoresDefaultBrowserOnQuit}))
-        return "a member is missing or unknown";
-    const ParsedJson &urlRules = document.at(std::string(settingsKey::urlRules));
-    if (!urlRules.is_array() || !std::ranges::all_of(urlRules, isRule))
+        return "a member is missing, unknown or repeated";
+    SettingsDocument settings;
+    auto urlRules = urlRulesIn(document.at_key(settingsKey::urlRules).value_unsafe());
+    if (!urlRules)
         return "its URL rules are malformed";
-    const ParsedJson &appRules = document.at(std::string(settingsKey::appRules));
-    const auto members = appRules.items();
-    if (!appRules.is_object() ||
-        !std::all_of(members.begin(), members.end(), [](const auto &member) { return isAppRule(member); }))
-        return "its app rules are malformed";
-    const ParsedJson &fallback = document.at(std::string(settingsKey::routingFallbackBrowserID));
-    if (!fallback.is_null() && !isText(fallback))
+    settings.urlRules = *std::move(urlRules);
+    auto appRules = appRulesIn(document.at_key(settingsKey::appRules).value_unsafe());
+    if (!appRules)
+        return "its app rules are malformed, or an application is repeated";
+    settings.appRules = *std::move(appRules);
+    settings.routingFallbackBrowserID = textIn(document, settingsKey::routingFallbackBrowserID);
+    const bool hasNoFallback = document.at_key(settingsKey::routingFallbackBrowserID).is_null();
+    if (!settings.routingFallbackBrowserID && !hasNoFallback)
         return "its fallback browser is neither a string nor null";
-    if (!document.at(std::string(settingsKey::restoresDefaultBrowserOnQuit)).is_boolean())
+    if (document.at_key(settingsKey::restoresDefaultBrowserOnQuit).get(settings.restoresDefaultBrowserOnQuit))
         return "its restore option is neither true nor false";
-    return std::nullopt;
+    return settings;
 }
 
-SettingsDocument settingsIn(const ParsedJson &document) {
-    SettingsDocument settings;
-    for (const auto &rule : document.at(std::string(settingsKey::urlRules)))
-        settings.urlRules.push_back({rule.at("id"), rule.at("pattern"), rule.at("browserBundleID")});
-    for (const auto &[app, browser] : document.at(std::string(settingsKey::appRules)).items())
-        settings.appRules.insert_or_assign(app, browser.get<std::string>());
-    const ParsedJson &fallback = document.at(std::string(settingsKey::routingFallbackBrowserID));
-    if (!fallback.is_null())
-        settings.routingFallbackBrowserID = fallback.get<std::string>();
-    settings.restoresDefaultBrowserOnQuit =
-        document.at(std::string(settingsKey::restoresDefaultBrowserOnQuit)).get<bool>();
-    return settings;
+Json jsonOf(const SettingsDocument &document) {
+    Json urlRules = Json::array();
+    for (const auto &rule : document.urlRules)
+        urlRules.push_back(toJson(rule));
+    Json appRules = Json::object();
+    for (const auto &[app, browser] : document.appRules)
+        appRules.get_ref<Json::object_t &>().emplace_back(app, browser); // the keys differ: no need to search
+    Json json = {{"version", documentVersion}};
+    json[std::string(settingsKey::urlRules)] = std::move(urlRules);
+    json[std::string(settingsKey::appRules)] = std::move(appRules);
+    json[std::string(settingsKey::routingFallbackBrowserID)] = toJson(document.routingFallbackBrowserID);
+    json[std::string(settingsKey::restoresDefaultBrowserOnQuit)] = document.restoresDefaultBrowserOnQuit;
+    return json;
 }
 
 } // namespace
@@ -124,30 +153,32 @@ bool storeSettings(const SettingsDocument &document, Preferences &preferences) {
 }
 
 std::string encodeSettings(const SettingsDocument &document) {
-    Json urlRules = Json::array();
-    for (const auto &rule : document.urlRules)
-        urlRules.push_back(toJson(rule));
-    Json appRules = Json::object();
-    for (const auto &[app, browser] : document.appRules)
-        appRules.get_ref<Json::object_t &>().emplace_back(app, browser); // the keys differ: no need to search
-    Json json = {{"version", documentVersion}};
-    json[std::string(settingsKey::urlRules)] = std::move(urlRules);
-    json[std::string(settingsKey::appRules)] = std::move(appRules);
-    json[std::string(settingsKey::routingFallbackBrowserID)] = toJson(document.routingFallbackBrowserID);
-    json[std::string(settingsKey::restoresDefaultBrowserOnQuit)] = document.restoresDefaultBrowserOnQuit;
-    return documentText(json);
+    return documentText(jsonOf(document));
+}
+
+std::string encodeForTransfer(const SettingsDocument &document) {
+    return jsonOf(document).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 std::variant<SettingsDocument, std::string> decodeSettings(std::string_view json) {
-    StrictParser parser;
-    const ParsedJson document = parser.parse(json);
-    if (document.is_discarded())
+    if (json.size() > largestSettingsDocument)
+        return std::string(largerThanDocuments);
+    if (json.starts_with(byteOrderMark))
+        json.remove_prefix(byteOrderMark.size());
+    dom::parser parser;
+    dom::element root;
+    auto error = parser.allocate(json.size(), deepestNesting);
+    if (!error)
+        error = parser.parse(json.data(), json.size()).get(root);
+    if (error == simdjson::DEPTH_ERROR)
+        return "it is nested too deeply";
+    if (error)
         return "it is not JSON";
-    if (parser.sawRepeatedMember())
-        return "it contains a member twice";
-    if (auto fault = faultOf(document))
-        return *std::move(fault);
-    return settingsIn(document);
+    return settingsIn(root);
+}
+
+CommandResult refusedDocument(std::string_view fault) {
+    return failed("The document was refused and nothing was changed: " + std::string(fault) + ".");
 }
 
 } // namespace fernhop::cli

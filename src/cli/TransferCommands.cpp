@@ -15,7 +15,7 @@ CommandResult carryOut(const command::Export &, const Call &call) {
 CommandResult carryOut(const command::Import &, const Call &call) {
     const auto decoded = decodeSettings(call.input);
     if (const auto *fault = std::get_if<std::string>(&decoded))
-        return failed("The document was refused and nothing was changed: " + *fault + ".");
+        return refusedDocument(*fault);
     const auto &document = std::get<SettingsDocument>(decoded);
     const bool stored = storeSettings(document, call.context.preferences);
     call.context.controller.rebuildMenu();

@@ -271,6 +271,9 @@ class CommandLineFiles : public CommandLine {
         return content.str();
     }
 
+    const std::string document =
+        R"({"version":1,"urlRules":[{"id":"1","pattern":"a b","browserBundleID":"c"}],"appRules":{"d":"e"},)"
+        R"("routingFallbackBrowserID":null,"restoresDefaultBrowserOnQuit":true})";
     const std::filesystem::path folder =
         std::filesystem::path(testing::TempDir()) /
         ("fernhop-cli-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
@@ -306,20 +309,34 @@ TEST_F(CommandLineFiles, AFailedExportWritesNoFile) {
 }
 
 TEST_F(CommandLineFiles, ImportReadsTheFileHere) {
-    const std::string content("{\"a\":\"\xff\0\"}", 10);
-    std::ofstream(path("in.json")) << content;
-    EXPECT_EQ(run({"import", path("in.json")}), 0);
+    std::ofstream(path("in.json")) << std::string(1000, ' ') << document;
+    EXPECT_EQ(run({"import", path("in.json")}), 0) << errors.str();
     ASSERT_EQ(localCalls.size(), 1U);
     EXPECT_EQ(localCalls[0].arguments, (std::vector<std::string>{"import", "-"}));
-    EXPECT_EQ(localCalls[0].input, content);
+    EXPECT_EQ(localCalls[0].input, document) << "without the blanks";
+}
+
+TEST_F(CommandLineFiles, ImportSendsOnlyADocument) {
+    resident.answer = CommandResult{};
+    for (const std::string &text :
+         {std::string(), std::string("{}"), std::string("{\"a\":\"\xff\0\"}", 10),
+          std::string(100'000, '[') + std::string(100'000, ']'), std::string(17 << 20, ' ') + document}) {
+        input.clear();
+        input.str(text);
+        errors.str("");
+        EXPECT_EQ(run({"import", "-"}), 1);
+        EXPECT_NE(errors.str(), "");
+    }
+    EXPECT_NE(errors.str().find("larger than 16 MiB"), std::string::npos) << errors.str();
+    EXPECT_TRUE(resident.calls.empty());
 }
 
 TEST_F(CommandLineFiles, ImportReadsStandardInput) {
-    input.str("{}");
+    input.str(document);
     resident.answer = CommandResult{};
     EXPECT_EQ(run({"import", "-"}), 0);
     ASSERT_EQ(resident.calls.size(), 1U);
-    EXPECT_EQ(resident.calls[0].input, "{}");
+    EXPECT_EQ(resident.calls[0].input, document);
 }
 
 TEST_F(CommandLineFiles, ImportReportsWhyItCouldNotRead) {
@@ -332,9 +349,9 @@ TEST_F(CommandLineFiles, ImportReportsWhyItCouldNotRead) {
 
 TEST_F(CommandLineFiles, ImportRefusesHugeFiles) {
     std::ofstream(path("large")).close();
-    std::filesystem::resize_file(path("large"), (std::uintmax_t{64} << 20U) + 1);
+    std::filesystem::resize_file(path("large"), (std::uintmax_t{16} << 20U) + 1);
     EXPECT_EQ(run({"import", path("large")}), 1);
-    EXPECT_NE(errors.str().find("too large"), std::string::npos);
+    EXPECT_NE(errors.str().find("larger than 16 MiB"), std::string::npos);
     EXPECT_TRUE(localCalls.empty());
 }
 

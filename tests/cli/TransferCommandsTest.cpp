@@ -66,6 +66,23 @@ TEST_P(Transfer, ARefusedDocumentChangesNothing) {
     EXPECT_EQ(statusBar.menusSet, 0);
 }
 
+TEST_P(Transfer, ImportParsesNothingThatIsTooLarge) {
+    const auto told = run({"import", "-"}, complete.dump() + std::string(std::size_t{16} << 20U, ' '));
+    EXPECT_EQ(told.status, 1);
+    EXPECT_NE(told.errors.find("larger than 16 MiB"), std::string::npos) << told.errors;
+    EXPECT_EQ(defaults.writes, 0);
+}
+
+TEST_P(Transfer, ImportGoesNoDeeperThanADocument) {
+    const auto told = run({"import", "-"}, std::string(1'000'000, '[') + std::string(1'000'000, ']'));
+    EXPECT_EQ(told.status, 1);
+    EXPECT_NE(told.errors.find("nested too deeply"), std::string::npos) << told.errors;
+}
+
+TEST(SettingsDocuments, MayBeginWithAByteOrderMark) {
+    EXPECT_TRUE(std::holds_alternative<SettingsDocument>(decodeSettings("\xEF\xBB\xBF" + complete.dump())));
+}
+
 TEST(SettingsDocuments, WithAnyContentCanBeReadBack) {
     const SettingsDocument odd{{{"", "", ""}, {"1", " a\n\"\\浏\x01", "b"}, {"1", "twice", "b"}},
                                {{"", ""}, {"a\"b\\", "c\x1f"}},
