@@ -35,7 +35,19 @@ Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &e
 BusObject::BusObject(GDBusConnection *connection, const char *path, const char *introspection,
                      Behaviour objectBehaviour)
     : bus(connection), objectPath(path), behaviour(std::move(objectBehaviour)) {
-    static constexpr GDBusInterfaceVTable calls = {methodCalled, propertyRead, nullptr, {}};
+    static constexpr GDBusInterfaceVTable calls = {
+        [](auto *, auto *, auto *, auto *, const gchar *method, GVariant *body,
+           GDBusMethodInvocation *invocation,
+           gpointer self) { static_cast<BusObject *>(self)->behaviour.call(method, body, invocation); },
+        [](auto *, auto *, auto *, auto *, const gchar *property, GError **error, gpointer self) {
+            GVariant *const value = static_cast<BusObject *>(self)->behaviour.property(property);
+            // GDBus asks for one or the other.
+            if (value == nullptr)
+                g_set_error(error, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, "%s has no value", property);
+            return value;
+        },
+        nullptr,
+        {}};
     const NodeInfoPointer node(g_dbus_node_info_new_for_xml(introspection, nullptr));
     interfaceName = node->interfaces[0]->name;
     registration =
@@ -50,21 +62,6 @@ BusObject::~BusObject() {
 void BusObject::emit(const char *signal, GVariant *body) const {
     g_dbus_connection_emit_signal(bus, nullptr, objectPath.c_str(), interfaceName.c_str(), signal, body,
                                   nullptr);
-}
-
-void BusObject::methodCalled(GDBusConnection *, const gchar *, const gchar *, const gchar *,
-                             const gchar *method, GVariant *body, GDBusMethodInvocation *invocation,
-                             gpointer self) {
-    static_cast<BusObject *>(self)->behaviour.call(method, body, invocation);
-}
-
-GVariant *BusObject::propertyRead(GDBusConnection *, const gchar *, const gchar *, const gchar *,
-                                  const gchar *property, GError **error, gpointer self) {
-    GVariant *value = static_cast<BusObject *>(self)->behaviour.property(property);
-    // GDBus asks for one or the other.
-    if (value == nullptr)
-        g_set_error(error, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, "%s has no value", property);
-    return value;
 }
 
 std::vector<std::string> textsIn(GVariant *body, gsize place) {

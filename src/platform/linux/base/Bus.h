@@ -44,13 +44,6 @@ class BusObject {
     void emit(const char *signal, GVariant *body = nullptr) const;
 
   private:
-    static void methodCalled(GDBusConnection *bus, const gchar *sender, const gchar *path,
-                             const gchar *interface, const gchar *method, GVariant *body,
-                             GDBusMethodInvocation *invocation, gpointer self);
-    static GVariant *propertyRead(GDBusConnection *bus, const gchar *sender, const gchar *path,
-                                  const gchar *interface, const gchar *property, GError **error,
-                                  gpointer self);
-
     GDBusConnection *bus;
     std::string objectPath;
     std::string interfaceName;

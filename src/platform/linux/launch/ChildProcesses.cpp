@@ -167,17 +167,12 @@ ChildWatches::~ChildWatches() {
 }
 
 void ChildWatches::watch(pid_t child, Ended ended) {
+    const auto childEnded = [](GPid process, gint waitStatus, gpointer self) {
+        if (const auto watch = static_cast<ChildWatches *>(self)->watches.extract(process))
+            watch.mapped().ended(waitStatus);
+    };
     const guint source = g_child_watch_add(child, childEnded, this);
     watches.insert_or_assign(child, Watch{source, std::move(ended)});
-}
-
-void ChildWatches::childEnded(GPid child, gint waitStatus, gpointer self) {
-    auto &watches = static_cast<ChildWatches *>(self)->watches;
-    if (const auto found = watches.find(child); found != watches.end()) {
-        const auto ended = std::move(found->second.ended);
-        watches.erase(found);
-        ended(waitStatus);
-    }
 }
 
 } // namespace fernhop::freedesktop

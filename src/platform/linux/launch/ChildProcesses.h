@@ -66,8 +66,6 @@ class ChildWatches {
         Ended ended;
     };
 
-    static void childEnded(GPid child, gint waitStatus, gpointer self);
-
     std::map<pid_t, Watch> watches;
 };
 

@@ -42,11 +42,6 @@ class WaylandConnection {
         std::uint32_t version;
     };
 
-    static gboolean readable(gint descriptor, GIOCondition condition, gpointer self);
-    static void offered(void *self, wl_registry *, std::uint32_t name, const char *interface,
-                        std::uint32_t version);
-    static void withdrawn(void *self, wl_registry *, std::uint32_t name);
-
     wl_display *display;
     wl_registry *registry = nullptr;
     bool alive;

@@ -1,5 +1,7 @@
 #include "platform/linux/source/XWindows.h"
 
+#include "platform/linux/base/Text.h"
+
 #include <unistd.h>
 #include <xcb/res.h>
 
@@ -18,14 +20,9 @@ constexpr std::uint32_t longestList = 4096;
 
 /// WM_CLASS holds two texts, each ended by a zero byte.
 std::vector<std::string> classNames(std::string_view value) {
-    std::vector<std::string> names;
-    while (!value.empty() && names.size() < 2) {
-        const auto end = std::min(value.find('\0'), value.size());
-        if (end > 0)
-            names.emplace_back(value.substr(0, end));
-        value.remove_prefix(std::min(end + 1, value.size()));
-    }
-    return names;
+    auto names = nonEmptyPieces(value, '\0');
+    names.resize(std::min<std::size_t>(names.size(), 2));
+    return {names.begin(), names.end()};
 }
 
 std::string hostName() {
