@@ -5,6 +5,7 @@
 #include "app/DialogRequest.h"
 #include "app/SenderText.h"
 #include "main/LinuxDesktop.h"
+#include "main/NoScreen.h"
 #include "platform/CommandResult.h"
 #include "platform/Version.h"
 #include "platform/linux/applications/DesktopEntries.h"
@@ -15,7 +16,6 @@
 #include "platform/linux/dialogs-qt/QtAlerts.h"
 #include "platform/linux/dialogs-qt/Toolkit.h"
 #include "platform/linux/dialogs-qt/XEmbedIcon.h"
-#include "platform/linux/tray/NoScreen.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -6,11 +6,11 @@
 #include "cli/ResidentSession.h"
 #include "main/LinuxDesktop.h"
 #include "main/LinuxSessionReport.h"
+#include "main/NoScreen.h"
 #include "platform/linux/base/Bus.h"
 #include "platform/linux/dialogs-qt/DialogsProgram.h"
 #include "platform/linux/service/LinkService.h"
 #include "platform/linux/service/Upgrade.h"
-#include "platform/linux/tray/NoScreen.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 #include "platform/ui/Button.h"
 
