@@ -139,6 +139,22 @@ function(fernhop_wayland_protocol name xml)
     target_link_libraries(${name} PUBLIC PkgConfig::WAYLAND_CLIENT)
 endfunction()
 
+# fernhop_bus_interfaces(NAME XML...): a library with the descriptions of D-Bus interfaces that gdbus-codegen makes of these
+# files, and the header NAME.h.
+function(fernhop_bus_interfaces name)
+    pkg_check_modules(GIO_UNIX REQUIRED IMPORTED_TARGET gio-unix-2.0)
+    pkg_get_variable(generator gio-2.0 gdbus_codegen)
+    list(TRANSFORM ARGN PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/" OUTPUT_VARIABLE files)
+    set(output "${CMAKE_CURRENT_BINARY_DIR}/${name}")
+    add_custom_command(OUTPUT "${output}.h" COMMAND "${generator}" --interface-info-header --output "${output}.h" ${files}
+                       DEPENDS ${files} VERBATIM)
+    add_custom_command(OUTPUT "${output}.c" COMMAND "${generator}" --interface-info-body --output "${output}.c" ${files}
+                       DEPENDS ${files} VERBATIM)
+    add_library(${name} STATIC EXCLUDE_FROM_ALL "${output}.c" "${output}.h")
+    target_include_directories(${name} SYSTEM INTERFACE "${CMAKE_CURRENT_BINARY_DIR}")
+    target_link_libraries(${name} PUBLIC PkgConfig::GIO_UNIX)
+endfunction()
+
 # fernhop_benchmark(NAME SOURCES file... LINK target...)
 function(fernhop_benchmark name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})

@@ -5,11 +5,6 @@
 #include <utility>
 
 namespace fernhop::freedesktop {
-namespace {
-
-using NodeInfoPointer = std::unique_ptr<GDBusNodeInfo, GDelete<g_dbus_node_info_unref>>;
-
-} // namespace
 
 bool hasSessionBus(const Environment &environment) {
     if (const auto address = environment.value("DBUS_SESSION_BUS_ADDRESS"))
@@ -32,9 +27,9 @@ Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &e
     return bus;
 }
 
-BusObject::BusObject(GDBusConnection *connection, const char *path, const char *introspection,
+BusObject::BusObject(GDBusConnection *connection, const char *path, const GDBusInterfaceInfo &description,
                      Behaviour objectBehaviour)
-    : bus(connection), objectPath(path), behaviour(std::move(objectBehaviour)) {
+    : bus(connection), objectPath(path), interface(description), behaviour(std::move(objectBehaviour)) {
     static constexpr GDBusInterfaceVTable calls = {
         [](auto *, auto *, auto *, auto *, const gchar *method, GVariant *body,
            GDBusMethodInvocation *invocation,
@@ -48,10 +43,8 @@ BusObject::BusObject(GDBusConnection *connection, const char *path, const char *
         },
         nullptr,
         {}};
-    const NodeInfoPointer node(g_dbus_node_info_new_for_xml(introspection, nullptr));
-    interfaceName = node->interfaces[0]->name;
-    registration =
-        g_dbus_connection_register_object(bus, path, node->interfaces[0], &calls, this, nullptr, nullptr);
+    registration = g_dbus_connection_register_object(bus, path, const_cast<GDBusInterfaceInfo *>(&interface),
+                                                     &calls, this, nullptr, nullptr);
 }
 
 BusObject::~BusObject() {
@@ -60,8 +53,7 @@ BusObject::~BusObject() {
 }
 
 void BusObject::emit(const char *signal, GVariant *body) const {
-    g_dbus_connection_emit_signal(bus, nullptr, objectPath.c_str(), interfaceName.c_str(), signal, body,
-                                  nullptr);
+    g_dbus_connection_emit_signal(bus, nullptr, objectPath.c_str(), interface.name, signal, body, nullptr);
 }
 
 std::vector<std::string> textsIn(GVariant *body, gsize place) {

@@ -30,9 +30,10 @@ class BusObject {
         std::function<GVariant *(std::string_view property)> property;
     };
 
-    /// `introspection` is an XML document whose first interface this is. `bus` outlives the object.
+    /// `bus` and `interface` outlive the object.
     /// Where the connection has this interface at this path already, the new object is not registered.
-    BusObject(GDBusConnection *bus, const char *path, const char *introspection, Behaviour behaviour);
+    BusObject(GDBusConnection *bus, const char *path, const GDBusInterfaceInfo &interface,
+              Behaviour behaviour);
     ~BusObject();
     BusObject(const BusObject &) = delete;
     BusObject &operator=(const BusObject &) = delete;
@@ -46,7 +47,7 @@ class BusObject {
   private:
     GDBusConnection *bus;
     std::string objectPath;
-    std::string interfaceName;
+    const GDBusInterfaceInfo &interface;
     Behaviour behaviour;
     guint registration = 0;
 };

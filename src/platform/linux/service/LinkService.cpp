@@ -4,6 +4,8 @@
 #include "platform/Version.h"
 #include "platform/linux/base/GPointer.h"
 
+#include <fernhop_service_interfaces.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -11,43 +13,6 @@
 
 namespace fernhop::freedesktop {
 namespace {
-
-constexpr const char *ownInterface = R"xml(
-<node>
-  <interface name="org.fernhop.Fernhop">
-    <method name="OpenLinks">
-      <arg type="aay" name="links" direction="in"/>
-      <arg type="a{sv}" name="platform_data" direction="in"/>
-      <arg type="a(us)" name="unopened" direction="out"/>
-    </method>
-    <method name="Perform">
-      <arg type="as" name="arguments" direction="in"/>
-      <arg type="ay" name="input" direction="in"/>
-      <arg type="a{sv}" name="platform_data" direction="in"/>
-      <arg type="i" name="status" direction="out"/>
-      <arg type="s" name="output" direction="out"/>
-      <arg type="s" name="errors" direction="out"/>
-    </method>
-  </interface>
-</node>)xml";
-
-constexpr const char *applicationInterface = R"(
-<node>
-  <interface name="org.freedesktop.Application">
-    <method name="Activate">
-      <arg type="a{sv}" name="platform_data" direction="in"/>
-    </method>
-    <method name="Open">
-      <arg type="as" name="uris" direction="in"/>
-      <arg type="a{sv}" name="platform_data" direction="in"/>
-    </method>
-    <method name="ActivateAction">
-      <arg type="s" name="action_name" direction="in"/>
-      <arg type="av" name="parameter" direction="in"/>
-      <arg type="a{sv}" name="platform_data" direction="in"/>
-    </method>
-  </interface>
-</node>)";
 
 std::string bytesOf(GVariant *bytes) {
     gsize length = 0;
@@ -199,8 +164,8 @@ LinkService::LinkService(GDBusConnection *connection, LinkDispatcher &linkDispat
 bool LinkService::exportObject() {
     const BusObject::Behaviour behaviour{
         [this](auto method, auto *body, auto *invocation) { call(method, body, invocation); }, {}};
-    for (const char *introspection : {ownInterface, applicationInterface})
-        interfaces.push_back(std::make_unique<BusObject>(bus, serviceObjectPath, introspection, behaviour));
+    for (const auto *interface : {&org_fernhop_fernhop_interface, &org_freedesktop_application_interface})
+        interfaces.push_back(std::make_unique<BusObject>(bus, serviceObjectPath, *interface, behaviour));
     return std::ranges::all_of(
         interfaces, &BusObject::isRegistered, [](const auto &each) -> auto & { return *each; });
 }

@@ -3,6 +3,8 @@
 #include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/MenuText.h"
 
+#include <fernhop_tray_interfaces.h>
+
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -14,45 +16,6 @@ namespace {
 
 constexpr const char *itemPath = "/StatusNotifierItem";
 constexpr const char *applicationName = "Fernhop";
-
-// Activate, SecondaryActivate and ContextMenu are left out: hosts whose call of them fails open the menu
-// themselves, which is all that a click is to do.
-constexpr const char *itemIntrospection = R"XML(
-<node>
-  <interface name="org.kde.StatusNotifierItem">
-    <property name="Category" type="s" access="read"/>
-    <property name="Id" type="s" access="read"/>
-    <property name="Title" type="s" access="read"/>
-    <property name="Status" type="s" access="read"/>
-    <property name="WindowId" type="i" access="read"/>
-    <property name="IconThemePath" type="s" access="read"/>
-    <property name="IconName" type="s" access="read"/>
-    <property name="IconPixmap" type="a(iiay)" access="read"/>
-    <property name="OverlayIconName" type="s" access="read"/>
-    <property name="OverlayIconPixmap" type="a(iiay)" access="read"/>
-    <property name="AttentionIconName" type="s" access="read"/>
-    <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
-    <property name="AttentionMovieName" type="s" access="read"/>
-    <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
-    <property name="ItemIsMenu" type="b" access="read"/>
-    <property name="Menu" type="o" access="read"/>
-    <method name="Scroll">
-      <arg type="i" name="delta" direction="in"/>
-      <arg type="s" name="orientation" direction="in"/>
-    </method>
-    <method name="ProvideXdgActivationToken">
-      <arg type="s" name="token" direction="in"/>
-    </method>
-    <signal name="NewTitle"/>
-    <signal name="NewIcon"/>
-    <signal name="NewAttentionIcon"/>
-    <signal name="NewOverlayIcon"/>
-    <signal name="NewToolTip"/>
-    <signal name="NewStatus">
-      <arg type="s" name="status"/>
-    </signal>
-  </interface>
-</node>)XML";
 
 // 18 points at each usual scale, and what panels ask for; larger ones are dropped by some hosts.
 constexpr std::array iconSides = {16, 18, 22, 24, 32, 36, 44, 48};
@@ -74,7 +37,7 @@ GVariant *pixmap(const std::vector<std::uint8_t> &pixels, int side) {
 NotifierItem::NotifierItem(GDBusConnection *connection, const char *menuPath,
                            std::function<void(const std::string &token)> tokenTaker)
     : menu(menuPath), takeToken(std::move(tokenTaker)),
-      object(connection, itemPath, itemIntrospection,
+      object(connection, itemPath, org_kde_status_notifier_item_interface,
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               [this](auto name) { return property(name); }}) {}
 

@@ -10,6 +10,7 @@
 namespace fernhop::freedesktop {
 
 using BusConnection = GObjectPointer<GDBusConnection>;
+using NodeInfoPointer = std::unique_ptr<GDBusNodeInfo, GDelete<g_dbus_node_info_unref>>;
 
 /// A connection of its own to the bus at an address.
 inline BusConnection connectTo(const std::string &address) {

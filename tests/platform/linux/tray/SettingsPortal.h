@@ -12,7 +12,7 @@ class SettingsPortal {
   public:
     SettingsPortal(const std::string &address, const char *colorScheme)
         : connection(connectTo(address)), scheme(colorScheme),
-          object(connection.get(), "/org/freedesktop/portal/desktop", introspection,
+          object(connection.get(), "/org/freedesktop/portal/desktop", *node->interfaces[0],
                  {[this](auto, auto *, auto *call) {
                       ++reads;
                       g_dbus_method_invocation_return_value(
@@ -52,6 +52,7 @@ class SettingsPortal {
         static_cast<SettingsPortal *>(self)->isThere = true;
     }
 
+    const NodeInfoPointer node{g_dbus_node_info_new_for_xml(introspection, nullptr)};
     BusConnection connection;
     const char *scheme;
     BusObject object;

@@ -18,7 +18,7 @@ class Watcher {
   public:
     explicit Watcher(const std::string &address, bool thereIsAHost = true)
         : hasHost(thereIsAHost), connection(connectTo(address)),
-          object(connection.get(), "/StatusNotifierWatcher", introspection,
+          object(connection.get(), "/StatusNotifierWatcher", *node->interfaces[0],
                  {[this](auto, auto *body, auto *call) { add(body, call); },
                   [this](auto) {
                       ++asked;
@@ -68,6 +68,7 @@ class Watcher {
     }
 
     bool hasHost;
+    const NodeInfoPointer node{g_dbus_node_info_new_for_xml(introspection, nullptr)};
     BusConnection connection;
     BusObject object;
     guint name;
