@@ -29,39 +29,29 @@ constexpr std::chrono::milliseconds longestPause{30'000};
 ProgramWatch::ProgramWatch(std::function<void()> replaced) : onReplaced(std::move(replaced)) {
     const GObjectPointer<GFile> file(g_file_new_for_path(ownProgramPath().c_str()));
     monitor.reset(g_file_monitor_file(file.get(), G_FILE_MONITOR_NONE, nullptr, nullptr));
+    const auto changed = +[](ProgramWatch *self) { self->checkAfter(settlingTime); };
     if (monitor)
-        g_signal_connect_swapped(monitor.get(), "changed", G_CALLBACK(fileChanged), this);
+        g_signal_connect_swapped(monitor.get(), "changed", G_CALLBACK(changed), this);
 }
 
 ProgramWatch::~ProgramWatch() {
     if (monitor)
         g_signal_handlers_disconnect_by_data(monitor.get(), this);
-    for (const guint source : {timer, trial})
-        if (source != 0)
-            g_source_remove(source);
-}
-
-void ProgramWatch::fileChanged(ProgramWatch *watch) {
-    watch->checkAfter(settlingTime);
+    if (trial != 0)
+        g_source_remove(trial);
 }
 
 void ProgramWatch::check() {
-    if (timer == 0 && trial == 0)
+    if (!timer.isRunning() && trial == 0)
         checkAfter(settlingTime);
 }
 
 void ProgramWatch::checkAfter(std::chrono::milliseconds newPause) {
-    if (timer != 0)
-        g_source_remove(timer);
     pause = newPause;
-    const auto look = [](gpointer self) -> gboolean {
-        auto &watch = *static_cast<ProgramWatch *>(self);
-        watch.timer = 0;
-        if (watch.trial == 0 && ownProgramWasReplaced())
-            watch.tryNewProgram();
-        return G_SOURCE_REMOVE;
-    };
-    timer = g_timeout_add(static_cast<guint>(pause.count()), look, this);
+    timer.start(pause, [this] {
+        if (trial == 0 && ownProgramWasReplaced())
+            tryNewProgram();
+    });
 }
 
 void ProgramWatch::tryNewProgram() {
@@ -82,7 +72,7 @@ void ProgramWatch::tryNewProgram() {
 
 void ProgramWatch::tried(bool succeeded) {
     // A change during the trial, for which the timer runs, calls for another one.
-    if (timer != 0)
+    if (timer.isRunning())
         return;
     if (succeeded)
         onReplaced();
@@ -93,11 +83,6 @@ void ProgramWatch::tried(bool succeeded) {
 Upgrade::Upgrade(GDBusConnection *connection, LinkService &linkService, std::function<void()> ready)
     : bus(connection), service(linkService), onReady(std::move(ready)), program([this] { begin(); }) {}
 
-Upgrade::~Upgrade() {
-    if (lastCalls != 0)
-        g_source_remove(lastCalls);
-}
-
 void Upgrade::begin() {
     service.setUpgrading([this] { proceed(); });
     if (service.isIdle())
@@ -105,21 +90,18 @@ void Upgrade::begin() {
 }
 
 void Upgrade::proceed() {
-    if (lastCalls != 0)
+    if (lastCalls.isRunning())
         return;
     if (nameReleased)
         return onReady();
     nameReleased = true;
     releaseName(bus, serviceName);
-    // The bus delivered all earlier calls before its answer; the main loop handles them before this source.
-    const auto handled = [](gpointer self) -> gboolean {
-        auto &upgrade = *static_cast<Upgrade *>(self);
-        upgrade.lastCalls = 0;
-        if (upgrade.service.isIdle())
-            upgrade.onReady();
-        return G_SOURCE_REMOVE;
+    // The bus delivered all earlier calls before its answer; the main loop handles them before this.
+    const auto handled = [this] {
+        if (service.isIdle())
+            onReady();
     };
-    lastCalls = g_idle_add_full(G_PRIORITY_LOW, handled, this, nullptr);
+    lastCalls.start({}, handled, G_PRIORITY_LOW);
 }
 
 void executeInstalledProgram(const Environment &environment) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/base/Environment.h"
+#include "platform/linux/base/Timer.h"
 #include "platform/linux/service/LinkService.h"
 
 #include <gio/gio.h>
@@ -24,7 +25,6 @@ class ProgramWatch {
     void check();
 
   private:
-    static void fileChanged(ProgramWatch *watch);
     void checkAfter(std::chrono::milliseconds pause);
     void tryNewProgram();
     void tried(bool succeeded);
@@ -32,7 +32,7 @@ class ProgramWatch {
     std::function<void()> onReplaced;
     GObjectPointer<GFileMonitor> monitor;
     std::chrono::milliseconds pause{};
-    guint timer = 0; ///< until the next look; 0: none is due
+    Timer timer;     ///< until the next look
     guint trial = 0; ///< the watch for the end of `--version`; 0: it does not run
 };
 
@@ -43,7 +43,6 @@ class Upgrade {
     /// `onReady` is called once, when no link is being handled and none can come any more. `bus` and
     /// `service` outlive this object.
     Upgrade(GDBusConnection *bus, LinkService &service, std::function<void()> onReady);
-    ~Upgrade();
     Upgrade(const Upgrade &) = delete;
     Upgrade &operator=(const Upgrade &) = delete;
 
@@ -58,7 +57,7 @@ class Upgrade {
     LinkService &service;
     std::function<void()> onReady;
     ProgramWatch program;
-    guint lastCalls = 0; ///< handles the calls that came before the name was given up
+    Timer lastCalls; ///< runs while the calls are handled that came before the name was given up
     bool nameReleased = false;
 };
 

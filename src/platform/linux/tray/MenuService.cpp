@@ -58,16 +58,11 @@ MenuService::MenuService(GDBusConnection *bus, const IconFinder &iconFinder, Per
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               property}) {}
 
-MenuService::~MenuService() {
-    if (announcement != 0)
-        g_source_remove(announcement);
-}
-
 void MenuService::setMenu(std::shared_ptr<const ui::Menu> menu) {
     latest = std::move(menu);
     // Menus that are set in one go become one announcement.
-    if (announcement == 0)
-        announcement = g_idle_add_full(G_PRIORITY_DEFAULT, announce, this, nullptr);
+    if (!announcement.isRunning())
+        announcement.start({}, [this] { announce(); });
 }
 
 void MenuService::bringUpToDate() {
@@ -78,14 +73,11 @@ void MenuService::bringUpToDate() {
     icons.forgetUnused();
 }
 
-gboolean MenuService::announce(gpointer self) {
-    auto &service = *static_cast<MenuService *>(self);
-    service.announcement = 0;
-    service.bringUpToDate();
-    const auto revision = service.tree.revision();
-    if (std::exchange(service.announcedRevision, revision) != revision)
-        service.object.emit("LayoutUpdated", g_variant_new("(ui)", revision, MenuTree::root));
-    return G_SOURCE_REMOVE;
+void MenuService::announce() {
+    bringUpToDate();
+    const auto revision = tree.revision();
+    if (std::exchange(announcedRevision, revision) != revision)
+        object.emit("LayoutUpdated", g_variant_new("(ui)", revision, MenuTree::root));
 }
 
 GVariant *MenuService::property(std::string_view name) {

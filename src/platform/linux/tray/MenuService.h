@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/base/Bus.h"
+#include "platform/linux/base/Timer.h"
 #include "platform/linux/tray/MenuProperties.h"
 #include "platform/linux/tray/MenuTree.h"
 
@@ -22,7 +23,6 @@ class MenuService {
 
     /// `bus` and `iconFinder`, which tells the icons of applications, outlive the object.
     MenuService(GDBusConnection *bus, const IconFinder &iconFinder, PerformAction perform);
-    ~MenuService();
     MenuService(const MenuService &) = delete;
     MenuService &operator=(const MenuService &) = delete;
 
@@ -44,7 +44,7 @@ class MenuService {
     void click(MenuTree::Id id) const;
     /// Takes the menu that was set last into the tree.
     void bringUpToDate();
-    static gboolean announce(gpointer self);
+    void announce();
 
     const PerformAction perform;
     MenuIcons icons;
@@ -52,7 +52,7 @@ class MenuService {
     MenuReaders readers;
     std::shared_ptr<const ui::Menu> latest; ///< null: it is in the tree already
     MenuTree::Revision announcedRevision = 0;
-    guint announcement = 0;
+    Timer announcement;
     const BusObject object;
 };
 
