@@ -1,6 +1,7 @@
 #include "main/LinuxDesktop.h"
 
 #include "platform/linux/base/PassOnPrograms.h"
+#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "settings/ReadableSetting.h"
 
 #include <filesystem>
@@ -35,13 +36,11 @@ std::shared_ptr<ApplicationMatcher> ownMatcher(const ApplicationPlaces &places) 
 } // namespace
 
 LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
-    : places(applicationPlaces(environment)), configuration(XdgSession::of(environment)),
-      layout(applicationLayout(places)), files(places.home), entries(places),
-      bundles(entries, installedFile("share/fernhop/resources")),
+    : browserVariable(environment.value("BROWSER")), places(applicationPlaces(environment)),
+      configuration(XdgSession::of(environment)), layout(applicationLayout(places)), files(places.home),
+      entries(places), bundles(entries, installedFile("share/fernhop/resources")),
       defaults(settingsPath(configuration), isReadableSetting),
-      launchServices(configuration, entries, ownID()),
-      routingDiagnostics(configuration, entries, ownID(), environment.value("BROWSER")),
-      matcher(entries, processes, OwnApplication{ownID()}),
+      launchServices(configuration, entries, ownID()), matcher(entries, processes, OwnApplication{ownID()}),
       focus(makeFocusProvider(displaysOf(environment), ownMatcher(places))), launchSignals(bus),
       senderEvidence(matcher, processes, launchSignals),
       sourceNotifications(*focus, senderEvidence, workspaceNotifications),
@@ -65,6 +64,10 @@ Platform LinuxDesktop::platform(ui::StatusBar &statusBar, ui::AlertPresenter &al
             images,
             alerts,
             layout};
+}
+
+std::vector<std::string> LinuxDesktop::routingProblems() const {
+    return freedesktop::routingProblems(configuration, entries, ownID(), browserVariable);
 }
 
 std::string installedFile(std::string_view path) {

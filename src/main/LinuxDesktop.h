@@ -7,7 +7,6 @@
 #include "platform/linux/applications/PosixFileManager.h"
 #include "platform/linux/base/Processes.h"
 #include "platform/linux/defaulthandler/FreedesktopLaunchServices.h"
-#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "platform/linux/launch/FreedesktopWorkspace.h"
 #include "platform/linux/launch/Launcher.h"
 #include "platform/linux/log/SystemLog.h"
@@ -24,8 +23,10 @@
 #include "platform/linux/tray/LinuxImages.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fernhop::freedesktop {
 
@@ -42,6 +43,10 @@ struct LinuxDesktop {
     /// the arguments.
     [[nodiscard]] Platform platform(ui::StatusBar &statusBar, ui::AlertPresenter &alerts, Sound &sound);
 
+    /// What keeps links from arriving at Fernhop, for people.
+    [[nodiscard]] std::vector<std::string> routingProblems() const;
+
+    const std::optional<std::string> browserVariable; ///< BROWSER
     const ApplicationPlaces places;
     const XdgSession configuration;
     const ApplicationLayout layout;
@@ -50,7 +55,6 @@ struct LinuxDesktop {
     const DesktopBundles bundles;
     PropertyListDefaults defaults;
     FreedesktopLaunchServices launchServices;
-    const RoutingDiagnostics routingDiagnostics;
     SystemLog log;
     CanberraSound sound;
     const Processes processes;

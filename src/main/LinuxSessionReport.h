@@ -27,9 +27,7 @@ class LinuxSessionReport : public SessionReport {
     [[nodiscard]] std::optional<std::string> settingsProblem() const override {
         return desktop.defaults.problem();
     }
-    [[nodiscard]] std::vector<std::string> problems() const override {
-        return desktop.routingDiagnostics.find();
-    }
+    [[nodiscard]] std::vector<std::string> problems() const override { return desktop.routingProblems(); }
 
   private:
     const LinuxDesktop &desktop;

@@ -1,110 +1,127 @@
 #include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 
+#include "platform/linux/defaulthandler/KdeBrowser.h"
+#include "platform/linux/defaulthandler/MimeDefaults.h"
 #include "platform/linux/defaulthandler/XfceBrowser.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace fernhop::freedesktop {
+namespace {
 
-RoutingDiagnostics::RoutingDiagnostics(XdgSession xdgSession, const DesktopEntries &desktopEntries,
-                                       std::string ownID, std::optional<std::string> browserVariable)
-    : session(std::move(xdgSession)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
-      browser(std::move(browserVariable)), defaults(session, entries), kde(session, entries),
-      xfce(session, entries) {}
+struct Diagnosis {
+    using Setting = std::optional<MimeDefaults::Setting>;
 
-std::vector<std::string> RoutingDiagnostics::find() const {
-    Problems problems;
-    findInOwnEntry(problems);
-    findInFiles(problems);
-    if (isRoutingMeant()) {
-        findInDefaults(problems);
-        findInXfce(problems);
-        findInKde(problems);
+    const XdgSession &session;
+    const DesktopEntries &entries;
+    const std::string &ownID;
+    const std::optional<std::string> &browser;
+    MimeDefaults defaults{session, entries};
+    KdeBrowser kde{session, entries};
+    XfceBrowser xfce{session, entries};
+    std::vector<std::string> problems = {};
+
+    std::vector<std::string> find() {
+        findInOwnEntry();
+        findInFiles();
+        if (isRoutingMeant()) {
+            findInDefaults();
+            findInXfce();
+            findInKde();
+        }
+        findInEnvironment();
+        return std::move(problems);
     }
-    findInEnvironment(problems);
-    return problems;
-}
 
-bool RoutingDiagnostics::isOurs(const Setting &setting) const {
-    if (!setting)
-        return false;
-    const auto preferred = isXfceOpener(setting->id) ? xfce.setting() : std::nullopt;
-    return setting->id == ownDesktopID || (preferred && preferred->id == ownDesktopID);
-}
-
-bool RoutingDiagnostics::isRoutingMeant() const {
-    const auto preferred = xfce.setting();
-    return isOurs(defaults.setting("http")) || isOurs(defaults.setting("https")) ||
-           defaults.userListNames("https", ownDesktopID) ||
-           (session.isDesktop("xfce") && preferred && preferred->id == ownDesktopID);
-}
-
-void RoutingDiagnostics::findInOwnEntry(Problems &problems) const {
-    const auto entry = entries.entry(ownDesktopID);
-    if (!entry) {
-        problems.push_back("The desktop entry " + ownDesktopID +
-                           ".desktop is not installed where this desktop looks, or its program is missing.");
-        return;
+    bool isOurs(const Setting &setting) const {
+        if (!setting)
+            return false;
+        const auto preferred = isXfceOpener(setting->id) ? xfce.setting() : std::nullopt;
+        return setting->id == ownID || (preferred && preferred->id == ownID);
     }
-    for (const std::string scheme : {"http", "https"}) {
-        if (std::ranges::find(entry->schemes, scheme) == entry->schemes.end())
-            problems.push_back("The desktop entry " + entry->path + " does not declare x-scheme-handler/" +
-                               scheme + ".");
+
+    bool isRoutingMeant() const {
+        const auto preferred = xfce.setting();
+        return isOurs(defaults.setting("http")) || isOurs(defaults.setting("https")) ||
+               defaults.userListNames("https", ownID) ||
+               (session.isDesktop("xfce") && preferred && preferred->id == ownID);
     }
-}
 
-void RoutingDiagnostics::findInFiles(Problems &problems) const {
-    for (const auto &path : defaults.decisiveUserLists()) {
-        if (defaults.isRejected(path))
-            problems.push_back(path + " is damaged, so desktops ignore all of it.");
-        if (!canReplaceConfigurationFile(path))
-            problems.push_back(path + " cannot be written, so the default browser cannot be changed.");
+    void findInOwnEntry() {
+        const auto entry = entries.entry(ownID);
+        if (!entry) {
+            problems.push_back(
+                "The desktop entry " + ownID +
+                ".desktop is not installed where this desktop looks, or its program is missing.");
+            return;
+        }
+        for (const std::string scheme : {"http", "https"}) {
+            if (std::ranges::find(entry->schemes, scheme) == entry->schemes.end())
+                problems.push_back("The desktop entry " + entry->path +
+                                   " does not declare x-scheme-handler/" + scheme + ".");
+        }
     }
-}
 
-std::string RoutingDiagnostics::describe(const std::string &scheme, const Setting &setting) const {
-    if (!setting)
-        return "No handler is set for " + scheme + " links.";
-    return scheme + " links go to " + setting->id + ", as " + setting->path + " says.";
-}
-
-void RoutingDiagnostics::findInDefaults(Problems &problems) const {
-    for (const auto *scheme : {"https", "http"}) {
-        const auto setting = defaults.setting(scheme);
-        if (!isOurs(setting))
-            problems.push_back(describe(scheme, setting));
+    void findInFiles() {
+        for (const auto &path : defaults.decisiveUserLists()) {
+            if (defaults.isRejected(path))
+                problems.push_back(path + " is damaged, so desktops ignore all of it.");
+            if (!canReplaceConfigurationFile(path))
+                problems.push_back(path + " cannot be written, so the default browser cannot be changed.");
+        }
     }
-}
 
-void RoutingDiagnostics::findInXfce(Problems &problems) const {
-    const auto preferred = xfce.setting();
-    if (!session.isDesktop("xfce") || (preferred && preferred->id == ownDesktopID))
-        return;
-    if (!preferred)
-        problems.push_back(
-            "Xfce's preferred web browser (helpers.rc) is not set; xdg-open and exo-open ask.");
-    else if (preferred->names(ownDesktopID))
-        problems.push_back("Xfce's preferred web browser (helpers.rc) is Fernhop, but its helper file is "
-                           "missing or of no use.");
-    else
-        problems.push_back("Xfce's preferred web browser (helpers.rc) is " + preferred->text +
-                           "; xdg-open and exo-open take links there.");
-}
+    static std::string describe(const std::string &scheme, const Setting &setting) {
+        if (!setting)
+            return "No handler is set for " + scheme + " links.";
+        return scheme + " links go to " + setting->id + ", as " + setting->path + " says.";
+    }
 
-void RoutingDiagnostics::findInKde(Problems &problems) const {
-    const auto preferred = kde.setting();
-    if (!session.isDesktop("kde") || !preferred || preferred->id == ownDesktopID)
-        return;
-    problems.push_back("BrowserApplication in kdeglobals is " + preferred->text +
-                       "; older KDE applications take links there." +
-                       (kde.isLocked() ? " The administrator has locked it." : ""));
-}
+    void findInDefaults() {
+        for (const auto *scheme : {"https", "http"}) {
+            const auto setting = defaults.setting(scheme);
+            if (!isOurs(setting))
+                problems.push_back(describe(scheme, setting));
+        }
+    }
 
-void RoutingDiagnostics::findInEnvironment(Problems &problems) const {
-    if (browser && !browser->empty() && browser->find("fernhop-open") == std::string::npos)
-        problems.push_back("The environment variable BROWSER is " + *browser +
-                           "; programs that follow it take links there.");
+    void findInXfce() {
+        const auto preferred = xfce.setting();
+        if (!session.isDesktop("xfce") || (preferred && preferred->id == ownID))
+            return;
+        if (!preferred)
+            problems.push_back(
+                "Xfce's preferred web browser (helpers.rc) is not set; xdg-open and exo-open ask.");
+        else if (preferred->names(ownID))
+            problems.push_back("Xfce's preferred web browser (helpers.rc) is Fernhop, but its helper file is "
+                               "missing or of no use.");
+        else
+            problems.push_back("Xfce's preferred web browser (helpers.rc) is " + preferred->text +
+                               "; xdg-open and exo-open take links there.");
+    }
+
+    void findInKde() {
+        const auto preferred = kde.setting();
+        if (!session.isDesktop("kde") || !preferred || preferred->id == ownID)
+            return;
+        problems.push_back("BrowserApplication in kdeglobals is " + preferred->text +
+                           "; older KDE applications take links there." +
+                           (kde.isLocked() ? " The administrator has locked it." : ""));
+    }
+
+    void findInEnvironment() {
+        if (browser && !browser->empty() && browser->find("fernhop-open") == std::string::npos)
+            problems.push_back("The environment variable BROWSER is " + *browser +
+                               "; programs that follow it take links there.");
+    }
+};
+
+} // namespace
+
+std::vector<std::string> routingProblems(const XdgSession &session, const DesktopEntries &entries,
+                                         const std::string &ownID,
+                                         const std::optional<std::string> &browserVariable) {
+    return Diagnosis{session, entries, ownID, browserVariable}.find();
 }
 
 } // namespace fernhop::freedesktop

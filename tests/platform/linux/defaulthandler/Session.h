@@ -34,8 +34,8 @@ class Session {
     }
 
     [[nodiscard]] std::vector<std::string> problems(const std::string &desktop,
-                                                    std::optional<std::string> browser = {}) const {
-        return RoutingDiagnostics(places(desktop), entries, ownID, std::move(browser)).find();
+                                                    const std::optional<std::string> &browser = {}) const {
+        return routingProblems(places(desktop), entries, ownID, browser);
     }
 
     [[nodiscard]] std::string config(const std::string &name) const { return home.config() + '/' + name; }
