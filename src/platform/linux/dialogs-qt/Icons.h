@@ -40,8 +40,4 @@ bool paintIcon(QPainter &painter, const QIcon &icon, const QRectF &area);
 /// application: the theme's, or our own in `ink`.
 void paintApplicationIcon(QPainter &painter, const std::string &icon, const QRectF &area, const QColor &ink);
 
-/// Draws Fernhop's own icon into `square`, as it is installed with the program, for where the icon theme does
-/// not have it.
-void paintOwnIcon(QPainter &painter, const QRectF &square);
-
 } // namespace fernhop::freedesktop

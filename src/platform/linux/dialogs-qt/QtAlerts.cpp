@@ -10,12 +10,18 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+// The library is a static one, and what is declared for this may stand in no namespace.
+static void loadResources() {
+    Q_INIT_RESOURCE(OwnIcon);
+}
+
 namespace fernhop::freedesktop {
 
 namespace {
 
 QIcon ownIcon() {
-    return QIcon::fromTheme(QStringLiteral("org.fernhop.Fernhop"), paintedIcon(paintOwnIcon));
+    loadResources();
+    return QIcon::fromTheme(QStringLiteral("org.fernhop.Fernhop"), QIcon(QStringLiteral(":/own-icon.png")));
 }
 
 QWidget *makeOwnPicture(QWidget *parent) {
