@@ -1,8 +1,90 @@
 #include "platform/linux/dialogs-qt/DialogsProgram.h"
 
+#include "platform/Version.h"
+#include "platform/linux/base/GPointer.h"
+
 #include <utility>
+#include <vector>
 
 namespace fernhop::freedesktop {
+
+/// It has a connection to the resident as its standard input, and runs from construction to its own end, at
+/// the latest to destruction.
+class HelperProgram {
+  public:
+    struct Callbacks {
+        std::function<void(const Message &)> received;
+        /// Called once, after the last message; may destroy the object.
+        std::function<void(ExitStatus)> ended;
+    };
+
+    /// `command` is the program's path and its arguments. `startupID` tells the display server on whose
+    /// behalf its first window shows; empty: nobody's. Null when the program cannot be started.
+    [[nodiscard]] static std::unique_ptr<HelperProgram>
+    start(const std::vector<std::string> &command, const std::string &startupID, Callbacks callbacks);
+
+    /// Kills the program if it still runs.
+    ~HelperProgram() {
+        g_cancellable_cancel(waiting.get());
+        kill();
+    }
+    HelperProgram(const HelperProgram &) = delete;
+    HelperProgram &operator=(const HelperProgram &) = delete;
+
+    void send(const Message &message) const { connection.send(message); }
+
+    /// Ends the program at once, also one that hangs; `ended` is called as at any other end.
+    void kill() { g_subprocess_force_exit(process.get()); }
+
+  private:
+    HelperProgram(GObjectPointer<GSubprocess> started, FileDescriptor end, Callbacks callbacks);
+
+    const GObjectPointer<GSubprocess> process;
+    const GObjectPointer<GCancellable> waiting{g_cancellable_new()};
+    const Callbacks call;
+    MessageSocket connection;
+};
+
+std::unique_ptr<HelperProgram> HelperProgram::start(const std::vector<std::string> &command,
+                                                    const std::string &startupID, Callbacks callbacks) {
+    auto [ownEnd, otherEnd] = MessageSocket::makePair();
+    if (!ownEnd)
+        return nullptr;
+    const GObjectPointer<GSubprocessLauncher> launcher(g_subprocess_launcher_new(G_SUBPROCESS_FLAGS_NONE));
+    g_subprocess_launcher_take_stdin_fd(launcher.get(), otherEnd.release());
+    // Those of the resident are used up.
+    g_subprocess_launcher_unsetenv(launcher.get(), "XDG_ACTIVATION_TOKEN");
+    g_subprocess_launcher_unsetenv(launcher.get(), "DESKTOP_STARTUP_ID");
+    if (!startupID.empty())
+        g_subprocess_launcher_setenv(launcher.get(), "DESKTOP_STARTUP_ID", startupID.c_str(), TRUE);
+    std::vector<const char *> words;
+    for (const std::string &word : command)
+        words.push_back(word.c_str());
+    words.push_back(programVersion()); // an upgrade may have replaced one of the two programs
+    words.push_back(nullptr);
+    GObjectPointer<GSubprocess> started(g_subprocess_launcher_spawnv(launcher.get(), words.data(), nullptr));
+    if (!started)
+        return nullptr;
+    return std::unique_ptr<HelperProgram>(
+        new HelperProgram(std::move(started), std::move(ownEnd), std::move(callbacks)));
+}
+
+HelperProgram::HelperProgram(GObjectPointer<GSubprocess> started, FileDescriptor end, Callbacks callbacks)
+    : process(std::move(started)), call(std::move(callbacks)), connection(std::move(end)) {
+    connection.listen(call.received, [] {}); // its end is told by the process's
+    const auto waited = [](GObject *source, GAsyncResult *result, gpointer self) {
+        auto *const subprocess = G_SUBPROCESS(source);
+        // Cancelled, there is no object any more.
+        if (!g_subprocess_wait_finish(subprocess, result, nullptr))
+            return;
+        static_cast<HelperProgram *>(self)->connection.receiveWaiting();
+        const auto ended = static_cast<HelperProgram *>(self)->call.ended;
+        ended(g_subprocess_get_if_exited(subprocess) ? ExitStatus(g_subprocess_get_exit_status(subprocess))
+                                                     : std::nullopt);
+    };
+    g_subprocess_wait_async(process.get(), waiting.get(), waited, this);
+}
+
 namespace {
 
 constexpr const char *dark = "dark", *light = "light";
@@ -36,6 +118,8 @@ std::optional<ui::AppearanceName> appearanceOfWord(const std::string &word) {
 DialogsProgram::DialogsProgram(std::string programPath, std::chrono::milliseconds hangsAfter,
                                Callbacks callbacks)
     : path(std::move(programPath)), patience(hangsAfter), call(std::move(callbacks)) {}
+
+DialogsProgram::~DialogsProgram() = default;
 
 void DialogsProgram::open(const std::string &selector, const std::string &subject, const std::string &token) {
     Request request{{message::open, selector, subject, token}};
@@ -97,6 +181,8 @@ IconProgram::IconProgram(std::string programPath, std::string busName)
     : path(std::move(programPath)), item(std::move(busName)) {
     start();
 }
+
+IconProgram::~IconProgram() = default;
 
 void IconProgram::start() {
     program = HelperProgram::start({path, iconMode, item}, "",

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/base/Timer.h"
-#include "platform/linux/dialogs-qt/HelperProgram.h"
+#include "platform/linux/dialogs-qt/MessageSocket.h"
 #include "platform/linux/tray/EmbeddedTray.h"
 #include "platform/ui/Appearance.h"
 
@@ -12,6 +12,11 @@
 #include <string>
 
 namespace fernhop::freedesktop {
+
+/// What the program `fernhop-dialogs` is to do, by its first argument: show a dialog, or show in XEmbed trays
+/// the item of the connection to the bus whose unique name is the second argument.
+inline constexpr const char *dialogMode = "dialog";
+inline constexpr const char *iconMode = "icon";
 
 /// What the resident and the programs that it shows windows with tell each other, by first words.
 namespace message {
@@ -32,6 +37,12 @@ inline constexpr const char *perform = "perform";
 
 /// The exit status of a program that found no display to show windows on.
 inline constexpr int noDisplayStatus = 3;
+
+/// How a program ended: its exit status, or nothing when it crashed or was killed.
+using ExitStatus = std::optional<int>;
+
+/// A program of Fernhop that the resident runs beside itself.
+class HelperProgram;
 
 /// An appearance as the message of that name carries it.
 [[nodiscard]] std::string appearanceWord(std::optional<ui::AppearanceName> appearance);
@@ -54,6 +65,7 @@ class DialogsProgram {
     /// `programPath` is the program's file. A running program that leaves a request unanswered for
     /// `patience` counts as hung, and is killed.
     DialogsProgram(std::string programPath, std::chrono::milliseconds patience, Callbacks callbacks);
+    ~DialogsProgram();
     DialogsProgram(const DialogsProgram &) = delete;
     DialogsProgram &operator=(const DialogsProgram &) = delete;
 
@@ -90,6 +102,7 @@ class IconProgram : public EmbeddedIcon {
     /// `programPath` is the program's file; the item is that of the connection with the unique name
     /// `busName`.
     IconProgram(std::string programPath, std::string busName);
+    ~IconProgram() override;
     IconProgram(const IconProgram &) = delete;
     IconProgram &operator=(const IconProgram &) = delete;
 
