@@ -52,7 +52,9 @@ class Dialogs {
         : resident(residentConnection()), sound(resident), desktop(environment, nullptr),
           alerts({[this](ui::Selector action, const Object &sender) { perform(action, sender); },
                   [this](const std::string &path) { return iconOfEntry(path); }},
-                 [this] { resident.send({message::handled}); }),
+                 [this] {
+                     resident.send({message::handled, request});
+                 }),
           statusBar([this] { hasChanges = true; }), delegate(desktop.platform(statusBar, alerts, sound)) {}
 
     void run() {
@@ -70,15 +72,18 @@ class Dialogs {
         if (message.front() == message::appearance && message.size() == 2)
             alerts.setAppearance(appearanceOfWord(message[1]));
         // Later, as the next message must be heard while a dialog is open.
-        if (message.front() == message::open && message.size() == 4)
-            callSoon([this, message] { open({message[1], message[2]}, message[3]); });
+        if (message.front() == message::open && message.size() == 5)
+            callSoon([this, message] {
+                request = message[4];
+                open({message[1], message[2]}, message[3]);
+            });
     }
 
-    void open(const DialogRequest &request, const std::string &token) {
+    void open(const DialogRequest &dialog, const std::string &token) {
         alerts.setActivationToken(token);
         const bool isFirst = !std::exchange(isOpen, true);
-        openDialog(delegate, request); // or brings the open one to the front, which the rest is for
-        resident.send({message::handled});
+        openDialog(delegate, dialog); // or brings the open one to the front, which the rest is for
+        resident.send({message::handled, request});
         if (!isFirst)
             return;
         if (hasChanges)
@@ -106,6 +111,7 @@ class Dialogs {
     QtAlerts alerts;
     NoStatusBar statusBar;
     AppDelegate delegate;
+    std::string request; ///< the number of the last one that was handled, or is being handled
     bool isOpen = false;
     bool hasChanges = false;
 };

@@ -122,7 +122,7 @@ DialogsProgram::DialogsProgram(std::string programPath, std::chrono::millisecond
 DialogsProgram::~DialogsProgram() = default;
 
 void DialogsProgram::open(const std::string &selector, const std::string &subject, const std::string &token) {
-    Request request{{message::open, selector, subject, token}};
+    Request request{{message::open, selector, subject, token, std::to_string(++requests)}};
     if (!program)
         return start(std::move(request));
     program->send(request.message);
@@ -139,7 +139,7 @@ void DialogsProgram::setAppearance(std::optional<ui::AppearanceName> newAppearan
 
 void DialogsProgram::start(Request request) {
     program = HelperProgram::start(
-        {path, dialogMode}, request.message.back(),
+        {path, dialogMode}, request.message[3],
         {[this](const auto &message) { received(message); }, [this](ExitStatus status) { ended(status); }});
     if (!program)
         return call.failed("cannot start " + path, true);
@@ -152,6 +152,8 @@ void DialogsProgram::start(Request request) {
 void DialogsProgram::received(const Message &message) {
     const std::string &word = message.front();
     if (word == message::handled) {
+        if (!unanswered || message.back() != unanswered->message.back())
+            return;
         unanswered.reset();
         timer.stop();
     } else if (word == message::changed) {

@@ -20,12 +20,13 @@ inline constexpr const char *iconMode = "icon";
 
 /// What the resident and the programs that it shows windows with tell each other, by first words.
 namespace message {
-/// To the program: open a dialog, by its action's selector, the rule's or application's identifier, and the
-/// activation token (empty: none). With one open already, that one comes to the front instead.
+/// To the program: open a dialog, by its action's selector, the rule's or application's identifier, the
+/// activation token (empty: none), and the request's number. With one open already, that one comes to the
+/// front instead.
 inline constexpr const char *open = "open";
 /// To the program: the appearance that the user asks for, "dark", "light", or empty where nobody says.
 inline constexpr const char *appearance = "appearance";
-/// From the program: the last `open` was handled.
+/// From the program: the `open` of this number was handled. Another one may be on its way meanwhile.
 inline constexpr const char *handled = "handled";
 /// From the program: settings or the default browser were changed.
 inline constexpr const char *changed = "changed";
@@ -92,6 +93,7 @@ class DialogsProgram {
     std::string appearance;
     std::unique_ptr<HelperProgram> program; ///< null: does not run
     std::optional<Request> unanswered;
+    unsigned requests = 0;
     Timer timer; ///< runs while a program that showed a dialog is asked again
 };
 

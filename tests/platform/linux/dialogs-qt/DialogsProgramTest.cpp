@@ -32,15 +32,17 @@ class DialogsProgramTest : public testing::Test {
     /// A program of these lines of Python, where `resident` is the connection and `said()` what comes next.
     [[nodiscard]] std::string script(const std::string &lines) {
         const std::string path = home.root() + "/program";
-        home.writeProgram(path, "#!/usr/bin/python3\n"
-                                "import os, socket, sys, time\n"
-                                "resident = socket.socket(fileno=0)\n"
-                                "started = open('" +
-                                    home.root() +
-                                    "/started', 'a')\n"
-                                    "print(file=started, flush=True)\n"
-                                    "def said(): return resident.recv(1000).decode().split('\\0')\n" +
-                                    lines);
+        home.writeProgram(path,
+                          "#!/usr/bin/python3\n"
+                          "import os, socket, sys, time\n"
+                          "resident = socket.socket(fileno=0)\n"
+                          "started = open('" +
+                              home.root() +
+                              "/started', 'a')\n"
+                              "print(file=started, flush=True)\n"
+                              "def said(): return resident.recv(1000).decode().split('\\0')\n"
+                              "def answer(request): resident.send(b'handled\\0' + request[-1].encode())\n" +
+                              lines);
         return path;
     }
     [[nodiscard]] std::size_t starts() const { return std::filesystem::file_size(home.root() + "/started"); }
@@ -73,11 +75,11 @@ TEST_F(DialogsProgramTest, WithoutADisplayNothingOpens) {
 
 TEST_F(DialogsProgramTest, TellsTheProgramWhatToShowAndDoesWhatItAsks) {
     const auto program = dialogs(script("appearance, request = said(), said()\n"
-                                        "resident.send(b'handled')\n"
+                                        "answer(request)\n"
                                         "later = said()\n"
                                         "resident.send(b'beep')\n"
                                         "resident.send('\\0'.join(['perform', request[1], "
-                                        "'|'.join(request[2:] + appearance[1:] + later[1:])]).encode())\n"
+                                        "'|'.join(request[2:-1] + appearance[1:] + later[1:])]).encode())\n"
                                         "resident.send(b'changed')\n"));
     program->setAppearance(ui::AppearanceName::darkAqua);
     program->open("editURLRule:", "rule", "token");
@@ -89,14 +91,27 @@ TEST_F(DialogsProgramTest, TellsTheProgramWhatToShowAndDoesWhatItAsks) {
 }
 
 TEST_F(DialogsProgramTest, RequestThatComesWhileTheProgramEndsIsOpenedByTheNext) {
-    const auto program = dialogs(script("said(), said()\n"
-                                        "resident.send(b'handled')\n"
+    const auto program = dialogs(script("said(), answer(said())\n"
                                         "resident.send(b'beep')\n"
                                         "time.sleep(0.2)\n"));
     program->open("showFeedbackDialog", "", "");
     ASSERT_TRUE(becomes([this] { return beeps == 1; }));
     program->open("showFeedbackDialog", "", "");
     EXPECT_TRUE(becomes([this] { return beeps == 2; }));
+    EXPECT_EQ(starts(), 2U);
+    EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(DialogsProgramTest, AnswerToAnEarlierRequestDoesNotCountForTheNext) {
+    const auto program = dialogs(script("said()\n"
+                                        "first = said()\n"
+                                        "resident.send(b'beep')\n"
+                                        "said()\n"
+                                        "answer(first)\n"));
+    program->open("showFeedbackDialog", "", "");
+    ASSERT_TRUE(becomes([this] { return beeps == 1; }));
+    program->open("showFeedbackDialog", "", "");
+    EXPECT_TRUE(becomes([this] { return beeps == 2; })) << "the next one opened it";
     EXPECT_EQ(starts(), 2U);
     EXPECT_TRUE(failures.empty());
 }
@@ -110,8 +125,7 @@ TEST_F(DialogsProgramTest, OneThatCrashesBeforeItsDialogIsStartedOnceMore) {
 }
 
 TEST_F(DialogsProgramTest, OneThatCrashesLaterIsNotStartedAgain) {
-    const auto program = dialogs(script("said(), said()\n"
-                                        "resident.send(b'handled')\n"
+    const auto program = dialogs(script("said(), answer(said())\n"
                                         "os.abort()\n"));
     program->open("showFeedbackDialog", "", "");
     EXPECT_TRUE(becomes([this] { return failures.size() == 1; }));
@@ -120,8 +134,7 @@ TEST_F(DialogsProgramTest, OneThatCrashesLaterIsNotStartedAgain) {
 }
 
 TEST_F(DialogsProgramTest, OneThatHangsIsEndedWhenItIsAskedAgain) {
-    const auto program = dialogs(script("said(), said()\n"
-                                        "resident.send(b'handled')\n"
+    const auto program = dialogs(script("said(), answer(said())\n"
                                         "resident.send(b'beep')\n"
                                         "time.sleep(1000)\n"),
                                  std::chrono::milliseconds(50));
