@@ -43,8 +43,11 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
       launchServices(configuration, entries, ownID()), matcher(entries, processes, OwnApplication{ownID()}),
       focus(makeFocusProvider(displaysOf(environment), ownMatcher(places))), launchSignals(bus),
       senderEvidence(matcher, processes, launchSignals),
-      sourceNotifications(*focus, senderEvidence, workspaceNotifications),
-      links(currentDelivery, [this](const LinkSender &sender) { sourceNotifications.linkArrives(sender); }),
+      sourceNotifications(*focus, senderEvidence, launchSignals, workspaceNotifications),
+      links(currentDelivery,
+            [this](const LinkSender &sender, std::function<void()> handle) {
+                sourceNotifications.linkArrives(sender, std::move(handle));
+            }),
       launcher({environment, bus, focus.get()}), workspace(entries, *focus, launcher, currentDelivery),
       icons(entries, iconFolders(places)) {}
 

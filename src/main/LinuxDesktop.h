@@ -62,7 +62,7 @@ struct LinuxDesktop {
     const std::unique_ptr<FocusProvider> focus;
     PostingNotificationCenter workspaceNotifications;
     PostingNotificationCenter distributedNotifications;
-    const LaunchSignals launchSignals;
+    LaunchSignals launchSignals;
     SenderEvidence senderEvidence;
     SourceNotifications sourceNotifications;
     CurrentDelivery currentDelivery;

@@ -15,15 +15,16 @@ class BusSender {
   public:
     explicit BusSender(const std::string &address) : bus(connect(address)) {}
 
-    /// Opens links in one call to Fernhop.
-    void open(const std::vector<std::string> &links) {
+    /// Opens links in one call to Fernhop; `data` is its platform data, null for none.
+    void open(const std::vector<std::string> &links, GVariant *data = nullptr) {
         GVariantBuilder list;
         g_variant_builder_init(&list, G_VARIANT_TYPE_STRING_ARRAY);
         for (const auto &link : links)
             g_variant_builder_add(&list, "s", link.c_str());
         g_dbus_connection_call(
             bus.get(), "org.fernhop.Fernhop", "/org/fernhop/Fernhop", "org.freedesktop.Application", "Open",
-            g_variant_new("(as@a{sv})", &list, g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0)),
+            g_variant_new("(as@a{sv})", &list,
+                          data ? data : g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0)),
             nullptr, G_DBUS_CALL_FLAGS_NONE, G_MAXINT, nullptr, ended, this);
     }
 

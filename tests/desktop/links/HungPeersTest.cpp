@@ -1,5 +1,6 @@
 // Programs that Fernhop talks to have been stopped, and stay so: links go on, and the command line answers.
 
+#include "BusSender.h"
 #include "LinkSession.h"
 #include "StoppedClient.h"
 #include "platform/linux/base/Files.h"
@@ -152,6 +153,59 @@ TEST_P(HungPeers, DoNotHoldUpLinksLater) {
     ASSERT_EQ(session.open({"https://0/"}), 0) << session.output();
     peer->stop();
     expectService();
+}
+
+/// What starts Fernhop's program for links as GIO does, but sends no signal about it.
+class LauncherWithoutSignal : public testing::Test {
+  protected:
+    void SetUp() override {
+        session.startBus();
+        session.startFernhop();
+    }
+
+    LinkSession session;
+};
+
+constexpr std::size_t manyLinks = 40;
+
+std::vector<std::string> numbered(const std::string &link) {
+    std::vector<std::string> links;
+    for (std::size_t number = 0; number < manyLinks; ++number)
+        links.push_back(link + std::to_string(number));
+    return links;
+}
+
+TEST_F(LauncherWithoutSignal, HoldsUpNobodyElse) {
+    // Any program may say that it was started in this way.
+    const std::string program = session.home.root() + "/bin/fernhop-open";
+    std::filesystem::create_directories(session.home.root() + "/bin");
+    std::filesystem::copy_file("/bin/sleep", program);
+    const auto launched = session.start({program, "1000"});
+    BusSender sender(session.bus->address());
+    for (const auto &link : numbered("https://claim/")) {
+        GVariantDict data;
+        g_variant_dict_init(&data, nullptr);
+        g_variant_dict_insert(&data, "launched-pid", "i", static_cast<int>(launched->pid()));
+        sender.open({link}, g_variant_dict_end(&data));
+    }
+    const auto stub = session.start({session.program("fernhop-open"), "https://other/"});
+    const auto status = session.start({session.program("fernhop"), "status"});
+    EXPECT_TRUE(support::waitUntil([&] { return !status->isRunning() && !stub->isRunning(); }));
+    EXPECT_TRUE(support::runUntil([&] { return sender.answered == manyLinks; }));
+    auto expected = numbered("https://claim/");
+    auto links = session.opened(manyLinks + 1);
+    EXPECT_EQ(std::erase(links, "https://other/"), 1U);
+    EXPECT_EQ(links, expected);
+}
+
+TEST_F(LauncherWithoutSignal, IsWaitedForOnce) {
+    const std::string asGio = "GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec \"$@\"";
+    const auto launcher =
+        session.start({"sh", "-c",
+                       "for number in $(seq 0 39); do sh -c '" + asGio + "' sh " +
+                           session.program("fernhop-open") + " https://1/$number; done; true"});
+    EXPECT_TRUE(support::waitUntil([&] { return !launcher->isRunning(); })) << session.output();
+    EXPECT_EQ(session.opened(manyLinks), numbered("https://1/"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, HungPeers, testing::ValuesIn(kinds),

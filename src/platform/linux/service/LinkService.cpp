@@ -127,8 +127,7 @@ DeliveredLinks deliveredLinks(GVariant *body) {
     return delivered;
 }
 
-LinkDispatcher::LinkDispatcher(CurrentDelivery &currentDelivery,
-                               std::function<void(const LinkSender &)> whenArrived)
+LinkDispatcher::LinkDispatcher(CurrentDelivery &currentDelivery, Arrived whenArrived)
     : current(currentDelivery), arrived(std::move(whenArrived)) {}
 
 void LinkDispatcher::setEventHandler(LinkEventHandler newHandler, FourCharCode eventClass,
@@ -140,8 +139,15 @@ void LinkDispatcher::setEventHandler(LinkEventHandler newHandler, FourCharCode e
 }
 
 void LinkDispatcher::deliver(DeliveredLinks delivered, LinkDelivery::Handled onHandled) {
-    if (arrived)
-        arrived(delivered.sender);
+    if (!arrived)
+        return handOverAll(std::move(delivered), std::move(onHandled));
+    const LinkSender sender = delivered.sender;
+    arrived(sender, [this, links = std::move(delivered), handled = std::move(onHandled)]() mutable {
+        handOverAll(std::move(links), std::move(handled));
+    });
+}
+
+void LinkDispatcher::handOverAll(DeliveredLinks delivered, LinkDelivery::Handled onHandled) {
     auto delivery = std::make_shared<LinkDelivery>(delivered.sender.tokens, std::move(onHandled));
     for (std::size_t index = 0; index < delivered.links.size(); ++index)
         handOver(delivery, index, std::move(delivered.links[index]));

@@ -22,9 +22,12 @@ namespace fernhop::freedesktop {
 /// Hands the links that reach this process to the controller as GetURL events. Main thread only.
 class LinkDispatcher : public LinkEvents {
   public:
-    /// `arrived` is told of each sender before its first link is handled; it may be empty. `current` outlives
-    /// this object.
-    LinkDispatcher(CurrentDelivery &current, std::function<void(const LinkSender &)> arrived);
+    /// Is told of the sender of links, and calls `handle` when they can be handled, possibly later.
+    using Arrived = std::function<void(const LinkSender &sender, std::function<void()> handle)>;
+
+    /// Without `arrived` links are handled at once. `current` outlives this object, which outlives what
+    /// `arrived` does later.
+    LinkDispatcher(CurrentDelivery &current, Arrived arrived);
 
     void setEventHandler(LinkEventHandler handler, FourCharCode eventClass, FourCharCode eventID) override;
 
@@ -33,10 +36,11 @@ class LinkDispatcher : public LinkEvents {
     void deliver(DeliveredLinks links, LinkDelivery::Handled onHandled);
 
   private:
+    void handOverAll(DeliveredLinks links, LinkDelivery::Handled onHandled);
     void handOver(const std::shared_ptr<LinkDelivery> &delivery, std::size_t index, std::string link);
 
     CurrentDelivery &current;
-    std::function<void(const LinkSender &)> arrived;
+    Arrived arrived;
     LinkEventHandler handler;
 };
 

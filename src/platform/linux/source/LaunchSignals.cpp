@@ -1,12 +1,9 @@
 #include "platform/linux/source/LaunchSignals.h"
 
 #include <algorithm>
-#include <chrono>
-#include <condition_variable>
-#include <deque>
 #include <limits>
-#include <mutex>
 #include <utility>
+#include <vector>
 
 namespace fernhop::freedesktop {
 namespace {
@@ -31,13 +28,6 @@ std::string bytesOf(GVariant *dictionary, const char *key) {
     return value ? g_variant_get_bytestring(value.get()) : std::string();
 }
 
-bool isLaunch(GDBusMessage *message) {
-    return g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_SIGNAL &&
-           g_strcmp0(g_dbus_message_get_interface(message), interfaceName) == 0 &&
-           g_strcmp0(g_dbus_message_get_member(message), signalName) == 0 &&
-           g_strcmp0(g_dbus_message_get_path(message), signalPath) == 0;
-}
-
 /// Reads the parameters of a signal: (desktop file, display name, child's pid, URIs, more). Any program may
 /// send it, with any content; nothing when it names no child.
 std::optional<ApplicationLaunch> launchOfSignal(GVariant *parameters) {
@@ -57,75 +47,56 @@ std::optional<ApplicationLaunch> launchOfSignal(GVariant *parameters) {
 
 } // namespace
 
-/// The latest launches, written on the connection's thread and read on the main one.
-class LaunchSignals::Memory {
-  public:
-    void add(ApplicationLaunch launch) {
-        {
-            const std::lock_guard lock(mutex);
-            latest.push_front(std::move(launch));
-            if (latest.size() > remembered)
-                latest.pop_back();
-        }
-        added.notify_all();
-    }
-
-    [[nodiscard]] std::optional<ApplicationLaunch> launchOf(pid_t child,
-                                                            std::chrono::milliseconds wait) const {
-        std::unique_lock lock(mutex);
-        std::optional<ApplicationLaunch> launch;
-        added.wait_for(lock, wait, [&] {
-            const auto found = std::ranges::find(latest, child, &ApplicationLaunch::child);
-            if (found != latest.end())
-                launch = *found;
-            return launch.has_value();
-        });
-        return launch;
-    }
-
-  private:
-    mutable std::mutex mutex;
-    mutable std::condition_variable added;
-    std::deque<ApplicationLaunch> latest; ///< the newest first
-};
-
-// The subscription makes the bus send us the signals; the filter sees them as they arrive, even while the
-// main thread waits for one.
 LaunchSignals::LaunchSignals(GDBusConnection *sessionBus)
-    : bus(sessionBus ? static_cast<GDBusConnection *>(g_object_ref(sessionBus)) : nullptr),
-      memory(std::make_shared<Memory>()) {
-    if (!bus)
-        return;
-    const GDBusSignalCallback ignore = [](auto *, auto *, auto *, auto *, auto *, auto *, auto) {};
-    subscription =
-        g_dbus_connection_signal_subscribe(bus.get(), nullptr, interfaceName, signalName, signalPath, nullptr,
-                                           G_DBUS_SIGNAL_FLAGS_NONE, ignore, nullptr, nullptr);
-    using Shared = std::shared_ptr<Memory>;
-    const GDBusMessageFilterFunction remember = [](auto *, GDBusMessage *message, gboolean incoming,
-                                                   gpointer shared) {
-        if (incoming && isLaunch(message))
-            if (auto launch = launchOfSignal(g_dbus_message_get_body(message)))
-                (*static_cast<Shared *>(shared))->add(std::move(*launch));
-        return message;
-    };
-    // The filter may still run on its thread after it has been removed, so it shares the memory.
-    filter = g_dbus_connection_add_filter(bus.get(), remember, new Shared(memory),
-                                          [](gpointer shared) { delete static_cast<Shared *>(shared); });
+    : bus(sessionBus ? static_cast<GDBusConnection *>(g_object_ref(sessionBus)) : nullptr) {
+    if (bus)
+        subscription =
+            g_dbus_connection_signal_subscribe(bus.get(), nullptr, interfaceName, signalName, signalPath,
+                                               nullptr, G_DBUS_SIGNAL_FLAGS_NONE, received, this, nullptr);
 }
 
 LaunchSignals::~LaunchSignals() {
-    if (!bus)
+    if (bus)
+        g_dbus_connection_signal_unsubscribe(bus.get(), subscription);
+}
+
+void LaunchSignals::received(GDBusConnection *, const gchar *, const gchar *, const gchar *, const gchar *,
+                             GVariant *parameters, gpointer self) {
+    auto &signals = *static_cast<LaunchSignals *>(self);
+    auto launch = launchOfSignal(parameters);
+    if (!launch)
         return;
-    g_dbus_connection_remove_filter(bus.get(), filter);
-    g_dbus_connection_signal_unsubscribe(bus.get(), subscription);
+    const pid_t child = launch->child;
+    signals.latest.push_front(std::move(*launch));
+    if (signals.latest.size() > remembered)
+        signals.latest.pop_back();
+    signals.endWaits([child](const Wait &wait) { return wait.child == child; });
 }
 
 std::optional<ApplicationLaunch> LaunchSignals::launchOf(pid_t child) const {
-    return memory->launchOf(child, {});
+    const auto found = std::ranges::find(latest, child, &ApplicationLaunch::child);
+    return found == latest.end() ? std::nullopt : std::optional(*found);
 }
 
-std::optional<ApplicationLaunch> LaunchSignals::awaitLaunchOf(pid_t child) const {
-    return bus ? memory->launchOf(child, longestWait) : std::nullopt;
+void LaunchSignals::await(pid_t child, std::function<void()> ended) {
+    waits.emplace_back(child, std::move(ended));
+    waits.back().timer.start(longestWait, [this, wait = &waits.back()] {
+        endWaits([wait](const Wait &each) { return &each == wait; });
+    });
+}
+
+/// What is called may begin other waits.
+void LaunchSignals::endWaits(const std::function<bool(const Wait &)> &which) {
+    std::vector<std::function<void()>> calls;
+    for (auto wait = waits.begin(); wait != waits.end();) {
+        const auto each = wait++;
+        if (!which(*each))
+            continue;
+        calls.push_back(std::move(each->ended));
+        waits.erase(each);
+    }
+    for (const auto &call : calls)
+        call();
 }
 
 } // namespace fernhop::freedesktop

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/Timer.h"
 
 #include <sys/types.h>
 
-#include <memory>
+#include <deque>
+#include <functional>
+#include <list>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
@@ -30,20 +34,33 @@ class LaunchSignals {
     LaunchSignals(const LaunchSignals &) = delete;
     LaunchSignals &operator=(const LaunchSignals &) = delete;
 
+    /// Whether signals can come at all.
+    [[nodiscard]] bool canCome() const { return bus != nullptr; }
+
     /// How this process was launched; nothing when no signal came, or when many others came since.
     [[nodiscard]] std::optional<ApplicationLaunch> launchOf(pid_t child) const;
 
-    /// The same for a process that was launched just now. Its launcher may not have sent the signal yet, so
-    /// this waits for a moment, a second at most.
-    [[nodiscard]] std::optional<ApplicationLaunch> awaitLaunchOf(pid_t child) const;
+    /// For a process that was launched just now, whose launcher may not have sent the signal yet: calls
+    /// `ended` once from the main loop, when the signal has come or a second has passed.
+    void await(pid_t child, std::function<void()> ended);
 
   private:
-    class Memory;
+    struct Wait {
+        Wait(pid_t process, std::function<void()> whenEnded) : child(process), ended(std::move(whenEnded)) {}
+
+        pid_t child;
+        std::function<void()> ended;
+        Timer timer;
+    };
+
+    void endWaits(const std::function<bool(const Wait &)> &which);
+    static void received(GDBusConnection *bus, const gchar *sender, const gchar *path, const gchar *interface,
+                         const gchar *signal, GVariant *parameters, gpointer self);
 
     GObjectPointer<GDBusConnection> bus;
-    std::shared_ptr<Memory> memory;
+    std::deque<ApplicationLaunch> latest; ///< the newest first
+    std::list<Wait> waits;
     guint subscription = 0;
-    guint filter = 0;
 };
 
 } // namespace fernhop::freedesktop

@@ -14,8 +14,21 @@ SenderEvidence::SenderEvidence(ApplicationMatcher &matcher, const Processes &pro
 
 std::optional<std::string> SenderEvidence::senderOf(const LinkSender &sender) {
     return firstSource({[&] { return fromLaunchSignal(sender); }, [&] { return fromUnit(sender); },
-                        [&] { return fromAncestors(sender); }, [&] { return inherited(sender); },
-                        [&] { return fromPendingLaunchSignal(sender); }});
+                        [&] { return fromAncestors(sender); }, [&] { return inherited(sender); }});
+}
+
+bool SenderEvidence::isSignalPending(const LinkSender &sender) const {
+    return launches.canCome() && sender.launchedPid && !launches.launchOf(*sender.launchedPid) &&
+           runningProcesses.programOf(*sender.launchedPid) == linkProgram;
+}
+
+std::string SenderEvidence::launcherOf(const LinkSender &sender) const {
+    std::string launcher = sender.controlGroup.value_or("");
+    if (sender.parentPid)
+        launcher +=
+            '\n' +
+            runningProcesses.programPathOf(*sender.parentPid).value_or(std::to_string(*sender.parentPid));
+    return launcher;
 }
 
 bool SenderEvidence::canBeSource(const std::optional<std::string> &desktopID) const {
@@ -32,21 +45,12 @@ SenderEvidence::firstSource(const std::vector<std::function<Answer()>> &searches
 
 std::optional<std::string> SenderEvidence::fromLaunchSignal(const LinkSender &sender) {
     const auto launch = sender.launchedPid ? launches.launchOf(*sender.launchedPid) : std::nullopt;
-    return launch ? launcherOf(*launch) : std::nullopt;
-}
-
-/// GIO sends its signal after it has started the process, and `fernhop-open` may be faster. That program
-/// waits for our answer, so finding it still running means that it was launched just now.
-std::optional<std::string> SenderEvidence::fromPendingLaunchSignal(const LinkSender &sender) {
-    if (!sender.launchedPid || runningProcesses.programOf(*sender.launchedPid) != linkProgram)
-        return std::nullopt;
-    const auto launch = launches.awaitLaunchOf(*sender.launchedPid);
-    return launch ? launcherOf(*launch) : std::nullopt;
+    return launch ? originOf(*launch) : std::nullopt;
 }
 
 /// The desktop file comes last: a program started in a terminal inherits the terminal's. For a link opener it
 /// is the only evidence, and there it is right.
-std::optional<std::string> SenderEvidence::launcherOf(const ApplicationLaunch &launch) {
+std::optional<std::string> SenderEvidence::originOf(const ApplicationLaunch &launch) {
     return firstSource(
         {[&] { return launch.origin ? applications.applicationOf(*launch.origin) : std::nullopt; },
          [&] { return applications.applicationRunning(launch.originProgram); },

@@ -25,6 +25,14 @@ class SenderEvidence {
     /// no such evidence.
     [[nodiscard]] std::optional<std::string> senderOf(const LinkSender &sender);
 
+    /// Whether GIO's signal of the launch may be on its way, and say more than `senderOf` does. GIO sends it
+    /// after it has started the process, and `fernhop-open` may be faster; that program waits for our answer,
+    /// so finding it still running means that it was launched just now.
+    [[nodiscard]] bool isSignalPending(const LinkSender &sender) const;
+
+    /// What tells one launcher of `fernhop-open` from others: its program and its control group, as bytes.
+    [[nodiscard]] std::string launcherOf(const LinkSender &sender) const;
+
     /// Whether a user can be in this application and open a link there.
     [[nodiscard]] bool canBeSource(const std::optional<std::string> &desktopID) const;
 
@@ -32,8 +40,7 @@ class SenderEvidence {
     using Answer = std::optional<std::string>;
 
     Answer fromLaunchSignal(const LinkSender &sender);
-    Answer fromPendingLaunchSignal(const LinkSender &sender);
-    Answer launcherOf(const ApplicationLaunch &launch);
+    Answer originOf(const ApplicationLaunch &launch);
     Answer fromUnit(const LinkSender &sender);
     Answer fromAncestors(const LinkSender &sender);
     Answer inherited(const LinkSender &sender);

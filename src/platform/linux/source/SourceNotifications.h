@@ -6,7 +6,11 @@
 #include "platform/linux/source/SenderEvidence.h"
 
 #include <deque>
+#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -37,19 +41,39 @@ class SourceNotifications {
   public:
     /// From now on posts whenever another application gets the focus. All outlive this object, and the
     /// provider has no other observer.
-    SourceNotifications(FocusProvider &provider, SenderEvidence &senders,
+    SourceNotifications(FocusProvider &provider, SenderEvidence &senders, LaunchSignals &launches,
                         PostingNotificationCenter &workspace);
 
-    /// A link of this sender is about to be handled.
-    void linkArrives(const LinkSender &sender);
+    /// Links of this sender have arrived: calls `handle` when their source is posted. At once, or from the
+    /// main loop within a second when the sender is still to be told by a signal of its launcher. The links
+    /// of one launcher stay in order; links of others do not wait.
+    void linkArrives(const LinkSender &sender, std::function<void()> handle);
 
   private:
+    struct Arrival {
+        LinkSender sender;
+        std::function<void()> handle;
+    };
+
+    /// A process about whose launch no signal had come when its links were handled.
+    struct UntoldLaunch {
+        pid_t child;
+        std::string launcher;
+    };
+
+    void postSender(const std::optional<std::string> &id);
+    void waitEnded(const std::string &launcher);
+    void remember(pid_t child, const std::string &launcher);
+    [[nodiscard]] bool sendsNoSignals(const std::string &launcher);
     void post(std::shared_ptr<RunningApplication> application) const;
     [[nodiscard]] bool isFocusKnown() const;
 
     FocusProvider &focus;
     SenderEvidence &evidence;
+    LaunchSignals &signals;
     PostingNotificationCenter &notifications;
+    std::map<std::string, std::deque<Arrival>> waiting; ///< by launcher; the first's signal is waited for
+    std::deque<UntoldLaunch> untold;                    ///< the latest last
     std::shared_ptr<DesktopApplication> lastSender;
 };
 

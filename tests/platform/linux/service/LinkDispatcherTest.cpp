@@ -31,8 +31,9 @@ class LinkDispatcherTest : public testing::Test {
     CurrentDelivery current;
     std::vector<std::string> happened;
     std::vector<UnopenedLink> unopened;
-    LinkDispatcher dispatcher{current, [this](const LinkSender &sender) {
+    LinkDispatcher dispatcher{current, [this](const LinkSender &sender, const auto &handle) {
                                   happened.push_back("from " + sender.desktopFile.value_or("?"));
+                                  handle();
                               }};
 };
 

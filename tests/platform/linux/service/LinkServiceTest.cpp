@@ -39,7 +39,10 @@ class LinkServiceTest : public testing::Test {
     BusConnection client = connectTo(bus.address());
     CurrentDelivery current;
     LinkSender sender;
-    LinkDispatcher dispatcher{current, [this](const LinkSender &told) { sender = told; }};
+    LinkDispatcher dispatcher{current, [this](const LinkSender &told, const auto &handle) {
+                                  sender = told;
+                                  handle();
+                              }};
     Texts links;
     bool takes = false;
     bool holds = false;

@@ -1,8 +1,10 @@
 #include "platform/linux/source/SenderEvidence.h"
 
+#include "FakeFocusProvider.h"
 #include "FakeProcesses.h"
 #include "fakes/FakeDesktopEntries.h"
 #include "platform/linux/service/BusClient.h"
+#include "platform/linux/source/SourceNotifications.h"
 #include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -110,17 +112,96 @@ TEST_F(SenderEvidenceTest, BehindALinkOpenerIsItsOrigin) {
     EXPECT_EQ(launched(), "org.example.chat");
 }
 
-TEST_F(SenderEvidenceTest, WaitsForALaunchSignalThatComesAfterTheLink) {
+TEST_F(SenderEvidenceTest, ASignalAboutAStubThatRunsMayBeOnItsWay) {
     kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
-    emitLaunch(stub, 300, "gio", "/usr/share/applications/org.example.chat.desktop");
-    EXPECT_EQ(evidence.senderOf({.launchedPid = stub, .parentPid = 1}), "org.example.chat");
-    EXPECT_EQ(signals.launchOf(stub)->child, stub);
+    kernel.add(stub + 1, {.program = "/usr/bin/mail"});
+    EXPECT_TRUE(evidence.isSignalPending({.launchedPid = stub}));
+    for (const auto &other :
+         {LinkSender{}, LinkSender{.launchedPid = stub + 1}, LinkSender{.launchedPid = 1}})
+        EXPECT_FALSE(evidence.isSignalPending(other));
+    signalLaunch(stub, 300, "nobody", "");
+    EXPECT_FALSE(evidence.isSignalPending({.launchedPid = stub})) << "it has come";
+    const LaunchSignals none(nullptr);
+    EXPECT_FALSE(SenderEvidence(matcher, processes, none).isSignalPending({.launchedPid = stub}))
+        << "without a bus none comes";
 }
 
-TEST_F(SenderEvidenceTest, GivesUpOnALaunchSignalThatNeverComes) {
-    kernel.add(stub, {.program = "/usr/bin/fernhop-open"});
-    EXPECT_EQ(launched(), std::nullopt);
-    EXPECT_EQ(LaunchSignals(nullptr).awaitLaunchOf(stub), std::nullopt);
+/// Links whose sender is told by a signal that comes after them, or never.
+class PendingSignalTest : public SenderEvidenceTest {
+  protected:
+    static constexpr pid_t launcherPid = 450;
+
+    void SetUp() override {
+        SenderEvidenceTest::SetUp();
+        kernel.add(launcherPid, {.program = "/usr/bin/launch"});
+        for (pid_t child = stub; child < stub + 10; ++child)
+            kernel.add(child, {.program = "/usr/bin/fernhop-open"});
+        workspace.addObserver(didActivateApplicationNotification, [this](const Notification &notification) {
+            const auto value = notification.userInfo->find(workspaceApplicationKey)->second;
+            source = std::dynamic_pointer_cast<RunningApplication>(value)->bundleIdentifier();
+        });
+    }
+
+    void arrive(const std::string &link, const LinkSender &sender) {
+        arrivals.linkArrives(
+            sender, [this, link] { handled.push_back(link + " from " + source.value_or("nobody")); });
+    }
+    static LinkSender launchedAs(pid_t child, pid_t parent = launcherPid) {
+        return {.launchedPid = child, .parentPid = parent};
+    }
+    void signalFrom(const std::string &application, pid_t child) {
+        emitLaunch(child, 300, "gio", "/usr/share/applications/org.example." + application + ".desktop");
+    }
+    [[nodiscard]] bool areHandled(const std::vector<std::string> &expected) {
+        const bool came = support::runUntil([&] { return handled.size() >= expected.size(); });
+        EXPECT_EQ(handled, expected);
+        return came && handled == expected;
+    }
+
+    PostingNotificationCenter workspace;
+    fakes::FakeFocusProvider focus;
+    SourceNotifications arrivals{focus, evidence, signals, workspace};
+    std::optional<std::string> source;
+    std::vector<std::string> handled;
+};
+
+TEST_F(PendingSignalTest, IsWaitedForAndNamesTheSender) {
+    arrive("1", launchedAs(stub));
+    EXPECT_TRUE(handled.empty());
+    signalFrom("chat", stub);
+    EXPECT_TRUE(areHandled({"1 from org.example.chat"}));
+}
+
+TEST_F(PendingSignalTest, LeavesTheLinksOfALauncherInOrderAndDoesNotHoldUpOthers) {
+    arrive("1", launchedAs(stub));
+    arrive("2", {.parentPid = launcherPid, .desktopFile = "org.example.notes"});
+    arrive("3", launchedAs(stub + 1));
+    arrive("other", {.desktopFile = "org.example.mail"});
+    EXPECT_TRUE(areHandled({"other from org.example.mail"}));
+    signalFrom("chat", stub + 1);
+    signalFrom("chat", stub);
+    EXPECT_TRUE(areHandled({"other from org.example.mail", "1 from org.example.chat",
+                            "2 from org.example.notes", "3 from org.example.chat"}));
+}
+
+TEST_F(PendingSignalTest, IsWaitedForOnceWhereNoneComes) {
+    arrive("1", launchedAs(stub));
+    arrive("2", launchedAs(stub + 1));
+    EXPECT_TRUE(areHandled({"1 from nobody", "2 from nobody"}));
+    arrive("3", launchedAs(stub + 2));
+    EXPECT_EQ(handled.size(), 3U);
+    arrive("4", launchedAs(stub + 3, 1));
+    EXPECT_EQ(handled.size(), 3U) << "of another launcher one may come";
+}
+
+TEST_F(PendingSignalTest, IsWaitedForAgainWhenItCameLate) {
+    arrive("1", launchedAs(stub));
+    EXPECT_TRUE(areHandled({"1 from nobody"}));
+    signalLaunch(stub, 300, "gio", "");
+    arrive("2", launchedAs(stub + 1));
+    EXPECT_EQ(handled.size(), 1U);
+    signalFrom("chat", stub + 1);
+    EXPECT_TRUE(areHandled({"1 from nobody", "2 from org.example.chat"}));
 }
 
 TEST_F(SenderEvidenceTest, LaunchesBeatUnitsAndUnitsBeatAncestors) {

@@ -31,6 +31,11 @@ class SourceNotificationsTest : public testing::Test {
         return source ? source->bundleIdentifier().value_or("(unknown)") : "(none)";
     }
 
+    static void arrive(SourceNotifications &notifications, const LinkSender &sender) {
+        bool isHandled = false;
+        notifications.linkArrives(sender, [&] { isHandled = true; });
+        EXPECT_TRUE(isHandled);
+    }
     static LinkSender from(const std::string &id) { return {.desktopFile = id}; }
 
     fakes::FakeDesktopEntries entries;
@@ -41,7 +46,7 @@ class SourceNotificationsTest : public testing::Test {
     SenderEvidence evidence{matcher, processes, signals};
     PostingNotificationCenter workspace;
     fakes::FakeFocusProvider focus;
-    SourceNotifications tracker{focus, evidence, workspace};
+    SourceNotifications tracker{focus, evidence, signals, workspace};
     std::shared_ptr<RunningApplication> source;
     int posts = 0;
 };
@@ -56,7 +61,7 @@ TEST_F(SourceNotificationsTest, FocusIsTheSource) {
 
 TEST_F(SourceNotificationsTest, FocusBeatsTheSender) {
     focus.activate("mail");
-    tracker.linkArrives(from("chat"));
+    arrive(tracker, from("chat"));
     EXPECT_EQ(sourceID(), "mail");
     EXPECT_EQ(posts, 1);
 }
@@ -67,45 +72,45 @@ TEST_F(SourceNotificationsTest, UsesTheSenderWhereTheFocusedApplicationIsNoSourc
     for (const auto &front : useless) {
         focus.activate("mail");
         focus.activate(front);
-        tracker.linkArrives(from("chat"));
+        arrive(tracker, from("chat"));
         EXPECT_EQ(sourceID(), "chat") << front.value_or("(unknown)");
     }
     focus.front = nullptr;
-    tracker.linkArrives(from("mail"));
+    arrive(tracker, from("mail"));
     EXPECT_EQ(sourceID(), "mail");
 }
 
 TEST_F(SourceNotificationsTest, FernhopInFrontDoesNotChangeTheSource) {
     focus.activate("mail");
     focus.activate("org.fernhop.Fernhop");
-    tracker.linkArrives({});
+    arrive(tracker, {});
     EXPECT_EQ(sourceID(), "mail");
 }
 
 TEST_F(SourceNotificationsTest, FocusTakesOverAgainAfterASender) {
     focus.activate("mail");
     focus.activate(std::nullopt);
-    tracker.linkArrives(from("chat"));
+    arrive(tracker, from("chat"));
     focus.activate("mail");
-    tracker.linkArrives({});
+    arrive(tracker, {});
     EXPECT_EQ(sourceID(), "mail");
 }
 
 TEST_F(SourceNotificationsTest, WithoutFocusTheSourceIsTheSenderOfTheLastLink) {
     const auto none = makeFocusProvider({}, nullptr);
-    SourceNotifications blind(*none, evidence, workspace);
+    SourceNotifications blind(*none, evidence, signals, workspace);
     EXPECT_EQ(none->name(), "link sender");
     EXPECT_EQ(none->frontmost(), nullptr);
     EXPECT_FALSE(none->raise({"mail", std::nullopt}));
-    blind.linkArrives(from("mail"));
+    arrive(blind, from("mail"));
     EXPECT_EQ(sourceID(), "mail");
-    blind.linkArrives(from("chat"));
+    arrive(blind, from("chat"));
     EXPECT_EQ(sourceID(), "chat");
-    blind.linkArrives({});
+    arrive(blind, {});
     EXPECT_EQ(sourceID(), "(unknown)") << "the sender of another link is not its source";
-    blind.linkArrives(from("org.fernhop.Fernhop"));
+    arrive(blind, from("org.fernhop.Fernhop"));
     EXPECT_EQ(sourceID(), "(unknown)");
-    blind.linkArrives(from("mail"));
+    arrive(blind, from("mail"));
     EXPECT_EQ(sourceID(), "mail");
 }
 
