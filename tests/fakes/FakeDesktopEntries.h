@@ -2,6 +2,7 @@
 
 #include "platform/linux/applications/DesktopEntries.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +14,7 @@ class FakeDesktopEntries : public freedesktop::DesktopEntries {
   public:
     std::vector<freedesktop::DesktopEntry> installed;
     mutable int scans = 0;
+    mutable int checks = 0; ///< requests for the fingerprint
 
     freedesktop::DesktopEntry &install(std::string id, std::string exec = {}, std::string windowClass = {}) {
         freedesktop::DesktopEntry entry;
@@ -47,6 +49,15 @@ class FakeDesktopEntries : public freedesktop::DesktopEntries {
     std::vector<freedesktop::DesktopEntry> all() const override {
         ++scans;
         return installed;
+    }
+
+    std::size_t fingerprint() const override {
+        ++checks;
+        std::string texts;
+        for (const auto &entry : installed)
+            for (const auto &text : {entry.id, entry.path, entry.exec, entry.startupWMClass})
+                texts += text + '\n';
+        return std::hash<std::string>()(texts);
     }
 
   private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -63,6 +64,10 @@ class DesktopEntries {
 
     /// All entries that can be launched, `NoDisplay` ones included, each ID once, in folder order.
     [[nodiscard]] virtual std::vector<DesktopEntry> all() const = 0;
+
+    /// A number that stays the same as long as no entry was added, removed or changed: much faster than
+    /// reading them all.
+    [[nodiscard]] virtual std::size_t fingerprint() const = 0;
 };
 
 } // namespace fernhop::freedesktop

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
+#include <functional>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -62,6 +64,24 @@ bool isProgram(const std::string &path) {
     struct stat status {};
     return access(path.c_str(), X_OK) == 0 && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
+
+/// Of files by their paths and identities.
+class Fingerprint {
+  public:
+    void add(const std::string &path) {
+        const auto identity = FileIdentity::of(path).value_or(FileIdentity{});
+        const auto size = static_cast<std::uint64_t>(identity.size);
+        for (const std::uint64_t part :
+             {std::uint64_t{std::hash<std::string>()(path)}, identity.device, identity.inode, size,
+              static_cast<std::uint64_t>(identity.modified), static_cast<std::uint64_t>(identity.changed)})
+            sum = (sum ^ part) * prime;
+    }
+    [[nodiscard]] std::size_t value() const { return static_cast<std::size_t>(sum); }
+
+  private:
+    static constexpr std::uint64_t prime = 0x100000001B3; // of the hash FNV-1a
+    std::uint64_t sum = 0;
+};
 
 /// The name of a file without folder and extension.
 std::string stem(const std::string &path) {
@@ -128,6 +148,21 @@ std::vector<DesktopEntry> InstalledDesktopEntries::all() const {
         }
     }
     return entries;
+}
+
+std::size_t InstalledDesktopEntries::fingerprint() const {
+    Fingerprint fingerprint;
+    for (const auto &folder : places.folders) {
+        const auto walk = DirectoryWalk::over(folder);
+        while (const auto path = walk ? walk->next() : std::nullopt) {
+            if (path->ends_with(extension))
+                fingerprint.add(*path);
+        }
+    }
+    // An entry counts only when its program is there.
+    for (const auto &folder : places.programFolders)
+        fingerprint.add(folder);
+    return fingerprint.value();
 }
 
 std::optional<DesktopEntry> InstalledDesktopEntries::read(const std::string &path,

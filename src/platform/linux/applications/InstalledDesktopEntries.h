@@ -24,6 +24,7 @@ class InstalledDesktopEntries : public DesktopEntries {
     [[nodiscard]] std::optional<DesktopEntry> entry(const std::string &id) const override;
     [[nodiscard]] std::optional<DesktopEntry> entryAtPath(const std::string &path) const override;
     [[nodiscard]] std::vector<DesktopEntry> all() const override;
+    [[nodiscard]] std::size_t fingerprint() const override;
 
     /// The entry in the file at `path` if that file is the one that decides about its ID.
     [[nodiscard]] std::optional<DesktopEntry> decidingEntryAtPath(const std::string &path) const;

@@ -106,16 +106,13 @@ std::optional<std::string> ApplicationMatcher::applicationRunning(const std::str
 
 std::optional<std::string> ApplicationMatcher::lookUp(const std::string &what,
                                                       const std::function<Answer()> &search) {
-    const bool wasRead = hasRead;
-    if (!hasRead)
-        readEntries();
+    if (!readFingerprint)
+        (void)readChangedEntries();
     Answer answer = search();
     // The application may have been installed since the entries were read.
     if (!answer && std::ranges::find(unknown, what) == unknown.end()) {
-        if (wasRead) {
-            readEntries();
+        if (readChangedEntries())
             answer = search();
-        }
         if (!answer)
             unknown.push_back(what);
         if (unknown.size() > rememberedUnknown)
@@ -124,9 +121,19 @@ std::optional<std::string> ApplicationMatcher::lookUp(const std::string &what,
     return answer && isDesktopShell(*answer) ? std::nullopt : answer;
 }
 
-void ApplicationMatcher::readEntries() {
+/// Whether there was anything to read.
+bool ApplicationMatcher::readChangedEntries() {
+    if (occasion == Checked::already)
+        return false;
+    if (occasion == Checked::notYet)
+        occasion = Checked::already;
+    // Before they are read: a change in between shows the next time.
+    const std::size_t fingerprint = desktopEntries.fingerprint();
+    if (readFingerprint == fingerprint)
+        return false;
     index = EntryIndex(desktopEntries.all());
-    hasRead = true;
+    readFingerprint = fingerprint;
+    return true;
 }
 
 std::optional<std::string> ApplicationMatcher::ofWindow(const WindowIdentity &window) const {

@@ -33,13 +33,27 @@ struct OwnApplication {
 };
 
 /// Finds the installed application that a window or a process belongs to, as a desktop-file ID. Keeps an
-/// index of the desktop entries, and reads them again only for something that it neither knows nor has looked
-/// for before. Parts of the desktop itself (shell, panel) are no application. Main thread only.
+/// index of the desktop entries. For something that it neither knows nor has looked for before, it looks
+/// whether the entries have changed, and reads them again if so. Parts of the desktop itself (shell, panel)
+/// are no application. Main thread only.
 class ApplicationMatcher {
   public:
     /// `ownApplication` is the answer for our own windows. The entries and processes outlive the matcher.
     ApplicationMatcher(const DesktopEntries &entries, const Processes &processes,
                        OwnApplication ownApplication);
+
+    /// Several searches for one purpose, which last no longer than this object: whether the entries have
+    /// changed is looked at only once for all of them. The matcher outlives it.
+    class Occasion {
+      public:
+        explicit Occasion(ApplicationMatcher &used) : matcher(used) { matcher.occasion = Checked::notYet; }
+        ~Occasion() { matcher.occasion = Checked::eachTime; }
+        Occasion(const Occasion &) = delete;
+        Occasion &operator=(const Occasion &) = delete;
+
+      private:
+        ApplicationMatcher &matcher;
+    };
 
     /// The application of a window: by StartupWMClass, then desktop-file ID, of the window's names; then by
     /// sandbox, by the ID that the toolkit gave, by process, and by the last word of an ID.
@@ -72,13 +86,17 @@ class ApplicationMatcher {
     Answer ofProgram(pid_t process) const;
     Answer named(const std::string &text) const;
     Answer ofNames(const std::vector<std::string> &names) const;
-    void readEntries();
+    [[nodiscard]] bool readChangedEntries();
+
+    /// Whether it was looked at if the entries have changed.
+    enum class Checked { eachTime, notYet, already };
 
     const DesktopEntries &desktopEntries;
     const Processes &runningProcesses;
     OwnApplication own;
     EntryIndex index;
-    bool hasRead = false;
+    std::optional<std::size_t> readFingerprint; ///< of the entries in the index; nothing: none were read
+    Checked occasion = Checked::eachTime;
     std::deque<std::string> unknown; ///< what was not found, the latest last
 };
 

@@ -13,6 +13,8 @@ SenderEvidence::SenderEvidence(ApplicationMatcher &matcher, const Processes &pro
     : applications(matcher), runningProcesses(processes), launches(signals) {}
 
 std::optional<std::string> SenderEvidence::senderOf(const LinkSender &sender) {
+    // Of many ancestors none may be an application.
+    const ApplicationMatcher::Occasion link(applications);
     return firstSource({[&] { return fromLaunchSignal(sender); }, [&] { return fromUnit(sender); },
                         [&] { return fromAncestors(sender); }, [&] { return inherited(sender); }});
 }

@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include <set>
+
 namespace fernhop::freedesktop {
 namespace {
 
@@ -39,6 +41,28 @@ TEST_F(InstalledDesktopEntriesTest, FoldersBecomeDashesInAnID) {
     EXPECT_EQ(entries().entryAtPath(system("/org/x/y.desktop"))->id, "org-x-y");
     EXPECT_EQ(nameOf("org/x/y"), "(nothing)") << "an ID is no path";
     EXPECT_EQ(nameOf("y"), "(nothing)");
+}
+
+TEST_F(InstalledDesktopEntriesTest, TheFingerprintFollowsEveryChange) {
+    writeEntry(system("/org/x/y.desktop"), "Deep");
+    const auto found = entries();
+    std::set<std::size_t> fingerprints{found.fingerprint()};
+    EXPECT_EQ(found.fingerprint(), *fingerprints.begin()) << "nothing has changed";
+    home.write(system("/mimeinfo.cache"), "[MIME Cache]\n");
+    EXPECT_EQ(found.fingerprint(), *fingerprints.begin()) << "nothing of an entry has changed";
+    const auto expectNew = [&](const char *why) {
+        EXPECT_TRUE(fingerprints.insert(found.fingerprint()).second) << why;
+    };
+    writeEntry(user("/new.desktop"), "New");
+    expectNew("a new entry");
+    writeEntry(system("/org/x/y.desktop"), "Deeper");
+    expectNew("a changed one");
+    std::filesystem::rename(system("/org/x/y.desktop"), system("/org/x/z.desktop"));
+    expectNew("another name");
+    std::filesystem::remove(user("/new.desktop"));
+    expectNew("one less");
+    home.writeProgram(programs() + "/tool", "");
+    expectNew("a program that an entry may have waited for");
 }
 
 TEST_F(InstalledDesktopEntriesTest, InvalidIDsFindNothing) {

@@ -155,18 +155,17 @@ TEST_F(ApplicationMatcherTest, TheDiskIsReadAgainOnlyForWhatIsNew) {
     EXPECT_EQ(match({"known"}), "known");
     EXPECT_EQ(match({"known"}), "known");
     EXPECT_EQ(entries.scans, 1);
-    EXPECT_EQ(match({"unknown"}), std::nullopt);
-    EXPECT_EQ(entries.scans, 2);
     for (int i = 0; i < 10; ++i) {
         EXPECT_EQ(match({"unknown"}), std::nullopt);
+        EXPECT_EQ(match({"unknown" + std::to_string(i)}), std::nullopt);
         EXPECT_EQ(match({"known"}), "known");
     }
-    EXPECT_EQ(entries.scans, 2);
+    EXPECT_EQ(entries.scans, 1) << "nothing has changed";
     entries.install("fresh");
     EXPECT_EQ(match({"fresh"}), "fresh");
-    EXPECT_EQ(entries.scans, 3);
+    EXPECT_EQ(entries.scans, 2);
     EXPECT_EQ(match({"fresh"}), "fresh");
-    EXPECT_EQ(entries.scans, 3);
+    EXPECT_EQ(entries.scans, 2);
 }
 
 TEST(EntryIndex, FindsTheProgramOfAnExecLine) {

@@ -74,6 +74,21 @@ class SenderEvidenceTest : public testing::Test {
     SenderEvidence evidence{matcher, processes, signals};
 };
 
+TEST_F(SenderEvidenceTest, UnknownAncestorsDoNotHaveTheEntriesReadAgain) {
+    constexpr pid_t first = 600, last = 630;
+    for (pid_t process = first; process <= last; ++process)
+        kernel.add(process, {.parent = process + 1, .program = "/opt/unknown" + std::to_string(process)});
+    for (const pid_t parent : {700, 701, 702}) {
+        kernel.add(parent, {.parent = first, .program = "/opt/shell"});
+        EXPECT_EQ(evidence.senderOf({.parentPid = parent}), std::nullopt);
+    }
+    EXPECT_EQ(entries.scans, 1);
+    EXPECT_EQ(entries.checks, 3) << "once for each link";
+    entries.install("org.example.fresh", "/opt/fresh");
+    kernel.add(650, {.parent = first, .program = "/opt/fresh"});
+    EXPECT_EQ(evidence.senderOf({.parentPid = 650}), "org.example.fresh");
+}
+
 TEST_F(SenderEvidenceTest, IsUnknownWithoutEvidence) {
     EXPECT_EQ(evidence.senderOf({}), std::nullopt);
     EXPECT_EQ(launched(), std::nullopt);

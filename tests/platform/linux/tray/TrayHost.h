@@ -212,6 +212,7 @@ class ListedEntries : public DesktopEntries {
         return entry;
     }
     [[nodiscard]] std::vector<DesktopEntry> all() const override { return {}; }
+    [[nodiscard]] std::size_t fingerprint() const override { return 0; }
 
     std::map<std::string, std::string> icons; ///< by the path of the entry
 };
