@@ -5,7 +5,7 @@
 #include "platform/UnicodeText.h"
 #include "platform/linux/text/ComparisonForm.h"
 
-#include <unicode/ucol.h>
+#include <unicode/coll.h>
 
 #include <algorithm>
 #include <array>
@@ -56,25 +56,23 @@ bool isPlain(std::string_view localeName) {
     return separator == std::string_view::npos || localeName.size() - separator == 3;
 }
 
-struct CloseCollator {
-    void operator()(UCollator *collator) const { ucol_close(collator); }
-};
-using CollatorPointer = std::unique_ptr<UCollator, CloseCollator>;
+using CollatorPointer = std::unique_ptr<icu::Collator>;
 
 CollatorPointer openCollator(const std::string &localeName) {
     const bool namesNoLanguage = languageOf(localeName).empty();
     UErrorCode status = U_ZERO_ERROR;
-    CollatorPointer collator(ucol_open(namesNoLanguage ? "" : localeName.c_str(), &status));
+    const icu::Locale locale(namesNoLanguage ? "" : localeName.c_str());
+    CollatorPointer collator(icu::Collator::createInstance(locale, status));
     if (U_FAILURE(status))
         return nullptr;
     // Accents are the second level, letter case would be the third.
-    ucol_setStrength(collator.get(), UCOL_SECONDARY);
+    collator->setStrength(icu::Collator::SECONDARY);
     return collator;
 }
 
 /// The collator of the locale asked for last is kept, as opening one costs far more than using it. Null when
 /// ICU has no data at all.
-const UCollator *collatorFor(const Locale &locale) {
+const icu::Collator *collatorFor(const Locale &locale) {
     thread_local std::optional<std::string> openedFor;
     thread_local CollatorPointer collator;
     if (openedFor != locale.name) {
@@ -82,12 +80,6 @@ const UCollator *collatorFor(const Locale &locale) {
         openedFor = locale.name;
     }
     return collator.get();
-}
-
-std::weak_ordering ordering(UCollationResult result) {
-    return result == UCOL_LESS      ? std::weak_ordering::less
-           : result == UCOL_GREATER ? std::weak_ordering::greater
-                                    : std::weak_ordering::equivalent;
 }
 
 } // namespace
@@ -128,13 +120,14 @@ std::weak_ordering localizedCaseInsensitiveCompare(std::string_view left, std::s
         if (const auto order = asciiOrder(left, right))
             return *order;
 
-    const UCollator *collator = collatorFor(locale);
+    const icu::Collator *collator = collatorFor(locale);
     if (!collator)
         return lowercased(left) <=> lowercased(right);
     const std::u16string leftUnits = toUtf16(left);
     const std::u16string rightUnits = toUtf16(right);
-    return ordering(ucol_strcoll(collator, leftUnits.data(), static_cast<int32_t>(leftUnits.size()),
-                                 rightUnits.data(), static_cast<int32_t>(rightUnits.size())));
+    UErrorCode status = U_ZERO_ERROR;
+    return collator->compare(leftUnits.data(), static_cast<int32_t>(leftUnits.size()), rightUnits.data(),
+                             static_cast<int32_t>(rightUnits.size()), status) <=> UCOL_EQUAL;
 }
 
 } // namespace fernhop::text

@@ -3,10 +3,10 @@
 #include "platform/Ascii.h"
 #include "platform/UnicodeText.h"
 
+#include <unicode/locid.h>
+#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
-#include <unicode/unorm2.h>
-#include <unicode/ustring.h>
-#include <unicode/utf16.h>
+#include <unicode/unistr.h>
 
 #include <algorithm>
 
@@ -63,52 +63,22 @@ std::size_t sequenceEnd(std::string_view text, std::size_t start) {
     return end;
 }
 
-/// Runs an ICU operation of the usual shape into a string that is large enough. On failure, which only want
-/// of memory can bring, the text stays as it is.
-template <typename Operation>
-std::u16string converted(const std::u16string &text, Operation operation) {
-    constexpr std::size_t mostUnitsForOne = 4;
-    std::u16string result(text.size() * mostUnitsForOne, u'\0');
+using icu::UnicodeString;
+
+/// On failure, which only want of memory can bring, the text stays as it is.
+UnicodeString decomposed(const UnicodeString &text) {
     UErrorCode status = U_ZERO_ERROR;
-    const int32_t length = operation(text.data(), static_cast<int32_t>(text.size()), result.data(),
-                                     static_cast<int32_t>(result.size()), &status);
-    if (U_FAILURE(status))
-        return text;
-    result.resize(static_cast<std::size_t>(length));
-    return result;
-}
-
-std::u16string decomposed(const std::u16string &text) {
-    UErrorCode status = U_ZERO_ERROR;
-    const UNormalizer2 *normalizer = unorm2_getNFDInstance(&status);
-    return converted(text, [normalizer](const UChar *source, int32_t length, UChar *target, int32_t capacity,
-                                        UErrorCode *error) {
-        return unorm2_normalize(normalizer, source, length, target, capacity, error);
-    });
-}
-
-std::u16string folded(const std::u16string &text, std::uint32_t options) {
-    return converted(text, [options](const UChar *source, int32_t length, UChar *target, int32_t capacity,
-                                     UErrorCode *error) {
-        return u_strFoldCase(target, capacity, source, length, options, error);
-    });
-}
-
-std::u16string lowercasedInTurkish(const std::u16string &text) {
-    return converted(
-        text, [](const UChar *source, int32_t length, UChar *target, int32_t capacity, UErrorCode *error) {
-            return u_strToLower(target, capacity, source, length, "tr", error);
-        });
+    const icu::Normalizer2 *normalizer = icu::Normalizer2::getNFDInstance(status);
+    const UnicodeString result = U_SUCCESS(status) ? normalizer->normalize(text, status) : text;
+    return U_SUCCESS(status) ? result : text;
 }
 
 /// Without the dots that a soft-dotted letter has anyway: Lithuanian writes them when an accent follows.
-std::u16string withoutSoftDots(const std::u16string &text) {
-    std::u16string result;
+UnicodeString withoutSoftDots(const UnicodeString &text) {
+    UnicodeString result;
     bool afterSoftDotted = false;
-    for (std::size_t position = 0; position < text.size();) {
-        const std::size_t start = position;
-        UChar32 character = 0;
-        U16_NEXT(text.data(), position, text.size(), character);
+    for (int32_t position = 0; position < text.length(); position = text.moveIndex32(position, 1)) {
+        const UChar32 character = text.char32At(position);
         if (character == dotAbove && afterSoftDotted)
             continue;
         const auto combiningClass = u_getCombiningClass(character);
@@ -116,22 +86,20 @@ std::u16string withoutSoftDots(const std::u16string &text) {
             afterSoftDotted = u_hasBinaryProperty(character, UCHAR_SOFT_DOTTED);
         else if (combiningClass == u_getCombiningClass(dotAbove))
             afterSoftDotted = false;
-        result.append(text, start, position - start);
+        result.append(character);
     }
     return result;
 }
 
-std::u16string caseFolded(const std::u16string &text, CaseRules rules) {
-    switch (rules) {
-    case CaseRules::turkic:
-        // Lower-casing first joins "I" and a dot above to "i", wherever the dot stands in the sequence.
-        return decomposed(folded(lowercasedInTurkish(decomposed(text)), U_FOLD_CASE_EXCLUDE_SPECIAL_I));
-    case CaseRules::lithuanian:
-        return withoutSoftDots(decomposed(folded(decomposed(text), U_FOLD_CASE_DEFAULT)));
-    case CaseRules::usual:
-        break;
-    }
-    return decomposed(folded(decomposed(text), U_FOLD_CASE_DEFAULT));
+UnicodeString caseFolded(const UnicodeString &text, CaseRules rules) {
+    UnicodeString result = decomposed(text);
+    // Lower-casing first joins "I" and a dot above to "i", wherever the dot stands in the sequence.
+    if (rules == CaseRules::turkic)
+        result.toLower(icu::Locale("tr")).foldCase(U_FOLD_CASE_EXCLUDE_SPECIAL_I);
+    else
+        result.foldCase();
+    result = decomposed(result);
+    return rules == CaseRules::lithuanian ? withoutSoftDots(result) : result;
 }
 
 bool isAsciiAlone(std::string_view sequence) {
@@ -173,10 +141,13 @@ ComparisonForm ComparisonForm::make(std::string_view text, OfAscii ofAscii, OfSe
         const std::size_t end = sequenceEnd(text, start);
         const std::string_view sequence = text.substr(start, end - start);
         const std::optional<char> alone = isAsciiAlone(sequence) ? ofAscii(sequence.front()) : std::nullopt;
-        if (alone)
+        if (alone) {
             result.append({&*alone, 1}, start);
-        else
-            result.append(toUtf8(ofSequence(toUtf16(sequence))), start);
+        } else {
+            const std::u16string units = toUtf16(sequence);
+            const UnicodeString changed = ofSequence({units.data(), static_cast<int32_t>(units.size())});
+            result.append(toUtf8({changed.getBuffer(), static_cast<std::size_t>(changed.length())}), start);
+        }
         start = end;
     }
     result.origins.push_back(text.size());
@@ -194,7 +165,7 @@ ComparisonForm ComparisonForm::caseless(std::string_view text, CaseRules rules) 
         return special ? std::nullopt : std::optional(ascii::lowercased(character));
     };
     return make(text, ofAscii,
-                [rules](const std::u16string &sequence) { return caseFolded(sequence, rules); });
+                [rules](const UnicodeString &sequence) { return caseFolded(sequence, rules); });
 }
 
 std::optional<Occurrence> ComparisonForm::find(const ComparisonForm &piece, std::size_t from) const {
