@@ -137,10 +137,16 @@ void fillMenu(QMenu &target, GVariant *layout, const ClickItem &click) {
 }
 
 XEmbedIcon::XEmbedIcon(GDBusConnection *connection, std::string itemOwner)
-    : bus(connection), owner(std::move(itemOwner)), appearance(bus, [] {}),
-      subscription(g_dbus_connection_signal_subscribe(bus, owner.c_str(), itemInterface, nullptr, itemPath,
-                                                      nullptr, G_DBUS_SIGNAL_FLAGS_NONE, itemChanged, this,
-                                                      nullptr)) {
+    : bus(connection), owner(std::move(itemOwner)), appearance(bus, [] {}) {
+    const auto changed = [](auto *, auto *, auto *, auto *, const gchar *signal, auto *, gpointer self) {
+        if (std::string_view(signal) == "NewIcon")
+            static_cast<XEmbedIcon *>(self)->showPicture();
+        else if (std::string_view(signal) == "NewToolTip")
+            static_cast<XEmbedIcon *>(self)->showToolTip();
+    };
+    subscription =
+        g_dbus_connection_signal_subscribe(bus, owner.c_str(), itemInterface, nullptr, itemPath, nullptr,
+                                           G_DBUS_SIGNAL_FLAGS_NONE, changed, this, nullptr);
     QObject::connect(&menu, &QMenu::aboutToShow, [this] { refillMenu(); });
     QObject::connect(&icon, &QSystemTrayIcon::activated, [this](auto reason) {
         // The other button opens the menu by itself.
@@ -207,15 +213,6 @@ void XEmbedIcon::click(std::int32_t id) const {
     g_dbus_connection_call(bus, owner.c_str(), menuPath, menuInterface, "Event",
                            g_variant_new("(isvu)", id, "clicked", g_variant_new_int32(0), 0), nullptr,
                            G_DBUS_CALL_FLAGS_NO_AUTO_START, patience, nullptr, nullptr, nullptr);
-}
-
-void XEmbedIcon::itemChanged(GDBusConnection *, const gchar *, const gchar *, const gchar *,
-                             const gchar *signal, GVariant *, gpointer self) {
-    auto &own = *static_cast<XEmbedIcon *>(self);
-    if (std::string_view(signal) == "NewIcon")
-        own.showPicture();
-    else if (std::string_view(signal) == "NewToolTip")
-        own.showToolTip();
 }
 
 } // namespace fernhop::freedesktop

@@ -37,8 +37,6 @@ class XEmbedIcon {
     void showToolTip();
     void refillMenu();
     void click(std::int32_t id) const;
-    static void itemChanged(GDBusConnection *bus, const gchar *sender, const gchar *path,
-                            const gchar *interface, const gchar *signal, GVariant *body, gpointer self);
 
     GDBusConnection *bus;
     const std::string owner;

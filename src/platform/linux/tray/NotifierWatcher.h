@@ -30,16 +30,11 @@ class NotifierWatcher {
     void whenHostChanges(std::function<void()> changed) { onHostChange = std::move(changed); }
 
   private:
+    void appeared();
     void registerItem();
     void queryHost();
     void setHost(bool isPresent);
     void stop();
-    static void appeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
-    static void vanished(GDBusConnection *bus, const gchar *name, gpointer self);
-    static void hostsChanged(GDBusConnection *bus, const gchar *sender, const gchar *path,
-                             const gchar *interface, const gchar *signal, GVariant *body, gpointer self);
-    static void itemRegistered(GObject *bus, GAsyncResult *result, gpointer self);
-    static void hostTold(GObject *bus, GAsyncResult *result, gpointer self);
 
     GDBusConnection *bus;
     bool isRegistered = false;

@@ -26,12 +26,26 @@ std::optional<ui::AppearanceName> appearanceOf(GVariant *scheme) {
 } // namespace
 
 PortalAppearance::PortalAppearance(GDBusConnection *connection, std::function<void()> whenChanged)
-    : bus(connection), changed(std::move(whenChanged)), question(g_cancellable_new()),
-      subscription(g_dbus_connection_signal_subscribe(
-          bus, portalName, settingsInterface, "SettingChanged", portalPath, appearanceNamespace,
-          G_DBUS_SIGNAL_FLAGS_NONE, settingChanged, this, nullptr)),
-      watch(g_bus_watch_name_on_connection(bus, portalName, G_BUS_NAME_WATCHER_FLAGS_AUTO_START,
-                                           portalAppeared, nullptr, this, nullptr)) {}
+    : bus(connection), changed(std::move(whenChanged)), question(g_cancellable_new()) {
+    const auto settingChanged = [](auto *, auto *, auto *, auto *, auto *, GVariant *body, gpointer self) {
+        const char *group = nullptr, *key = nullptr;
+        GVariant *value = nullptr;
+        if (!g_variant_is_of_type(body, G_VARIANT_TYPE("(ssv)")))
+            return;
+        g_variant_get(body, "(&s&sv)", &group, &key, &value);
+        const GVariantPointer owned(value);
+        if (std::string_view(group) == appearanceNamespace && std::string_view(key) == colorScheme)
+            static_cast<PortalAppearance *>(self)->take(value);
+    };
+    const auto appeared = [](auto *, auto *, auto *, gpointer self) {
+        static_cast<PortalAppearance *>(self)->ask();
+    };
+    subscription = g_dbus_connection_signal_subscribe(
+        bus, portalName, settingsInterface, "SettingChanged", portalPath, appearanceNamespace,
+        G_DBUS_SIGNAL_FLAGS_NONE, settingChanged, this, nullptr);
+    watch = g_bus_watch_name_on_connection(bus, portalName, G_BUS_NAME_WATCHER_FLAGS_AUTO_START, appeared,
+                                           nullptr, this, nullptr);
+}
 
 PortalAppearance::~PortalAppearance() {
     g_bus_unwatch_name(watch);
@@ -39,14 +53,22 @@ PortalAppearance::~PortalAppearance() {
     g_dbus_connection_signal_unsubscribe(bus, subscription);
 }
 
-void PortalAppearance::portalAppeared(GDBusConnection *bus, const gchar *, const gchar *, gpointer self) {
-    auto &appearance = *static_cast<PortalAppearance *>(self);
+void PortalAppearance::ask() {
+    const auto answered = [](GObject *connection, GAsyncResult *result, gpointer self) {
+        const GVariantPointer reply(
+            g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
+        // Cancelled, there is perhaps no appearance any more; what does not answer says nothing.
+        if (!reply)
+            return;
+        const GVariantPointer value(g_variant_get_child_value(reply.get(), 0));
+        static_cast<PortalAppearance *>(self)->take(value.get());
+    };
     // Only the answer of the portal that is there now counts.
-    g_cancellable_cancel(appearance.question.get());
-    appearance.question.reset(g_cancellable_new());
+    g_cancellable_cancel(question.get());
+    question.reset(g_cancellable_new());
     g_dbus_connection_call(bus, portalName, portalPath, settingsInterface, "Read",
                            g_variant_new("(ss)", appearanceNamespace, colorScheme), G_VARIANT_TYPE("(v)"),
-                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, appearance.question.get(), answered, self);
+                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, question.get(), answered, this);
 }
 
 std::optional<ui::AppearanceName>
@@ -63,29 +85,6 @@ void PortalAppearance::take(GVariant *value) {
     const auto now = appearanceOf(scheme.get());
     if (now != std::exchange(asked, now))
         changed();
-}
-
-void PortalAppearance::answered(GObject *bus, GAsyncResult *result, gpointer self) {
-    GError *error = nullptr;
-    const GVariantPointer reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error));
-    const GErrorPointer failure(error);
-    // Cancelled, there is perhaps no appearance any more; what does not answer says nothing.
-    if (!reply)
-        return;
-    const GVariantPointer value(g_variant_get_child_value(reply.get(), 0));
-    static_cast<PortalAppearance *>(self)->take(value.get());
-}
-
-void PortalAppearance::settingChanged(GDBusConnection *, const gchar *, const gchar *, const gchar *,
-                                      const gchar *, GVariant *body, gpointer self) {
-    if (!g_variant_is_of_type(body, G_VARIANT_TYPE("(ssv)")))
-        return;
-    const char *group = nullptr, *key = nullptr;
-    GVariant *value = nullptr;
-    g_variant_get(body, "(&s&sv)", &group, &key, &value);
-    const GVariantPointer owned(value);
-    if (std::string_view(group) == appearanceNamespace && std::string_view(key) == colorScheme)
-        static_cast<PortalAppearance *>(self)->take(value);
 }
 
 } // namespace fernhop::freedesktop

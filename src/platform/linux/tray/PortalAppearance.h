@@ -27,10 +27,7 @@ class PortalAppearance : public ui::Appearance {
 
   private:
     void take(GVariant *value);
-    static void portalAppeared(GDBusConnection *bus, const gchar *name, const gchar *owner, gpointer self);
-    static void answered(GObject *bus, GAsyncResult *result, gpointer self);
-    static void settingChanged(GDBusConnection *bus, const gchar *sender, const gchar *path,
-                               const gchar *interface, const gchar *signal, GVariant *body, gpointer self);
+    void ask();
 
     GDBusConnection *bus;
     std::function<void()> changed;
