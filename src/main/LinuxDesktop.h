@@ -20,7 +20,7 @@
 #include "platform/linux/source/SenderEvidence.h"
 #include "platform/linux/source/SourceNotifications.h"
 #include "platform/linux/tray/IconFinder.h"
-#include "platform/linux/tray/LinuxImages.h"
+#include "platform/linux/tray/ImageRenderer.h"
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/DialogImages.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/linux/dialogs-qt/ViewWidgets.h"
 #include "platform/ui/Alert.h"
 #include "platform/ui/Appearance.h"

@@ -1,7 +1,7 @@
 #include "platform/linux/dialogs-qt/RowList.h"
 
-#include "platform/linux/dialogs-qt/DialogImages.h"
 #include "platform/linux/dialogs-qt/DialogPalette.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/linux/dialogs-qt/ViewLayout.h"
 #include "platform/linux/dialogs-qt/ViewText.h"
 #include "platform/ui/ImageView.h"

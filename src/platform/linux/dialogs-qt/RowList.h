@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/dialogs-qt/DialogImages.h"
+#include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/ui/TableView.h"
 
 #include <QListView>

@@ -1,6 +1,5 @@
 #include "platform/linux/dialogs-qt/ViewWidgets.h"
 
-#include "platform/linux/dialogs-qt/DialogImages.h"
 #include "platform/linux/dialogs-qt/DialogPalette.h"
 #include "platform/linux/dialogs-qt/Icons.h"
 #include "platform/linux/dialogs-qt/RowList.h"

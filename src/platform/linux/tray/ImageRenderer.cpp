@@ -196,4 +196,16 @@ std::vector<std::uint8_t> iconPixels(const ui::ImageReference &image, bool withR
     return networkPixels(withRim ? rimmed(picture.get()).get() : picture.get());
 }
 
+ui::ImageReference LinuxImages::imageWithContentsOfUrl(const Url &file, double side) const {
+    if (!file.isFileUrl() || !isImage.at(file.path()))
+        return nullptr;
+    return std::make_shared<const ui::Image>(ui::ImageFile{file.path()}, side, false);
+}
+
+ui::ImageReference LinuxImages::imageWithSystemSymbolName(const std::string &name, double side) const {
+    if (!symbolNamed(name, {}))
+        return nullptr;
+    return std::make_shared<const ui::Image>(ui::SystemSymbol{name}, side, true);
+}
+
 } // namespace fernhop::freedesktop

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "platform/linux/base/ConfigurationFile.h"
 #include "platform/linux/tray/PngFile.h"
 #include "platform/ui/Drawing.h"
 #include "platform/ui/Image.h"
+#include "platform/ui/Images.h"
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -31,5 +35,18 @@ namespace fernhop::freedesktop {
 /// The status icon as `pixels` by `pixels` pixels, in the form of networkPixels(), with a light rim for an
 /// image that need not stand out by itself; empty for what is null or cannot be rendered.
 [[nodiscard]] std::vector<std::uint8_t> iconPixels(const ui::ImageReference &image, bool withRim, int pixels);
+
+/// Images from PNG files and the symbols that Fernhop has drawn. Main thread only.
+class LinuxImages : public ui::Images {
+  public:
+    [[nodiscard]] ui::ImageReference imageWithContentsOfUrl(const Url &file, double side) const override;
+    [[nodiscard]] ui::ImageReference imageWithSystemSymbolName(const std::string &name,
+                                                               double side) const override;
+
+  private:
+    /// Whether a file is an image. The status icon is asked for at each rebuild of the menu.
+    mutable ParsedFiles<bool> isImage{
+        [](const std::optional<std::string> &bytes) { return bytes && decodePng(*bytes); }};
+};
 
 } // namespace fernhop::freedesktop

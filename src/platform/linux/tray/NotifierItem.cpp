@@ -1,7 +1,7 @@
 #include "platform/linux/tray/NotifierItem.h"
 
 #include "platform/linux/tray/ImageRenderer.h"
-#include "platform/linux/tray/MenuText.h"
+#include "platform/linux/tray/MenuProperties.h"
 
 #include <fernhop_tray_interfaces.h>
 

@@ -1,7 +1,6 @@
 #include "TrayHost.h"
 #include "platform/linux/tray/IconFinder.h"
 #include "platform/linux/tray/ImageRenderer.h"
-#include "platform/linux/tray/LinuxImages.h"
 #include "platform/linux/tray/MenuProperties.h"
 #include "platform/linux/tray/PngFile.h"
 #include "platform/linux/tray/Symbols.h"

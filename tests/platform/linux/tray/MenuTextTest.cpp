@@ -1,4 +1,4 @@
-#include "platform/linux/tray/MenuText.h"
+#include "platform/linux/tray/MenuProperties.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "TrayHost.h"
 #include "platform/linux/tray/ImageRenderer.h"
+#include "platform/linux/tray/MenuProperties.h"
 #include "platform/linux/tray/MenuService.h"
-#include "platform/linux/tray/MenuText.h"
 #include "platform/linux/tray/PngFile.h"
 #include "support/PrivateBus.h"
 
