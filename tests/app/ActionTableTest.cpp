@@ -158,6 +158,23 @@ TEST_F(Actions, BrowserForAURLRuleTurnsRoutingOnWhenItIsOff) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
+TEST_F(Actions, RulesAreStoredBeforeRoutingIsTurnedOnAndTheMenuShown) {
+    setHandlers("browser.b");
+    recordSteps();
+    performFromItem("setBrowserForSelectedApp:", appSelection("com.example.Chat", "browser.a"));
+    EXPECT_EQ(steps(), storedThenTurnedOn(settingsKey::appRules));
+    setHandlers("browser.b");
+    performFromItem("setBrowserForURLRule:", urlSelection("1", "browser.b"));
+    EXPECT_EQ(steps(), storedThenTurnedOn(settingsKey::urlRules));
+}
+
+TEST_F(Actions, RulesAreRemovedBeforeTheMenuIsShown) {
+    recordSteps();
+    performFromItem("clearRule:", std::string("com.example.Mail"));
+    performFromItem("clearURLRule:", std::string("1"));
+    EXPECT_EQ(steps(), (Steps{"appRules", "menu", "urlRules", "menu"}));
+}
+
 TEST_F(Actions, BrowserForARemovedRuleChangesNothing) {
     setHandlers("browser.b");
     performFromItem("setBrowserForURLRule:", urlSelection("3", "browser.b"));

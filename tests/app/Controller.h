@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -17,6 +19,8 @@ namespace fernhop {
 class ControllerTest : public testing::Test {
   protected:
     static constexpr const char *own = "org.fernhop.Fernhop";
+
+    using Steps = std::vector<std::string>;
 
     TestDesktop desktop;
     std::unique_ptr<AppDelegate> controller;
@@ -73,12 +77,53 @@ class ControllerTest : public testing::Test {
         return desktop.workspace.opened.empty() ? "" : desktop.workspace.opened.back().applicationUrl.path();
     }
 
+    /// Begins to record steps: each setting that is written, as its key, each handler that is set, as
+    /// "scheme identifier", and each menu that is shown, as "menu".
+    void recordSteps() {
+        recorded.clear();
+        handlersRecorded = desktop.launchServices.calls.size();
+        desktop.defaults.atWrite = [this](std::string_view key) { record(std::string(key)); };
+        desktop.statusBar.atMenu = [this] { record("menu"); };
+    }
+
+    /// The steps in their order, since `recordSteps` or the last call.
+    Steps steps() {
+        recordHandlers();
+        return std::exchange(recorded, {});
+    }
+
+    /// The steps of storing a rule under `key` while another browser is the default: the rule comes first,
+    /// and the menu is shown for the mode and for the rule.
+    static Steps storedThenTurnedOn(std::string_view key) {
+        return {std::string(key),
+                "routingFallbackBrowserID",
+                "http org.fernhop.Fernhop",
+                "https org.fernhop.Fernhop",
+                "menu",
+                "menu"};
+    }
+
     /// How often the menu has been rebuilt since the last call.
     int rebuilds() { return std::exchange(desktop.statusBar.menusSet, 0); }
 
     std::optional<std::string> fallback() const {
         return desktop.defaults.stringForKey(settingsKey::routingFallbackBrowserID);
     }
+
+  private:
+    void record(std::string step) {
+        recordHandlers();
+        recorded.push_back(std::move(step));
+    }
+
+    void recordHandlers() {
+        const auto &calls = desktop.launchServices.calls;
+        for (; handlersRecorded < calls.size(); ++handlersRecorded)
+            recorded.push_back(calls[handlersRecorded].first + " " + calls[handlersRecorded].second);
+    }
+
+    Steps recorded;
+    std::size_t handlersRecorded = 0;
 };
 
 } // namespace fernhop

@@ -56,6 +56,30 @@ TEST_F(DefaultHandlers, RoutingIsOnExactlyWhenFernhopHandlesHttps) {
     EXPECT_FALSE(control().isRoutingEnabled());
 }
 
+TEST_F(DefaultHandlers, OwnIdentifierIsReadAndComparedExactlyAtEachUse) {
+    auto &identifier = desktop.applications.mainIdentifier;
+    for (const char *handler : {own, "browser.a", "ORG.fernhop.Fernhop"})
+        for (const char *current : {own, "browser.a", "ORG.fernhop.Fernhop"}) {
+            setHandlers(handler);
+            identifier = current;
+            const bool isFernhop = std::string(handler) == current;
+            EXPECT_EQ(control().isRoutingEnabled(), isFernhop) << handler << " " << current;
+            EXPECT_EQ(control().read().routingEnabled, isFernhop) << handler << " " << current;
+            desktop.launchServices.calls.clear();
+            storeFallback("browser.b");
+            control().enableAppRouting();
+            EXPECT_EQ(calls(), bothTo(isFernhop ? "browser.b" : current));
+        }
+}
+
+TEST_F(DefaultHandlers, BrowserThatDiffersInCaseFromFernhopIsAFallbackChoice) {
+    desktop.installBrowser("ORG.fernhop.Fernhop");
+    desktop.applications.remove("/Applications/browser.a.app");
+    desktop.applications.remove("/Applications/browser.b.app");
+    controller->refreshBrowsers();
+    EXPECT_EQ(control().effectiveDefaultBrowserID(), "ORG.fernhop.Fernhop");
+}
+
 TEST_F(DefaultHandlers, EffectiveDefaultIsTheSystemsWhileRoutingIsOff) {
     setHandlers("browser.gone");
     storeFallback("browser.a");
@@ -90,6 +114,25 @@ TEST_F(DefaultHandlers, TurningOnStoresThePreviousDefaultAndTurningOffRestoresIt
     EXPECT_EQ(calls(), bothTo("browser.b"));
     EXPECT_EQ(fallback(), "browser.b");
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
+}
+
+TEST_F(DefaultHandlers, EachActionStoresFirstThenSetsBothHandlersAndShowsTheMenuLast) {
+    setHandlers("browser.b");
+    recordSteps();
+    controller->perform("enableAppRouting");
+    EXPECT_EQ(steps(), (Steps{"routingFallbackBrowserID", "http org.fernhop.Fernhop",
+                              "https org.fernhop.Fernhop", "menu"}));
+    choose(std::string("browser.b"));
+    EXPECT_EQ(steps(), (Steps{"routingFallbackBrowserID", "menu"}));
+    controller->perform("enableAppRouting");
+    EXPECT_EQ(steps(), (Steps{"http browser.b", "https browser.b", "menu"}));
+    const Steps switching{"routingFallbackBrowserID", "http browser.a", "https browser.a", "menu"};
+    switchTo(std::string("browser.a"));
+    EXPECT_EQ(steps(), switching);
+    choose(std::string("browser.a"));
+    EXPECT_EQ(steps(), switching);
+    controller->perform("toggleRestoreDefaultBrowserOnQuit:");
+    EXPECT_EQ(steps(), (Steps{"restoresDefaultBrowserOnQuit", "menu"}));
 }
 
 TEST_F(DefaultHandlers, TurningOnWithNoHandlerKeepsAStoredFallback) {
@@ -282,6 +325,18 @@ TEST_F(RestoreOnQuit, DoesNothingWhenNoHandlerIsSet) {
 TEST_F(RestoreOnQuit, DoesNothingWhenTheFallbackIsFernhop) {
     storeFallback(own);
     EXPECT_TRUE(callsAtQuit().empty());
+}
+
+TEST_F(RestoreOnQuit, OwnIdentifierIsReadAndComparedExactly) {
+    for (const char *current : {own, "ORG.fernhop.Fernhop", "browser.a"}) {
+        desktop.applications.mainIdentifier = current;
+        setHandlers(current);
+        storeFallback(current);
+        EXPECT_TRUE(callsAtQuit().empty()) << current;
+    }
+    setHandlers("browser.a");
+    storeFallback("BROWSER.a");
+    EXPECT_EQ(callsAtQuit(), bothTo("BROWSER.a"));
 }
 
 TEST_F(RestoreOnQuit, DoesNothingWithoutABrowser) {

@@ -94,6 +94,21 @@ TEST_F(AddAppRulesTest, AddingTurnsRoutingOnWhenItIsOff) {
     }
 }
 
+TEST_F(AddAppRulesTest, RulesAreStoredBeforeAnythingElseChanges) {
+    const auto confirmed = [this](const Dialog &d) {
+        select(d, {0, 1});
+        recordSteps();
+        return confirm;
+    };
+    setHandlers("browser.a");
+    openDialog(confirmed);
+    Steps turningOn = storedThenTurnedOn(settingsKey::appRules);
+    turningOn.insert(turningOn.begin(), "appRules"); // two rules
+    EXPECT_EQ(steps(), turningOn);
+    openDialog(confirmed);
+    EXPECT_EQ(steps(), (Steps{"appRules", "appRules", "menu"})) << "routing is on";
+}
+
 TEST_F(AddAppRulesTest, HandlerWithANameSimilarToFernhopsIsAnotherOne) {
     setHandlers("ORG.fernhop.Fernhop");
     openDialog([this](const Dialog &d) {

@@ -123,6 +123,20 @@ TEST_F(EditAppRuleTest, SavingTurnsRoutingOnWhenItIsOff) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
+TEST_F(EditAppRuleTest, RuleIsStoredBeforeAnythingElseChanges) {
+    setHandlers("browser.a");
+    edit("com.example.mail", [this](const PopUpButton &) {
+        recordSteps();
+        return confirm;
+    });
+    EXPECT_EQ(steps(), storedThenTurnedOn(settingsKey::appRules));
+    edit("com.example.mail", [this](const PopUpButton &) {
+        recordSteps();
+        return confirm;
+    });
+    EXPECT_EQ(steps(), (Steps{"appRules", "menu"})) << "routing is on";
+}
+
 TEST_F(EditAppRuleTest, EveryOtherResponseWritesNothing) {
     for (const int response : {cancel, confirm + 2, 0}) {
         edit("com.example.mail", [&](PopUpButton &popup) {

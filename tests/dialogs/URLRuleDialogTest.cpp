@@ -181,6 +181,24 @@ TEST_F(URLRuleDialogTest, SavingTurnsRoutingOnWhenItIsOff) {
     EXPECT_EQ(desktop.statusBar.menusSet, 2);
 }
 
+TEST_F(URLRuleDialogTest, RuleIsStoredBeforeAnythingElseChanges) {
+    const auto confirmed = [this](const Dialog &d) {
+        d.pattern->setStringValue("new.example");
+        recordSteps();
+        return confirm;
+    };
+    setHandlers("browser.a");
+    add(confirmed);
+    EXPECT_EQ(steps(), storedThenTurnedOn(settingsKey::urlRules));
+    add(confirmed);
+    EXPECT_EQ(steps(), (Steps{"urlRules", "menu"})) << "routing is on";
+    setHandlers("browser.a");
+    edit("1", confirmed);
+    EXPECT_EQ(steps(), storedThenTurnedOn(settingsKey::urlRules));
+    edit("1", confirmed);
+    EXPECT_EQ(steps(), (Steps{"urlRules", "menu"})) << "routing is on";
+}
+
 TEST_F(URLRuleDialogTest, BlankPatternBeeps) {
     for (const char *blank : {"", "   ", "\n \t\n"}) {
         add([&](const Dialog &d) {

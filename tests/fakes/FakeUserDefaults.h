@@ -3,6 +3,7 @@
 #include "platform/UserDefaults.h"
 
 #include <charconv>
+#include <functional>
 #include <vector>
 
 namespace fernhop::fakes {
@@ -15,7 +16,8 @@ class FakeUserDefaults : public UserDefaults {
     bool refusesWrites = false; ///< every write is dropped
     int writes = 0;
     int updates = 0;
-    std::vector<PropertyDictionary> history; ///< `stored` after each write
+    std::vector<PropertyDictionary> history;           ///< `stored` after each write
+    std::function<void(std::string_view key)> atWrite; ///< called after each write
 
     std::optional<PropertyDictionary> dictionaryForKey(std::string_view key) const override {
         return valueOf<PropertyDictionary>(key);
@@ -60,6 +62,8 @@ class FakeUserDefaults : public UserDefaults {
         else
             stored.erase(std::string(key));
         history.push_back(stored);
+        if (atWrite)
+            atWrite(key);
         return true;
     }
 
