@@ -2,6 +2,7 @@
 #include "statusitem/MenuText.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace fernhop {
 namespace {
@@ -90,6 +91,21 @@ TEST_F(Lifecycle, LinkThatArrivesWhileTheMenuIsBuiltIsQueued) {
     EXPECT_EQ(opened().back().first, "https://three.example/");
 }
 
+TEST_F(Lifecycle, LinkThatArrivesWhileTheQueuedOnesAreRoutedIsRoutedAtOnce) {
+    construct();
+    desktop.links.deliver("https://one.example/");
+    bool isDelivered = false;
+    desktop.workspace.failure = OpenError{"The program is gone."}; // so that the beep tells when it is routed
+    desktop.sound.atBeep = [&] {
+        EXPECT_TRUE(controller->linkIntake().didFinishLaunching());
+        if (!std::exchange(isDelivered, true))
+            desktop.links.deliver("https://two.example/");
+    };
+    controller->applicationDidFinishLaunching();
+    EXPECT_EQ(opened().size(), 2u);
+    EXPECT_TRUE(controller->linkIntake().pendingURLs().empty());
+}
+
 TEST_F(Lifecycle, MalformedEventsAreIgnoredSilently) {
     launch();
     desktop.links.deliver(LinkEventDescriptor{});
@@ -167,6 +183,30 @@ TEST_F(Lifecycle, IdentifierThatDiffersInCaseFromFernhopsIsASource) {
     desktop.workspace.activate(running("org.fernhop.fernhop"));
     EXPECT_EQ(controller->sourceTracker().sourceBundleID(), "org.fernhop.fernhop");
     EXPECT_EQ(rebuilds(), 1);
+}
+
+TEST_F(Lifecycle, OwnIdentifierIsReadForEachSourceAndEachList) {
+    auto &identifier = desktop.applications.mainIdentifier;
+    construct();
+    identifier = "com.example.Mail";
+    desktop.workspace.front = running("com.example.Mail");
+    controller->applicationDidFinishLaunching();
+    desktop.workspace.activate(running("com.example.Mail"));
+    EXPECT_EQ(controller->sourceTracker().lastSourceApplication(), nullptr);
+
+    identifier = "com.example.Chat";
+    desktop.workspace.activate(running("com.example.Mail"));
+    desktop.workspace.activate(running("com.example.Chat"));
+    EXPECT_EQ(controller->sourceTracker().sourceBundleID(), "com.example.Mail");
+
+    identifier = "browser.a";
+    controller->refreshBrowsers();
+    ASSERT_EQ(controller->applications().size(), 1u);
+    ASSERT_EQ(controller->browsers().size(), 1u);
+    EXPECT_EQ(controller->browsers().front().bundleID, "browser.b");
+    identifier = std::nullopt;
+    controller->refreshBrowsers();
+    EXPECT_EQ(controller->browsers().size(), 2u);
 }
 
 TEST_F(Lifecycle, ActivatingFernhopKeepsTheSource) {
