@@ -134,6 +134,14 @@ TEST_F(Routing, IdentifiersAreComparedExactly) {
     EXPECT_EQ(lastTarget(), "/Applications/browser.a.app");
 }
 
+TEST_F(Routing, IdentifierThatDiffersInCaseFromFernhopsIsATarget) {
+    desktop.installApplication("org.fernhop.fernhop");
+    storeURLRules({{"1", "docs.example", "org.fernhop.fernhop"}});
+    launch();
+    route("https://docs.example/x");
+    EXPECT_EQ(lastTarget(), "/Applications/org.fernhop.fernhop.app");
+}
+
 TEST_F(Routing, RulesAreReadForEachLink) {
     launch();
     route("https://docs.example/1");
