@@ -52,6 +52,14 @@ TEST_F(AppIconsTest, SizesOfTheSameWholePointsShareAnIcon) {
     EXPECT_EQ(requests().size(), 2u);
 }
 
+TEST_F(AppIconsTest, PathThatEndsInADigitIsNotMistakenForALargerSize) {
+    const auto small = icons.appIcon(Url::fileUrl("/Applications/A.app1"), 6);
+    const auto large = icons.appIcon(Url::fileUrl("/Applications/A.app"), 16);
+    EXPECT_EQ(pathOf(small), "/Applications/A.app1");
+    EXPECT_EQ(pathOf(large), "/Applications/A.app");
+    EXPECT_EQ(large->side, 16);
+}
+
 TEST_F(AppIconsTest, ClearedIconsAreFetchedAgain) {
     const Url url = Url::fileUrl("/Applications/A.app");
     (void)icons.appIcon(url, 16);

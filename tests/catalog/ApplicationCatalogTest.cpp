@@ -239,6 +239,23 @@ TEST_F(ApplicationCatalogTest, NamesThatCompareEqualKeepTheScanOrder) {
     EXPECT_EQ(names(), (Names{"notes", "Notes", "NOTES"}));
 }
 
+TEST_F(ApplicationCatalogTest, ManyNamesThatCompareEqualKeepTheScanOrder) {
+    // So many that an unstable sort would not move them by insertion, and identifiers in no order of their
+    // own.
+    constexpr int count = 40;
+    Names inScanOrder;
+    for (int number = 0; number < count; ++number) {
+        const std::string identifier = std::to_string(10 + number * 17 % count);
+        disk.installApplication("/Applications/" + identifier + ".app", identifier,
+                                number % 3 == 0 ? "Notes" : "notes");
+        inScanOrder.push_back(identifier);
+    }
+    Names found;
+    for (const auto &application : scan())
+        found.push_back(application.bundleID);
+    EXPECT_EQ(found, inScanOrder);
+}
+
 TEST_F(ApplicationCatalogTest, EachCallScansTheDisk) {
     ApplicationCatalog catalog(disk, disk, macApplicationLayout(disk));
     disk.installApplication("/Applications/A.app", "a", "A");
