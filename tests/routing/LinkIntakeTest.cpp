@@ -29,6 +29,17 @@ TEST_F(LinkIntakeTest, QueuesLinksIncludingDuplicates) {
     EXPECT_TRUE(intake.pendingURLs().empty());
 }
 
+TEST_F(LinkIntakeTest, TakesTheTextAsItStands) {
+    intake.finishLaunching();
+    for (const char *text : {" https://one.example/", "\thttps://one.example/", "\nhttps://one.example/"})
+        intake.handleGetURLEvent(LinkEventDescriptor::getUrl(text));
+    EXPECT_EQ(routed, Links{}) << "a scheme begins with a letter";
+    for (const char *text : {"https://two.example/ ", "https://two.example/\t", "https://two.example/\r\n"})
+        intake.handleGetURLEvent(LinkEventDescriptor::getUrl(text));
+    EXPECT_EQ(routed,
+              (Links{"https://two.example/%20", "https://two.example/%09", "https://two.example/%0D%0A"}));
+}
+
 TEST_F(LinkIntakeTest, FinishingTheLaunchAloneRoutesNothing) {
     arrive("https://one.example/");
     intake.finishLaunching();
