@@ -23,8 +23,10 @@ std::unique_ptr<ResidentConnection> connect(const Environment &environment) {
     auto bus = connectToSessionBus(environment);
     if (!bus)
         return nullptr;
-    return std::make_unique<BusResidentConnection>(std::move(*bus), installedFile("bin/fernhop-open"),
-                                                   environment.value("XDG_ACTIVATION_TOKEN").value_or(""));
+    return std::make_unique<BusResidentConnection>(
+        std::move(*bus), installedFile("bin/fernhop-open"),
+        environment.value("XDG_ACTIVATION_TOKEN").value_or(""),
+        [](const std::string &sentence) { std::cerr << "fernhop: " << sentence << std::endl; });
 }
 
 CommandResult performHere(const Environment &environment, const std::vector<std::string> &arguments,

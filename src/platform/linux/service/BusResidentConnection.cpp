@@ -5,6 +5,7 @@
 #include "platform/linux/base/FernhopService.h"
 #include "platform/linux/base/OwnProgram.h"
 #include "platform/linux/base/Text.h"
+#include "platform/linux/base/Timer.h"
 
 #include <utility>
 
@@ -68,25 +69,51 @@ std::vector<std::string> sentencesIn(std::string_view errors) {
 
 } // namespace
 
+/// The reply to a call, or the error.
+struct BusResidentConnection::Answer {
+    GVariantPointer reply;
+    GErrorPointer error;
+};
+
 BusResidentConnection::BusResidentConnection(GObjectPointer<GDBusConnection> connection, std::string program,
-                                             std::string token)
-    : bus(std::move(connection)), linkProgram(std::move(program)), activationToken(std::move(token)) {}
+                                             std::string token,
+                                             std::function<void(const std::string &)> notifyUser,
+                                             AnswerPatience answerPatience)
+    : bus(std::move(connection)), linkProgram(std::move(program)), activationToken(std::move(token)),
+      notify(std::move(notifyUser)), patience(answerPatience) {}
+
+/// Has the resident perform a command, and runs the main loop until it has answered or takes too long.
+BusResidentConnection::Answer BusResidentConnection::call(GVariant *body) const {
+    Timer silence;
+    silence.start(patience.untilNotice, [this] { notify("Fernhop is not answering yet."); });
+    Answer answer;
+    g_dbus_connection_call(
+        bus.get(), serviceName, serviceObjectPath, serviceInterface, "Perform", body, G_VARIANT_TYPE("(iss)"),
+        G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(patience.untilEnd.count()), nullptr,
+        [](GObject *connection, GAsyncResult *result, gpointer data) {
+            GError *error = nullptr;
+            auto &came = *static_cast<Answer *>(data);
+            came.reply.reset(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
+            came.error.reset(error);
+        },
+        &answer);
+    while (!answer.reply && !answer.error)
+        g_main_context_iteration(nullptr, TRUE);
+    return answer;
+}
 
 std::optional<CommandResult> BusResidentConnection::perform(const std::vector<std::string> &arguments,
                                                             std::string_view input) {
     bool wasRefused = false;
     Pauses pauses;
     do {
-        GError *error = nullptr;
-        const GVariantPointer reply(g_dbus_connection_call_sync(
-            bus.get(), serviceName, serviceObjectPath, serviceInterface, "Perform",
-            performBody(arguments, input, activationToken), G_VARIANT_TYPE("(iss)"),
-            G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr, &error));
+        const auto [reply, failure] = call(performBody(arguments, input, activationToken));
         if (reply)
             return resultOf(reply.get());
-        const GErrorPointer failure(error);
         if (saysOtherVersion(failure.get())) {
             wasRefused = true;
+        } else if (g_error_matches(failure.get(), G_IO_ERROR, G_IO_ERROR_TIMED_OUT)) {
+            return failed("Fernhop does not answer. It may still carry out the command later.");
         } else if (!saysNoneIsRunning(failure.get())) {
             g_dbus_error_strip_remote_error(failure.get());
             return failed(std::string("no answer: ") + failure->message);
