@@ -4,6 +4,7 @@
 #include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "settings/ReadableSetting.h"
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -14,6 +15,10 @@ namespace {
 std::string ownID() {
     return std::string(fernhopDesktopID);
 }
+
+// A write takes some milliseconds; who holds the settings for this long has stopped. Links are waiting, so it
+// is shorter than for a command that works by itself.
+constexpr std::chrono::milliseconds residentWait{500};
 
 // Named as macOS names the settings of the same application, as the file can go from one to the other.
 std::string settingsPath(const XdgSession &session) {
@@ -39,7 +44,8 @@ LinuxDesktop::LinuxDesktop(const Environment &environment, GDBusConnection *bus)
     : browserVariable(environment.value("BROWSER")), places(applicationPlaces(environment)),
       configuration(XdgSession::of(environment)), layout(applicationLayout(places)), files(places.home),
       entries(places), bundles(entries, installedFile("share/fernhop/resources")),
-      defaults(settingsPath(configuration), isReadableSetting),
+      defaults(settingsPath(configuration), isReadableSetting,
+               bus ? residentWait : PropertyListDefaults::longestUsualWait),
       launchServices(configuration, entries, ownID()), matcher(entries, processes, OwnApplication{ownID()}),
       focus(makeFocusProvider(displaysOf(environment), ownMatcher(places))), launchSignals(bus),
       senderEvidence(matcher, processes, launchSignals),

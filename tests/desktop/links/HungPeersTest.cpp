@@ -73,6 +73,7 @@ class SettingsWriter : public Peer {
   public:
     explicit SettingsWriter(LinkSession &linkSession) : session(linkSession) {}
 
+    void resume() { lock.reset(); }
     void stop() override {
         const auto folder = session.home.config() + "/fernhop";
         std::filesystem::create_directories(folder);
@@ -153,6 +154,40 @@ TEST_P(HungPeers, DoNotHoldUpLinksLater) {
     ASSERT_EQ(session.open({"https://0/"}), 0) << session.output();
     peer->stop();
     expectService();
+}
+
+TEST(HungSettingsWriter, FailsCommandsAndHoldsUpNoLink) {
+    LinkSession session;
+    session.startBus();
+    session.startFernhop();
+    SettingsWriter writer(session);
+    writer.stop();
+    const auto add = [&](const std::string &pattern) {
+        return std::vector<std::string>{session.program("fernhop"), "url-rules", "add", pattern, "web"};
+    };
+    std::vector<std::unique_ptr<support::ChildProcess>> commands;
+    for (const std::string pattern : {"1", "2", "3", "4"})
+        commands.push_back(session.start(add(pattern)));
+    commands.push_back(session.start({session.program("fernhop-open"), "https://1/"}));
+    for (const auto &command : commands)
+        EXPECT_TRUE(support::waitUntil([&] { return !command->isRunning(); }));
+    EXPECT_EQ(session.opened(1), std::vector<std::string>{"https://1/"});
+    EXPECT_EQ(session.run(add("5")), 1);
+    EXPECT_EQ(session.output(), "fernhop: The change could not be stored.\n");
+    writer.resume();
+    EXPECT_EQ(session.run(add("6")), 0) << session.output();
+}
+
+TEST(HungFernhop, IsReportedByTheCommandLine) {
+    LinkSession session;
+    session.startBus();
+    session.startFernhop();
+    session.resident->signal(SIGSTOP);
+    const auto status = session.start({session.program("fernhop"), "status"});
+    EXPECT_TRUE(support::waitUntil([&] { return !session.output().empty(); }));
+    EXPECT_EQ(session.output(), "fernhop: Fernhop is not answering yet.\n");
+    session.resident->signal(SIGCONT);
+    EXPECT_EQ(status->wait(), 0) << session.output();
 }
 
 /// What starts Fernhop's program for links as GIO does, but sends no signal about it.

@@ -149,7 +149,9 @@ bool PropertyListDefaults::update(const std::function<void()> &change) {
             defaults.current.reset();
         }
     };
-    current.emplace(Update{lockFor(path, longestWait)});
+    // Once is enough to notice that whoever holds the settings has stopped.
+    current.emplace(Update{lockFor(path, lockWasRefused ? longestWait / 10 : longestWait)});
+    lockWasRefused = !current->lock;
     const Ending ending{*this};
     refresh();
     change();

@@ -47,7 +47,8 @@ class PropertyListDefaults final : public UserDefaults {
     void onProblem(std::function<void(const std::string &problem)> handler);
 
     /// The file is replaced once, after `change`, if that wrote anything. When another process holds the
-    /// settings for longer than this one waits, `change` runs and what it writes is dropped.
+    /// settings for longer than this one waits, `change` runs and what it writes is dropped; the next updates
+    /// wait for a tenth of that time.
     bool update(const std::function<void()> &change) override;
 
   private:
@@ -81,6 +82,7 @@ class PropertyListDefaults final : public UserDefaults {
     ReadableCheck isReadable;
     std::chrono::milliseconds longestWait;
     mutable Snapshot snapshot;
+    bool lockWasRefused = false; ///< when it was asked for last
     mutable std::string reportedProblem;
     std::function<void(const std::string &)> reportProblem;
     std::optional<Update> current;
