@@ -7,10 +7,38 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 
 namespace fernhop::freedesktop {
 
 namespace {
+
+// Variables that a launcher sets for one process: systemd.exec(5), the D-Bus specification's "Message
+// Bus Starting Services", GIO's and BAMF's launch marks, the autostart protocol of session managers.
+constexpr std::array<std::string_view, 22> launchVariables = {
+    "XDG_ACTIVATION_TOKEN",
+    "DESKTOP_STARTUP_ID",
+    "GIO_LAUNCHED_DESKTOP_FILE",
+    "BAMF_DESKTOP_FILE_HINT",
+    "DESKTOP_AUTOSTART_ID",
+    "GIO_LAUNCHED_DESKTOP_FILE_PID",
+    "JOURNAL_STREAM",
+    "INVOCATION_ID",
+    "NOTIFY_SOCKET",
+    "LISTEN_PID",
+    "LISTEN_FDS",
+    "LISTEN_FDNAMES",
+    "WATCHDOG_PID",
+    "WATCHDOG_USEC",
+    "MAINPID",
+    "MANAGERPID",
+    "SYSTEMD_EXEC_PID",
+    "MEMORY_PRESSURE_WATCH",
+    "MEMORY_PRESSURE_WRITE",
+    "CREDENTIALS_DIRECTORY",
+    "REMOTE_ADDR",
+    "REMOTE_PORT",
+};
 
 std::string withoutTrailingSlashes(std::string path) {
     while (path.size() > 1 && path.ends_with('/'))
@@ -99,6 +127,13 @@ void Environment::unset(std::string_view name) {
 
 void Environment::unsetPrefixed(std::string_view prefix) {
     std::erase_if(variables, [prefix](const auto &entry) { return entry.first.starts_with(prefix); });
+}
+
+void Environment::unsetLaunchVariables() {
+    for (const auto name : launchVariables)
+        unset(name);
+    unsetPrefixed("DBUS_STARTER_");
+    unsetPrefixed("FERNHOP_");
 }
 
 std::vector<std::string> Environment::assignments() const {

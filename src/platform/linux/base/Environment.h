@@ -35,6 +35,9 @@ class Environment {
     /// Unsets every variable whose name begins so.
     void unsetPrefixed(std::string_view prefix);
 
+    /// Unsets the variables that a launcher sets for the one process that it starts.
+    void unsetLaunchVariables();
+
     /// "NAME=value" texts, sorted by name.
     [[nodiscard]] std::vector<std::string> assignments() const;
 
@@ -52,8 +55,8 @@ struct XdgSession {
     std::vector<std::string> dataDirs; ///< the most important first
     std::vector<std::string> desktops; ///< in lower case, the most important first ("ubuntu", "gnome")
 
-    /// By HOME (else the user database), XDG_CONFIG_HOME, XDG_CONFIG_DIRS, XDG_DATA_HOME, XDG_DATA_DIRS and
-    /// XDG_CURRENT_DESKTOP, each with its usual default. Relative paths are ignored.
+    /// By HOME (else the user database, else "/"), XDG_CONFIG_HOME, XDG_CONFIG_DIRS, XDG_DATA_HOME,
+    /// XDG_DATA_DIRS and XDG_CURRENT_DESKTOP, each with its usual default. Relative paths are ignored.
     [[nodiscard]] static XdgSession of(const Environment &environment);
 
     /// `configHome` and then `configDirs`.
