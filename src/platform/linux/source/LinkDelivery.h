@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/base/UnopenedLink.h"
+
 #include <sys/types.h>
 
 #include <cstddef>
@@ -40,19 +42,6 @@ struct DeliveredLinks {
     std::vector<std::string> links; ///< any bytes, in the sender's order
     LinkSender sender;
 };
-
-/// A link that was not opened.
-struct UnopenedLink {
-    std::size_t index;  ///< among the links of its delivery, from 0
-    std::string reason; ///< in words, for people
-
-    bool operator==(const UnopenedLink &) const = default;
-};
-
-/// "link" was not opened: reason.
-[[nodiscard]] inline std::string unopenedSentence(const std::string &link, const std::string &reason) {
-    return '"' + link + "\" was not opened: " + reason + '.';
-}
 
 /// Links on their way through this process. Shared by everyone handling the links; when the last one releases
 /// it, every link has been handled. Main thread only.
