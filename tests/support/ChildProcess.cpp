@@ -19,11 +19,11 @@ namespace {
 constexpr uid_t nobody = 65534;
 
 void redirectOutput(const std::string &path) {
-    const int input = open("/dev/null", O_RDONLY);
+    const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(input, STDIN_FILENO);
     if (path.empty())
         return;
-    const int output = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
+    const int output = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
     dup2(output, STDOUT_FILENO);
     dup2(output, STDERR_FILENO);
 }

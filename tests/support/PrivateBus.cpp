@@ -8,7 +8,7 @@ namespace fernhop::support {
 
 namespace {
 
-std::string configuration(const TemporaryHome &home) {
+std::string configuration(const TemporaryHome &home, const std::string &limits) {
     return "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
            " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
            "<busconfig><type>session</type>"
@@ -22,14 +22,15 @@ std::string configuration(const TemporaryHome &home) {
            "<limit name=\"max_incoming_bytes\">1000000000</limit>"
            "<limit name=\"max_outgoing_bytes\">1000000000</limit>"
            "<limit name=\"max_pending_service_starts\">10000</limit>"
-           "<limit name=\"max_replies_per_connection\">50000</limit></busconfig>\n";
+           "<limit name=\"max_replies_per_connection\">50000</limit>" +
+           limits + "</busconfig>\n";
 }
 
 } // namespace
 
-PrivateBus::PrivateBus(const TemporaryHome &home, const Environment &more) {
+PrivateBus::PrivateBus(const TemporaryHome &home, const Environment &more, const std::string &limits) {
     const std::string file = home.root() + "/bus.conf";
-    home.write(file, configuration(home));
+    home.write(file, configuration(home, limits));
     home.write(home.data() + "/dbus-1/services/README",
                "The private bus starts the services of this folder.\n");
     ReadyPipe ready;

@@ -12,8 +12,10 @@ namespace fernhop::support {
 /// `dbus-1/services` data folder, with the home's environment.
 class PrivateBus {
   public:
-    /// `more` goes into the environment of the services that the bus starts. The home outlives the bus.
-    explicit PrivateBus(const TemporaryHome &home, const Environment &more = {});
+    /// `more` goes into the environment of the services that the bus starts. `limits` are further elements of
+    /// its configuration. The home outlives the bus.
+    explicit PrivateBus(const TemporaryHome &home, const Environment &more = {},
+                        const std::string &limits = {});
 
     [[nodiscard]] const std::string &address() const { return busAddress; }
 

@@ -93,8 +93,18 @@ TEST_F(ByteExactness, BrowsersFindTheHostThatTheSentTextHas) {
             << testing::PrintToString(deliverable[index]) << " became " << opened[index];
 }
 
-TEST_F(ByteExactness, WhatIsNoUrlIsIgnored) {
-    ASSERT_EQ(session.open({"-x", "--help", "--", "", "\xff\xfe", "no scheme"}), 0);
+TEST_F(ByteExactness, WhatIsNoUrlIsToldToTheSender) {
+    ASSERT_EQ(session.open({"-x", "--help", "--", "", "\xff\xfe", "no scheme", "https:[::1]"}), 1);
+    EXPECT_EQ(
+        session.output(),
+        "fernhop-open: \"https:[::1]\" was not opened: a browser would find another host in it once it is "
+        "encoded.\n"
+        "fernhop-open: \"-x\" was not opened: it is not a URL.\n"
+        "fernhop-open: \"--help\" was not opened: it is not a URL.\n"
+        "fernhop-open: \"--\" was not opened: it is not a URL.\n"
+        "fernhop-open: \"\" was not opened: it is not a URL.\n"
+        "fernhop-open: \"\\xFF\\xFE\" was not opened: it is not a URL.\n"
+        "fernhop-open: \"no scheme\" was not opened: it is not a URL.\n");
     ASSERT_EQ(session.open({"https://after/"}), 0);
     EXPECT_EQ(session.opened(1), std::vector<std::string>{"https://after/"});
 }

@@ -136,20 +136,22 @@ class StubAlone : public Lifecycle {
 
 TEST_F(StubAlone, SaysThatFernhopIsMissing) {
     EXPECT_EQ(session.run({stub(), "https://1/"}), 1);
-    EXPECT_EQ(session.output(), "fernhop-open: 1 link(s) not opened: " + session.home.root() +
-                                    "/bin/fernhop: No such file or directory\n");
+    EXPECT_EQ(session.output(), "fernhop-open: \"https://1/\" was not opened: " + session.home.root() +
+                                    "/bin/fernhop: No such file or directory.\n");
 }
 
 TEST_F(StubAlone, SaysThatFernhopDoesNotStart) {
     session.home.writeProgram(session.home.root() + "/bin/fernhop", "#!/bin/sh\nexit 3\n");
-    EXPECT_EQ(session.run({stub(), "https://1/"}), 1);
+    EXPECT_EQ(session.run({stub()}), 1);
     EXPECT_EQ(session.output(),
-              "fernhop-open: 1 link(s) not opened: Fernhop ended before it could take links\n");
+              "fernhop-open: Fernhop was not started: Fernhop ended before it could take links\n");
 }
 
-TEST_F(StubAlone, DoesNotTryForEver) {
-    session.home.writeProgram(session.home.root() + "/bin/fernhop", "#!/bin/sh\nexit 0\n");
-    EXPECT_EQ(session.run({stub(), "https://1/"}), 1);
+TEST_F(StubAlone, OpensTheLinkItselfWhereFernhopDoesNotStart) {
+    session.home.writeProgram(session.home.root() + "/bin/fernhop",
+                              "#!/bin/sh\n[ \"$1\" = --without-bus ] || exit 0\necho \"$@\"\nexit 7\n");
+    EXPECT_EQ(session.run({stub(), "https://1/"}), 7);
+    EXPECT_EQ(session.output(), "--without-bus -- https://1/\n");
 }
 
 TEST_F(Lifecycle, ALinkInAKilledFernhopIsDeliveredAnew) {

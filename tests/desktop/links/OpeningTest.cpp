@@ -107,7 +107,8 @@ TEST_F(Opening, WithNoBrowserAtAllALineSaysSo) {
     session.home.writeDesktopEntry("web",
                                    "[Desktop Entry]\nType=Application\nName=web\nHidden=true\nExec=true\n");
     session.startFernhop();
-    ASSERT_EQ(session.open({"https://a/%20"}), 0);
+    ASSERT_EQ(session.open({"https://a/%20"}), 1);
+    EXPECT_EQ(session.output(), "fernhop-open: \"https://a/%20\" was not opened: no browser can open it.\n");
     EXPECT_NE(session.log().find(
                   "Fernhop: No valid target browser for URL https://a/%20. source=unknown urlRule=none "
                   "appRule=none fallback=none"),
@@ -121,7 +122,7 @@ TEST_F(Opening, ABrowserWhoseProgramIsGoneGivesALine) {
         "web", "[Desktop Entry]\nType=Application\nName=web\nExec=" + session.home.root() +
                    "/gone %u\nMimeType=x-scheme-handler/https;\n");
     session.startFernhop();
-    ASSERT_EQ(session.open({"https://a/"}), 0);
+    ASSERT_EQ(session.open({"https://a/"}), 1);
     EXPECT_NE(session.log().find("Fernhop: Failed to open https://a/ with web: " + session.home.root() +
                                  "/gone: No such file or directory"),
               std::string::npos)
@@ -155,6 +156,18 @@ TEST_F(Telling, WithoutABusTheCommandSaysWhatWasNotOpened) {
     EXPECT_NE(session.output().find(failure("https://fails/")), std::string::npos) << session.output();
     EXPECT_EQ(session.output().find("https://opens/\" was"), std::string::npos) << session.output();
     EXPECT_EQ(session.opened(1), Links{"https://opens/"});
+}
+
+TEST_F(Telling, TheStubSaysWhatTheRunningFernhopDidNotOpen) {
+    session.startBus();
+    session.startFernhop();
+    EXPECT_EQ(session.open({"https://fails/", "https://opens/", "no URL"}), 0)
+        << "calling again would open one twice";
+    EXPECT_EQ(session.output(), "fernhop-open: \"https://fails/\" was not opened: " + session.home.root() +
+                                    "/gone: No such file or directory.\n"
+                                    "fernhop-open: \"no URL\" was not opened: it is not a URL.\n");
+    EXPECT_EQ(session.opened(1), Links{"https://opens/"});
+    EXPECT_EQ(session.open({"https://fails/", "no URL"}), 1);
 }
 
 TEST_F(Telling, InPlaceOfTheStubTheStatusSaysWhetherAnyLinkIsInSafeHands) {

@@ -11,7 +11,8 @@ bool hasSessionBus(const Environment &environment) {
         return !address->empty();
     const auto folder = environment.value("XDG_RUNTIME_DIR").value_or("");
     struct stat status = {};
-    return !folder.empty() && stat((folder + "/bus").c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+    return folder.starts_with('/') && stat((folder + "/bus").c_str(), &status) == 0 &&
+           S_ISSOCK(status.st_mode);
 }
 
 Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &environment) {

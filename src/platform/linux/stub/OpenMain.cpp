@@ -2,9 +2,14 @@
 #include "platform/Version.h"
 #include "platform/linux/base/OwnProgram.h"
 #include "platform/linux/stub/Courier.h"
+#include "platform/linux/stub/Report.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 
@@ -24,56 +29,94 @@ constexpr const char *help =
     "\n"
     "Both are options only when they stand alone; every other argument is a link.\n";
 
-std::vector<std::string> linksOf(int count, char **arguments) {
-    int first = 1;
-    if (count > 2 && strcmp(arguments[1], "--") == 0)
-        ++first;
-    std::vector<std::string> links;
+/// What this process inherits from whoever opens a link may be too little to work with: no free descriptor,
+/// or children that vanish when they end.
+void prepareProcess() {
+    closefrom(STDERR_FILENO + 1);
+    rlimit files = {};
+    constexpr rlim_t usual = 1024;
+    if (getrlimit(RLIMIT_NOFILE, &files) == 0 && files.rlim_cur < usual) {
+        files.rlim_cur = std::min(files.rlim_max, usual);
+        setrlimit(RLIMIT_NOFILE, &files);
+    }
+    std::signal(SIGCHLD, SIG_DFL);
+}
+
+/// The links of a call, in their order.
+struct Links {
+    std::vector<std::string> toDeliver;
+    std::vector<std::string> refused; ///< a sentence for each link that must not be delivered
+};
+
+Links linksOf(int count, char **arguments) {
+    Links links;
+    const int first = count > 2 && strcmp(arguments[1], "--") == 0 ? 2 : 1;
     for (int index = first; index < count; ++index) {
         if (auto link = linkToDeliver(arguments[index]))
-            links.push_back(*std::move(link));
+            links.toDeliver.push_back(*std::move(link));
         else
-            fprintf(stderr, "fernhop-open: a link is refused: %s\n", refusedLink.data());
+            links.refused.push_back(unopenedSentence(arguments[index], std::string(refusedLink)));
     }
     return links;
 }
 
 // Without a resident to take the links, this process becomes one that opens them itself.
-int openWithoutResident(const std::vector<std::string> &links) {
+int openWithoutResident(const Links &links, bool hasBus) {
+    report(links.refused);
     const auto program = programBeside("fernhop");
     std::vector<const char *> arguments = {program.c_str(), "--without-bus", "--"};
-    for (const auto &link : links)
+    for (const auto &link : links.toDeliver)
         arguments.push_back(link.c_str());
     arguments.push_back(nullptr);
-    Pauses pauses; // an upgrade may be replacing the program
-    do
+    Pauses pauses; // an upgrade may be replacing the program; the delivery has waited for that already
+    int failure = 0;
+    do {
         execv(program.c_str(), const_cast<char *const *>(arguments.data()));
-    while (pauses.wait());
-    perror(program.c_str());
+        failure = errno;
+    } while (!hasBus && pauses.wait());
+    const auto reason = program + ": " + strerror(failure);
+    std::vector<std::string> failed;
+    for (const auto &link : links.toDeliver)
+        failed.push_back(unopenedSentence(link, reason));
+    report(failed);
     return 1;
 }
 
-int run(char **arguments, const std::vector<std::string> &links, const LinkOrigin &origin) {
+/// Says what did not open. A failure only when nothing did: whoever calls again, or takes another program,
+/// would open the other links twice.
+int finish(const Links &links, const std::vector<UnopenedLink> &unopened) {
+    auto failed = links.refused;
+    for (const auto &[index, reason] : unopened)
+        failed.push_back(unopenedSentence(links.toDeliver[index], reason));
+    if (!failed.empty())
+        report(failed);
+    return !failed.empty() && unopened.size() >= links.toDeliver.size() ? 1 : 0;
+}
+
+int run(char **arguments, const Links &links, const LinkOrigin &origin) {
     using Kind = DeliveryResult::Kind;
-    const auto result = deliver(links, origin);
+    if (links.toDeliver.empty() && !links.refused.empty())
+        return finish(links, {});
+    const auto result = deliver(links.toDeliver, origin);
     if (result.kind == Kind::delivered)
-        return 0;
+        return finish(links, result.unopened);
     // The new program reads the same origin: it is this process, with the environment as it was.
     if (result.kind == Kind::replaced)
         execv(ownProgramPath().c_str(), arguments);
-    if (result.kind != Kind::failed && !links.empty())
-        return openWithoutResident(links);
-    fprintf(stderr, "fernhop-open: %zu link(s) not opened: %s\n", links.size(), result.reason.c_str());
+    if (!links.toDeliver.empty())
+        return openWithoutResident(links, result.kind != Kind::noBus);
+    fprintf(stderr, "fernhop-open: Fernhop was not started: %s\n", result.reason.c_str());
     return 1;
 }
 
 } // namespace
 
 int main(int count, char **arguments) {
+    prepareProcess();
     const auto origin = readLinkOrigin();
     if (count == 2 && strcmp(arguments[1], "--help") == 0)
         return fputs(help, stdout) < 0;
     if (count == 2 && strcmp(arguments[1], "--version") == 0)
-        return printf("fernhop-open %s\n", fernhop::programVersion()) < 0;
+        return printf("fernhop-open %s\n", programVersion()) < 0;
     return run(arguments, linksOf(count, arguments), origin);
 }
