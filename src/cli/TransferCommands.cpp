@@ -2,9 +2,17 @@
 #include "cli/Results.h"
 #include "cli/SettingsDocument.h"
 
+#include <cstddef>
 #include <string>
 
 namespace fernhop::cli {
+namespace {
+
+std::string counted(std::size_t count, const std::string &noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+} // namespace
 
 CommandResult carryOut(const command::Export &, const Call &call) {
     if (const auto problem = call.context.session.settingsProblem())
@@ -21,8 +29,8 @@ CommandResult carryOut(const command::Import &, const Call &call) {
     call.context.controller.rebuildMenu();
     if (!stored)
         return failed("The settings could not be stored.");
-    return done(std::to_string(document.urlRules.size()) + " URL rules and " +
-                std::to_string(document.appRules.size()) + " app rules were stored.\n");
+    return done("Stored " + counted(document.urlRules.size(), "URL rule") + " and " +
+                counted(document.appRules.size(), "app rule") + ".\n");
 }
 
 } // namespace fernhop::cli

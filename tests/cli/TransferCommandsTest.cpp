@@ -38,7 +38,7 @@ TEST_P(Transfer, ImportReplacesEverythingAsOneUpdate) {
     defaults.stored["other"] = {std::string("kept")};
     const int updates = defaults.updates;
     const auto told = run({"import", "-"}, complete.dump());
-    EXPECT_EQ(told, (CommandResult{0, "1 URL rules and 2 app rules were stored.\n", ""}));
+    EXPECT_EQ(told, (CommandResult{0, "Stored 1 URL rule and 2 app rules.\n", ""}));
     EXPECT_GT(defaults.updates, updates);
     EXPECT_EQ(preferences().urlRules(), (std::vector<URLRule>{{"1", "*.pdf", "org.b"}}));
     EXPECT_EQ(preferences().appRules(), (AppRules{{"org.a", "org.b"}, {"org.c", "org.d"}}));
