@@ -31,7 +31,7 @@ const DialogAction *find(std::string_view selector) {
 const std::string *subjectOf(const DialogAction &action, const Object *sender) {
     switch (action.sender) {
     case Carries::itemText:
-        return textCarriedBy(sender);
+        return representedTextOf(sender);
     case Carries::buttonIdentifier:
         return identifierOf(sender);
     case Carries::nothing:

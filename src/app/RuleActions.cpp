@@ -33,7 +33,7 @@ void RuleActions::setBrowserForSelectedApp(const Object *sender) {
 }
 
 void RuleActions::clearRule(const Object *sender) {
-    if (const std::string *app = textCarriedBy(sender))
+    if (const std::string *app = representedTextOf(sender))
         removeAppRule(*app);
 }
 
@@ -48,12 +48,12 @@ void RuleActions::setBrowserForURLRule(const Object *sender) {
 }
 
 void RuleActions::editURLRule(const Object *sender) {
-    if (const std::string *id = textCarriedBy(sender))
+    if (const std::string *id = representedTextOf(sender))
         editExistingURLRule(*id);
 }
 
 void RuleActions::clearURLRule(const Object *sender) {
-    if (const std::string *id = textCarriedBy(sender))
+    if (const std::string *id = representedTextOf(sender))
         removeURLRule(*id);
 }
 
