@@ -5,7 +5,7 @@
 namespace fernhop::support {
 
 /// Real `.app` folders, read as macOS lays them out: Contents/Info.plist, an XML or a binary property list. A
-/// folder without one that can be read opens as a bundle that says nothing.
+/// folder without a readable one opens as an empty bundle.
 class AppBundles : public Bundles {
   public:
     [[nodiscard]] std::unique_ptr<Bundle> bundleWithUrl(const Url &url) const override;

@@ -13,9 +13,9 @@ namespace fernhop::support {
 struct Command {
     std::vector<std::string> arguments;    ///< the program, looked up in PATH, and its arguments
     Environment environment;               ///< changes to this process's environment
-    std::string output = "/dev/null";      ///< file that takes standard output and error; empty: ours
+    std::string output = "/dev/null";      ///< file for standard output and error; empty: inherited
     std::vector<int> keptDescriptors = {}; ///< stay open in the child, under the same number
-    uid_t user = 0;                        ///< run as this user and group; 0: as we run
+    uid_t user = 0;                        ///< run as this user and group; 0: as this process
 };
 
 /// A process that a test started. It ends with the test, however the test ends.
@@ -37,7 +37,7 @@ class ChildProcess {
     /// Waits until it has ended by itself; its exit status, or 128 and the signal that ended it.
     int wait();
 
-    /// Asks it to end and waits; kills it when it does not listen.
+    /// Sends SIGTERM and waits; kills the process when it does not end.
     void terminate();
 
   private:
@@ -51,7 +51,7 @@ class ChildProcess {
 /// Whether a program of this name is in PATH.
 [[nodiscard]] bool isInstalled(const std::string &program);
 
-/// The user whom programs that refuse the superuser run as: we, unless that is who we are.
+/// The user to run programs as that refuse the superuser: this process's, or another one if that is root.
 [[nodiscard]] uid_t ordinaryUser();
 
 } // namespace fernhop::support

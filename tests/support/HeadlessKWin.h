@@ -8,7 +8,7 @@
 
 namespace fernhop::support {
 
-/// A Wayland session of the Plasma kind that nobody sees: KWin with a virtual output, in a home of its own.
+/// A headless Plasma Wayland session: KWin with a virtual output, in a home of its own.
 /// Every client may manage windows. KWin must be able to see which program a client is, so it runs as the
 /// same user as the test.
 class HeadlessKWin {
@@ -20,14 +20,14 @@ class HeadlessKWin {
 
     [[nodiscard]] const TemporaryHome &home() const { return ownHome; }
 
-    /// The home's variables, and those that lead a process to this session.
+    /// The variables of the home and of this session.
     [[nodiscard]] Environment environment() const;
 
     /// Starts a client in the session.
     [[nodiscard]] std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments,
                                                       const Environment &more = {}) const;
 
-    /// Stops the server: it keeps its connections, and does not answer any more.
+    /// Stops the server: it keeps its connections and stops answering.
     void stop();
     /// Lets it answer again.
     void resume();

@@ -8,7 +8,7 @@
 
 namespace fernhop::support {
 
-/// A Wayland session of the wlroots kind that nobody sees. It runs as an ordinary user, in a home of its own.
+/// A headless wlroots Wayland session. It runs as an ordinary user, in a home of its own.
 class HeadlessSway {
   public:
     /// Returns when clients can connect.
@@ -18,7 +18,7 @@ class HeadlessSway {
 
     [[nodiscard]] const TemporaryHome &home() const { return ownHome; }
 
-    /// The home's variables, and those that lead a process to this session. The socket is named by its path,
+    /// The variables of the home and of this session. The socket is named by its path,
     /// so it is found from other runtime folders too.
     [[nodiscard]] Environment environment() const;
 
@@ -29,7 +29,7 @@ class HeadlessSway {
     /// Gives sway a command ("[app_id=foot] focus"); false when it refused.
     bool command(const std::string &text) const;
 
-    /// Stops the server: it keeps its connections, and does not answer any more.
+    /// Stops the server: it keeps its connections and stops answering.
     void stop();
     /// Lets it answer again.
     void resume();

@@ -4,13 +4,13 @@
 
 namespace fernhop::support {
 
-/// Whether this machine has the program by which KDE opens links.
+/// Whether KDE's program for opening links is installed.
 [[nodiscard]] bool isKdeInstalled();
 
-/// Writes what KDE's programs have to read before they know any type and any application at all.
+/// Writes the files from which KDE's programs learn types and applications.
 void writeKdeSystem(const TemporaryHome &home);
 
-/// The variables by which programs know a session of KDE.
+/// The variables of a KDE session.
 [[nodiscard]] Environment kdeSession();
 
 } // namespace fernhop::support

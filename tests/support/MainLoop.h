@@ -6,7 +6,7 @@
 
 namespace fernhop::support {
 
-/// Runs the default main loop until `condition` holds; false when patience ran out. The condition is asked
+/// Runs the default main loop until `condition` holds; false on timeout. The condition is asked
 /// again after each event, and now and then when there is none (it may be about another process).
 template <typename Condition>
 [[nodiscard]] bool runUntil(Condition condition) {

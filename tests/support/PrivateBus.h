@@ -19,7 +19,7 @@ class PrivateBus {
 
     [[nodiscard]] const std::string &address() const { return busAddress; }
 
-    /// The variable that leads a process to this bus.
+    /// The variable with the address of this bus.
     [[nodiscard]] Environment environment() const { return {{"DBUS_SESSION_BUS_ADDRESS", busAddress}}; }
 
     /// Ends the bus while its clients are connected.

@@ -8,24 +8,24 @@
 
 namespace fernhop::support {
 
-/// An X display that nobody sees, with a window manager (openbox).
+/// A headless X display with a window manager (openbox).
 class PrivateDisplay {
   public:
     /// Returns when the window manager manages the display. The home outlives the display.
     explicit PrivateDisplay(const TemporaryHome &home);
 
-    /// Whether this machine has what it takes.
+    /// Whether the needed programs are installed.
     [[nodiscard]] static bool isAvailable() { return isInstalled("Xvfb") && isInstalled("openbox"); }
 
     /// ":7", say.
     [[nodiscard]] const std::string &name() const { return displayName; }
 
-    /// The variables that lead a process to this display.
+    /// The variables of this display.
     [[nodiscard]] Environment environment() const {
         return {{"DISPLAY", displayName}, {"XDG_SESSION_TYPE", "x11"}, {"WAYLAND_DISPLAY", std::nullopt}};
     }
 
-    /// Stops the server: it keeps its connections, and does not answer any more.
+    /// Stops the server: it keeps its connections and stops answering.
     void stop();
     /// Lets it answer again.
     void resume();

@@ -11,7 +11,7 @@
 
 namespace fernhop::support {
 
-/// The pipe through which a server tells, with a line of text, that it is ready.
+/// The pipe through which a server reports, with a line of text, that it is ready.
 class ReadyPipe {
   public:
     ReadyPipe() { (void)!pipe2(ends.data(), O_CLOEXEC); }
@@ -24,8 +24,8 @@ class ReadyPipe {
 
     [[nodiscard]] int writer() const { return ends[1]; }
 
-    /// The line that the server wrote, without its end; what there is of it when the server ended or
-    /// patience ran out. Called once, when the server has been started.
+    /// The line that the server wrote, without its line end; only a part when the server ended or on timeout.
+    /// Called once, after the server was started.
     [[nodiscard]] std::string readLine() {
         closeWriter();
         std::string line;

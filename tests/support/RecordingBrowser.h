@@ -23,7 +23,7 @@ struct BrowserStart {
     std::vector<int> ignoredSignals;
 };
 
-/// A small program, installed in a home as a browser, that writes down how it was started and ends.
+/// A small program, installed in a home as a browser, that records how it was started and exits.
 class RecordingBrowser {
   public:
     /// Its records go to a file of its own in `home`. Nothing is installed yet.

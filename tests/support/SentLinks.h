@@ -6,8 +6,8 @@
 
 namespace fernhop::support {
 
-/// Texts as somebody may send them who wants the browser to open another host than the text shows: those
-/// known to do harm first, then made ones, always the same for the same count. None holds a zero byte.
+/// Hostile URLs that make the browser open another host than the text shows: known attacks first, then
+/// generated ones, the same for the same count. None holds a zero byte.
 [[nodiscard]] std::vector<std::string> misleadingLinks(std::size_t count);
 
 /// The host, with its port, that the URL implementation of Node.js finds in each text; empty where it finds

@@ -8,11 +8,11 @@
 
 namespace fernhop::support {
 
-/// A home folder and XDG folders of its own for one test, gone when it ends. Nothing of the machine's own
-/// applications or settings shows through.
+/// A home folder and XDG folders of its own for one test, removed when it ends. The machine's
+/// own applications and settings are not visible in it.
 class TemporaryHome {
   public:
-    /// Makes the folders; they belong to `owner`, or to us when that is 0.
+    /// Makes the folders; they belong to `owner`, or to this process's user when that is 0.
     explicit TemporaryHome(uid_t owner = 0);
     ~TemporaryHome();
     TemporaryHome(const TemporaryHome &) = delete;
@@ -26,8 +26,8 @@ class TemporaryHome {
     [[nodiscard]] std::string systemData() const { return folder + "/share"; }
     [[nodiscard]] std::string runtime() const { return folder + "/run"; }
 
-    /// The variables that lead a process here; those that would lead it to the machine's own session or
-    /// desktop are removed.
+    /// The variables of this home; an empty value for those that would lead to the machine's own session or
+    /// desktop, which removes them.
     [[nodiscard]] Environment environment() const;
 
     /// Writes a file at an absolute path, and the folders above it.

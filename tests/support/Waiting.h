@@ -5,10 +5,10 @@
 
 namespace fernhop::support {
 
-/// How long a test waits for something that must come. Long, as a loaded machine is not a failure.
+/// How long a test waits for an event that must happen. Long, because machines may be loaded.
 inline constexpr std::chrono::seconds patience{30};
 
-/// Waits until `condition` holds, asking again and again; false when patience ran out.
+/// Waits until `condition` holds, asking again and again; false on timeout.
 template <typename Condition>
 [[nodiscard]] bool waitUntil(Condition condition) {
     const auto end = std::chrono::steady_clock::now() + patience;

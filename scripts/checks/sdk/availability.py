@@ -1,4 +1,4 @@
-"""Checks against a list of what is too new or too old, since the declarations tell nobody since when and until when."""
+"""Checks against a list of what is too new or too old, since the declarations do not state versions."""
 
 from dataclasses import dataclass
 from pathlib import Path

@@ -20,7 +20,7 @@ DROPPED = re.compile(r"-O.|-g\d?|-fsanitize.*|-fno-sanitize.*|-M.*|-W.*")
 
 
 class CompilerFailed(Exception):
-    """The compiler does not take a source; the text says which, and what it said."""
+    """A source does not compile; the text names it and has the compiler's message."""
 
 
 @dataclass(frozen=True)

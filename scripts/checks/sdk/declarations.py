@@ -18,7 +18,7 @@ CLOSING = {"(": ")", "<": ">", "{": "}", "[": "]"}
 
 
 class Unreadable(Exception):
-    """A line that is in none of the known forms: better to stop than to know only half of the SDK."""
+    """A line of an unknown form: the check stops rather than miss a part of the SDK."""
 
 
 def pieces(text, separator=","):
@@ -62,7 +62,7 @@ def names(text):
 
 
 def empty():
-    """An index that knows nothing. `classes` and `protocols` have the members of each by name, a
+    """An empty index. `classes` and `protocols` have the members of each by name, a
     signature is a list of types, the result's first; `enums` the values of each
     enumeration, whose names lack what they have in common; `aliases` the former names of such values."""
     return {"classes": {}, "protocols": {}, "functions": {}, "constants": [], "enums": {}, "aliases": {}, "types": []}

@@ -1,5 +1,5 @@
-"""Brings the published declarations of the SDK, from npm's registry by npm itself. Only the declarations are unpacked; nothing
-of the package is run."""
+"""Downloads the published declarations of the SDK with npm. Only the declarations are unpacked; nothing of the package is
+run."""
 
 import base64
 import hashlib
@@ -19,7 +19,7 @@ ATTEMPTS = 3
 
 
 class Missing(Exception):
-    """The declarations are not here and could not be brought; the text says why."""
+    """The declarations are missing and could not be downloaded; the text says why."""
 
 
 def cacheFolder():
@@ -28,7 +28,7 @@ def cacheFolder():
 
 
 def declarations(cache):
-    """The folder with the declarations below `cache`; brought when it is not there yet."""
+    """The folder with the declarations below `cache`; downloaded when it is missing."""
     folder = cache / VERSION
     if not folder.is_dir():
         cache.mkdir(parents=True, exist_ok=True)
@@ -55,7 +55,7 @@ def _pack(folder):
 
 
 def verify(data, integrity):
-    """Refuses what is not the very package that was looked at when its version was written down."""
+    """Rejects a package whose checksum is not the recorded one."""
     kind, _, wanted = integrity.partition("-")
     found = base64.b64encode(hashlib.new(kind, data).digest()).decode()
     if found != wanted:
@@ -73,7 +73,7 @@ def unpack(archive, folder):
 
 
 def _settle(made, folder):
-    """Two checks may bring the declarations at once: the first one's stay."""
+    """Two checks may download the declarations at once: those of the first are kept."""
     try:
         made.rename(folder)
     except OSError:

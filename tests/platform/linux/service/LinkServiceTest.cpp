@@ -72,7 +72,7 @@ TEST_F(LinkServiceTest, TakesLinksOfAnyBytes) {
     EXPECT_EQ(sender.tokens.activationToken, "token");
 }
 
-TEST_F(LinkServiceTest, TakesLinksAsAnyApplicationDoes) {
+TEST_F(LinkServiceTest, TakesLinksThroughTheApplicationInterface) {
     listen();
     const auto opened = call("org.freedesktop.Application", "Open",
                              "(['https://a', 'https://b'], {'desktop-startup-id': <'id'>})");
@@ -82,7 +82,7 @@ TEST_F(LinkServiceTest, TakesLinksAsAnyApplicationDoes) {
     EXPECT_EQ(sender.tokens.startupID, "id");
 }
 
-TEST_F(LinkServiceTest, TellsWhichLinksWereNotOpened) {
+TEST_F(LinkServiceTest, ReportsLinksThatWereNotOpened) {
     holds = true;
     takes = true;
     listen();
@@ -94,7 +94,7 @@ TEST_F(LinkServiceTest, TellsWhichLinksWereNotOpened) {
     EXPECT_EQ(opened.result(), "([(1, 'broken\uFFFD')],)");
 }
 
-TEST_F(LinkServiceTest, TellsOnlyWhatAnAnswerHasRoomFor) {
+TEST_F(LinkServiceTest, LimitsTheLengthOfItsAnswer) {
     holds = true;
     takes = true;
     listen();
@@ -107,7 +107,7 @@ TEST_F(LinkServiceTest, TellsOnlyWhatAnAnswerHasRoomFor) {
     EXPECT_EQ(opened.result(), "([(0, 'short'), (1, '')],)");
 }
 
-TEST_F(LinkServiceTest, WhoCallsAsAnApplicationIsTheSender) {
+TEST_F(LinkServiceTest, CallerOfApplicationInterfaceIsTheSender) {
     listen();
     ASSERT_TRUE(call("org.freedesktop.Application", "Open", "(['https://a'], @a{sv} {})").wait());
     EXPECT_EQ(sender.parentPid, getpid());
@@ -189,20 +189,20 @@ TEST_F(LinkServiceTest, ServesOnlyOtherApplicationsDuringAnUpgrade) {
     EXPECT_EQ(links, Texts{"https://b"});
 }
 
-TEST_F(LinkServiceTest, OpeningItAgainIsToldToTheController) {
+TEST_F(LinkServiceTest, ActivateReachesTheController) {
     const auto done = call("org.freedesktop.Application", "Activate", "(@a{sv} {},)");
     ASSERT_TRUE(done.wait());
     EXPECT_EQ(done.errorName(), "");
     EXPECT_EQ(activations, 1);
 }
 
-TEST_F(LinkServiceTest, ThereAreNoActions) {
+TEST_F(LinkServiceTest, RefusesActions) {
     const auto done = call("org.freedesktop.Application", "ActivateAction", "('x', @av [], @a{sv} {})");
     ASSERT_TRUE(done.wait());
     EXPECT_EQ(done.errorName(), "org.freedesktop.DBus.Error.InvalidArgs");
 }
 
-TEST_F(LinkServiceTest, CallsOfAnotherFormAreRefused) {
+TEST_F(LinkServiceTest, RefusesCallsOfAnotherType) {
     listen();
     for (const char *body : {"()", "('https://a',)", "(['https://a'], @a{sv} {})", "(@aay [], @a{ss} {})"}) {
         const auto done = call(serviceInterface, "OpenLinks", body);
@@ -215,7 +215,7 @@ TEST_F(LinkServiceTest, CallsOfAnotherFormAreRefused) {
     EXPECT_TRUE(links.empty());
 }
 
-TEST_F(LinkServiceTest, AConnectionHasPlaceForOne) {
+TEST_F(LinkServiceTest, OneServicePerConnection) {
     {
         LinkService second(connection.get(), dispatcher, {});
         EXPECT_FALSE(second.exportObject());
@@ -226,10 +226,10 @@ TEST_F(LinkServiceTest, AConnectionHasPlaceForOne) {
     EXPECT_EQ(activations, 1) << "the second took the first away";
 }
 
-TEST_F(LinkServiceTest, TheNameIsForOne) {
+TEST_F(LinkServiceTest, OneOwnerOfTheName) {
     EXPECT_EQ(requestName(client.get(), serviceName), NameRequest::taken);
     EXPECT_EQ(requestName(client.get(), "no name"), NameRequest::failed);
-    // Nor does anybody get it by asking the bus to take it away.
+    // Another process cannot take it over either.
     const PendingCall taking(client.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                              "org.freedesktop.DBus", "RequestName",
                              g_variant_new("(su)", serviceName, 2U | 4U));

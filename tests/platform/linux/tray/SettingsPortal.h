@@ -21,7 +21,7 @@ class SettingsPortal {
                   [](auto) -> GVariant * { return nullptr; }}),
           name(g_bus_own_name_on_connection(connection.get(), "org.freedesktop.portal.Desktop",
                                             G_BUS_NAME_OWNER_FLAGS_NONE, acquired, nullptr, this, nullptr)) {
-        (void)support::runUntil([this] { return isThere; });
+        (void)support::runUntil([this] { return ownsName; });
     }
     ~SettingsPortal() {
         g_bus_unown_name(name);
@@ -49,14 +49,14 @@ class SettingsPortal {
 </node>)XML";
 
     static void acquired(GDBusConnection *, const gchar *, gpointer self) {
-        static_cast<SettingsPortal *>(self)->isThere = true;
+        static_cast<SettingsPortal *>(self)->ownsName = true;
     }
 
     const NodeInfoPointer node{g_dbus_node_info_new_for_xml(introspection, nullptr)};
     BusConnection connection;
     const char *scheme;
     BusObject object;
-    bool isThere = false;
+    bool ownsName = false;
     guint name;
 };
 

@@ -12,12 +12,12 @@
 
 namespace fernhop::freedesktop {
 
-/// The watcher of a tray: takes the name, from another watcher too, and remembers who registers, from
-/// construction to destruction.
+/// A StatusNotifierWatcher, from construction to destruction: takes the name, from another watcher too, and
+/// records the items that are registered.
 class Watcher {
   public:
-    explicit Watcher(const std::string &address, bool thereIsAHost = true)
-        : hasHost(thereIsAHost), connection(connectTo(address)),
+    explicit Watcher(const std::string &address, bool withHost = true)
+        : hasHost(withHost), connection(connectTo(address)),
           object(connection.get(), "/StatusNotifierWatcher", *node->interfaces[0],
                  {[this](auto, auto *body, auto *call) { add(body, call); },
                   [this](auto) {
@@ -33,15 +33,15 @@ class Watcher {
     Watcher(const Watcher &) = delete;
     Watcher &operator=(const Watcher &) = delete;
 
-    /// Lets a host come or go.
-    void setHost(bool isThere) {
-        hasHost = isThere;
-        object.emit(isThere ? "StatusNotifierHostRegistered" : "StatusNotifierHostUnregistered");
+    /// Registers or unregisters a host.
+    void setHost(bool isPresent) {
+        hasHost = isPresent;
+        object.emit(isPresent ? "StatusNotifierHostRegistered" : "StatusNotifierHostUnregistered");
     }
 
     std::vector<std::string> items;
-    int refusals = 0; ///< how many are to be refused before one is taken
-    int asked = 0;    ///< how often somebody asked whether there is a host
+    int refusals = 0; ///< how many registrations to refuse before one is accepted
+    int asked = 0;    ///< how often a client read whether there is a host
 
   private:
     static constexpr auto takesAndGives = static_cast<GBusNameOwnerFlags>(
