@@ -34,8 +34,8 @@ Json iconName(IconPlace place) {
     switch (place) {
     case IconPlace::panel:
         return "panel";
-    case IconPlace::windowTray:
-        return "windowTray";
+    case IconPlace::xembedTray:
+        return "xembedTray";
     case IconPlace::nowhere:
         break;
     }
@@ -46,7 +46,7 @@ std::string iconText(const SessionReport &session) {
     switch (session.iconPlace()) {
     case IconPlace::panel:
         return "shown by a panel that supports StatusNotifierItem";
-    case IconPlace::windowTray:
+    case IconPlace::xembedTray:
         return "shown by an XEmbed tray";
     case IconPlace::nowhere:
         break;

@@ -10,7 +10,7 @@ namespace fernhop {
 enum class IconPlace {
     nowhere,
     panel,      ///< in a panel that supports StatusNotifierItem
-    windowTray, ///< in an XEmbed tray of X11
+    xembedTray, ///< in an XEmbed tray of X11
 };
 
 /// Describes the desktop session for people who want to know why a link opened where it did, or did not

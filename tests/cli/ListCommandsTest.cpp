@@ -39,8 +39,8 @@ TEST_P(ListCommands, StatusOfAConfiguredSystem) {
                                                    {"running", GetParam()},
                                                    {"icon", "panel"},
                                                    {"problems", {"No tray.", "No portal."}}}));
-    report.icon = IconPlace::windowTray;
-    EXPECT_EQ(runJson({"status", "--json"})["icon"], "windowTray");
+    report.icon = IconPlace::xembedTray;
+    EXPECT_EQ(runJson({"status", "--json"})["icon"], "xembedTray");
 }
 
 TEST_P(ListCommands, StatusShowsWhereTheIconIs) {
@@ -55,7 +55,7 @@ TEST_P(ListCommands, StatusShowsWhereTheIconIs) {
             : "Icon:               not shown");
     report.icon = IconPlace::panel;
     tells("Icon:               shown by a panel that supports StatusNotifierItem");
-    report.icon = IconPlace::windowTray;
+    report.icon = IconPlace::xembedTray;
     tells("Icon:               shown by an XEmbed tray");
 }
 

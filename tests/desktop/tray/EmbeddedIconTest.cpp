@@ -41,7 +41,7 @@ TEST_F(EmbeddedIconTest, ShowsInATrayThatWasThereFirstAndItsMenuWorks) {
     const auto tray = startTray();
     session->startFernhop();
     ASSERT_TRUE(shows(true)) << session->log();
-    EXPECT_EQ(toldIconPlace(*session), "windowTray");
+    EXPECT_EQ(toldIconPlace(*session), "xembedTray");
     EXPECT_FALSE(hasToolkit(session->resident->pid()));
     EXPECT_EQ(session->click(12, 12), 0);
     constexpr ScreenArea menu{40, 30, 120, 100};

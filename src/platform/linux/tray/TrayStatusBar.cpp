@@ -6,7 +6,7 @@
 
 namespace fernhop::freedesktop {
 
-/// The icon in each of the two kinds of tray.
+/// The icon as a StatusNotifierItem and in XEmbed trays.
 class TrayIcon {
   public:
     TrayIcon(GDBusConnection *bus, const EmbeddedTrayPlace &embedding,
@@ -15,7 +15,7 @@ class TrayIcon {
 
     [[nodiscard]] IconPlace place() const {
         if (embedded.isShown())
-            return IconPlace::windowTray;
+            return IconPlace::xembedTray;
         return watcher.hasHost().value_or(false) && watcher.hasItem() ? IconPlace::panel : IconPlace::nowhere;
     }
 
@@ -32,15 +32,15 @@ class TrayStatusItem : public ui::StatusItem {
                    std::shared_ptr<TrayIcon> trayIcon)
         : appearance(barAppearance), menu(std::move(menuService)), icon(std::move(trayIcon)) {}
 
-    // Whether a tray shows it can change at any time; what it is dressed with is kept for the next one.
+    // Trays come and go at any time; image, tooltip and menu are kept for the next one.
     [[nodiscard]] bool hasButton() const override { return true; }
     [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return appearance; }
     void setToolTip(const std::string &text) override { icon->item.setToolTip(text); }
     void setTitle(const std::string &title) override { icon->item.setTitle(title); }
-    // A tray shows nothing but the image.
+    // Trays show only the image.
     void setImagePosition(ui::ImagePosition) override {}
     void setImage(ui::ImageReference image) override {
-        // Nobody tells what a panel looks like; where the user asks for nothing, many are dark all the same.
+        // The colour of a panel is unknown; many are dark where the user states no appearance.
         icon->item.setImage(std::move(image), !appearance.stated());
     }
     void setMenu(std::shared_ptr<const ui::Menu> newMenu) override { menu->setMenu(std::move(newMenu)); }
@@ -63,7 +63,7 @@ std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
         if (perform)
             perform(selector, sender);
     };
-    // The menu first, as whoever hears of the item may ask for it.
+    // The menu first: hosts may read it as soon as the item is registered.
     auto menu = std::make_unique<MenuService>(bus, icons, click);
     auto newIcon = std::make_shared<TrayIcon>(bus, embedding, [this](const std::string &token) {
         if (takeToken)
