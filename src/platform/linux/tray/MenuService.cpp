@@ -12,7 +12,7 @@ constexpr guint32 protocolVersion = 3;
 constexpr std::string_view clicked = "clicked";
 
 constexpr const char *noSuchItem = "There is no such item";
-constexpr const char *tooLarge = "No message can carry as much; fewer levels or items may do";
+constexpr const char *tooLarge = "The answer is too large for a message; ask for fewer levels or items";
 
 PropertyFilter filterIn(GVariant *body, gsize place) {
     const auto names = textsIn(body, place);
@@ -31,7 +31,7 @@ GVariant *idList(const std::vector<MenuTree::Id> &ids) {
     return g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, ids.data(), ids.size(), sizeof(MenuTree::Id));
 }
 
-/// The name of who calls; empty between two that speak without a bus.
+/// The bus name of the caller; empty on a connection without a bus.
 std::string hostOf(GDBusMethodInvocation *invocation) {
     const char *sender = g_dbus_method_invocation_get_sender(invocation);
     return sender ? sender : "";
@@ -60,7 +60,7 @@ MenuService::MenuService(GDBusConnection *bus, const IconFinder &iconFinder, Per
 
 void MenuService::setMenu(std::shared_ptr<const ui::Menu> menu) {
     latest = std::move(menu);
-    // Menus that are set in one go become one announcement.
+    // Several menus in one turn of the main loop are announced once.
     if (!announcement.isRunning())
         announcement.start({}, [this] { announce(); });
 }
@@ -125,7 +125,7 @@ void MenuService::getLayout(GVariant *body, GDBusMethodInvocation *invocation) {
 void MenuService::getGroupProperties(GVariant *body, GDBusMethodInvocation *invocation) {
     bringUpToDate();
     auto ids = idsIn(body);
-    // No id at all stands for all of them.
+    // An empty list stands for all items.
     if (ids.empty())
         ids = tree.ids();
     const auto items = menuItems(tree, ids, filterIn(body, 1), icons);
@@ -149,8 +149,7 @@ void MenuService::getProperty(GVariant *body, GDBusMethodInvocation *invocation)
     g_dbus_method_invocation_return_value(invocation, g_variant_new("(v)", value.get()));
 }
 
-// Answered before it is done: what is done may take as long as a dialog is open, and hosts wait for the
-// answer.
+// Answered before the action runs: hosts wait for the answer, and the action may wait for a dialog.
 void MenuService::event(GVariant *body, GDBusMethodInvocation *invocation) {
     const ItemEvent happened = eventIn(body);
     g_dbus_method_invocation_return_value(invocation, nullptr);
@@ -177,7 +176,7 @@ void MenuService::eventGroup(GVariant *body, GDBusMethodInvocation *invocation) 
         click(id);
 }
 
-// Hosts that read one level at a time ask for those beneath only when this tells them to.
+// Hosts that read one level at a time read the levels beneath only when this returns true.
 void MenuService::aboutToShow(GVariant *body, GDBusMethodInvocation *invocation) {
     bringUpToDate();
     MenuTree::Id id = MenuTree::root;
@@ -211,7 +210,7 @@ void MenuService::click(MenuTree::Id id) const {
     const ui::MenuItem *item = entry ? entry->item : nullptr;
     if (item == nullptr || item->isSeparator || !item->enabled || item->action.empty())
         return;
-    // What the action does replaces the menu that its sender is in.
+    // The action may replace the menu that holds its sender.
     const auto menu = tree.menu();
     perform(item->action, *item);
 }

@@ -14,9 +14,8 @@ namespace fernhop::freedesktop {
 /// Called with the selector of an item that was clicked, and the item, which lives until the call is over.
 using PerformAction = std::function<void(ui::Selector selector, const ui::MenuItem &sender)>;
 
-/// A menu on the bus by com.canonical.dbusmenu. Nothing is put into the form of the bus before a host asks;
-/// hosts are told at most once for each turn of the main loop that the menu looks different, and not at all
-/// when it does not. Main thread only.
+/// A menu on the bus by com.canonical.dbusmenu. It is serialized only when a host reads it. Hosts are
+/// notified at most once per turn of the main loop, and only when the menu looks different. Main thread only.
 class MenuService {
   public:
     static constexpr const char *path = "/MenuBar";
@@ -42,7 +41,7 @@ class MenuService {
     void aboutToShowGroup(GVariant *body, GDBusMethodInvocation *invocation);
 
     void click(MenuTree::Id id) const;
-    /// Takes the menu that was set last into the tree.
+    /// Puts the latest menu into the tree.
     void bringUpToDate();
     void announce();
 

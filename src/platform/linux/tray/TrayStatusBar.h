@@ -24,19 +24,19 @@ class TrayStatusBar : public ui::StatusBar {
     TrayStatusBar(GDBusConnection *bus, const IconFinder &icons, EmbeddedTrayPlace embedding,
                   std::function<void()> appearanceChanged);
 
-    /// What the user asks all applications to look like; nothing where the user does not say.
+    /// The appearance that the user wants of all applications; nothing where none is stated.
     [[nodiscard]] std::optional<ui::AppearanceName> statedAppearance() const { return appearance.stated(); }
 
-    /// Whom clicks go to from now on; without anyone they do nothing.
+    /// Sets the handler of clicks; without one they do nothing.
     void setPerform(PerformAction action) { perform = std::move(action); }
 
-    /// Who gets the tokens that hosts send ahead of clicks, by which a window of ours may come to the front.
+    /// Sets the receiver of the activation tokens that hosts send ahead of clicks.
     void setTakeToken(std::function<void(const std::string &token)> take) { takeToken = std::move(take); }
 
-    /// What shows the item now; nowhere without one.
+    /// Where the item is shown now; nowhere without an item.
     [[nodiscard]] IconPlace iconPlace() const;
 
-    /// There is one place for an item on a connection, so one item at a time.
+    /// One item at a time: a connection has one object path for it.
     [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double length) override;
 
   private:
