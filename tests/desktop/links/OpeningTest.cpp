@@ -129,6 +129,20 @@ TEST_F(Opening, ABrowserWhoseProgramIsGoneGivesALine) {
         << session.log();
 }
 
+TEST_F(Opening, LinksThatFitNoArgumentAreRefusedAndTheOthersOpened) {
+    std::string fitsOnlyAsItIs = "https://long/";
+    for (int count = 0; count < 60'000; ++count)
+        fitsOnlyAsItIs += "\u00fc";
+    session.startFernhop();
+    EXPECT_EQ(session.open({fitsOnlyAsItIs, "https://1/"}), 0);
+    EXPECT_NE(session.log().find("360013 bytes are more than the 131071 that a program can be given"),
+              std::string::npos)
+        << session.log();
+    EXPECT_EQ(session.fernhop({"open", fitsOnlyAsItIs, "https://2/"}), 1);
+    EXPECT_NE(session.output().find("it is too long for a program"), std::string::npos);
+    EXPECT_EQ(session.opened(2), (Links{"https://1/", "https://2/"}));
+}
+
 /// Browsers of which one cannot be started, by rules.
 class Telling : public testing::Test {
   protected:

@@ -1,5 +1,6 @@
 #include "platform/linux/launch/BusLaunch.h"
 
+#include "platform/LogLine.h"
 #include "platform/linux/base/CallSoon.h"
 #include "platform/linux/base/GPointer.h"
 #include "platform/linux/source/ApplicationUnits.h"
@@ -13,6 +14,9 @@
 
 namespace fernhop::freedesktop {
 namespace {
+
+// The reason is the application's own text, and may be as long as a message on the bus.
+constexpr std::size_t longestReason = 1024;
 
 using Ended = std::function<void(const Result<BusOpening> &)>;
 
@@ -63,7 +67,7 @@ void openEnded(GObject *bus, GAsyncResult *result, gpointer data) {
     if (isUnavailable(*error))
         return (*ended)(BusOpening::unavailable);
     g_dbus_error_strip_remote_error(error);
-    (*ended)(Failure{error->message});
+    (*ended)(Failure{shortenedLogLine(error->message, longestReason)});
 }
 
 std::string randomDigits() {

@@ -105,6 +105,11 @@ bool isExecutableFile(const std::string &path) {
 
 } // namespace
 
+std::size_t longestArgument() {
+    // MAX_ARG_STRLEN of execve(2), which no header of the C library has.
+    return static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) * 32 - 1;
+}
+
 Result<std::string> findProgram(const std::string &name, const std::string &searchPath) {
     if (name.empty())
         return Failure::ofSystem(ENOENT);

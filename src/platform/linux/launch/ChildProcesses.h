@@ -7,6 +7,7 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <optional>
@@ -28,6 +29,9 @@ struct SpawnRequest {
 /// when the program runs (the child's identifier; the caller reaps it), or the reason why it cannot: no such
 /// program, not executable, an argument too long.
 [[nodiscard]] Result<pid_t> spawn(SpawnRequest request);
+
+/// The longest argument that a program takes, in bytes without the zero byte at its end.
+[[nodiscard]] std::size_t longestArgument();
 
 /// The file that a program name stands for: itself when it has a slash, else the first executable file of
 /// that name in `searchPath` (a PATH value).

@@ -41,6 +41,15 @@ constexpr std::array<Emulator, 12> emulators = {{
     {"xterm", "-e"},
 }};
 
+/// Why a command's link cannot be handed over; nothing when it can.
+std::optional<Failure> excess(const Command &command) {
+    for (const auto &argument : command)
+        if (argument.size() > longestArgument())
+            return Failure{"its " + std::to_string(argument.size()) + " bytes are more than the " +
+                           std::to_string(longestArgument()) + " that a program can be given"};
+    return std::nullopt;
+}
+
 /// What stands before a command that is to run in a terminal window; empty when no emulator is installed.
 Command terminalPrefix(const std::string &searchPath) {
     for (const auto &emulator : emulators) {
@@ -60,6 +69,9 @@ Result<std::vector<Command>> launchCommands(const DesktopEntry &entry, const std
     auto commands = execLaunches(entry, urls);
     if (commands.empty())
         return Failure{entry.path + ": the Exec line cannot be used"};
+    for (const auto &command : commands)
+        if (auto failure = excess(command))
+            return *std::move(failure);
     if (!entry.terminal)
         return commands;
     const auto prefix = terminalPrefix(searchPath);

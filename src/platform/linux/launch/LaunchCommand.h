@@ -16,7 +16,7 @@ using Command = std::vector<std::string>;
 
 /// The commands, in order, that open all of `urls` with the entry: one, or one for each URL. Those of a
 /// terminal program run in a terminal emulator from `searchPath` (a PATH value). Fails when the Exec line is
-/// not valid, or there is no terminal emulator.
+/// not valid, a link is longer than an argument can be, or there is no terminal emulator.
 [[nodiscard]] Result<std::vector<Command>> launchCommands(const DesktopEntry &entry,
                                                           const std::vector<std::string> &urls,
                                                           const std::string &searchPath);

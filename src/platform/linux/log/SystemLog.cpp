@@ -20,8 +20,9 @@ namespace {
 
 constexpr const char *identifier = "fernhop";
 
-/// The journal takes far more; but a line of this length already fills some screens.
-constexpr std::size_t longestJournalLine = std::size_t{1} << 20U;
+/// What does not fit a datagram (208 KiB by default) GLib sends as a file, whose descriptor it never closes
+/// (2.74): after a thousand such lines nothing could be started any more.
+constexpr std::size_t longestJournalLine = std::size_t{32} * 1024;
 
 /// The usual daemons take messages of 8 KiB, of which their own header takes some.
 constexpr std::size_t longestSyslogLine = std::size_t{7} * 1024;

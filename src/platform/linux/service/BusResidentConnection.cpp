@@ -6,6 +6,8 @@
 #include "platform/linux/base/OwnProgram.h"
 #include "platform/linux/base/Text.h"
 #include "platform/linux/base/Timer.h"
+#include "platform/linux/launch/ChildProcesses.h"
+#include "platform/linux/source/LinkDelivery.h"
 
 #include <utility>
 
@@ -129,9 +131,16 @@ std::optional<CommandResult> BusResidentConnection::perform(const std::vector<st
 }
 
 std::vector<std::string> BusResidentConnection::open(const std::vector<Url> &links) {
+    std::vector<std::string> problems;
     std::vector<const char *> arguments = {linkProgram.c_str(), "--"};
-    for (const auto &link : links)
-        arguments.push_back(link.absoluteString().c_str());
+    for (const auto &link : links) {
+        if (link.absoluteString().size() > longestArgument())
+            problems.push_back(unopenedSentence(link.absoluteString(), "encoded, it is too long for a program"));
+        else
+            arguments.push_back(link.absoluteString().c_str());
+    }
+    if (problems.size() == links.size())
+        return problems;
     arguments.push_back(nullptr);
     char *errors = nullptr;
     GError *error = nullptr;
@@ -140,10 +149,11 @@ std::vector<std::string> BusResidentConnection::open(const std::vector<Url> &lin
         g_spawn_sync(nullptr, const_cast<char **>(arguments.data()), nullptr, G_SPAWN_STDOUT_TO_DEV_NULL,
                      nullptr, nullptr, nullptr, &errors, &status, &error) != FALSE;
     const GCharPointer said(errors);
-    auto problems = sentencesIn(said ? said.get() : "");
+    const auto told = sentencesIn(said ? said.get() : "");
+    problems.insert(problems.end(), told.begin(), told.end());
     const bool succeeded = ran && g_spawn_check_wait_status(status, &error) != FALSE;
     const GErrorPointer failure(error);
-    if (!succeeded && problems.empty())
+    if (!succeeded && told.empty())
         problems.emplace_back(failure->message);
     return problems;
 }

@@ -30,7 +30,7 @@ class BusApplication {
 
     /// The method and the arguments of each call, as one text.
     std::vector<std::string> received;
-    bool fails = false;
+    std::string failure; ///< what calls are answered with; empty: success
 
   private:
     static void called(GDBusConnection *, const gchar *, const gchar *, const gchar *, const gchar *method,
@@ -38,8 +38,9 @@ class BusApplication {
         auto &application = *static_cast<BusApplication *>(self);
         const GCharPointer text(g_variant_print(body, FALSE));
         application.received.push_back(std::string(method) + text.get());
-        if (application.fails)
-            g_dbus_method_invocation_return_dbus_error(invocation, "org.example.Error", "no window for you");
+        if (!application.failure.empty())
+            g_dbus_method_invocation_return_dbus_error(invocation, "org.example.Error",
+                                                       application.failure.c_str());
         else
             g_dbus_method_invocation_return_value(invocation, nullptr);
     }

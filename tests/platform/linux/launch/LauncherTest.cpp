@@ -201,11 +201,20 @@ TEST_F(BusLauncherTest, TheObjectPathFollowsFromTheIdentifier) {
 
 TEST_F(BusLauncherTest, ItsErrorsAreFailures) {
     BusApplication application(bus.address(), "org.example.Web", "/org/example/Web", applicationXml);
-    application.fails = true;
+    application.failure = "no window for you";
     launch(activatable());
     EXPECT_EQ(outcome(), "no window for you");
     EXPECT_TRUE(browser.starts().empty());
     EXPECT_TRUE(focus.raised.empty());
+}
+
+TEST_F(BusLauncherTest, ItsErrorsAreToldInShort) {
+    BusApplication application(bus.address(), "org.example.Web", "/org/example/Web", applicationXml);
+    application.failure = "no window for you, " + std::string(1'000'000, 'x') + " not today";
+    launch(activatable());
+    const auto told = outcome();
+    EXPECT_LE(told.size(), 1024U);
+    EXPECT_TRUE(told.starts_with("no window for you, x") && told.ends_with("x not today")) << told;
 }
 
 TEST_F(BusLauncherTest, WithoutItsServiceItsProgramIsRun) {
