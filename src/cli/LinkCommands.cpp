@@ -12,10 +12,14 @@ namespace fernhop::cli {
 
 namespace {
 
-Json explanationDocument(const RoutingDecision &decision) {
+std::string stepText(const PassedOver &passed, const Context &context) {
+    return describe(passed, context.session.refusal(passed.bundleID));
+}
+
+Json explanationDocument(const RoutingDecision &decision, const Context &context) {
     Json steps = Json::array();
     for (const auto &passed : decision.passedOver)
-        steps.push_back(describe(passed));
+        steps.push_back(stepText(passed, context));
     return {{"url", decision.url.absoluteString()},  {"source", toJson(decision.source)},
             {"urlRule", toJson(decision.urlRule)},   {"appRule", toJson(decision.appRule)},
             {"fallback", toJson(decision.fallback)}, {"target", toJson(decision.target)},
@@ -54,7 +58,7 @@ std::string explanationText(const RoutingDecision &decision, const Context &cont
     text += line("App rule:   ", named(decision.appRule, "none"));
     text += line("Fallback:   ", named(decision.fallback, "none stored"));
     for (const auto &passed : decision.passedOver)
-        text += line("Passed over: ", describe(passed));
+        text += line("Passed over: ", stepText(passed, context));
     text +=
         line("Opens in:   ",
              decision.target ? decision.target->name + " (" + decision.target->bundleID + ")" : "nothing");
@@ -69,7 +73,7 @@ CommandResult carryOut(const command::Explain &explain, const Call &call) {
         return misused(whyNoLink(explain.url));
     const auto source = explain.source ? explain.source : call.context.session.source();
     const auto decision = call.context.controller.decide(*url, source);
-    return done(explain.json ? documentText(explanationDocument(decision))
+    return done(explain.json ? documentText(explanationDocument(decision, call.context))
                              : explanationText(decision, call.context));
 }
 

@@ -2,6 +2,7 @@
 
 #include "main/LinuxDesktop.h"
 #include "platform/SessionReport.h"
+#include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 
 #include <functional>
@@ -26,6 +27,9 @@ class LinuxSessionReport : public SessionReport {
     }
     [[nodiscard]] std::optional<std::string> settingsProblem() const override {
         return desktop.defaults.problem();
+    }
+    [[nodiscard]] std::optional<std::string> refusal(const std::string &bundleID) const override {
+        return browserRefusal(desktop.entries, bundleID);
     }
     [[nodiscard]] std::vector<std::string> problems() const override { return desktop.routingProblems(); }
 

@@ -35,6 +35,10 @@ class SessionReport {
     /// nothing when all can.
     [[nodiscard]] virtual std::optional<std::string> settingsProblem() const = 0;
 
+    /// Why the installed application with this identifier is treated as if it were not there, the end of a
+    /// sentence; nothing when it is not installed or can be used.
+    [[nodiscard]] virtual std::optional<std::string> refusal(const std::string &bundleID) const = 0;
+
     /// The problems that keep links from arriving or from being opened, a sentence each, other than
     /// `settingsProblem`; empty when there are none.
     [[nodiscard]] virtual std::vector<std::string> problems() const = 0;

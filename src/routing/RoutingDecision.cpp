@@ -50,10 +50,11 @@ std::string_view nameOf(RoutingReason reason) {
     return "none";
 }
 
-std::string describe(const PassedOver &passed) {
-    std::string sentence(candidateText(passed.candidate));
-    sentence.append(passed.bundleID).append(causeText(passed.cause));
-    return sentence;
+std::string describe(const PassedOver &passed, const std::optional<std::string> &refusal) {
+    const auto candidate = std::string(candidateText(passed.candidate)) + passed.bundleID;
+    if (refusal && passed.cause == PassedOver::Cause::notInstalled)
+        return candidate + " is not used: " + *refusal;
+    return candidate + std::string(causeText(passed.cause));
 }
 
 std::string noTargetLogLine(const RoutingDecision &decision) {

@@ -54,8 +54,10 @@ struct RoutingDecision {
 /// The name of the reason: "urlRule", "appRule", "fallback", "firstBrowser" or "none".
 [[nodiscard]] std::string_view nameOf(RoutingReason reason);
 
-/// A sentence for people: what the candidate was and why it was not chosen.
-[[nodiscard]] std::string describe(const PassedOver &passed);
+/// A sentence for people: what the candidate was and why it was not chosen. `refusal` says why one that is
+/// "not installed" is installed, but treated as if it were not.
+[[nodiscard]] std::string describe(const PassedOver &passed,
+                                   const std::optional<std::string> &refusal = std::nullopt);
 
 /// The log line for a link that no browser can open.
 [[nodiscard]] std::string noTargetLogLine(const RoutingDecision &decision);

@@ -63,6 +63,15 @@ TEST_P(LinkCommands, ExplainGivesTheReasonForEachCandidateNotChosen) {
     EXPECT_NE(told["steps"][2].get<std::string>().find("Fernhop"), std::string::npos);
 }
 
+TEST_P(LinkCommands, ExplainSaysWhyAnInstalledBrowserIsNotUsed) {
+    preferences().setURLRules({{"1", "docs.example", "org.example.Shell"}});
+    report.refusals["org.example.Shell"] = "it would run the link.";
+    const std::string sentence =
+        "The URL rule's browser org.example.Shell is not used: it would run the link.";
+    EXPECT_EQ(runJson({"explain", "--json", "https://docs.example/"})["steps"], json::array({sentence}));
+    EXPECT_NE(run({"explain", "https://docs.example/"}).output.find(sentence), std::string::npos);
+}
+
 TEST_P(LinkCommands, ExplainPrintsTextForPeople) {
     preferences().setURLRules({{"1", "docs.example", "org.example.Gone"}});
     const auto told = run({"explain", "https://docs.example/"});

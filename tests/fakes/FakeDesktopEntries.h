@@ -13,6 +13,7 @@ namespace fernhop::fakes {
 class FakeDesktopEntries : public freedesktop::DesktopEntries {
   public:
     std::vector<freedesktop::DesktopEntry> installed;
+    std::vector<freedesktop::DesktopEntry> unsafe; ///< what `refused` returns
     mutable int scans = 0;
     mutable int checks = 0; ///< requests for the fingerprint
 
@@ -45,6 +46,8 @@ class FakeDesktopEntries : public freedesktop::DesktopEntries {
     std::optional<freedesktop::DesktopEntry> entryAtPath(const std::string &path) const override {
         return find([&](const auto &entry) { return entry.path == path; });
     }
+
+    std::vector<freedesktop::DesktopEntry> refused() const override { return unsafe; }
 
     std::vector<freedesktop::DesktopEntry> all() const override {
         ++scans;

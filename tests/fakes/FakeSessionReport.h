@@ -2,6 +2,8 @@
 
 #include "platform/SessionReport.h"
 
+#include <map>
+
 namespace fernhop::fakes {
 
 /// Reports the values that a test sets.
@@ -12,6 +14,7 @@ class FakeSessionReport : public SessionReport {
     bool runs = true;
     IconPlace icon = IconPlace::nowhere;
     std::optional<std::string> unreadableSettings;
+    std::map<std::string, std::string> refusals; ///< by bundle identifier
     std::vector<std::string> reportedProblems;
 
     std::optional<std::string> source() const override { return sourceBundleID; }
@@ -19,6 +22,10 @@ class FakeSessionReport : public SessionReport {
     bool running() const override { return runs; }
     IconPlace iconPlace() const override { return icon; }
     std::optional<std::string> settingsProblem() const override { return unreadableSettings; }
+    std::optional<std::string> refusal(const std::string &bundleID) const override {
+        const auto found = refusals.find(bundleID);
+        return found == refusals.end() ? std::nullopt : std::optional(found->second);
+    }
     std::vector<std::string> problems() const override { return reportedProblems; }
 };
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace fernhop::desktoptest {
 namespace {
 
@@ -141,6 +143,66 @@ TEST_F(Opening, LinksThatFitNoArgumentAreRefusedAndTheOthersOpened) {
     EXPECT_EQ(session.fernhop({"open", fitsOnlyAsItIs, "https://2/"}), 1);
     EXPECT_NE(session.output().find("it is too long for a program"), std::string::npos);
     EXPECT_EQ(session.opened(2), (Links{"https://1/", "https://2/"}));
+}
+
+constexpr const char *interpretingLines[] = {R"(sh -c browser\\ %u)",
+                                             "sh -c true;%u",
+                                             "sh -c firefox${IFS}%u",
+                                             "sh -c %u",
+                                             "bash -lc %u",
+                                             "sh -ec %u",
+                                             "sh -o errexit -c %u",
+                                             "sh -c -- %u",
+                                             "env FOO=1 sh -c %u",
+                                             "env -S \"sh -c\" %u",
+                                             "setsid sh -c %u",
+                                             "timeout 5 sh -c %u",
+                                             "nice -n 5 sh -c %u",
+                                             "xargs sh -c %u",
+                                             "script -qc %u /dev/null",
+                                             R"(sh -c "sh -c \\"\\$1\\"" sh %u)",
+                                             R"(sh -c "eval \\"\\$1\\"" sh %u)",
+                                             "find /dev/null -exec sh -c %u ;"};
+
+TEST_F(Opening, NoLinkIsRunByAShell) {
+    const auto touched = session.home.root() + "/touched";
+    session.startFernhop();
+    for (const auto *exec : interpretingLines) {
+        session.home.writeDesktopEntry("web",
+                                       std::string("[Desktop Entry]\nType=Application\nName=web\nExec=") +
+                                           exec + "\nMimeType=x-scheme-handler/https;\n");
+        ASSERT_EQ(session.fernhop({"refresh"}), 0) << session.output();
+        (void)session.open({"https://x/;touch$IFS$()" + touched + ";"});
+    }
+    EXPECT_FALSE(std::filesystem::exists(touched)) << "the link was run";
+    ASSERT_EQ(session.fernhop({"status"}), 0);
+    EXPECT_NE(session.output().find("web.desktop is not used as a browser"), std::string::npos)
+        << session.output();
+    ASSERT_EQ(session.fernhop({"browsers"}), 0);
+    EXPECT_EQ(session.output().find("web"), std::string::npos) << session.output();
+}
+
+TEST_F(Opening, ExplainSaysThatAShellWouldRunTheLink) {
+    ASSERT_EQ(session.fernhop({"url-rules", "add", "example", "web"}), 0) << session.output();
+    session.home.writeDesktopEntry(
+        "web",
+        "[Desktop Entry]\nType=Application\nName=web\nExec=sh -c %u\nMimeType=x-scheme-handler/https;\n");
+    ASSERT_EQ(session.fernhop({"explain", "https://example.com/"}), 0);
+    EXPECT_NE(
+        session.output().find("The URL rule's browser web is not used: its Exec line would let a shell"),
+        std::string::npos)
+        << session.output();
+}
+
+TEST_F(Opening, ALinkMayBeTheArgumentOfAShell) {
+    session.home.writeDesktopEntry(
+        "web", "[Desktop Entry]\nType=Application\nName=web\nExec=sh -c \"exec " + session.browser.exec() +
+                   " \\\\\"\\\\$1\\\\\"\" sh %u\nMimeType=x-scheme-handler/https;\n");
+    session.startFernhop();
+    const std::string link = "https://x/;touch$IFS$()" + session.home.root() + "/touched;";
+    EXPECT_EQ(session.open({link}), 0);
+    EXPECT_EQ(session.opened(1), Links{link});
+    EXPECT_FALSE(std::filesystem::exists(session.home.root() + "/touched"));
 }
 
 /// Browsers of which one cannot be started, by rules.

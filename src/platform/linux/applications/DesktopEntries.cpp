@@ -108,8 +108,10 @@ bool startsOpeningSubcommand(const Words &words, std::size_t at) {
 
 } // namespace
 
-std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
-                                              const std::vector<std::string> &locales) {
+namespace {
+
+std::optional<DesktopEntry> parseApplication(std::string_view contents,
+                                             const std::vector<std::string> &locales) {
     const auto group = KeyFileGroup::read(contents, "Desktop Entry");
     if (!group || group->raw("Type") != "Application" || group->isTrue("Hidden"))
         return std::nullopt;
@@ -126,7 +128,27 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
     entry.dbusActivatable = group->isTrue("DBusActivatable");
     entry.startupNotify = group->isTrue("StartupNotify");
     entry.terminal = group->isTrue("Terminal");
-    return canBeLaunched(entry) ? std::optional(std::move(entry)) : std::nullopt;
+    return entry;
+}
+
+bool opensWebLinks(const DesktopEntry &entry) {
+    return std::any_of(entry.schemes.begin(), entry.schemes.end(), [](const std::string &scheme) {
+        return ascii::lowercased(scheme) == "http" || ascii::lowercased(scheme) == "https";
+    });
+}
+
+} // namespace
+
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
+                                              const std::vector<std::string> &locales) {
+    auto entry = parseApplication(contents, locales);
+    return entry && canBeLaunched(*entry) ? std::move(entry) : std::nullopt;
+}
+
+std::optional<DesktopEntry> parseRefusedEntry(std::string_view contents,
+                                              const std::vector<std::string> &locales) {
+    auto entry = parseApplication(contents, locales);
+    return entry && opensWebLinks(*entry) && interpretsUrls(*entry) ? std::move(entry) : std::nullopt;
 }
 
 bool isFernhop(const DesktopEntry &entry) {

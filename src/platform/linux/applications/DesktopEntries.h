@@ -32,6 +32,11 @@ struct DesktopEntry {
 [[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
                                                             const std::vector<std::string> &locales);
 
+/// The same for an entry that is refused: it says that it opens http or https, and could be launched if its
+/// Exec line did not have links interpreted (see `interpretsUrls`). Nothing for any other.
+[[nodiscard]] std::optional<DesktopEntry> parseRefusedEntry(std::string_view contents,
+                                                            const std::vector<std::string> &locales);
+
 /// Whether the entry would hand a link back to the desktop instead of showing it: it runs Fernhop itself, or
 /// a program that opens a link in whatever is the default (xdg-open, gio open, sensible-browser, ...), also
 /// when that stands behind env, a shell script given in the line, or another wrapper. With Fernhop as the
@@ -61,6 +66,10 @@ class DesktopEntries {
 
     /// The entry in a file; nothing when it cannot be opened as an application.
     [[nodiscard]] virtual std::optional<DesktopEntry> entryAtPath(const std::string &path) const = 0;
+
+    /// All entries for web links that are neither offered nor launched, because their Exec lines would let a
+    /// shell or another interpreter run what stands in a link; in folder order.
+    [[nodiscard]] virtual std::vector<DesktopEntry> refused() const = 0;
 
     /// All entries that can be launched, `NoDisplay` ones included, each ID once, in folder order.
     [[nodiscard]] virtual std::vector<DesktopEntry> all() const = 0;

@@ -1,5 +1,7 @@
 #include "platform/linux/applications/ExecLine.h"
 
+#include "platform/linux/applications/ProgramText.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <utility>
@@ -111,19 +113,39 @@ bool isFixed(const ExecWord &word) {
     return !hasCode(word, [](char code) { return code != '%'; });
 }
 
-bool isValid(const ExecWord &word) {
-    if (!forEachPiece(
-            word.text, [](char) {}, [](char) {}))
-        return false;
-    return !word.quoted || isAlone(word, urlCodes) || !hasUrlCode(word);
+bool hasKnownCodes(const ExecWord &word) {
+    return forEachPiece(
+        word.text, [](char) {}, [](char) {});
+}
+
+/// Whether a URL is in a text that looks like one for an interpreter, known or not.
+bool hasUrlInText(const ExecWord &word) {
+    return hasUrlCode(word) && !isAlone(word, urlCodes) &&
+           (word.quoted || word.text.find_first_of(" \t\r\n;|&$(){}`'\"\\") != std::string::npos);
+}
+
+bool readsUrlAsProgram(const std::vector<ExecWord> &words) {
+    std::vector<CommandWord> command;
+    for (const auto &word : words)
+        command.push_back({word.text, hasUrlCode(word)});
+    // Without a code the URL becomes the last argument.
+    if (std::none_of(words.begin(), words.end(), hasUrlCode))
+        command.push_back({"", true});
+    return std::any_of(words.begin(), words.end(), hasUrlInText) || readsLinkAsProgram(command);
+}
+
+/// The words of a line that is written correctly; nothing for any other.
+std::optional<std::vector<ExecWord>> correctWords(const DesktopEntry &entry) {
+    auto words = execWords(entry.exec);
+    if (!words || words->empty() || words->front().text.empty() || !isFixed(words->front()))
+        return std::nullopt;
+    return std::all_of(words->begin(), words->end(), hasKnownCodes) ? std::move(words) : std::nullopt;
 }
 
 /// The words of a line that can be launched; nothing for any other.
 std::optional<std::vector<ExecWord>> validWords(const DesktopEntry &entry) {
-    auto words = execWords(entry.exec);
-    if (!words || words->empty() || words->front().text.empty() || !isFixed(words->front()))
-        return std::nullopt;
-    return std::all_of(words->begin(), words->end(), isValid) ? std::move(words) : std::nullopt;
+    auto words = correctWords(entry);
+    return words && !readsUrlAsProgram(*words) ? std::move(words) : std::nullopt;
 }
 
 bool takesMany(const std::vector<ExecWord> &words) {
@@ -197,6 +219,11 @@ std::optional<std::vector<ExecWord>> execWords(std::string_view exec) {
             return std::nullopt;
     }
     return words;
+}
+
+bool interpretsUrls(const DesktopEntry &entry) {
+    const auto words = correctWords(entry);
+    return words && readsUrlAsProgram(*words);
 }
 
 bool hasValidExec(const DesktopEntry &entry) {

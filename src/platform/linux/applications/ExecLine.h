@@ -24,8 +24,12 @@ struct ExecWord {
 
 /// Whether the entry's Exec line can be launched at all: a program, quoting that closes, and only field codes
 /// that the Desktop Entry Specification knows, none of them (but %%) in the program, and none where a URL
-/// would become a part of a quoted text (a shell script, say).
+/// would be interpreted.
 [[nodiscard]] bool hasValidExec(const DesktopEntry &entry);
+
+/// Whether the entry's Exec line is written correctly, but lets a shell or another interpreter read a URL as
+/// a part of a program. Such a line is never launched.
+[[nodiscard]] bool interpretsUrls(const DesktopEntry &entry);
 
 /// The program and its arguments for one launch with `urls` (any bytes but NUL). The line is split into
 /// arguments first; a URL then goes in as it is, whole, and nothing in it is read as a code or a quote. %f

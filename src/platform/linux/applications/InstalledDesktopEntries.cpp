@@ -132,17 +132,30 @@ std::optional<DesktopEntry> InstalledDesktopEntries::entryAtPath(const std::stri
 }
 
 std::optional<DesktopEntry> InstalledDesktopEntries::decidingEntryAtPath(const std::string &path) const {
-    const auto id = idOf(path);
-    return id && fileOf(*id) == path ? read(path, *id) : std::nullopt;
+    return decidingEntry(path, parseDesktopEntry);
 }
 
 std::vector<DesktopEntry> InstalledDesktopEntries::all() const {
+    return allThat(parseDesktopEntry);
+}
+
+std::vector<DesktopEntry> InstalledDesktopEntries::refused() const {
+    return allThat(parseRefusedEntry);
+}
+
+std::optional<DesktopEntry> InstalledDesktopEntries::decidingEntry(const std::string &path,
+                                                                   Parse parse) const {
+    const auto id = idOf(path);
+    return id && fileOf(*id) == path ? read(path, *id, parse) : std::nullopt;
+}
+
+std::vector<DesktopEntry> InstalledDesktopEntries::allThat(Parse parse) const {
     std::vector<DesktopEntry> entries;
     std::set<std::string> taken;
     for (const auto &folder : places.folders) {
         const auto walk = DirectoryWalk::over(folder);
         while (const auto path = walk ? walk->next() : std::nullopt) {
-            auto found = decidingEntryAtPath(*path);
+            auto found = decidingEntry(*path, parse);
             if (found && taken.insert(found->id).second) // folders may lie in one another
                 entries.push_back(std::move(*found));
         }
@@ -165,10 +178,10 @@ std::size_t InstalledDesktopEntries::fingerprint() const {
     return fingerprint.value();
 }
 
-std::optional<DesktopEntry> InstalledDesktopEntries::read(const std::string &path,
-                                                          const std::string &id) const {
+std::optional<DesktopEntry> InstalledDesktopEntries::read(const std::string &path, const std::string &id,
+                                                          Parse parse) const {
     const auto contents = readFile(path, largestDesktopEntry);
-    auto found = contents ? parseDesktopEntry(*contents, places.locales) : std::nullopt;
+    auto found = contents ? parse(*contents, places.locales) : std::nullopt;
     if (!found || !isInstalled(found->tryExec))
         return std::nullopt;
     found->id = id;

@@ -23,6 +23,7 @@ class InstalledDesktopEntries : public DesktopEntries {
 
     [[nodiscard]] std::optional<DesktopEntry> entry(const std::string &id) const override;
     [[nodiscard]] std::optional<DesktopEntry> entryAtPath(const std::string &path) const override;
+    [[nodiscard]] std::vector<DesktopEntry> refused() const override;
     [[nodiscard]] std::vector<DesktopEntry> all() const override;
     [[nodiscard]] std::size_t fingerprint() const override;
 
@@ -38,7 +39,12 @@ class InstalledDesktopEntries : public DesktopEntries {
     /// or beneath none of the folders, or hidden.
     [[nodiscard]] std::optional<std::string> idOf(const std::string &path) const;
 
-    [[nodiscard]] std::optional<DesktopEntry> read(const std::string &path, const std::string &id) const;
+    using Parse = decltype(&parseDesktopEntry);
+
+    [[nodiscard]] std::vector<DesktopEntry> allThat(Parse parse) const;
+    [[nodiscard]] std::optional<DesktopEntry> decidingEntry(const std::string &path, Parse parse) const;
+    [[nodiscard]] std::optional<DesktopEntry> read(const std::string &path, const std::string &id,
+                                                   Parse parse = parseDesktopEntry) const;
     [[nodiscard]] bool isInstalled(const std::string &program) const;
 
     ApplicationPlaces places;

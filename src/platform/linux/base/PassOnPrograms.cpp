@@ -48,10 +48,14 @@ std::string_view withoutVersion(std::string_view name) {
 }
 
 bool hasName(const PassOnProgram &program, std::string_view fileName) {
-    return program.name == fileName || program.name == withoutVersion(fileName);
+    return isNameWithVersion(fileName, program.name);
 }
 
 } // namespace
+
+bool isNameWithVersion(std::string_view fileName, std::string_view program) {
+    return program == fileName || program == withoutVersion(fileName);
+}
 
 const std::vector<PassOnProgram> &passOnPrograms() {
     static const auto programs = table();

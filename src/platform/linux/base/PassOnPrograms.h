@@ -28,6 +28,9 @@ struct PassOnProgram {
 /// Every such program, in groups of one kind. One with several subcommands stands there several times.
 [[nodiscard]] const std::vector<PassOnProgram> &passOnPrograms();
 
+/// Whether a file name is that of `program`, perhaps with a version behind it: "python3.11" is "python".
+[[nodiscard]] bool isNameWithVersion(std::string_view fileName, std::string_view program);
+
 /// Whether a program of this file name only passes links on or runs other programs, in whatever way.
 [[nodiscard]] bool isPassOnProgram(std::string_view fileName);
 

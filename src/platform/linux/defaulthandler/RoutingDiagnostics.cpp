@@ -9,6 +9,9 @@
 namespace fernhop::freedesktop {
 namespace {
 
+constexpr const char *refusalText =
+    "its Exec line would let a shell or another interpreter run what stands in a link.";
+
 struct Diagnosis {
     using Setting = std::optional<MimeDefaults::Setting>;
 
@@ -30,6 +33,7 @@ struct Diagnosis {
             findInKde();
         }
         findInEnvironment();
+        findInBrowsers();
         return std::move(problems);
     }
 
@@ -109,6 +113,11 @@ struct Diagnosis {
                            (kde.isLocked() ? " The administrator has locked it." : ""));
     }
 
+    void findInBrowsers() {
+        for (const auto &entry : entries.refused())
+            problems.push_back(entry.path + " is not used as a browser: " + refusalText);
+    }
+
     void findInEnvironment() {
         if (browser && !browser->empty() && browser->find("fernhop-open") == std::string::npos)
             problems.push_back("The environment variable BROWSER is " + *browser +
@@ -117,6 +126,12 @@ struct Diagnosis {
 };
 
 } // namespace
+
+std::optional<std::string> browserRefusal(const DesktopEntries &entries, const std::string &id) {
+    const auto refused = entries.refused();
+    const bool isRefused = std::ranges::find(refused, id, &DesktopEntry::id) != refused.end();
+    return isRefused ? std::optional(std::string(refusalText)) : std::nullopt;
+}
 
 std::vector<std::string> routingProblems(const XdgSession &session, const DesktopEntries &entries,
                                          const std::string &ownID,

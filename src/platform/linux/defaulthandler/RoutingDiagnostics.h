@@ -18,4 +18,8 @@ namespace fernhop::freedesktop {
                                                        const std::string &ownID,
                                                        const std::optional<std::string> &browserVariable);
 
+/// Why the application with this identifier is not used although it is installed, the end of a sentence;
+/// nothing when it can be used or is not installed. Main thread only.
+[[nodiscard]] std::optional<std::string> browserRefusal(const DesktopEntries &entries, const std::string &id);
+
 } // namespace fernhop::freedesktop

@@ -135,7 +135,8 @@ std::vector<std::string> BusResidentConnection::open(const std::vector<Url> &lin
     std::vector<const char *> arguments = {linkProgram.c_str(), "--"};
     for (const auto &link : links) {
         if (link.absoluteString().size() > longestArgument())
-            problems.push_back(unopenedSentence(link.absoluteString(), "encoded, it is too long for a program"));
+            problems.push_back(
+                unopenedSentence(link.absoluteString(), "encoded, it is too long for a program"));
         else
             arguments.push_back(link.absoluteString().c_str());
     }

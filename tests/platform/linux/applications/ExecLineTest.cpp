@@ -151,6 +151,78 @@ TEST(ExecArgumentsTest, AQuotedCodeMustStandAlone) {
     EXPECT_EQ(expand("a \"my %c\" %u"), (Texts{"a", "my Falcon \"%u\" Browser", "http://h/"}));
 }
 
+constexpr const char *interpretingLines[] = {
+    // A URL within a text, whatever its quoting.
+    R"(sh -c browser\ %u)", "sh -c true;%u", "sh -c firefox${IFS}%u", R"(sh -c browser\ \'%u\')",
+    "unknown-interpreter true;%u", "sh -c %%;%u", R"(python3 -c open\(%u\))",
+    // The URL as the text.
+    "sh -c %u", "sh -c \"%u\"", "sh -c x%u", "sh -c", "bash -lc %u", "sh -ec %f", "sh -xc %F", "dash -ce %U",
+    "/bin/sh -c %u", "bash5 -c %u", "sh -o errexit -c %u", "sh -c -- %u", "bash -c -o errexit %u",
+    "bash -c +x %u", "zsh -fc %u", "fish --command=%u", "fish --command %u", "sh -s %u -c %u", "perl -e %u",
+    "perl -ne %u", "perl -e%u", "perl -Mstrict -e %u", "python3.11 -c %u", "python3 -Ic%u", "ruby -e %u",
+    "node -e %u", "node --eval=%u", "node --ev %u", "node -pe %u", "php -r %u", "lua5.4 -e %u",
+    "perl -e 1 -e %u", "guile -c %u", "vim -c %u", "gjs -c %u",
+    // The interpreter behind other programs.
+    "env sh -c %u", "/usr/bin/env FOO=1 sh -c %u", "nice -n 5 sh -c %u", "setsid sh -c %u",
+    "timeout 5 sh -c %u", "busybox sh -c %u", "xargs sh -c %u", "find / -exec sh -c %u ;",
+    "flatpak run --command=sh org.example.Web -c %u", "flatpak run --command sh org.example.Web -c %u",
+    "xterm -e sh -c %u", "su - user -c %u", "script -qc %u /dev/null", "flock /tmp/lock -c %u", "xterm -e %u",
+    "konsole -e %u", "gnome-terminal --command=%u", "ssh host browser %u", "watch %u", "awk %u",
+    "tmux new-window browser %u", "eval browser %u",
+    // env makes words out of a text.
+    "env -S %u", "env -S \"sh -c\" %u", "env -iS \"FOO=1 sh -c\" %u", "env \"--split-string=sh -c\" %u",
+    "env -S \"nice sh\" -c %u", "env -S \"env -S 'sh -c'\" %u",
+    // A text that has another interpreter read its arguments.
+    R"(sh -c "sh -c \"\$1\"" sh %u)", R"(sh -c "eval \"\$@\"" sh %u)", R"(sh -c "true; exec bash -c \$0" %u)",
+    R"x(bash -c "(ssh host \"\$1\")" bash %u)x",
+    // The URL as the file that is run.
+    "sh %u", "sh -x %u", "env sh %u", "python3 %u", "node"};
+
+constexpr const char *harmlessLines[] = {R"(sh -c "browser \"\$1\"" sh %u)",
+                                         R"(sh -c "exec browser \"\$@\"" sh %U)",
+                                         "sh -c firefox %u",
+                                         R"(bash -lc "exec env FOO=1 browser \"\$@\"" bash %u)",
+                                         R"(sh -c "a; [ -n \"\$1\" ] && b \"\$1\"" sh %F)",
+                                         "env FOO=1 browser %u",
+                                         "env -u FOO browser %u",
+                                         "env -S \"browser --new\" %u",
+                                         "sh /opt/browser.sh %u",
+                                         "python3 /opt/browser.py --url %u",
+                                         "python3 -m browser %u",
+                                         "perl -MHTML::Entities -e 1 %u",
+                                         "node --title=x app.js %u",
+                                         "xterm -e browser %u",
+                                         "gnome-terminal -- browser %u",
+                                         "nice browser %u",
+                                         "timeout 5 browser %u",
+                                         "flatpak run --command=browser org.example.Web @@u %u @@",
+                                         "bash-browser %u",
+                                         "browser -c %u",
+                                         "browser -e %u",
+                                         "browser --app=%u",
+                                         "browser -c sh %u",
+                                         "browser --shell=sh %u"};
+
+TEST(ExecArgumentsTest, NoUrlIsProgramText) {
+    for (const auto *exec : interpretingLines) {
+        EXPECT_EQ(expand(exec), std::nullopt) << exec;
+        EXPECT_TRUE(interpretsUrls(entryWith(exec))) << exec;
+    }
+    for (const auto *exec : harmlessLines) {
+        EXPECT_TRUE(expand(exec)) << exec;
+        EXPECT_FALSE(interpretsUrls(entryWith(exec))) << exec;
+    }
+    EXPECT_FALSE(interpretsUrls(entryWith("a %z"))) << "not a correct line";
+}
+
+TEST(ExecArgumentsTest, LongLinesAreReadSoon) {
+    std::string line;
+    for (int count = 0; count < 100'000; ++count)
+        line += "env -S sh -c ";
+    EXPECT_TRUE(interpretsUrls(entryWith(line + "x %u"))) << "more than can be looked through";
+    EXPECT_FALSE(interpretsUrls(entryWith("browser " + std::string(100'000, 'x') + " %u")));
+}
+
 TEST(ExecArgumentsTest, NothingInAUrlIsInterpreted) {
     const Texts urls{"http://h/%F0%9F",
                      "http://h/%c3%a9?%u=%U",

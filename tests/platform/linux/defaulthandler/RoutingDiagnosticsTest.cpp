@@ -50,6 +50,17 @@ TEST_F(RoutingDiagnosticsTest, NeedsBothSchemesInOurDesktopEntry) {
     EXPECT_TRUE(isOnly(session.problems("GNOME"), "does not declare x-scheme-handler/https"));
 }
 
+TEST_F(RoutingDiagnosticsTest, NamesBrowsersThatWouldInterpretLinks) {
+    session.entries.unsafe.push_back(session.entries.install("shell"));
+    session.entries.uninstall("shell");
+    EXPECT_TRUE(isOnly(session.problems("GNOME"),
+                       "shell.desktop is not used as a browser: its Exec line would let a shell or another "
+                       "interpreter run what stands in a link."));
+    EXPECT_NE(browserRefusal(session.entries, "shell"), std::nullopt);
+    EXPECT_EQ(browserRefusal(session.entries, "firefox"), std::nullopt);
+    EXPECT_EQ(browserRefusal(session.entries, "not.there"), std::nullopt);
+}
+
 TEST_F(RoutingDiagnosticsTest, NamesADifferenceOfTheSchemes) {
     routeIn("GNOME");
     session.services("GNOME").setDefaultHandlerForUrlScheme("http", "firefox");

@@ -211,6 +211,7 @@ class ListedEntries : public DesktopEntries {
         entry.icon = found->second;
         return entry;
     }
+    [[nodiscard]] std::vector<DesktopEntry> refused() const override { return {}; }
     [[nodiscard]] std::vector<DesktopEntry> all() const override { return {}; }
     [[nodiscard]] std::size_t fingerprint() const override { return 0; }
 
