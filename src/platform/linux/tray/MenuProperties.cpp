@@ -165,19 +165,18 @@ GVariant *propertiesOf(const MenuTree::Entry &entry, const Choice &choice, MenuI
 
 struct LayoutSource {
     const MenuTree &tree;
+    const std::unordered_set<MenuTree::Id> &told;
     const Choice &choice;
     MenuIcons &icons;
 };
 
-GVariant *layoutOf(const LayoutSource &source, MenuTree::Id id, int depth) {
+GVariant *layoutOf(const LayoutSource &source, MenuTree::Id id) {
     const MenuTree::Entry &entry = *source.tree.find(id);
     GVariantBuilder children;
     g_variant_builder_init(&children, G_VARIANT_TYPE("av"));
-    // Any number may come from the bus, the least one included.
-    const int rest = depth < 0 ? depth : depth - 1;
-    if (depth != 0) {
+    if (source.told.contains(id)) {
         for (const MenuTree::Id child : entry.children)
-            g_variant_builder_add(&children, "v", layoutOf(source, child, rest));
+            g_variant_builder_add(&children, "v", layoutOf(source, child));
     }
     GVariant *layout =
         g_variant_new("(i@a{sv}av)", id, propertiesOf(entry, source.choice, source.icons), &children);
@@ -205,10 +204,11 @@ GVariant *menuProperties(const MenuTree::Entry &entry, const PropertyFilter &fil
     return propertiesOf(entry, {filter}, icons);
 }
 
-GVariantPointer menuLayout(const MenuTree &tree, MenuTree::Id id, int depth, const PropertyFilter &filter,
+GVariantPointer menuLayout(const MenuTree &tree, MenuTree::Id id,
+                           const std::unordered_set<MenuTree::Id> &told, const PropertyFilter &filter,
                            MenuIcons &icons, std::size_t mostBytes) {
     return fitting(filter, mostBytes, [&](const Choice &choice) {
-        return layoutOf({tree, choice, icons}, id, depth);
+        return layoutOf({tree, told, choice, icons}, id);
     });
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <variant>
 #include <vector>
 
@@ -64,10 +65,11 @@ using PropertyFilter = std::set<std::string, std::less<>>;
 /// and what it carries is up to twice as long as a GVariant.
 inline constexpr std::size_t largestMenuAnswer = 24 << 20;
 
-/// The item with an id, which is there, and `depth` levels beneath it (negative: all): an (ia{sv}av). It
-/// comes without pictures where it would take more than `mostBytes` with them; null where it does without
+/// The item with an id, which is there, and what is beneath those items that `told` contains: an (ia{sv}av).
+/// It comes without pictures where it would take more than `mostBytes` with them; null where it does without
 /// them, too.
-[[nodiscard]] GVariantPointer menuLayout(const MenuTree &tree, MenuTree::Id id, int depth,
+[[nodiscard]] GVariantPointer menuLayout(const MenuTree &tree, MenuTree::Id id,
+                                         const std::unordered_set<MenuTree::Id> &told,
                                          const PropertyFilter &filter, MenuIcons &icons,
                                          std::size_t mostBytes = largestMenuAnswer);
 

@@ -114,12 +114,19 @@ void MenuService::getLayout(GVariant *body, GDBusMethodInvocation *invocation) {
     g_variant_get_child(body, 1, "i", &depth);
     if (tree.find(parent) == nullptr)
         return refuse(invocation, noSuchItem);
-    const auto layout = menuLayout(tree, parent, depth, filterIn(body, 2), icons);
-    if (!layout)
-        return refuse(invocation, tooLarge);
-    readers.reads(hostOf(invocation), tree, parent, depth);
-    g_dbus_method_invocation_return_value(invocation,
-                                          g_variant_new("(u@(ia{sv}av))", tree.revision(), layout.get()));
+    const std::string host = hostOf(invocation);
+    // As many items as usual or, where they have very long texts, only those that cannot be left out.
+    for (const std::size_t most : {mostItemsOfAnswer, std::size_t{0}}) {
+        const auto submenus = readers.submenusFor(host, tree, parent, depth, most);
+        const auto layout = menuLayout(tree, parent, submenus.told, filterIn(body, 2), icons);
+        if (!layout)
+            continue;
+        readers.reads(host, tree, submenus);
+        g_dbus_method_invocation_return_value(invocation,
+                                              g_variant_new("(u@(ia{sv}av))", tree.revision(), layout.get()));
+        return;
+    }
+    refuse(invocation, tooLarge);
 }
 
 void MenuService::getGroupProperties(GVariant *body, GDBusMethodInvocation *invocation) {
@@ -184,19 +191,25 @@ void MenuService::aboutToShow(GVariant *body, GDBusMethodInvocation *invocation)
     const auto *entry = tree.find(id);
     if (entry == nullptr)
         return refuse(invocation, noSuchItem);
-    const gboolean needsUpdate = !readers.knows(hostOf(invocation), *entry);
+    const std::string host = hostOf(invocation);
+    readers.opens(host, tree, id);
+    const gboolean needsUpdate = !readers.knows(host, *entry);
     g_dbus_method_invocation_return_value(invocation, g_variant_new("(b)", needsUpdate));
 }
 
 void MenuService::aboutToShowGroup(GVariant *body, GDBusMethodInvocation *invocation) {
     bringUpToDate();
     const auto ids = idsIn(body);
+    const std::string host = hostOf(invocation);
     std::vector<MenuTree::Id> needUpdate, unknown;
     for (const MenuTree::Id id : ids) {
         const auto *entry = tree.find(id);
-        if (entry == nullptr)
+        if (entry == nullptr) {
             unknown.push_back(id);
-        else if (!readers.knows(hostOf(invocation), *entry))
+            continue;
+        }
+        readers.opens(host, tree, id);
+        if (!readers.knows(host, *entry))
             needUpdate.push_back(id);
     }
     if (!ids.empty() && unknown.size() == ids.size())

@@ -1,6 +1,7 @@
 #include "platform/linux/tray/MenuTree.h"
 
 #include <algorithm>
+#include <deque>
 #include <iterator>
 #include <utility>
 
@@ -141,16 +142,16 @@ void MenuTree::pointInto(const ui::Menu &menu, std::size_t &next) {
     }
 }
 
-std::vector<MenuTree::Id> MenuTree::addItems(const ui::Menu &menu, const MenuTree *before, Id parentBefore) {
+std::vector<MenuTree::Id> MenuTree::addItems(const ui::Menu &menu, const MenuTree *before, Id parent) {
     std::vector<Id> ids;
     ids.reserve(menu.items.size());
-    Siblings siblings(before, parentBefore);
+    Siblings siblings(before, parent); // which had the same id before, if it was there
     for (const ui::MenuItem &item : menu.items) {
         const auto known = siblings.take(item);
         const Id id = known ? *known : ++lastId;
         ids.push_back(id);
         const std::size_t place = entries.size();
-        entries.push_back({id, &item, {}, 0});
+        entries.push_back({id, &item, {}, 0, parent});
         if (!item.submenu)
             continue;
         auto children = addItems(*item.submenu, known ? before : nullptr, id);
@@ -165,25 +166,70 @@ namespace {
 // is forgotten is only told to read once more.
 constexpr std::size_t mostHosts = 16;
 
+// More than anyone opens at the same time.
+constexpr std::size_t mostOpened = 32;
+
 bool hasChildren(const MenuTree::Entry &entry) {
     return entry.item == nullptr || entry.item->submenu.has_value();
 }
 
-} // namespace
-
-void MenuReaders::reads(const std::string &host, const MenuTree &tree, MenuTree::Id id, int depth) {
-    if (hosts.size() >= mostHosts && !hosts.contains(host))
-        hosts.clear();
-    note(hosts[host], tree, id, depth);
+bool contains(const std::vector<MenuTree::Id> &ids, MenuTree::Id id) {
+    return std::ranges::find(ids, id) != ids.end();
 }
 
-void MenuReaders::note(Knowledge &knowledge, const MenuTree &tree, MenuTree::Id id, int depth) {
-    const MenuTree::Entry &entry = *tree.find(id);
-    if (depth == 0 || !hasChildren(entry))
-        return;
-    knowledge[id] = tree.revision();
-    for (const MenuTree::Id child : entry.children)
-        note(knowledge, tree, child, depth < 0 ? depth : depth - 1);
+} // namespace
+
+ToldSubmenus MenuReaders::submenusFor(const std::string &host, const MenuTree &tree, MenuTree::Id id,
+                                      int depth, std::size_t most) const {
+    const auto found = hosts.find(host);
+    const std::vector<MenuTree::Id> opened =
+        found == hosts.end() ? std::vector<MenuTree::Id>() : found->second.opened;
+    ToldSubmenus submenus;
+    std::size_t items = 0;
+    std::deque<std::pair<MenuTree::Id, int>> first{{id, depth}}, rest;
+    while (!first.empty() || !rest.empty()) {
+        const bool isOptional = first.empty();
+        auto &queue = isOptional ? rest : first;
+        const auto [next, levels] = queue.front();
+        queue.pop_front();
+        const MenuTree::Entry &entry = *tree.find(next);
+        if (levels == 0 || !hasChildren(entry))
+            continue;
+        if (isOptional && items + entry.children.size() > most) {
+            submenus.omitted.push_back(next);
+            continue;
+        }
+        items += entry.children.size();
+        submenus.told.insert(next);
+        for (const MenuTree::Id child : entry.children)
+            (contains(opened, child) ? first : rest).emplace_back(child, levels < 0 ? levels : levels - 1);
+    }
+    return submenus;
+}
+
+MenuReaders::Reader &MenuReaders::reader(const std::string &host) {
+    if (hosts.size() >= mostHosts && !hosts.contains(host))
+        hosts.clear();
+    return hosts[host];
+}
+
+void MenuReaders::reads(const std::string &host, const MenuTree &tree, const ToldSubmenus &submenus) {
+    auto &knowledge = reader(host).knowledge;
+    for (const MenuTree::Id id : submenus.told)
+        knowledge[id] = tree.revision();
+    // Whoever asked for all takes an item without anything beneath it at its word.
+    for (const MenuTree::Id id : submenus.omitted)
+        knowledge.erase(id);
+}
+
+void MenuReaders::opens(const std::string &host, const MenuTree &tree, MenuTree::Id id) {
+    auto &opened = reader(host).opened;
+    for (const auto *entry = tree.find(id); entry->item != nullptr; entry = tree.find(entry->parent)) {
+        std::erase(opened, entry->id);
+        opened.push_back(entry->id);
+    }
+    if (opened.size() > mostOpened)
+        opened.erase(opened.begin(), opened.end() - mostOpened);
 }
 
 bool MenuReaders::knows(const std::string &host, const MenuTree::Entry &entry) const {
@@ -192,13 +238,16 @@ bool MenuReaders::knows(const std::string &host, const MenuTree::Entry &entry) c
     const auto reader = hosts.find(host);
     if (reader == hosts.end())
         return false;
-    const auto read = reader->second.find(entry.id);
-    return read != reader->second.end() && entry.changedIn <= read->second;
+    const auto &knowledge = reader->second.knowledge;
+    const auto read = knowledge.find(entry.id);
+    return read != knowledge.end() && entry.changedIn <= read->second;
 }
 
 void MenuReaders::forgetAllBut(const MenuTree &tree) {
-    for (auto &[host, knowledge] : hosts)
-        std::erase_if(knowledge, [&](const auto &read) { return tree.find(read.first) == nullptr; });
+    for (auto &[host, reader] : hosts) {
+        std::erase_if(reader.knowledge, [&](const auto &read) { return tree.find(read.first) == nullptr; });
+        std::erase_if(reader.opened, [&](MenuTree::Id id) { return tree.find(id) == nullptr; });
+    }
 }
 
 } // namespace fernhop::freedesktop

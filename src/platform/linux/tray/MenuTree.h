@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace fernhop::freedesktop {
@@ -25,6 +26,7 @@ class MenuTree {
         const ui::MenuItem *item = nullptr; ///< null: the menu itself
         std::vector<Id> children;
         Revision changedIn = 0; ///< since when the children look as they do
+        Id parent = root;
     };
 
     /// Starts with an empty menu.
@@ -48,7 +50,7 @@ class MenuTree {
   private:
     /// Points every entry at its counterpart in a menu that looks the same.
     void pointInto(const ui::Menu &menu, std::size_t &next);
-    [[nodiscard]] std::vector<Id> addItems(const ui::Menu &menu, const MenuTree *before, Id parentBefore);
+    [[nodiscard]] std::vector<Id> addItems(const ui::Menu &menu, const MenuTree *before, Id parent);
     /// Whether whoever knows the children from before knows them as they look now.
     [[nodiscard]] bool looksAsBefore(const Entry &parent, const MenuTree &before) const;
 
@@ -59,13 +61,30 @@ class MenuTree {
     Revision lastRevision = 0;
 };
 
+/// Which submenus one answer tells.
+struct ToldSubmenus {
+    std::unordered_set<MenuTree::Id> told;
+    std::vector<MenuTree::Id> omitted; ///< asked for, but too many
+};
+
+/// More items than a host shows at once, and few enough that it is not busy with them for long.
+inline constexpr std::size_t mostItemsOfAnswer = 10'000;
+
 /// What each host has read of a menu, to tell it when that is no longer so: hosts that read level by level
 /// ask before a level shows. Main thread only.
 class MenuReaders {
   public:
-    /// Notes that `host`, a name on the bus, is told the item with an id, which is there, and `depth` levels
-    /// beneath it (negative: all).
-    void reads(const std::string &host, const MenuTree &tree, MenuTree::Id id, int depth);
+    /// What `host`, a name on the bus, is to be told when it asks for the item with an id, which is there,
+    /// and `depth` levels beneath it (negative: all): the level beneath the item and those that the host
+    /// opened last in any case, the others from the top as long as there are no more than `most` items.
+    [[nodiscard]] ToldSubmenus submenusFor(const std::string &host, const MenuTree &tree, MenuTree::Id id,
+                                           int depth, std::size_t most = mostItemsOfAnswer) const;
+
+    /// Notes that `host` is told these.
+    void reads(const std::string &host, const MenuTree &tree, const ToldSubmenus &submenus);
+
+    /// Notes that `host` is about to show what is beneath the item with an id, which is there.
+    void opens(const std::string &host, const MenuTree &tree, MenuTree::Id id);
 
     /// Whether `host` has read what is directly beneath an item as it looks now. What has no submenu is
     /// known.
@@ -75,12 +94,15 @@ class MenuReaders {
     void forgetAllBut(const MenuTree &tree);
 
   private:
-    /// The revisions in which the items beneath each id were read.
-    using Knowledge = std::unordered_map<MenuTree::Id, MenuTree::Revision>;
+    struct Reader {
+        /// The revisions in which the items beneath each id were read.
+        std::unordered_map<MenuTree::Id, MenuTree::Revision> knowledge;
+        std::vector<MenuTree::Id> opened; ///< the latest last
+    };
 
-    static void note(Knowledge &knowledge, const MenuTree &tree, MenuTree::Id id, int depth);
+    Reader &reader(const std::string &host);
 
-    std::map<std::string, Knowledge> hosts;
+    std::map<std::string, Reader> hosts;
 };
 
 } // namespace fernhop::freedesktop

@@ -106,6 +106,36 @@ TEST_F(MenuHostsTest, GroupsOfUnknownItemsAloneAreErrors) {
     EXPECT_TRUE(host.menuCall("AboutToShowGroup", std::string("(@ai [],)")).value);
 }
 
+// As GNOME's extension and libdbusmenu do: they read the whole menu, and read it again when a submenu that
+// opens says so.
+TEST_F(MenuHostsTest, ManyApplicationsAndBrowsersAreToldWhenTheirSubmenuOpens) {
+    constexpr std::size_t applications = 500, browsers = 40;
+    std::vector<MenuItem> choices(browsers, MenuItem("Web", "a"));
+    show(std::vector<MenuItem>(applications, withSubmenu("App", std::move(choices))));
+
+    const auto [whole, revision] = host.layout();
+    ASSERT_TRUE(whole);
+    const auto menu = std::make_unique<LayoutItem>(whole.get());
+    ASSERT_EQ(menu->children.size(), 2U);
+    EXPECT_EQ(menu->children[1].children.size(), 1U) << "what comes behind the many is told";
+    const auto &list = menu->children[0].children;
+    ASSERT_EQ(list.size(), applications);
+    EXPECT_EQ(list.front().children.size(), browsers) << "as much as fits is told at once";
+    EXPECT_FALSE(isToRead(host, list.front().id));
+
+    for (const std::size_t place : {applications - 1, applications / 2}) {
+        EXPECT_EQ(list[place].property("children-display"), "'submenu'");
+        EXPECT_EQ(list[place].children.size(), 0U);
+        EXPECT_TRUE(isToRead(host, list[place].id));
+        const LayoutItem again(host.layout().first.get());
+        EXPECT_EQ(again.children[0].children[place].children.size(), browsers);
+        EXPECT_FALSE(isToRead(host, list[place].id));
+    }
+    EXPECT_EQ(read(host, list[applications - 2].id).size(), browsers) << "level by level";
+    EXPECT_EQ(host.layout().second, revision) << "nothing has changed";
+    EXPECT_TRUE(isToRead(host, list[applications - 2].id)) << "reading the whole menu took it away again";
+}
+
 TEST_F(MenuHostsTest, WhatNoMessageCanCarryIsRefusedAndTheBusKeepsTheConnection) {
     std::string longest; // that a label may be
     while (longest.size() < 4000)
@@ -114,10 +144,9 @@ TEST_F(MenuHostsTest, WhatNoMessageCanCarryIsRefusedAndTheBusKeepsTheConnection)
     while (rules.size() * longest.size() < largestMenuAnswer)
         rules.emplace_back(longest, "a");
     show(std::move(rules));
-    EXPECT_TRUE(host.menuCall("GetLayout", std::string("(0, -1, @as [])")).error);
+    EXPECT_EQ(read(host, 0, -1).size(), 2U) << "the levels that fit are told";
     EXPECT_TRUE(host.menuCall("GetGroupProperties", std::string("(@ai [], @as [])")).error);
     EXPECT_FALSE(g_dbus_connection_is_closed(connection.get()));
-    EXPECT_EQ(read(host, 0).size(), 2U) << "the levels that fit are told";
 }
 
 } // namespace

@@ -22,7 +22,8 @@ class MenuPropertiesTest : public testing::Test {
     }
 
     [[nodiscard]] GVariantPointer layout(std::size_t most, const PropertyFilter &filter = {}) {
-        return menuLayout(tree, MenuTree::root, -1, filter, icons, most);
+        const auto ids = tree.ids();
+        return menuLayout(tree, MenuTree::root, {ids.begin(), ids.end()}, filter, icons, most);
     }
     [[nodiscard]] GVariantPointer items(std::size_t most, const PropertyFilter &filter = {}) {
         return menuItems(tree, tree.ids(), filter, icons, most);

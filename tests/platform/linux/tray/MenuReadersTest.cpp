@@ -28,6 +28,10 @@ class MenuReadersTest : public testing::Test {
         return readers.knows(host, *tree.find(id));
     }
 
+    void reads(const std::string &host, MenuTree::Id id, int depth) {
+        readers.reads(host, tree, readers.submenusFor(host, tree, id, depth));
+    }
+
     MenuTree tree = treeOf(nested("Leaf"));
     MenuReaders readers;
     MenuTree::Id outer = below(MenuTree::root), inner = below(outer), leaf = below(inner);
@@ -35,30 +39,44 @@ class MenuReadersTest : public testing::Test {
 
 TEST_F(MenuReadersTest, KnowsTheLevelsThatWereRead) {
     EXPECT_FALSE(knows("a", MenuTree::root));
-    readers.reads("a", tree, MenuTree::root, 0);
+    reads("a", MenuTree::root, 0);
     EXPECT_FALSE(knows("a", MenuTree::root)) << "an item without what is beneath it";
-    readers.reads("a", tree, MenuTree::root, 2);
+    reads("a", MenuTree::root, 2);
     EXPECT_TRUE(knows("a", MenuTree::root));
     EXPECT_TRUE(knows("a", outer));
     EXPECT_FALSE(knows("a", inner));
-    readers.reads("a", tree, outer, -1);
+    reads("a", outer, -1);
     EXPECT_TRUE(knows("a", inner));
     EXPECT_TRUE(knows("b", leaf)) << "nothing is beneath it";
     EXPECT_FALSE(knows("b", MenuTree::root));
 }
 
 TEST_F(MenuReadersTest, AChangeIsOneOfTheItemRightAboveIt) {
-    readers.reads("a", tree, MenuTree::root, -1);
+    reads("a", MenuTree::root, -1);
     EXPECT_TRUE(tree.show(nested("Another")));
     EXPECT_TRUE(knows("a", MenuTree::root));
     EXPECT_TRUE(knows("a", outer));
     EXPECT_FALSE(knows("a", inner));
-    readers.reads("a", tree, MenuTree::root, -1);
+    reads("a", MenuTree::root, -1);
     EXPECT_TRUE(knows("a", inner));
 }
 
+TEST_F(MenuReadersTest, WhatHostsOpenedIsToldBeforeTheRest) {
+    EXPECT_EQ(readers.submenusFor("a", tree, MenuTree::root, -1, 0).told.size(), 1U) << "the level asked for";
+    EXPECT_EQ(readers.submenusFor("a", tree, outer, -1, 2).told.size(), 2U);
+    EXPECT_EQ(readers.submenusFor("a", tree, MenuTree::root, -1, 2).omitted, std::vector{inner});
+    readers.opens("a", tree, inner);
+    const auto opened = readers.submenusFor("a", tree, MenuTree::root, -1, 0);
+    EXPECT_EQ(opened.told, (std::unordered_set{MenuTree::root, outer, inner})) << "with the way to it";
+    EXPECT_EQ(readers.submenusFor("b", tree, MenuTree::root, -1, 0).told.size(), 1U);
+    readers.reads("a", tree, opened);
+    EXPECT_TRUE(knows("a", inner));
+    readers.reads("a", tree, {{MenuTree::root}, {outer, inner}});
+    EXPECT_FALSE(knows("a", inner)) << "it was told the menu without it";
+}
+
 TEST_F(MenuReadersTest, WhatIsGoneIsForgotten) {
-    readers.reads("a", tree, outer, 1);
+    reads("a", outer, 1);
     EXPECT_TRUE(knows("a", outer));
     const auto before = *tree.find(outer);
     readers.forgetAllBut(MenuTree());
@@ -66,9 +84,9 @@ TEST_F(MenuReadersTest, WhatIsGoneIsForgotten) {
 }
 
 TEST_F(MenuReadersTest, ManyHostsDoNotAddUpForEver) {
-    readers.reads("first", tree, MenuTree::root, -1);
+    reads("first", MenuTree::root, -1);
     for (int number = 0; number < 100; ++number)
-        readers.reads("host " + std::to_string(number), tree, MenuTree::root, -1);
+        reads("host " + std::to_string(number), MenuTree::root, -1);
     EXPECT_FALSE(knows("first", outer)) << "names that no host has any more are kept";
     EXPECT_TRUE(knows("host 99", outer));
 }
