@@ -2,6 +2,13 @@
 #include "support/Waiting.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <utility>
 
 #include <filesystem>
 
@@ -244,6 +251,64 @@ TEST_F(Telling, TheStubSaysWhatTheRunningFernhopDidNotOpen) {
                                     "fernhop-open: \"no URL\" was not opened: it is not a URL.\n");
     EXPECT_EQ(session.opened(1), Links{"https://opens/"});
     EXPECT_EQ(session.open({"https://fails/", "no URL"}), 1);
+}
+
+/// The system's log, for programs that `command` runs with their own /dev.
+class SystemLogSocket {
+  public:
+    explicit SystemLogSocket(std::string socketPath) : path(std::move(socketPath)) {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        isBound = bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    }
+    ~SystemLogSocket() { close(socket); }
+    SystemLogSocket(const SystemLogSocket &) = delete;
+    SystemLogSocket &operator=(const SystemLogSocket &) = delete;
+
+    [[nodiscard]] Links command(const Links &program) const {
+        Links words = {"unshare", "--mount", "sh", "-c",
+                       "mount -t tmpfs none /dev && ln -s " + path + " /dev/log && exec \"$0\" \"$@\""};
+        words.insert(words.end(), program.begin(), program.end());
+        return words;
+    }
+    /// The next message; empty when none comes.
+    [[nodiscard]] std::string next() const {
+        std::string message(1 << 16, '\0');
+        pollfd ready{socket, POLLIN, 0};
+        const auto wait = std::chrono::milliseconds(support::patience);
+        const bool isThere = poll(&ready, 1, static_cast<int>(wait.count())) == 1;
+        const auto length = isThere ? recv(socket, message.data(), message.size(), 0) : 0;
+        message.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+        return message;
+    }
+
+    bool isBound = false;
+
+  private:
+    std::string path;
+    int socket = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+};
+
+TEST_F(Telling, TheSystemsLogHasWhatTheStubSays) {
+    const SystemLogSocket log(session.home.root() + "/log-socket");
+    ASSERT_TRUE(log.isBound);
+    if (session.run(log.command({"true"})) != 0)
+        GTEST_SKIP() << "no mount namespace of our own";
+    session.startBus();
+    session.startFernhop();
+    const auto stub = session.program("fernhop-open");
+    EXPECT_EQ(session.run(log.command({stub, "100%% no\x1b URL" + std::string(100'000, 'x')})), 1);
+    const auto message = log.next();
+    EXPECT_TRUE(message.starts_with("<12>")) << message;
+    EXPECT_NE(message.find("fernhop-open["), std::string::npos) << message;
+    EXPECT_NE(message.find("]: \"100%% no\\u001B URLxxx"), std::string::npos) << message;
+    EXPECT_TRUE(message.ends_with("\" was not opened: it is not a URL.")) << message;
+    EXPECT_LT(message.size(), 5000U);
+    // More lines than wait in a socket that nobody reads.
+    Links many(600, "no URL");
+    many.insert(many.begin(), stub);
+    EXPECT_EQ(session.run(log.command(many)), 1);
 }
 
 TEST_F(Telling, InPlaceOfTheStubTheStatusSaysWhetherAnyLinkIsInSafeHands) {
