@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -52,8 +53,10 @@ void resetSignals() {
 
 void standardInputFromNowhere() {
     const int nowhere = open("/dev/null", O_RDONLY);
-    if (nowhere > STDIN_FILENO)
+    if (nowhere > STDIN_FILENO) {
         dup2(nowhere, STDIN_FILENO);
+        close(nowhere);
+    }
 }
 
 /// Becomes the program. Returns the errno value when that fails.
@@ -61,8 +64,8 @@ int becomeProgram(const ChildPlan &plan) {
     setsid();
     if (plan.directory != nullptr && chdir(plan.directory) != 0)
         return errno;
+    closefrom(STDERR_FILENO + 1); // first, as the process may have no descriptor left to open anything
     standardInputFromNowhere();
-    closefrom(STDERR_FILENO + 1);
     std::to_chars(plan.pidText, plan.pidText + pidSpace, getpid());
     resetSignals();
     execve(plan.program, plan.arguments, plan.environment);
@@ -90,6 +93,22 @@ int becomeProgram(const ChildPlan &plan) {
     while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
     }
     return Failure::ofSystem(failure);
+}
+
+// Children whose end is not waited for with a descriptor are looked at: often while their end may mean that
+// their link was not opened, then only so that none stays a zombie for long.
+constexpr std::chrono::milliseconds shortPause{100};
+constexpr std::chrono::milliseconds longPause{10'000};
+
+/// Whether half of the descriptors that this process may have are still free. GLib takes one for each child,
+/// and links need some to be routed at all.
+bool mayTakeDescriptor() {
+    rlimit limit = {};
+    const int lowestFree = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
+    if (lowestFree < 0)
+        return false;
+    close(lowestFree);
+    return getrlimit(RLIMIT_NOFILE, &limit) == 0 && static_cast<rlim_t>(lowestFree) < limit.rlim_cur / 2;
 }
 
 bool isExecutableFile(const std::string &path) {
@@ -168,16 +187,42 @@ std::optional<Failure> launchFailure(int waitStatus, std::chrono::nanoseconds li
 
 ChildWatches::~ChildWatches() {
     for (const auto &[child, watch] : watches)
-        g_source_remove(watch.source);
+        if (watch.source != 0)
+            g_source_remove(watch.source);
 }
 
 void ChildWatches::watch(pid_t child, Ended ended) {
     const auto childEnded = [](GPid process, gint waitStatus, gpointer self) {
-        if (const auto watch = static_cast<ChildWatches *>(self)->watches.extract(process))
-            watch.mapped().ended(waitStatus);
+        static_cast<ChildWatches *>(self)->end(process, waitStatus);
     };
-    const guint source = g_child_watch_add(child, childEnded, this);
-    watches.insert_or_assign(child, Watch{source, std::move(ended)});
+    const guint source = mayTakeDescriptor() ? g_child_watch_add(child, childEnded, this) : 0;
+    watches.insert_or_assign(child, Watch{source, std::chrono::steady_clock::now(), std::move(ended)});
+    if (source == 0)
+        look.start(shortPause, [this] { lookForEnded(); });
+}
+
+void ChildWatches::end(pid_t child, int waitStatus) {
+    if (const auto watch = watches.extract(child))
+        watch.mapped().ended(waitStatus);
+}
+
+void ChildWatches::lookForEnded() {
+    std::vector<std::pair<pid_t, int>> ended;
+    std::optional<std::chrono::milliseconds> pause;
+    const auto now = std::chrono::steady_clock::now();
+    for (const auto &[child, watch] : watches) {
+        int waitStatus = 0;
+        if (watch.source != 0)
+            continue;
+        if (waitpid(child, &waitStatus, WNOHANG) == child)
+            ended.emplace_back(child, waitStatus);
+        else
+            pause = now - watch.begin < earlyExitWindow ? shortPause : pause.value_or(longPause);
+    }
+    if (pause)
+        look.start(*pause, [this] { lookForEnded(); });
+    for (const auto &[child, waitStatus] : ended)
+        end(child, waitStatus);
 }
 
 } // namespace fernhop::freedesktop

@@ -2,6 +2,7 @@
 
 #include "platform/linux/base/Environment.h"
 #include "platform/linux/base/Result.h"
+#include "platform/linux/base/Timer.h"
 
 #include <glib.h>
 #include <sys/types.h>
@@ -66,11 +67,16 @@ class ChildWatches {
 
   private:
     struct Watch {
-        guint source;
+        guint source; ///< 0: `look` notices its end
+        std::chrono::steady_clock::time_point begin;
         Ended ended;
     };
 
+    void end(pid_t child, int waitStatus);
+    void lookForEnded();
+
     std::map<pid_t, Watch> watches;
+    Timer look; ///< runs while there are children without a descriptor
 };
 
 } // namespace fernhop::freedesktop

@@ -3,12 +3,24 @@
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/launch/BusLaunch.h"
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <utility>
 
 namespace fernhop::freedesktop {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+// How long a launch waits for a process, a descriptor or memory.
+constexpr std::chrono::seconds shortagePatience{30};
+constexpr std::chrono::milliseconds retryPause{200};
+
+bool isShortage(const Failure &failure) {
+    constexpr std::array numbers = {EAGAIN, EMFILE, ENFILE, ENOMEM};
+    return std::ranges::find(numbers, failure.errorNumber) != numbers.end();
+}
 
 // A program that opens links in the default browser would send them back to Fernhop, round in a circle.
 std::optional<std::string> refusal(const DesktopEntry &entry) {
@@ -71,15 +83,52 @@ void Launcher::launchOverBus(LaunchRequest request, std::shared_ptr<Outcome> out
 }
 
 void Launcher::launchProgram(LaunchRequest request, const std::shared_ptr<Outcome> &outcome) {
+    // Behind those that wait, so that links stay in order.
+    if (waiting.empty() && startAll(request, outcome))
+        return;
+    waiting.push_back({std::move(request), outcome, Clock::now() + shortagePatience});
+    if (!retry.isRunning())
+        retry.start(retryPause, [this] { startWaiting(); });
+}
+
+Result<> Launcher::startAll(LaunchRequest &request, const std::shared_ptr<Outcome> &outcome) {
     auto commands = launchCommands(request.entry, request.urls, services.environment.value("PATH", ""));
-    if (!commands)
-        return outcome->fail(commands.failure().reason);
+    if (!commands) {
+        outcome->fail(commands.failure().reason);
+        return Success{};
+    }
+    const bool isOneForEachLink = commands->size() == request.urls.size();
     for (auto &command : *commands) {
         const auto received = std::exchange(request.tokens, announced(request));
-        if (!start(request, std::move(command), outcome) && request.tokens.startupID != received.startupID)
-            services.focus->withdrawStartup(*request.tokens.startupID);
+        const auto started = start(request, std::move(command), outcome);
+        if (!started && request.tokens.startupID != received.startupID)
+            withdrawStartup(services.environment.value("DISPLAY", ""), *request.tokens.startupID);
+        if (!started && isShortage(started.failure())) {
+            request.tokens = received;
+            return started;
+        }
         request.tokens = {};
+        if (isOneForEachLink)
+            request.urls.erase(request.urls.begin());
     }
+    return Success{};
+}
+
+void Launcher::startWaiting() {
+    while (!waiting.empty()) {
+        auto &next = waiting.front();
+        if (const auto started = startAll(next.request, next.outcome); !started) {
+            if (Clock::now() < next.end)
+                break;
+            next.outcome->fail(started.failure().reason);
+        }
+        waiting.pop_front();
+    }
+    // A child of this process ends the wait sooner; but others' may be what takes up the system.
+    if (waiting.empty())
+        retry.stop();
+    else
+        retry.start(retryPause, [this] { startWaiting(); });
 }
 
 // On X11 a window may come to the front only with the identifier of a launch that was announced to the window
@@ -92,25 +141,29 @@ LaunchTokens Launcher::announced(const LaunchRequest &request) const {
     return tokens;
 }
 
-bool Launcher::start(const LaunchRequest &request, Command command, const std::shared_ptr<Outcome> &outcome) {
+Result<> Launcher::start(const LaunchRequest &request, Command command,
+                         const std::shared_ptr<Outcome> &outcome) {
     const auto program = command.front();
     const auto child = spawn({std::move(command),
                               launchEnvironment(services.environment, request.tokens, request.entry.path),
                               request.entry.workingDirectory});
     if (!child) {
-        outcome->fail(program + ": " + child.failure().reason);
-        return false;
+        const Failure failure{program + ": " + child.failure().reason, child.failure().errorNumber};
+        if (!isShortage(failure))
+            outcome->fail(failure.reason);
+        return failure;
     }
     if (services.bus != nullptr)
         moveToLaunchScope(services.bus, *child, request.entry.id);
-    children.watch(*child, [outcome, start = Clock::now()](int waitStatus) {
+    children.watch(*child, [this, outcome, start = Clock::now()](int waitStatus) {
         if (auto failure = launchFailure(waitStatus, Clock::now() - start))
             outcome->fail(std::move(failure->reason));
         else
             outcome->succeed();
+        startWaiting();
     });
     raise(request, *child);
-    return true;
+    return Success{};
 }
 
 void Launcher::raise(const LaunchRequest &request, std::optional<pid_t> process) const {
