@@ -8,9 +8,8 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <utility>
-
 #include <filesystem>
+#include <utility>
 
 namespace fernhop::desktoptest {
 namespace {

@@ -45,6 +45,14 @@ INSTANTIATE_TEST_SUITE_P(Answers, BrokenBuses,
                                                    "REJECTED EXTERNAL\r\nERROR\r\nERROR\r\n"}),
                          [](const auto &instance) { return instance.param.name; });
 
+TEST_F(UnusableBus, IsSilentToTheCommandLine) {
+    const BrokenBus bus(session.home.runtime() + "/broken", std::nullopt);
+    ASSERT_TRUE(bus.isListening);
+    session.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+    EXPECT_EQ(session.fernhop({"open", "https://1/"}), 0) << session.output();
+    EXPECT_EQ(session.opened(1), Links{"https://1/"});
+}
+
 TEST_F(UnusableBus, HasNoConnectionLeft) {
     session.bus = std::make_unique<support::PrivateBus>(session.home, session.environment,
                                                         "<limit name=\"max_connections_per_user\">1</limit>");

@@ -2,9 +2,37 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <stop_token>
+#include <thread>
 #include <utility>
 
 namespace fernhop::freedesktop {
+namespace {
+
+// A bus answers within milliseconds; one that hangs must not keep a command or a link waiting.
+constexpr std::chrono::seconds longestGreeting{5};
+
+/// Cancels what has not ended within the time that a bus is given. GIO has no limit of its own for it.
+class TimeLimit {
+  public:
+    [[nodiscard]] GCancellable *cancellable() const { return cancellation.get(); }
+
+  private:
+    const GObjectPointer<GCancellable> cancellation{g_cancellable_new()};
+    const std::jthread watch{[cancel = cancellation.get()](const std::stop_token &ended) {
+        std::mutex mutex;
+        std::condition_variable_any unused;
+        std::unique_lock lock(mutex);
+        unused.wait_for(lock, ended, longestGreeting, [] { return false; });
+        if (!ended.stop_requested())
+            g_cancellable_cancel(cancel);
+    }};
+};
+
+} // namespace
 
 bool hasSessionBus(const Environment &environment) {
     if (const auto address = environment.value("DBUS_SESSION_BUS_ADDRESS"))
@@ -19,7 +47,8 @@ Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &e
     if (!hasSessionBus(environment))
         return Failure{"this session has no message bus (DBUS_SESSION_BUS_ADDRESS is not set)"};
     GError *error = nullptr;
-    GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error));
+    const TimeLimit limit;
+    GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, limit.cancellable(), &error));
     if (!bus) {
         const GErrorPointer failure(error);
         return Failure{std::string("the session's message bus cannot be reached: ") + failure->message};
