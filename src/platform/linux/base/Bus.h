@@ -15,8 +15,8 @@ namespace fernhop::freedesktop {
 /// user's bus in XDG_RUNTIME_DIR. A bus is never started, as nobody else in the session would know it.
 [[nodiscard]] bool hasSessionBus(const Environment &environment);
 
-/// The session bus, or why it cannot be reached; waits for it some seconds at most. The process outlives the connection: it is told of
-/// the bus's end, not ended by it.
+/// The session bus, or why it cannot be reached; waits for it some seconds at most. The process outlives the
+/// connection: it is told of the bus's end, not ended by it.
 Result<GObjectPointer<GDBusConnection>> connectToSessionBus(const Environment &environment);
 
 /// One interface of an object of ours on the bus, from construction to destruction. Main thread only.
