@@ -51,36 +51,68 @@ int pixelsOf(const ui::Image &image) {
                           : usualPixels;
 }
 
-MenuIcon iconData(const ui::Image &image, int side) {
-    const auto pixels = render(image, side);
-    auto png = pixels ? pngBytes(pixels.get()) : std::string();
+// Nearly all icons of applications are smaller; they are read in a fraction of a millisecond.
+constexpr std::size_t largestSmallFile = std::size_t{64} << 10U;
+constexpr unsigned largestSmallSide = 128;
+
+MenuIcon iconOf(std::string png) {
     return png.empty() ? MenuIcon() : MenuIcon(IconData{std::move(png)});
 }
 
+MenuIcon drawn(const SurfacePointer &pixels) {
+    return iconOf(pixels ? pngBytes(pixels.get()) : std::string());
+}
+
 } // namespace
+
+MenuIcons::MenuIcons(const IconFinder &iconFinder,
+                     std::function<void(const ui::ImageReference &image)> loaded)
+    : finder(iconFinder),
+      loader([this, tell = std::move(loaded)](const auto &image, const auto &path, const auto &png) {
+          scaled[path].png = png;
+          known[image] = iconOf(png);
+          if (tell && !png.empty())
+              tell(image);
+      }) {}
 
 const MenuIcon &MenuIcons::icon(const ui::ImageReference &image) {
     static const MenuIcon none;
     if (!image)
         return none;
     const auto found = known.find(image);
-    return found != known.end() ? found->second : known.emplace(image, make(*image)).first->second;
+    return found != known.end() ? found->second : known.emplace(image, make(image)).first->second;
 }
 
 void MenuIcons::forgetUnused() {
     std::erase_if(known, [](const auto &entry) { return entry.first.use_count() == 1; });
 }
 
-MenuIcon MenuIcons::make(const ui::Image &image) const {
-    const auto *application = std::get_if<ui::ApplicationIcon>(&image.source);
+MenuIcon MenuIcons::make(const ui::ImageReference &image) {
+    const int side = pixelsOf(*image);
+    const auto *application = std::get_if<ui::ApplicationIcon>(&image->source);
     if (application == nullptr)
-        return iconData(image, pixelsOf(image));
+        return drawn(render(*image, side));
     const IconSource found = finder.iconOfEntry(application->path);
     if (const auto *themed = std::get_if<IconName>(&found))
         return *themed;
     const auto *file = std::get_if<IconFile>(&found);
-    const int side = pixelsOf(image);
-    return file ? iconData(ui::Image(ui::ImageFile{file->path}, side, false), side) : MenuIcon();
+    return file ? makeOfFile(image, file->path, side) : MenuIcon();
+}
+
+MenuIcon MenuIcons::makeOfFile(const ui::ImageReference &image, const std::string &path, int side) {
+    const auto bytes = readFile(path, largestSmallFile);
+    if (bytes && isPngOfAtMost(largestSmallSide, *bytes)) {
+        const auto picture = decodePng(*bytes);
+        return drawn(picture ? fitted(picture.get(), side) : nullptr);
+    }
+    const auto identity = FileIdentity::of(path);
+    Scaled &large = scaled[path];
+    if (large.png && large.identity == identity && large.side == side)
+        return iconOf(*large.png);
+    large = {identity, side, {}};
+    if (identity)
+        loader.load(image, path, side);
+    return {};
 }
 
 namespace {

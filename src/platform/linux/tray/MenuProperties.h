@@ -1,11 +1,15 @@
 #pragma once
 
 #include "platform/linux/base/Bus.h"
+#include "platform/linux/base/Files.h"
 #include "platform/linux/tray/IconFinder.h"
+#include "platform/linux/tray/IconLoader.h"
 #include "platform/linux/tray/MenuTree.h"
 #include "platform/ui/Image.h"
 
 #include <cstddef>
+#include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -38,20 +42,32 @@ using MenuIcon = std::variant<std::monostate, IconName, IconData>;
 /// Turns the images of menu items into what hosts of menus take, once for each. Main thread only.
 class MenuIcons {
   public:
-    /// `iconFinder`, which tells the icons of applications, outlives this object.
-    explicit MenuIcons(const IconFinder &iconFinder) : finder(iconFinder) {}
+    /// `iconFinder`, which tells the icons of applications, outlives this object. `loaded` is called with
+    /// each image whose icon took longer to read, when it is there.
+    explicit MenuIcons(const IconFinder &iconFinder,
+                       std::function<void(const ui::ImageReference &image)> loaded = {});
 
-    /// The icon of an image, which may be null; it lives until `forgetUnused`.
+    /// The icon of an image, which may be null; it lives until `forgetUnused`. Nothing for now when it is in
+    /// a large file, which is being read then.
     [[nodiscard]] const MenuIcon &icon(const ui::ImageReference &image);
 
     /// Forgets the icons of images that nobody else holds any more.
     void forgetUnused();
 
   private:
-    [[nodiscard]] MenuIcon make(const ui::Image &image) const;
+    [[nodiscard]] MenuIcon make(const ui::ImageReference &image);
+    [[nodiscard]] MenuIcon makeOfFile(const ui::ImageReference &image, const std::string &path, int side);
 
     const IconFinder &finder;
     std::unordered_map<ui::ImageReference, MenuIcon> known;
+    /// Of large files by their paths, as a refresh of the applications makes their images anew.
+    struct Scaled {
+        std::optional<FileIdentity> identity;
+        int side = 0;
+        std::optional<std::string> png; ///< nothing: it is being read
+    };
+    std::unordered_map<std::string, Scaled> scaled;
+    IconLoader loader;
 };
 
 /// The names of the properties that a host asks for; empty: all.

@@ -53,7 +53,7 @@ ItemEvent eventIn(GVariant *event) {
 } // namespace
 
 MenuService::MenuService(GDBusConnection *bus, const IconFinder &iconFinder, PerformAction performAction)
-    : perform(std::move(performAction)), icons(iconFinder),
+    : perform(std::move(performAction)), icons(iconFinder, [this](const auto &image) { tellIcon(image); }),
       object(bus, path, com_canonical_dbusmenu_interface,
              {[this](auto method, auto *body, auto *invocation) { call(method, body, invocation); },
               property}) {}
@@ -71,6 +71,21 @@ void MenuService::bringUpToDate() {
     if (tree.show(std::exchange(latest, nullptr)))
         readers.forgetAllBut(tree);
     icons.forgetUnused();
+}
+
+void MenuService::tellIcon(const ui::ImageReference &image) {
+    bringUpToDate();
+    // In submenus of many others, who has not read them yet learns of it then.
+    constexpr std::size_t mostItems = 1000;
+    std::vector<MenuTree::Id> ids;
+    for (const MenuTree::Id id : tree.ids()) {
+        const ui::MenuItem *item = tree.find(id)->item;
+        if (item != nullptr && item->image == image && ids.size() < mostItems)
+            ids.push_back(id);
+    }
+    const auto items = menuItems(tree, ids, {"icon-data"}, icons);
+    if (items && !ids.empty())
+        object.emit("ItemsPropertiesUpdated", g_variant_new("(@a(ia{sv})a(ias))", items.get(), nullptr));
 }
 
 void MenuService::announce() {

@@ -44,6 +44,8 @@ class MenuService {
     /// Puts the latest menu into the tree.
     void bringUpToDate();
     void announce();
+    /// Tells hosts the icon of an image that has been read.
+    void tellIcon(const ui::ImageReference &image);
 
     const PerformAction perform;
     MenuIcons icons;

@@ -23,16 +23,6 @@ unsigned bigEndian(std::string_view bytes) {
     return value;
 }
 
-// A small file can claim a huge picture: the sizes in the header, where PNG has them, are read first.
-bool isReasonablePng(std::string_view contents) {
-    constexpr auto start = "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"sv;
-    if (contents.size() < start.size() + 8 || !contents.starts_with(start))
-        return false;
-    const unsigned width = bigEndian(contents.substr(start.size()));
-    const unsigned height = bigEndian(contents.substr(start.size() + 4));
-    return width > 0 && height > 0 && width <= largestSide && height <= largestSide;
-}
-
 cairo_status_t readBytes(void *rest, unsigned char *data, unsigned length) {
     auto &bytes = *static_cast<std::string_view *>(rest);
     if (bytes.size() < length)
@@ -49,8 +39,18 @@ cairo_status_t appendBytes(void *written, const unsigned char *data, unsigned le
 
 } // namespace
 
+// A small file can claim a huge picture: the sizes in the header, where PNG has them, are read first.
+bool isPngOfAtMost(unsigned side, std::string_view bytes) {
+    constexpr auto start = "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR"sv;
+    if (bytes.size() < start.size() + 8 || !bytes.starts_with(start))
+        return false;
+    const unsigned width = bigEndian(bytes.substr(start.size()));
+    const unsigned height = bigEndian(bytes.substr(start.size() + 4));
+    return width > 0 && height > 0 && width <= side && height <= side;
+}
+
 SurfacePointer decodePng(std::string_view bytes) {
-    if (bytes.size() > largestFile || !isReasonablePng(bytes))
+    if (bytes.size() > largestFile || !isPngOfAtMost(largestSide, bytes))
         return nullptr;
     SurfacePointer surface(cairo_image_surface_create_from_png_stream(readBytes, &bytes));
     return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? std::move(surface) : nullptr;

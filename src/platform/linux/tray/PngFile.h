@@ -19,6 +19,9 @@ using CairoPointer = std::unique_ptr<cairo_t, GDelete<cairo_destroy>>;
 /// The same for a file; null also when it cannot be read.
 [[nodiscard]] SurfacePointer readPng(const std::string &path);
 
+/// Whether `bytes` begin like a PNG file whose picture has at most `side` pixels a side.
+[[nodiscard]] bool isPngOfAtMost(unsigned side, std::string_view bytes);
+
 /// A surface as the bytes of a PNG file; empty when that fails.
 [[nodiscard]] std::string pngBytes(cairo_surface_t *surface);
 

@@ -1,4 +1,5 @@
 #include "TraySession.h"
+#include "platform/linux/tray/ImageRenderer.h"
 
 namespace fernhop::freedesktop {
 namespace {
@@ -265,6 +266,47 @@ TEST_F(TrayTest, ReadsIconsAfreshWhenTheyWereMadeAnew) {
     host.settle();
     EXPECT_EQ(layout().children[0].property("icon-name"), "'new'");
     EXPECT_EQ(host.signals["LayoutUpdated"], 2);
+}
+
+TEST_F(TrayTest, LargeIconsAreReadBesideTheMainLoopAndToldWhenTheyAreThere) {
+    const ui::Drawing square{{ColorRole::black, 1}, {{{ui::Oval{{0, 0}, 18, 18}}}}};
+    home.write(home.root() + "/large.png", pngBytes(paint(square, 18, 2048).get()));
+    entries.icons["/web.desktop"] = home.root() + "/large.png";
+    MenuItem web("Web", "a");
+    web.image = std::make_shared<const Image>(ApplicationIcon{"/web.desktop"}, 16, false);
+    item->setMenu(menuOf({web, MenuItem("Mail", "a"), withSubmenu("More", {web})}));
+    EXPECT_EQ(layout().children[0].property("icon-data"), "") << "hosts do not wait for it";
+    EXPECT_TRUE(support::runUntil([&] { return host.signals["ItemsPropertiesUpdated"] > 0; }));
+    EXPECT_EQ(host.signals["ItemsPropertiesUpdated"], 1);
+    const auto told = layout();
+    EXPECT_NE(told.children[0].property("icon-data"), "");
+    EXPECT_EQ(told.children[2].children[0].property("icon-data"), told.children[0].property("icon-data"));
+    for (const gint32 id : {told.children[0].id, told.children[2].children[0].id})
+        EXPECT_NE(host.bodies.back().find("(" + std::to_string(id) + ", {'icon-data':"), std::string::npos);
+    EXPECT_EQ(host.bodies.back().find("(" + std::to_string(told.children[1].id) + ","), std::string::npos);
+    const GVariantPointer bytes(
+        g_variant_lookup_value(told.children[0].properties.get(), "icon-data", G_VARIANT_TYPE_BYTESTRING));
+    ASSERT_TRUE(bytes);
+    gsize size = 0;
+    const auto *data = static_cast<const char *>(g_variant_get_fixed_array(bytes.get(), &size, 1));
+    const auto picture = decodePng({data, size});
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(cairo_image_surface_get_width(picture.get()), 16);
+
+    web.image = std::make_shared<const Image>(ApplicationIcon{"/web.desktop"}, 16, false);
+    item->setMenu(menuOf({web}));
+    EXPECT_NE(layout().children[0].property("icon-data"), "") << "the file is not read again";
+}
+
+TEST_F(TrayTest, EndsWhileLargeIconsAreRead) {
+    const ui::Drawing square{{ColorRole::black, 1}, {{{ui::Oval{{0, 0}, 18, 18}}}}};
+    home.write(home.root() + "/large.png", pngBytes(paint(square, 18, 1024).get()));
+    entries.icons["/web.desktop"] = home.root() + "/large.png";
+    std::vector<MenuItem> items(40, MenuItem("Web", "a"));
+    for (auto &web : items)
+        web.image = std::make_shared<const Image>(ApplicationIcon{"/web.desktop"}, 16, false);
+    item->setMenu(menuOf(std::move(items)));
+    EXPECT_EQ(layout().children.size(), 40U);
 }
 
 TEST_F(TrayTest, MenuHasTheVersionThatHostsExpect) {
