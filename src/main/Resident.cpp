@@ -13,6 +13,7 @@
 #include "platform/linux/service/Upgrade.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 #include "platform/ui/Button.h"
+#include "settings/Preferences.h"
 
 #include <unistd.h>
 
@@ -76,6 +77,7 @@ class Resident {
                 (void)delegate.perform(selector, {.sender = &sender});
         });
         tray.setTakeToken([this](const std::string &token) { setActivationToken(token); });
+        rememberFormerBrowser();
         delegate.applicationDidFinishLaunching();
     }
 
@@ -89,6 +91,14 @@ class Resident {
     void reopen() { (void)delegate.perform("applicationShouldHandleReopen:hasVisibleWindows:"); }
 
   private:
+    /// Where no handler is set, its installation alone can make Fernhop the one. Links then go on to where
+    /// they went before, as if App Routing had been turned on.
+    void rememberFormerBrowser() {
+        const auto former = desktop.launchServices.browserBehindAssociation();
+        if (former && !desktop.defaults.stringForKey(settingsKey::routingFallbackBrowserID))
+            (void)desktop.defaults.setObject(PropertyValue{*former}, settingsKey::routingFallbackBrowserID);
+    }
+
     void openDialog(const DialogRequest &request) {
         dialogs.open(request.selector, request.subject, std::exchange(activationToken, {}));
     }

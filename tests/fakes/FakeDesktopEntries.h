@@ -43,6 +43,8 @@ class FakeDesktopEntries : public freedesktop::DesktopEntries {
         return find([&](const auto &entry) { return entry.id == id; });
     }
 
+    bool hasProgram(const freedesktop::DesktopEntry &) const override { return true; }
+
     std::optional<freedesktop::DesktopEntry> entryAtPath(const std::string &path) const override {
         return find([&](const auto &entry) { return entry.path == path; });
     }

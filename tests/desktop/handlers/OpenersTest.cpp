@@ -78,11 +78,12 @@ class Openers : public testing::TestWithParam<Opener> {
             installBrowser(id);
     }
 
-    void installBrowser(const std::string &id) const {
+    void installBrowser(const std::string &id, const std::string &more = {}) const {
         const auto program = home.root() + "/bin/" + id;
         home.writeProgram(program, "#!/bin/sh\necho \"" + id + " $*\" >>'" + record() + "'\n");
         home.writeDesktopEntry(id, "[Desktop Entry]\nType=Application\nName=" + id + "\nExec=" + program +
-                                       " %U\nMimeType=x-scheme-handler/http;x-scheme-handler/https;\n");
+                                       " %U\nMimeType=x-scheme-handler/http;x-scheme-handler/https;\n" +
+                                       more);
     }
 
     /// What an earlier life of this user may have left behind, all of it in our way.
@@ -180,6 +181,25 @@ TEST_P(Openers, FollowItAgainstContrarySettings) {
     ASSERT_TRUE(setHandler("browser-b"));
     EXPECT_EQ(whoGets("https://example.org/3"), "browser-b");
     EXPECT_EQ(whoGets("http://example.org/4"), "browser-b");
+}
+
+TEST_P(Openers, FollowAssociationsWhereNothingIsSet) {
+    if (GetParam().desktop == "XFCE" && GetParam().command.front() != "gio")
+        GTEST_SKIP() << "Xfce's opener asks which browser to use";
+    // KDE goes by the preference that an entry has of itself, the others by the cache.
+    installBrowser("browser-b", "InitialPreference=9\n");
+    home.write(home.applications() + "/mimeinfo.cache",
+               "[MIME Cache]\nx-scheme-handler/https=browser-b.desktop;browser-a.desktop;" +
+                   std::string(ownID) +
+                   ".desktop;\nx-scheme-handler/http=browser-b.desktop;browser-a.desktop;\n");
+    EXPECT_EQ(handler(), "browser-b");
+    EXPECT_EQ(whoGets("https://example.org/1"), "browser-b");
+    EXPECT_EQ(whoGets("http://example.org/2"), "browser-b");
+    if (GetParam().desktop != "KDE")
+        return;
+    home.write(home.config() + "/kdeglobals", "[General]\nBrowserApplication=browser-a.desktop\n");
+    const auto read = handler();
+    EXPECT_EQ(whoGets("https://example.org/3"), GetParam().command.front() == "gio" ? "browser-b" : read);
 }
 
 TEST_P(Openers, GoWhereTheHandlerIsRead) {

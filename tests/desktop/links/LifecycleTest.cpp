@@ -218,5 +218,25 @@ TEST_F(Lifecycle, KeepsTheDefaultRoleWhereThatIsWanted) {
     EXPECT_NE(defaults().find("https=org.fernhop.Fernhop.desktop"), std::string::npos) << defaults();
 }
 
+// An installation in the user's folder sorts first where no handler is set.
+TEST_F(Lifecycle, LinksThatItGetsByItsInstallationAloneGoWhereTheyWentBefore) {
+    const support::RecordingBrowser first(session.home, "a-first");
+    session.home.writeDesktopEntry("a-first", first.desktopEntry());
+    session.home.write(session.home.config() + "/mimeapps.list", "");
+    session.home.write(session.home.applications() + "/mimeinfo.cache",
+                       "[MIME Cache]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;web.desktop;\n"
+                       "x-scheme-handler/http=org.fernhop.Fernhop.desktop;web.desktop;\n");
+    session.startBus();
+    session.startFernhop();
+    EXPECT_EQ(session.open({"https://example.org/"}), 0);
+    EXPECT_EQ(session.opened(1), std::vector<std::string>{"https://example.org/"});
+    ASSERT_EQ(session.fernhop({"status"}), 0);
+    EXPECT_NE(session.output().find("App Routing:        on"), std::string::npos) << session.output();
+    EXPECT_NE(session.output().find("They go to Fernhop because"), std::string::npos) << session.output();
+    EXPECT_EQ(defaults(), "");
+    ASSERT_EQ(session.fernhop({"routing", "off"}), 0) << session.output();
+    EXPECT_NE(defaults().find("https=web.desktop"), std::string::npos) << defaults();
+}
+
 } // namespace
 } // namespace fernhop::desktoptest

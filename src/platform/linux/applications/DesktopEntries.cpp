@@ -7,6 +7,7 @@
 #include "platform/linux/base/Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
 
 namespace fernhop::freedesktop {
@@ -106,6 +107,12 @@ bool startsOpeningSubcommand(const Words &words, std::size_t at) {
     return verb != words.end() && opensLinksWithVerb(fileNameOf(words[at]), *verb);
 }
 
+int preferenceOf(const std::string &text) {
+    int number = DesktopEntry().initialPreference;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
 } // namespace
 
 namespace {
@@ -124,6 +131,7 @@ std::optional<DesktopEntry> parseApplication(std::string_view contents,
     entry.icon = group->localizedText("Icon", locales);
     entry.workingDirectory = group->text("Path");
     entry.schemes = schemesOf(group->list("MimeType"));
+    entry.initialPreference = preferenceOf(group->text("InitialPreference"));
     entry.noDisplay = group->isTrue("NoDisplay");
     entry.dbusActivatable = group->isTrue("DBusActivatable");
     entry.startupNotify = group->isTrue("StartupNotify");

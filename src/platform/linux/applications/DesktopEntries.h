@@ -20,6 +20,7 @@ struct DesktopEntry {
     std::string icon;
     std::string workingDirectory;     ///< Path=; empty: none
     std::vector<std::string> schemes; ///< of its x-scheme-handler/* MIME types, as written
+    int initialPreference = 1;        ///< InitialPreference=: KDE takes the greatest where nothing is set
     bool noDisplay = false;
     bool dbusActivatable = false;
     bool startupNotify = false;
@@ -63,6 +64,10 @@ class DesktopEntries {
     /// The entry that the desktop would launch for an ID, `NoDisplay` ones included; nothing when it is not
     /// installed, hidden, or its program is missing.
     [[nodiscard]] virtual std::optional<DesktopEntry> entry(const std::string &id) const = 0;
+
+    /// Whether the program that an entry names is there. Most openers pass over an entry whose program is
+    /// not.
+    [[nodiscard]] virtual bool hasProgram(const DesktopEntry &entry) const = 0;
 
     /// The entry in a file; nothing when it cannot be opened as an application.
     [[nodiscard]] virtual std::optional<DesktopEntry> entryAtPath(const std::string &path) const = 0;

@@ -1,6 +1,7 @@
 #include "platform/linux/applications/InstalledDesktopEntries.h"
 
 #include "platform/Utf8.h"
+#include "platform/linux/applications/ExecLine.h"
 #include "platform/linux/applications/PosixFileManager.h"
 #include "platform/linux/base/Files.h"
 
@@ -187,6 +188,11 @@ std::optional<DesktopEntry> InstalledDesktopEntries::read(const std::string &pat
     found->id = id;
     found->path = path;
     return found;
+}
+
+bool InstalledDesktopEntries::hasProgram(const DesktopEntry &entry) const {
+    const auto words = execWords(entry.exec);
+    return words && !words->empty() && isInstalled(words->front().text);
 }
 
 bool InstalledDesktopEntries::isInstalled(const std::string &program) const {

@@ -22,6 +22,7 @@ class InstalledDesktopEntries : public DesktopEntries {
     explicit InstalledDesktopEntries(ApplicationPlaces places);
 
     [[nodiscard]] std::optional<DesktopEntry> entry(const std::string &id) const override;
+    [[nodiscard]] bool hasProgram(const DesktopEntry &entry) const override;
     [[nodiscard]] std::optional<DesktopEntry> entryAtPath(const std::string &path) const override;
     [[nodiscard]] std::vector<DesktopEntry> refused() const override;
     [[nodiscard]] std::vector<DesktopEntry> all() const override;

@@ -15,16 +15,16 @@ constexpr std::string_view https = "https";
 FreedesktopLaunchServices::FreedesktopLaunchServices(XdgSession xdgSession,
                                                      const DesktopEntries &desktopEntries, std::string ownID)
     : session(std::move(xdgSession)), entries(desktopEntries), ownDesktopID(std::move(ownID)),
-      defaults(session, entries), kde(session, entries), xfce(session, entries) {}
+      lookup(session, entries), defaults(session, lookup), kde(session, entries), xfce(session, entries) {}
 
 // Xfce's own entry stands for whatever its settings name, and would lead a link that we send there back to
 // us.
 std::optional<std::string> FreedesktopLaunchServices::defaultApplication(const std::string &scheme) const {
-    const auto setting = defaults.setting(scheme);
-    if (!setting)
+    const auto handler = lookup.handler(scheme, linkOpenerOf(session));
+    if (!handler)
         return std::nullopt;
-    if (!isXfceOpener(setting->id))
-        return setting->id;
+    if (!isXfceOpener(handler->id))
+        return handler->id;
     const auto browser = xfce.setting();
     return browser ? browser->id : std::nullopt;
 }
@@ -50,12 +50,29 @@ bool FreedesktopLaunchServices::setDefaultHandlerForUrlScheme(const std::string 
     const auto entry = entries.entry(bundleID);
     if (!entry)
         return false;
-    bool isDone = defaults.set(scheme, bundleID);
+    // The former browser stands behind us, so that it gets the links when we are removed.
+    bool isDone = defaults.set(scheme, bundleID, bundleID == ownDesktopID ? formerHandler(scheme) : "");
     if (bundleID != ownDesktopID)
         isDone = defaults.replace(scheme, ownDesktopID, bundleID) && isDone;
     if (scheme == https)
         isDone = setDesktopBrowsers(*entry) && isDone;
     return isDone && copyDefaultHandlerForUrlScheme(scheme) == bundleID;
+}
+
+std::string FreedesktopLaunchServices::formerHandler(const std::string &scheme) const {
+    const auto handler = copyDefaultHandlerForUrlScheme(scheme);
+    if (handler && handler != ownDesktopID)
+        return *handler;
+    const auto next = lookup.handler(scheme, linkOpenerOf(session), ownDesktopID);
+    return next ? next->id : "";
+}
+
+std::optional<std::string> FreedesktopLaunchServices::browserBehindAssociation() const {
+    const auto handler = lookup.handler(std::string(https), linkOpenerOf(session));
+    if (!handler || handler->id != ownDesktopID || handler->isSet)
+        return std::nullopt;
+    const auto former = formerHandler(std::string(https));
+    return former.empty() ? std::nullopt : std::optional(former);
 }
 
 // Settings of desktops other than this session's are left alone, unless they still name us when the role goes

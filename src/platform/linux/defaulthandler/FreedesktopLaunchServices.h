@@ -12,9 +12,9 @@
 
 namespace fernhop::freedesktop {
 
-/// The default handlers of a freedesktop session, as its openers (xdg-open, gio open, exo-open, KIO, the
-/// portals) find them. What an opener falls back to where nothing is set counts as no handler. Bundle
-/// identifiers are desktop-file IDs.
+/// The default handlers of a freedesktop session: the applications that its opener (what xdg-open uses)
+/// starts. Where nothing is set, that is the one that is associated with the scheme first. Bundle identifiers
+/// are desktop-file IDs.
 ///
 /// A handler that is not installed is refused: links would go nowhere. A browser setting that a desktop keeps
 /// for both schemes goes with https.
@@ -28,7 +28,13 @@ class FreedesktopLaunchServices : public LaunchServices {
 
     bool setDefaultHandlerForUrlScheme(const std::string &scheme, const std::string &bundleID) override;
 
+    /// The browser that would open https links if Fernhop were not installed, where Fernhop opens them only
+    /// because nothing is set; nothing otherwise.
+    [[nodiscard]] std::optional<std::string> browserBehindAssociation() const;
+
   private:
+    /// The application that opens a scheme's links, or would if Fernhop were not installed; empty: none.
+    [[nodiscard]] std::string formerHandler(const std::string &scheme) const;
     [[nodiscard]] std::optional<std::string> defaultApplication(const std::string &scheme) const;
     [[nodiscard]] bool isXfce() const { return session.isDesktop("xfce"); }
     [[nodiscard]] bool isKde() const { return session.isDesktop("kde"); }
@@ -37,6 +43,7 @@ class FreedesktopLaunchServices : public LaunchServices {
     XdgSession session;
     const DesktopEntries &entries;
     std::string ownDesktopID;
+    MimeLookup lookup;
     MimeDefaults defaults;
     KdeBrowser kde;
     XfceBrowser xfce;

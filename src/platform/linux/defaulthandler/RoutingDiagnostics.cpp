@@ -13,13 +13,14 @@ constexpr const char *refusalText =
     "its Exec line would let a shell or another interpreter run what stands in a link.";
 
 struct Diagnosis {
-    using Setting = std::optional<MimeDefaults::Setting>;
+    using Handler = std::optional<MimeLookup::Handler>;
 
     const XdgSession &session;
     const DesktopEntries &entries;
     const std::string &ownID;
     const std::optional<std::string> &browser;
-    MimeDefaults defaults{session, entries};
+    MimeLookup lookup{session, entries};
+    MimeDefaults defaults{session, lookup};
     KdeBrowser kde{session, entries};
     XfceBrowser xfce{session, entries};
     std::vector<std::string> problems = {};
@@ -37,16 +38,21 @@ struct Diagnosis {
         return std::move(problems);
     }
 
-    bool isOurs(const Setting &setting) const {
-        if (!setting)
+    /// What the session's opener starts for a scheme.
+    Handler handlerOf(const std::string &scheme) const {
+        return lookup.handler(scheme, linkOpenerOf(session));
+    }
+
+    bool isOurs(const Handler &handler) const {
+        if (!handler)
             return false;
-        const auto preferred = isXfceOpener(setting->id) ? xfce.setting() : std::nullopt;
-        return setting->id == ownID || (preferred && preferred->id == ownID);
+        const auto preferred = isXfceOpener(handler->id) ? xfce.setting() : std::nullopt;
+        return handler->id == ownID || (preferred && preferred->id == ownID);
     }
 
     bool isRoutingMeant() const {
         const auto preferred = xfce.setting();
-        return isOurs(defaults.setting("http")) || isOurs(defaults.setting("https")) ||
+        return isOurs(handlerOf("http")) || isOurs(handlerOf("https")) ||
                defaults.userListNames("https", ownID) ||
                (session.isDesktop("xfce") && preferred && preferred->id == ownID);
     }
@@ -68,25 +74,34 @@ struct Diagnosis {
 
     void findInFiles() {
         for (const auto &path : defaults.decisiveUserLists()) {
-            if (defaults.isRejected(path))
+            if (lookup.isRejected(path))
                 problems.push_back(path + " is damaged, so desktops ignore all of it.");
             if (!canReplaceConfigurationFile(path))
                 problems.push_back(path + " cannot be written, so the default browser cannot be changed.");
         }
     }
 
-    static std::string describe(const std::string &scheme, const Setting &setting) {
-        if (!setting)
-            return "No handler is set for " + scheme + " links.";
-        return scheme + " links go to " + setting->id + ", as " + setting->path + " says.";
+    void findInDefaults() {
+        for (const std::string scheme : {"https", "http"}) {
+            const auto handler = handlerOf(scheme);
+            if (!handler)
+                problems.push_back("No handler is set for " + scheme + " links.");
+            else if (!isOurs(handler))
+                problems.push_back(scheme + " links go to " + handler->id + ", as " + handler->path +
+                                   " says.");
+            else
+                findInAssociation(scheme, *handler);
+        }
     }
 
-    void findInDefaults() {
-        for (const auto *scheme : {"https", "http"}) {
-            const auto setting = defaults.setting(scheme);
-            if (!isOurs(setting))
-                problems.push_back(describe(scheme, setting));
-        }
+    void findInAssociation(const std::string &scheme, const MimeLookup::Handler &handler) {
+        if (!handler.isSet)
+            problems.push_back("No handler is set for " + scheme + " links. They go to Fernhop because " +
+                               handler.path + " names it first.");
+        const auto inGio = lookup.handler(scheme, LinkOpener::gio);
+        if (!isOurs(inGio))
+            problems.push_back("GTK applications and portals open " + scheme + " links " +
+                               (inGio ? "in " + inGio->id + ", as " + inGio->path + " says." : "nowhere."));
     }
 
     void findInXfce() {

@@ -31,12 +31,18 @@ INSTANTIATE_TEST_SUITE_P(Handlers, EveryDesktop,
                          testing::Values("GNOME", "ubuntu:GNOME", "KDE", "XFCE", "LXQt", "MATE", "X-Cinnamon",
                                          "X-Generic", "sway", ""));
 
-TEST_P(EveryDesktop, HasNoHandlerWhereNoneIsSet) {
+TEST_P(EveryDesktop, HasNoHandlerWhereNothingIsSetAndNothingDeclaresLinks) {
+    session.declareNothing();
+    EXPECT_EQ(handler(session, desktop), std::nullopt);
+}
+
+TEST_P(EveryDesktop, FollowsAssociationsWhereNoneIsSet) {
     session.home.write(session.home.systemData() + "/applications/mimeinfo.cache",
                        "[MIME Cache]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;\n");
     session.writeConfig("mimeapps.list",
                         "[Added Associations]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;\n");
-    EXPECT_EQ(handler(session, desktop), std::nullopt);
+    const bool asks = desktop == "XFCE"; // its opener, which browser to use
+    EXPECT_EQ(handler(session, desktop), asks ? std::nullopt : std::optional<std::string>(ownID));
 }
 
 TEST_P(EveryDesktop, TakesUsAndGivesBack) {
@@ -80,6 +86,7 @@ TEST_P(EveryDesktop, SeesWhatOthersChanged) {
 }
 
 TEST_P(EveryDesktop, LeavesOtherTypesAlone) {
+    session.declareNothing();
     session.writeConfig(
         "mimeapps.list",
         "[Default Applications]\ntext/html=firefox.desktop\nx-scheme-handler/mailto=m.desktop\n");
@@ -140,11 +147,41 @@ TEST_F(Handlers, AreTheFirstInstalledOnes) {
     session.writeConfig("mimeapps.list",
                         "[Default Applications]\n"
                         "x-scheme-handler/https=gone.desktop;firefox.desktop;chromium.desktop;\n");
-    EXPECT_EQ(handler(session, "sway"), "firefox");
+    EXPECT_EQ(handler(session, "GNOME"), "firefox");
     session.entries.uninstall("firefox");
-    EXPECT_EQ(handler(session, "sway"), "chromium");
+    EXPECT_EQ(handler(session, "GNOME"), "chromium");
     session.entries.uninstall("chromium");
+    EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
+}
+
+TEST_F(Handlers, AreOnlyTheFirstOnesWithoutADesktop) {
+    session.declareNothing();
+    session.writeConfig("mimeapps.list", "[Default Applications]\n"
+                                         "x-scheme-handler/https=gone.desktop;firefox.desktop;\n");
     EXPECT_EQ(handler(session, "sway"), std::nullopt);
+    session.writeConfig("mimeapps.list", "[Default Applications]\n"
+                                         "x-scheme-handler/https=chromium.desktop;firefox.desktop;\n");
+    EXPECT_EQ(handler(session, "sway"), "chromium");
+}
+
+TEST_F(Handlers, StandBehindUs) {
+    ASSERT_TRUE(setBoth(session, "GNOME", "chromium"));
+    ASSERT_TRUE(setBoth(session, "GNOME", ownID));
+    EXPECT_EQ(session.readConfig("mimeapps.list"),
+              "[Default Applications]\n"
+              "x-scheme-handler/http=org.fernhop.Fernhop.desktop;chromium.desktop;\n"
+              "x-scheme-handler/https=org.fernhop.Fernhop.desktop;chromium.desktop;\n");
+    session.entries.uninstall(ownID);
+    EXPECT_EQ(handler(session, "GNOME"), "chromium");
+}
+
+TEST_F(Handlers, BehindAnAssociationAreThoseThatWouldFollow) {
+    session.home.write(session.home.data() + "/applications/mimeinfo.cache",
+                       "[MIME Cache]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;firefox.desktop;\n");
+    EXPECT_EQ(session.services("GNOME").browserBehindAssociation(), "firefox");
+    EXPECT_EQ(session.services("sway").browserBehindAssociation(), "firefox");
+    ASSERT_TRUE(setBoth(session, "GNOME", ownID));
+    EXPECT_EQ(session.services("GNOME").browserBehindAssociation(), std::nullopt);
 }
 
 TEST_F(Handlers, SurviveHostileLists) {
@@ -168,6 +205,7 @@ TEST_F(Handlers, MendADamagedList) {
 }
 
 TEST_F(Handlers, AreNoLongerRemoved) {
+    session.declareNothing();
     session.writeConfig(
         "mimeapps.list",
         "[Removed Associations]\nx-scheme-handler/https=a.desktop;org.fernhop.Fernhop.desktop;\n"
@@ -203,6 +241,7 @@ TEST_F(Handlers, OfOtherDesktopsStayUnlessTheyNameUs) {
 class InKde : public Handlers {};
 
 TEST_F(InKde, BrowserApplicationCountsWhereNoDefaultIsSet) {
+    session.declareNothing();
     session.writeConfig("kdeglobals", "[General]\nBrowserApplication=firefox.desktop\n");
     EXPECT_EQ(handler(session, "KDE"), "firefox");
     EXPECT_EQ(handler(session, "GNOME"), std::nullopt);
@@ -211,6 +250,7 @@ TEST_F(InKde, BrowserApplicationCountsWhereNoDefaultIsSet) {
 }
 
 TEST_F(InKde, BrowserApplicationMayBeACommandOrGone) {
+    session.declareNothing();
     for (const auto *value : {"!firefox --new-window", "gone.desktop", ""}) {
         session.writeConfig("kdeglobals", std::string("[General]\nBrowserApplication=") + value + '\n');
         EXPECT_EQ(handler(session, "KDE"), std::nullopt);
@@ -235,6 +275,7 @@ TEST_F(InKde, BrowserApplicationFollowsWhereItIsSet) {
 }
 
 TEST_F(InKde, ADeletedBrowserApplicationIsNone) {
+    session.declareNothing();
     session.home.write(session.admin("kdeglobals"), "[General]\nBrowserApplication=firefox.desktop\n");
     EXPECT_EQ(handler(session, "KDE"), "firefox");
     session.writeConfig("kdeglobals", "[General]\nBrowserApplication[$d]\n");
@@ -242,6 +283,7 @@ TEST_F(InKde, ADeletedBrowserApplicationIsNone) {
 }
 
 TEST_F(InKde, ALockedBrowserApplicationDoesNotKeepTheDefault) {
+    session.declareNothing();
     session.home.write(session.admin("kdeglobals"), "[General]\nBrowserApplication[$i]=firefox.desktop\n");
     session.writeConfig("kdeglobals", "[General]\nBrowserApplication=chromium.desktop\n");
     EXPECT_EQ(handler(session, "KDE"), "firefox");

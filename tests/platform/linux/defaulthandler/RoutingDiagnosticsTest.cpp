@@ -107,10 +107,34 @@ TEST_F(RoutingDiagnosticsTest, NamesKdesBrowserApplication) {
     EXPECT_TRUE(isOnly(session.problems("KDE"), "The administrator has locked it"));
 }
 
+TEST_F(RoutingDiagnosticsTest, SaysWhyLinksComeWhereNothingIsSet) {
+    session.home.write(session.home.data() + "/applications/mimeinfo.cache",
+                       "[MIME Cache]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;\n"
+                       "x-scheme-handler/http=org.fernhop.Fernhop.desktop;\n");
+    const auto problems = session.problems("GNOME");
+    ASSERT_EQ(problems.size(), 2U);
+    EXPECT_NE(problems[0].find("No handler is set for https links. They go to Fernhop because"),
+              std::string::npos);
+    EXPECT_NE(problems[0].find("mimeinfo.cache names it first"), std::string::npos);
+}
+
+// xdg-open takes only the first of a list in a session without a desktop.
+TEST_F(RoutingDiagnosticsTest, NamesOtherOpenersThatGoElsewhere) {
+    session.writeConfig("mimeapps.list",
+                        "[Default Applications]\nx-scheme-handler/https=gone.desktop;firefox.desktop;\n"
+                        "x-scheme-handler/http=org.fernhop.Fernhop.desktop\n");
+    session.home.write(session.home.data() + "/applications/mimeinfo.cache",
+                       "[MIME Cache]\nx-scheme-handler/https=org.fernhop.Fernhop.desktop;\n");
+    const auto problems = session.problems("sway");
+    ASSERT_EQ(problems.size(), 2U);
+    EXPECT_NE(problems[1].find("GTK applications and portals open https links in firefox, as"),
+              std::string::npos);
+}
+
 TEST_F(RoutingDiagnosticsTest, NamesTheBrowserVariable) {
-    EXPECT_TRUE(isOnly(session.problems("sway", "firefox"), "BROWSER is firefox"));
-    EXPECT_TRUE(session.problems("sway", "").empty());
-    EXPECT_TRUE(session.problems("sway", "/usr/bin/fernhop-open").empty());
+    EXPECT_TRUE(isOnly(session.problems("GNOME", "firefox"), "BROWSER is firefox"));
+    EXPECT_TRUE(session.problems("GNOME", "").empty());
+    EXPECT_TRUE(session.problems("GNOME", "/usr/bin/fernhop-open").empty());
 }
 
 } // namespace

@@ -23,6 +23,12 @@ class Session {
     support::TemporaryHome home;
     fakes::FakeDesktopEntries entries;
 
+    /// From now on no application declares that it opens links, so that only settings count.
+    void declareNothing() {
+        for (auto &entry : entries.installed)
+            entry.schemes.clear();
+    }
+
     [[nodiscard]] XdgSession places(const std::string &desktop) const {
         const support::ScopedEnvironment environment(home.environment() +
                                                      support::Environment{{"XDG_CURRENT_DESKTOP", desktop}});

@@ -213,6 +213,7 @@ class ListedEntries : public DesktopEntries {
     }
     [[nodiscard]] std::vector<DesktopEntry> refused() const override { return {}; }
     [[nodiscard]] std::vector<DesktopEntry> all() const override { return {}; }
+    [[nodiscard]] bool hasProgram(const DesktopEntry &) const override { return true; }
     [[nodiscard]] std::size_t fingerprint() const override { return 0; }
 
     std::map<std::string, std::string> icons; ///< by the path of the entry
