@@ -8,6 +8,7 @@
 #include "main/LinuxSessionReport.h"
 #include "main/NoScreen.h"
 #include "platform/linux/base/Bus.h"
+#include "platform/linux/base/CallLimit.h"
 #include "platform/linux/dialogs-qt/DialogsProgram.h"
 #include "platform/linux/service/LinkService.h"
 #include "platform/linux/service/Upgrade.h"
@@ -18,7 +19,9 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
+#include <string_view>
 #include <utility>
 
 namespace fernhop::freedesktop {
@@ -34,6 +37,13 @@ constexpr std::chrono::milliseconds hostPatience{4000};
 
 // A dialog that is not brought to the front by then hangs.
 constexpr std::chrono::milliseconds dialogPatience{5000};
+
+// Panels have a few dozen calls in progress when a menu opens.
+constexpr std::size_t mostCalls = 128;
+
+bool bringsNoLinks(std::string_view method) {
+    return method != "Open" && method != "OpenLinks";
+}
 
 std::string dialogsProgram() {
     return installedFile("lib/fernhop/fernhop-dialogs");
@@ -187,6 +197,7 @@ int runResident(const Environment &environment) {
     // The main loop brings the calls, so none reaches the service before the controller exists.
     std::optional<Resident> resident;
     std::optional<Upgrade> upgrade;
+    const CallLimit limit(bus, mostCalls, bringsNoLinks);
     LinkService service(
         bus, desktop.links,
         {[&](const auto &arguments, const auto &input) { return resident->perform(arguments, input); },

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
@@ -154,6 +155,40 @@ TEST_P(HungPeers, DoNotHoldUpLinksLater) {
     ASSERT_EQ(session.open({"https://0/"}), 0) << session.output();
     peer->stop();
     expectService();
+}
+
+/// The physical memory of a process, in KiB.
+long memoryOf(pid_t process) {
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.rfind("VmRSS:", 0) == 0)
+            return std::stol(line.substr(6));
+    return 0;
+}
+
+TEST(HungClient, FloodsInVain) {
+    LinkSession session;
+    session.startBus();
+    session.startFernhop();
+    const long before = memoryOf(session.resident->pid());
+    const StoppedClient client(session.bus->address(), "");
+    constexpr int calls = 2'000;
+    client.flood(calls, "/MenuBar", "com.canonical.dbusmenu", "GetLayout", "iias", 0, -1, 0);
+    client.flood(calls, "/MenuBar", "com.canonical.dbusmenu", "AboutToShow", "i", 0);
+    client.flood(calls, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll", "s",
+                 "org.kde.StatusNotifierItem");
+    client.flood(calls, "/org/fernhop/Fernhop", "org.fernhop.Fernhop", "Perform", "asaya{sv}", 1, "status", 0,
+                 0);
+    const std::string large(std::size_t{1} << 20, 'x');
+    client.flood(20, "/MenuBar", "com.canonical.dbusmenu", "Event", "isvu", 0, "opened", "s", large.c_str(),
+                 0);
+    EXPECT_EQ(session.open({"https://1/"}), 0) << session.output();
+    EXPECT_EQ(session.fernhop({"status"}), 0) << session.output();
+    client.waitUntilHandled();
+    const long most = before + 16L * 1024;
+    EXPECT_TRUE(FERNHOP_SANITIZED ||
+                support::waitUntil([&] { return memoryOf(session.resident->pid()) < most; }))
+        << before << " KiB, then " << memoryOf(session.resident->pid());
 }
 
 TEST(HungSettingsWriter, FailsCommandsAndHoldsUpNoLink) {

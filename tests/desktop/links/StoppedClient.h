@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <systemd/sd-bus.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -24,7 +25,34 @@ class StoppedClient {
         }
     }
 
-    [[nodiscard]] sd_bus *connection() const { return bus.get(); }
+    /// Sends calls to Fernhop, whose answers it will not read. `types` are those of the arguments, as sd-bus
+    /// writes them.
+    template <typename... Arguments>
+    void flood(int calls, const char *path, const char *interface, const char *method, const char *types,
+               Arguments... arguments) const {
+        for (int call = 0; call < calls; ++call) {
+            sd_bus_message *message = nullptr;
+            ASSERT_GE(sd_bus_message_new_method_call(bus.get(), &message, "org.fernhop.Fernhop", path,
+                                                     interface, method),
+                      0);
+            ASSERT_GE(sd_bus_message_append(message, types, arguments...), 0);
+            std::uint64_t cookie = 0; // who asks for it is sent an answer
+            ASSERT_GE(sd_bus_send(bus.get(), message, &cookie), 0);
+            sd_bus_message_unref(message);
+        }
+        ASSERT_GE(sd_bus_flush(bus.get()), 0);
+    }
+
+    /// Goes on, until Fernhop has handled every call.
+    void waitUntilHandled() const {
+        int result = 0;
+        do
+            result = sd_bus_call_method(bus.get(), "org.fernhop.Fernhop", "/MenuBar",
+                                        "org.freedesktop.DBus.Properties", "Get", nullptr, nullptr, "ss",
+                                        "com.canonical.dbusmenu", "Version");
+        while (result == -ENOBUFS);
+        EXPECT_GE(result, 0);
+    }
 
   private:
     struct Close {

@@ -54,6 +54,7 @@ void NotifierItem::setImage(ui::ImageReference newImage, bool withRim) {
     const bool isNew = !ui::sameImage(image, newImage) || hasRim != withRim;
     hasRim = withRim;
     image = std::move(newImage);
+    pixmaps.reset();
     if (isNew)
         object.emit("NewIcon");
 }
@@ -97,13 +98,17 @@ GVariant *NotifierItem::toolTipProperty() const {
     return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), shownText(toolTip).c_str(), "");
 }
 
+// Kept, as hosts read all properties whenever one has changed.
 GVariant *NotifierItem::iconProperty() const {
-    GVariantBuilder pixmaps;
-    g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
+    if (pixmaps)
+        return g_variant_ref(pixmaps.get());
+    GVariantBuilder drawn;
+    g_variant_builder_init(&drawn, G_VARIANT_TYPE("a(iiay)"));
     for (const int side : iconSides)
         if (const auto pixels = iconPixels(image, hasRim, side); !pixels.empty())
-            g_variant_builder_add_value(&pixmaps, pixmap(pixels, side));
-    return g_variant_builder_end(&pixmaps);
+            g_variant_builder_add_value(&drawn, pixmap(pixels, side));
+    pixmaps.reset(g_variant_ref_sink(g_variant_builder_end(&drawn)));
+    return g_variant_ref(pixmaps.get());
 }
 
 } // namespace fernhop::freedesktop

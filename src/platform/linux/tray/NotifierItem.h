@@ -36,6 +36,7 @@ class NotifierItem {
     std::function<void(const std::string &token)> takeToken;
     ui::ImageReference image;
     bool hasRim = false;
+    mutable GVariantPointer pixmaps; ///< of the image, in all sizes; null: not drawn yet
     std::string toolTip;
     std::string title;
     const BusObject object;
