@@ -310,6 +310,17 @@ TEST_F(Telling, TheSystemsLogHasWhatTheStubSays) {
     EXPECT_EQ(session.run(log.command(many)), 1);
 }
 
+TEST_F(Telling, WithAResidentTheCommandSaysWhatWasNotOpened) {
+    session.startBus();
+    session.startFernhop();
+    EXPECT_EQ(session.fernhop({"open", "https://fails/", "https://opens/", "no URL"}), 1);
+    EXPECT_NE(session.output().find("fernhop: \"no URL\" is not a URL.\n"), std::string::npos)
+        << session.output();
+    EXPECT_NE(session.output().find(failure("https://fails/")), std::string::npos) << session.output();
+    EXPECT_EQ(session.output().find("https://opens/\" was"), std::string::npos) << session.output();
+    EXPECT_EQ(session.opened(1), Links{"https://opens/"});
+}
+
 TEST_F(Telling, InPlaceOfTheStubTheStatusSaysWhetherAnyLinkIsInSafeHands) {
     const auto open = [&](const Links &links) {
         std::vector<std::string> words{"--without-bus", "--"};
