@@ -66,9 +66,18 @@ void matchOnly(benchmark::State &state) {
         benchmark::DoNotOptimize(anyMatches(list));
 }
 
+void matchOnlyBeyondAscii(benchmark::State &state) {
+    std::vector<URLRule> list = rules(static_cast<int>(state.range(0)));
+    for (URLRule &rule : list)
+        rule.pattern.replace(rule.pattern.find('.'), 1, "\u00fc.");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(anyMatches(list));
+}
+
 BENCHMARK(visitAndMatch)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)->Complexity(benchmark::oN);
 BENCHMARK(decodeOnly)->Arg(10)->Arg(10000);
 BENCHMARK(matchOnly)->Arg(10)->Arg(10000);
+BENCHMARK(matchOnlyBeyondAscii)->Arg(10)->Arg(10000);
 
 } // namespace
 

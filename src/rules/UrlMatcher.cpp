@@ -35,9 +35,12 @@ bool UrlMatcher::matches(std::string_view pattern) const {
 }
 
 bool UrlMatcher::matchesAsUnicode(std::string_view pattern) const {
-    const std::string lowercased = text::lowercased(pattern);
-    if (text::firstOccurrence(lowercased, "*", 0))
-        return unicodeWildcardMatches(text, lowercased);
+    // Most rules have no "*" at all, which their bytes tell.
+    if (pattern.find('*') != std::string_view::npos) {
+        const std::string lowercased = text::lowercased(pattern);
+        if (text::firstOccurrence(lowercased, "*", 0))
+            return unicodeWildcardMatches(text, lowercased);
+    }
     return containsInLocale(pattern);
 }
 

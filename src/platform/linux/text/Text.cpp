@@ -37,14 +37,10 @@ std::optional<Occurrence> firstPlace(std::string_view text, std::string_view pie
                                            : std::optional(Occurrence{start, start + piece.size()});
 }
 
-/// ASCII text without letter case among ASCII: in Turkic languages the partner of "I" is no ASCII letter, so
-/// that it equals only itself.
-std::string foldedAscii(std::string_view text, CaseRules rules) {
-    std::string result(text);
-    for (char &character : result)
-        if (rules != CaseRules::turkic || character != 'I')
-            character = ascii::lowercased(character);
-    return result;
+/// Whether the form of a text without letter case is its ASCII letters in lower case: in Turkic languages the
+/// partner of "I" is no ASCII letter.
+bool hasAsciiForm(std::string_view text, CaseRules rules) {
+    return ascii::isAscii(text) && (rules != CaseRules::turkic || text.find('I') == std::string_view::npos);
 }
 
 bool isWhitespaceOrNewline(char32_t character) {
@@ -89,17 +85,20 @@ std::optional<Occurrence> firstOccurrence(std::string_view text, std::string_vie
 bool endsWith(std::string_view text, std::string_view piece) {
     if (areAscii(text, piece))
         return text.ends_with(piece);
+    if (ascii::isAscii(text))
+        return text.ends_with(ComparisonForm::plain(piece).bytes());
     return ComparisonForm::plain(text).endsWith(ComparisonForm::plain(piece));
 }
 
 bool localizedCaseInsensitiveContains(std::string_view text, std::string_view pattern, const Locale &locale) {
     const CaseRules rules = caseRules(locale);
-    if (!areAscii(text, pattern))
+    if (!hasAsciiForm(text, rules))
         return ComparisonForm::caseless(text, rules)
             .find(ComparisonForm::caseless(pattern, rules), 0)
             .has_value();
-    return !pattern.empty() &&
-           foldedAscii(text, rules).find(foldedAscii(pattern, rules)) != std::string::npos;
+    const std::string piece = hasAsciiForm(pattern, rules) ? ascii::lowercased(pattern)
+                                                           : ComparisonForm::caseless(pattern, rules).bytes();
+    return firstPlace(ascii::lowercased(text), piece, 0).has_value();
 }
 
 bool caseInsensitiveEqual(std::string_view left, std::string_view right) {
