@@ -17,7 +17,7 @@ struct Open {
 };
 struct Explain {
     std::string url;
-    std::optional<std::string> source; ///< nothing: the current source application
+    std::optional<std::string> source; ///< as typed; nothing: the current source application
     bool json = false;
 };
 struct Match {

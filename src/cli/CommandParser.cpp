@@ -113,9 +113,9 @@ void Grammar::addLinkCommands() {
                               explain
                                   .add_option(
                                       "--source", record.source,
-                                      "Identifier of the application that the link comes from; default: the "
-                                      "current source application")
-                                  ->type_name("ID");
+                                      "Application that the link comes from: its identifier, or its name if "
+                                      "only one has it; default: the current source application")
+                                  ->type_name("APP");
                               explain.add_flag("--json", record.json, jsonHelp);
                               addText(explain, "URL", record.url, "Link to explain");
                           });

@@ -1,3 +1,4 @@
+#include "catalog/OwnBundleID.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/LinkArgument.h"
@@ -5,6 +6,8 @@
 #include "cli/PatternTest.h"
 #include "cli/PlainText.h"
 #include "cli/Results.h"
+#include "platform/Ascii.h"
+#include "platform/UrlEncoding.h"
 
 #include <string>
 
@@ -16,11 +19,57 @@ std::string stepText(const PassedOver &passed, const Context &context) {
     return describe(passed, context.session.refusal(passed.bundleID));
 }
 
-Json explanationDocument(const RoutingDecision &decision, const Context &context) {
+/// What the system does with a link now, before any rule.
+struct SystemHandling {
+    SystemHandling(const Url &url, const Context &context)
+        : scheme(ascii::lowercased(urlComponents(url.absoluteString()).scheme)),
+          isWebLink(scheme == "http" || scheme == "https"), defaultBrowser(context.defaultHandlers.read()) {
+        if (isWebLink)
+            handler = context.launchServices.copyDefaultHandlerForUrlScheme(scheme);
+        isFernhop = handler == ownBundleID(context.bundles);
+    }
+
+    std::string scheme;
+    bool isWebLink;
+    DefaultHandlerControl::Reading defaultBrowser;
+    std::optional<std::string> handler; ///< of the link's scheme; nothing unless it is a web link
+    bool isFernhop;                     ///< the handler is
+};
+
+/// Where the link goes when it does not reach Fernhop; empty when it does.
+std::string handlingText(const SystemHandling &system, const Context &context) {
+    if (!system.isWebLink)
+        return "The system sends only http and https links to Fernhop.\nIf it sent this one:\n";
+    if (system.isFernhop)
+        return "";
+    const std::string handling =
+        system.handler ? "opens the link in " + plain(describeApplication(*system.handler, context))
+                       : "has no handler for the link";
+    if (!system.defaultBrowser.routingEnabled)
+        return "App Routing is off: the system " + handling + ".\nIf App Routing were on:\n";
+    return "Fernhop is not the handler of " + system.scheme + ": the system " + handling + ".\nIf it were:\n";
+}
+
+/// What turning App Routing on changes in the decision: the default browser becomes the fallback. Empty when
+/// it changes nothing.
+std::string turningOnText(const SystemHandling &system, const RoutingDecision &decision,
+                          const Context &context) {
+    const auto &[handler, routingEnabled, effectiveDefault] = system.defaultBrowser;
+    const bool isRuled =
+        decision.because == RoutingReason::urlRule || decision.because == RoutingReason::appRule;
+    if (routingEnabled || isRuled || !handler || handler == decision.fallback)
+        return "";
+    return "Turning App Routing on makes " + plain(describeApplication(*handler, context)) +
+           " the fallback.\n";
+}
+
+Json explanationDocument(const RoutingDecision &decision, const SystemHandling &system,
+                         const Context &context) {
     Json steps = Json::array();
     for (const auto &passed : decision.passedOver)
         steps.push_back(stepText(passed, context));
-    return {{"url", decision.url.absoluteString()},  {"source", toJson(decision.source)},
+    return {{"url", decision.url.absoluteString()},  {"routing", system.defaultBrowser.routingEnabled},
+            {"handler", toJson(system.handler)},     {"source", toJson(decision.source)},
             {"urlRule", toJson(decision.urlRule)},   {"appRule", toJson(decision.appRule)},
             {"fallback", toJson(decision.fallback)}, {"target", toJson(decision.target)},
             {"because", nameOf(decision.because)},   {"steps", std::move(steps)}};
@@ -71,10 +120,20 @@ CommandResult carryOut(const command::Explain &explain, const Call &call) {
     const auto url = linkArgument(explain.url);
     if (!url)
         return misused(whyNoLink(explain.url));
-    const auto source = explain.source ? explain.source : call.context.session.source();
-    const auto decision = call.context.controller.decide(*url, source);
-    return done(explain.json ? documentText(explanationDocument(decision, call.context))
-                             : explanationText(decision, call.context));
+    const Context &context = call.context;
+    auto source = context.session.source();
+    if (explain.source) {
+        const auto app = lookUpApplication(*explain.source, context);
+        if (const auto *failure = std::get_if<CommandResult>(&app))
+            return *failure;
+        source = std::get<std::string>(app);
+    }
+    const auto decision = context.controller.decide(*url, source);
+    const SystemHandling system(*url, context);
+    if (explain.json)
+        return done(documentText(explanationDocument(decision, system, context)));
+    return done(handlingText(system, context) + explanationText(decision, context) +
+                turningOnText(system, decision, context));
 }
 
 CommandResult carryOut(const command::Open &open, const Call &call) {

@@ -9,10 +9,13 @@ class LinkCommands : public EachSide {};
 INSTANTIATE_TEST_SUITE_P(, LinkCommands, testing::Bool(), sideName);
 
 TEST_P(LinkCommands, ExplainNamesTheURLRule) {
+    setDefaultBrowser(own);
     preferences().setURLRules({{"1", "nothing.example", alpha}, {"2", "docs.example", beta}});
     EXPECT_EQ(
         runJson({"explain", "--json", "https://docs.example/a%20b"}),
         (json{{"url", "https://docs.example/a%20b"},
+              {"routing", true},
+              {"handler", own},
               {"source", nullptr},
               {"urlRule", {{"id", "2"}, {"pattern", "docs.example"}, {"browserBundleID", beta}}},
               {"appRule", nullptr},
@@ -36,8 +39,74 @@ TEST_P(LinkCommands, ExplainUsesTheCurrentSource) {
     preferences().setBrowser(beta, editor);
     report.sourceBundleID = editor;
     EXPECT_EQ(runJson({"explain", "--json", "https://docs.example/"})["because"], "appRule");
-    EXPECT_EQ(runJson({"explain", "--json", "--source", "org.other", "https://docs.example/"})["because"],
+    EXPECT_EQ(runJson({"explain", "--json", "--source", alpha, "https://docs.example/"})["because"],
               "firstBrowser");
+}
+
+TEST_P(LinkCommands, ExplainTakesTheNameOfASourceAndRefusesAnUnknownOne) {
+    preferences().setBrowser(beta, editor);
+    const auto told = runJson({"explain", "--json", "--source", "Editor", "https://docs.example/"});
+    EXPECT_EQ(told["source"], editor);
+    EXPECT_EQ(told["because"], "appRule");
+    for (const std::string unknown : {"org.other", "", "editor", own.c_str()}) {
+        const auto refused = run({"explain", "--source=" + unknown, "https://docs.example/"});
+        EXPECT_EQ(refused, run({"app-rules", "set", unknown, alpha})) << unknown;
+        EXPECT_EQ(refused.status, 1) << unknown;
+    }
+}
+
+TEST_P(LinkCommands, ExplainNamesTheDefaultBrowserWhileRoutingIsOff) {
+    preferences().setURLRules({{"1", "docs.example", beta}});
+    setDefaultBrowser(alpha);
+    const auto told = runJson({"explain", "--json", "https://docs.example/"});
+    EXPECT_EQ(told["routing"], false);
+    EXPECT_EQ(told["handler"], alpha);
+    EXPECT_EQ(told["target"]["bundleID"], beta);
+    EXPECT_EQ(told["because"], "urlRule");
+    const auto text = run({"explain", "https://docs.example/"});
+    EXPECT_EQ(text.status, 0);
+    EXPECT_TRUE(text.output.starts_with("App Routing is off: the system opens the link in Alpha Browser "
+                                        "(org.example.Alpha).\nIf App Routing were on:\n"))
+        << text.output;
+}
+
+TEST_P(LinkCommands, ExplainSaysNothingOfTheSystemWhileLinksReachFernhop) {
+    setDefaultBrowser(own);
+    EXPECT_TRUE(run({"explain", "https://docs.example/"}).output.starts_with("Link:"));
+}
+
+TEST_P(LinkCommands, ExplainSaysThatTheDefaultBrowserWouldBecomeTheFallback) {
+    const std::string sentence =
+        "Turning App Routing on makes Beta Browser (org.example.Beta) the fallback.\n";
+    setDefaultBrowser(beta);
+    EXPECT_TRUE(run({"explain", "https://docs.example/"}).output.ends_with(sentence));
+    defaults.stored["routingFallbackBrowserID"] = {beta};
+    EXPECT_EQ(run({"explain", "https://docs.example/"}).output.find(sentence), std::string::npos);
+    defaults.stored["routingFallbackBrowserID"] = {alpha};
+    EXPECT_TRUE(run({"explain", "https://docs.example/"}).output.ends_with(sentence));
+    setDefaultBrowser(own);
+    EXPECT_EQ(run({"explain", "https://docs.example/"}).output.find("Turning"), std::string::npos);
+}
+
+TEST_P(LinkCommands, ExplainTakesTheHandlerOfTheLinksOwnScheme) {
+    launchServices.handlers = {{"http", alpha}, {"https", own}};
+    const auto told = runJson({"explain", "--json", "HTTP://docs.example/"});
+    EXPECT_EQ(told["routing"], true);
+    EXPECT_EQ(told["handler"], alpha);
+    EXPECT_TRUE(run({"explain", "HTTP://docs.example/"})
+                    .output.starts_with("Fernhop is not the handler of http: the system opens the link in "
+                                        "Alpha Browser (org.example.Alpha).\nIf it were:\n"));
+    EXPECT_TRUE(run({"explain", "https://docs.example/"}).output.starts_with("Link:"));
+    EXPECT_EQ(runJson({"explain", "--json", "mailto:ada@docs.example"})["handler"], nullptr);
+    EXPECT_TRUE(run({"explain", "mailto:ada@docs.example"})
+                    .output.starts_with("The system sends only http and https links to Fernhop.\n"));
+}
+
+TEST_P(LinkCommands, ExplainSaysWhenNoHandlerIsSet) {
+    EXPECT_EQ(runJson({"explain", "--json", "https://docs.example/"})["handler"], nullptr);
+    EXPECT_TRUE(run({"explain", "https://docs.example/"})
+                    .output.starts_with("App Routing is off: the system has no handler for the link.\n"
+                                        "If App Routing were on:\n"));
 }
 
 TEST_P(LinkCommands, ExplainNamesTheFallback) {
@@ -88,10 +157,12 @@ TEST_P(LinkCommands, ExplainOpensNothing) {
 }
 
 TEST_P(LinkCommands, ExplainRefusesTextThatIsNotAURL) {
-    const auto told = run({"explain", ""});
-    EXPECT_EQ(told.status, 2);
-    EXPECT_EQ(told.output, "");
-    EXPECT_NE(told.errors, "");
+    for (const char *text : {"", "notaurl", "docs.example", "/etc/hosts", "https://[x"}) {
+        const auto told = run({"explain", text});
+        EXPECT_EQ(told.status, 2) << text;
+        EXPECT_EQ(told.output, "");
+        EXPECT_NE(told.errors, "");
+    }
 }
 
 TEST_P(LinkCommands, MatchAnswersForEachURL) {

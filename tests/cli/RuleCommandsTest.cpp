@@ -132,23 +132,28 @@ TEST_P(RuleCommands, RemoveRemovesAnAppRule) {
 
 TEST_P(RuleCommands, ChoosingABrowserTurnsRoutingOn) {
     setDefaultBrowser(alpha);
-    const auto added = run({"url-rules", "add", "docs.example", beta});
-    EXPECT_EQ(added.status, 0);
-    EXPECT_NE(added.output.find("App Routing is now on.\n"), std::string::npos);
+    const auto expectTurnedOn = [](const CommandResult &told) {
+        EXPECT_EQ(told.status, 0);
+        EXPECT_TRUE(told.output.ends_with("\nApp Routing is now on.\n")) << told.output;
+    };
+    expectTurnedOn(run({"url-rules", "add", "docs.example", beta}));
     EXPECT_EQ(launchServices.handlers["https"], own);
     EXPECT_EQ(defaults.stringForKey("routingFallbackBrowserID"), alpha);
 
     setDefaultBrowser(alpha);
-    EXPECT_EQ(run({"url-rules", "edit", preferences().urlRules().front().id, "b.example", beta}).status, 0);
+    expectTurnedOn(run({"url-rules", "edit", preferences().urlRules().front().id, "b.example", beta}));
     EXPECT_EQ(launchServices.handlers["https"], own);
 
     setDefaultBrowser(alpha);
-    EXPECT_EQ(run({"app-rules", "set", editor, beta}).status, 0);
+    expectTurnedOn(run({"app-rules", "set", editor, beta}));
     EXPECT_EQ(launchServices.handlers["https"], own);
 }
 
 TEST_P(RuleCommands, RoutingStaysOnAndRemovalDoesNotChangeIt) {
-    EXPECT_EQ(run({"url-rules", "add", "docs.example", beta}).status, 0);
+    setDefaultBrowser(own);
+    const auto added = run({"url-rules", "add", "docs.example", beta});
+    EXPECT_EQ(added.status, 0);
+    EXPECT_EQ(added.output.find("now on"), std::string::npos);
     EXPECT_EQ(launchServices.handlers["https"], own);
     setDefaultBrowser(alpha);
     EXPECT_EQ(run({"url-rules", "remove", preferences().urlRules().front().id}).status, 0);
