@@ -61,6 +61,8 @@ Lookup lookUpBrowser(const std::string &word, BrowserKind kind, const Context &c
         return word;
     if (const auto found = byIdentifierOrName(word, candidates))
         return *found;
+    if (const auto refusal = context.session.refusal(word))
+        return failed(inQuotes(word) + " is not used: " + *refusal);
     return failed("No installed browser has the identifier or name " + inQuotes(word) +
                   ". 'fernhop browsers' lists them.");
 }
@@ -91,7 +93,7 @@ CommandResult noSuchURLRule(const std::string &id) {
 
 std::string describeApplication(const std::string &bundleID, const Context &context) {
     if (!isInstalled(bundleID, context))
-        return bundleID + " (not installed)";
+        return bundleID + (context.session.refusal(bundleID) ? " (not used)" : " (not installed)");
     const std::string name = context.browsers.appDisplayName(bundleID);
     return name == bundleID ? name : name + " (" + bundleID + ")";
 }

@@ -30,7 +30,8 @@ enum class BrowserKind {
 /// The failure of a command that names a URL rule which is not stored.
 [[nodiscard]] CommandResult noSuchURLRule(const std::string &id);
 
-/// An application as shown to people: its name and identifier, with a remark when it is not installed.
+/// An application as shown to people: its name and identifier, with a remark when it is not installed or
+/// refused.
 [[nodiscard]] std::string describeApplication(const std::string &bundleID, const Context &context);
 
 } // namespace fernhop::cli

@@ -58,7 +58,7 @@ TEST_P(LinkCommands, ExplainTakesTheNameOfASourceAndRefusesAnUnknownOne) {
 TEST_P(LinkCommands, ExplainNamesTheDefaultBrowserWhileRoutingIsOff) {
     preferences().setURLRules({{"1", "docs.example", beta}});
     setDefaultBrowser(alpha);
-    const auto told = runJson({"explain", "--json", "https://docs.example/"});
+    auto told = runJson({"explain", "--json", "https://docs.example/"});
     EXPECT_EQ(told["routing"], false);
     EXPECT_EQ(told["handler"], alpha);
     EXPECT_EQ(told["target"]["bundleID"], beta);
@@ -90,7 +90,7 @@ TEST_P(LinkCommands, ExplainSaysThatTheDefaultBrowserWouldBecomeTheFallback) {
 
 TEST_P(LinkCommands, ExplainTakesTheHandlerOfTheLinksOwnScheme) {
     launchServices.handlers = {{"http", alpha}, {"https", own}};
-    const auto told = runJson({"explain", "--json", "HTTP://docs.example/"});
+    auto told = runJson({"explain", "--json", "HTTP://docs.example/"});
     EXPECT_EQ(told["routing"], true);
     EXPECT_EQ(told["handler"], alpha);
     EXPECT_TRUE(run({"explain", "HTTP://docs.example/"})
@@ -148,6 +148,16 @@ TEST_P(LinkCommands, ExplainPrintsTextForPeople) {
     for (const char *part : {"https://docs.example/", "org.example.Gone (not installed)", "Alpha Browser",
                              "it is the first installed browser", "unknown"})
         EXPECT_NE(told.output.find(part), std::string::npos) << part << "\n" << told.output;
+}
+
+TEST_P(LinkCommands, ExplainCallsNothingUninstalledThatIsRefused) {
+    report.refusals = {{"org.example.Opener", "it is refused."}};
+    setDefaultBrowser("org.example.Opener");
+    preferences().setURLRules({{"1", "docs.example", "org.example.Opener"}});
+    const auto told = run({"explain", "https://docs.example/"});
+    EXPECT_EQ(told.output.find("not installed"), std::string::npos) << told.output;
+    EXPECT_NE(told.output.find("docs.example -> org.example.Opener (not used)\n"), std::string::npos)
+        << told.output;
 }
 
 TEST_P(LinkCommands, ExplainOpensNothing) {

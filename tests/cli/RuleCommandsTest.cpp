@@ -149,6 +149,16 @@ TEST_P(RuleCommands, ChoosingABrowserTurnsRoutingOn) {
     EXPECT_EQ(launchServices.handlers["https"], own);
 }
 
+TEST_P(RuleCommands, RefusedBrowsersAreRefusedWithTheReason) {
+    report.refusals = {{"org.example.Opener", "it is refused."}};
+    rememberWrites();
+    for (const auto &told : {run({"url-rules", "add", "docs.example", "org.example.Opener"}),
+                             run({"app-rules", "set", editor, "org.example.Opener"})}) {
+        EXPECT_EQ(told.errors, "fernhop: \"org.example.Opener\" is not used: it is refused.\n");
+        expectNothingChanged(told, 1);
+    }
+}
+
 TEST_P(RuleCommands, RoutingStaysOnAndRemovalDoesNotChangeIt) {
     setDefaultBrowser(own);
     const auto added = run({"url-rules", "add", "docs.example", beta});

@@ -143,6 +143,9 @@ struct Diagnosis {
 } // namespace
 
 std::optional<std::string> browserRefusal(const DesktopEntries &entries, const std::string &id) {
+    const auto entry = entries.entry(id);
+    if (entry && isGenericOpener(*entry) && !isFernhop(*entry))
+        return "it only passes links on to the default browser: they would come back.";
     const auto refused = entries.refused();
     const bool isRefused = std::ranges::find(refused, id, &DesktopEntry::id) != refused.end();
     return isRefused ? std::optional(std::string(refusalText)) : std::nullopt;

@@ -59,6 +59,12 @@ TEST_F(RoutingDiagnosticsTest, NamesBrowsersThatWouldInterpretLinks) {
     EXPECT_NE(browserRefusal(session.entries, "shell"), std::nullopt);
     EXPECT_EQ(browserRefusal(session.entries, "firefox"), std::nullopt);
     EXPECT_EQ(browserRefusal(session.entries, "not.there"), std::nullopt);
+
+    session.entries.installBrowser("opener", "xdg-open %u");
+    EXPECT_EQ(browserRefusal(session.entries, "opener"),
+              "it only passes links on to the default browser: they would come back.");
+    session.entries.installBrowser("org.fernhop.Fernhop", "fernhop-open %U");
+    EXPECT_EQ(browserRefusal(session.entries, "org.fernhop.Fernhop"), std::nullopt);
 }
 
 TEST_F(RoutingDiagnosticsTest, NamesADifferenceOfTheSchemes) {
