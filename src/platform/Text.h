@@ -17,6 +17,9 @@ struct Locale {
 
     /// The user's locale when the process started (LC_ALL, LC_CTYPE, LANG on a POSIX system).
     [[nodiscard]] static const Locale &current();
+
+    /// The one whose sorting order the user wanted then (LC_ALL, LC_COLLATE, LANG on a POSIX system).
+    [[nodiscard]] static const Locale &currentForSorting();
 };
 
 /// The position of an occurrence in a text, in bytes.
@@ -53,9 +56,9 @@ struct Occurrence {
 
 /// Compares two texts in the locale's sorting order, letter case ignored. Texts that differ only in case
 /// ("Safari", "safari") are `equivalent`, so a stable sort keeps their order.
-[[nodiscard]] std::weak_ordering localizedCaseInsensitiveCompare(std::string_view left,
-                                                                 std::string_view right,
-                                                                 const Locale &locale = Locale::current());
+[[nodiscard]] std::weak_ordering
+localizedCaseInsensitiveCompare(std::string_view left, std::string_view right,
+                                const Locale &locale = Locale::currentForSorting());
 
 /// A fresh random UUID: 36 characters, upper-case hexadecimal digits in groups 8-4-4-4-12.
 [[nodiscard]] std::string makeUuid();

@@ -18,8 +18,9 @@ namespace fernhop::text {
 
 namespace {
 
-Locale readEnvironment() {
-    for (const char *variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+/// The locale of a category, by the name of its variable.
+Locale readEnvironment(const char *category) {
+    for (const char *variable : {"LC_ALL", category, "LANG"}) {
         const char *value = std::getenv(variable);
         if (value && *value)
             return {value};
@@ -69,7 +70,12 @@ UuidBytes randomBytes() {
 } // namespace
 
 const Locale &Locale::current() {
-    static const Locale locale = readEnvironment();
+    static const Locale locale = readEnvironment("LC_CTYPE");
+    return locale;
+}
+
+const Locale &Locale::currentForSorting() {
+    static const Locale locale = readEnvironment("LC_COLLATE");
     return locale;
 }
 

@@ -33,6 +33,10 @@ const Locale &Locale::current() {
     return locale;
 }
 
+const Locale &Locale::currentForSorting() {
+    return current();
+}
+
 std::string_view trimmed(std::string_view text) {
     @autoreleasepool {
         NSCharacterSet *set = [NSCharacterSet whitespaceAndNewlineCharacterSet];

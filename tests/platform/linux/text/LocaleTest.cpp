@@ -13,20 +13,21 @@ namespace fernhop::text {
 
 namespace {
 
-/// What `Locale::current` says in a process that starts with these variables and changes them afterwards.
-std::string currentIn(const std::map<std::string, std::string> &environment) {
+/// The name of a locale in a process that starts with these variables and changes them afterwards.
+std::string currentIn(const std::map<std::string, std::string> &environment,
+                      const Locale &(*current)() = &Locale::current) {
     int ends[2];
     if (pipe(ends) != 0)
         return "no pipe";
     const pid_t child = fork();
     if (child == 0) {
-        for (const char *variable : {"LC_ALL", "LC_CTYPE", "LANG"})
+        for (const char *variable : {"LC_ALL", "LC_CTYPE", "LC_COLLATE", "LANG"})
             unsetenv(variable);
         for (const auto &[variable, value] : environment)
             setenv(variable.c_str(), value.c_str(), 1);
-        std::string name = Locale::current().name;
+        std::string name = current().name;
         setenv("LC_ALL", "xx_XX", 1);
-        name += Locale::current().name == name ? "" : " changed";
+        name += current().name == name ? "" : " changed";
         _exit(write(ends[1], name.data(), name.size()) == static_cast<ssize_t>(name.size()) ? 0 : 1);
     }
     close(ends[1]);
@@ -44,6 +45,16 @@ TEST(Locale, IsReadFromTheEnvironmentOnceInPosixOrder) {
               "tr_TR.UTF-8");
     EXPECT_EQ(currentIn({{"LC_CTYPE", "de_DE"}, {"LANG", "en_US"}}), "de_DE");
     EXPECT_EQ(currentIn({{"LANG", "en_US"}}), "en_US");
+}
+
+TEST(Locale, ForSortingHasAVariableOfItsOwn) {
+    const auto sortingIn = [](const std::map<std::string, std::string> &environment) {
+        return currentIn(environment, &Locale::currentForSorting);
+    };
+    EXPECT_EQ(sortingIn({{"LC_ALL", "tr_TR"}, {"LC_COLLATE", "de_DE"}, {"LANG", "en_US"}}), "tr_TR");
+    EXPECT_EQ(sortingIn({{"LC_COLLATE", "de_DE"}, {"LC_CTYPE", "tr_TR"}, {"LANG", "en_US"}}), "de_DE");
+    EXPECT_EQ(sortingIn({{"LC_COLLATE", ""}, {"LC_CTYPE", "tr_TR"}, {"LANG", "en_US"}}), "en_US");
+    EXPECT_EQ(currentIn({{"LC_COLLATE", "de_DE"}, {"LANG", "en_US"}}), "en_US");
 }
 
 TEST(Locale, IsNotNamedByAnEmptyVariable) {
