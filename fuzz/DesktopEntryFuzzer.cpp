@@ -38,12 +38,13 @@ bool hasNul(const std::string &text) {
 }
 
 void checkEntry(const DesktopEntry &entry) {
-    require(fernhop::isValidUtf8(entry.name) && fernhop::isValidUtf8(entry.unlocalizedName));
+    for (const auto &name : {entry.name, entry.unlocalizedName})
+        require(fernhop::isValidUtf8(name.value_or("")));
     require(!hasNul(entry.exec) && !hasNul(entry.tryExec) && !hasNul(entry.workingDirectory));
     require(hasValidExec(entry) || (entry.exec.empty() && entry.dbusActivatable));
     for (const auto &scheme : entry.schemes)
         require(!scheme.empty());
-    for (const auto &locale : localeNames(entry.name))
+    for (const auto &locale : localeNames(entry.name.value_or("")))
         require(!locale.empty());
     static_cast<void>(isGenericOpener(entry));
     auto own = entry;
@@ -97,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     // The same bytes as a whole file too: NULs and all that the parts cannot hold.
     const std::string_view whole(reinterpret_cast<const char *>(data), size);
     for (const auto &text : {contents, whole}) {
-        const auto entry = parseDesktopEntry(text, locales);
+        const auto entry = parseDesktopEntry(text, locales, {"gnome"});
         if (!entry)
             continue;
         checkEntry(*entry);

@@ -39,7 +39,8 @@ class FreedesktopSession : public WorkspaceSession {
 
     support::TemporaryHome home;
     support::RecordingBrowser browser{home, "browser"};
-    InstalledDesktopEntries entries{ApplicationPlaces{{home.applications()}, {"/usr/bin"}, {}, home.home()}};
+    InstalledDesktopEntries entries{
+        ApplicationPlaces{{home.applications()}, {"/usr/bin"}, {}, home.home(), {}}};
     fakes::FakeFocusProvider focus;
     Launcher launcher{LauncherServices{Environment({"PATH=/usr/bin"}), nullptr, &focus}};
     CurrentDelivery current;

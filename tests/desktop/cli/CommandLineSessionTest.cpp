@@ -197,6 +197,83 @@ TEST_P(CommandLineSession, refreshFindsNewBrowsers) {
     EXPECT_EQ(runJson({"browsers", "--json"}).size(), 2U);
 }
 
+TEST_P(CommandLineSession, tellsWhereLinksGoWhileRoutingIsOff) {
+    ASSERT_EQ(session.fernhop({"default", "web"}), 0) << session.output();
+    auto told = runJson({"explain", "--json", "--source", "Editor", "https://a.example/"});
+    EXPECT_EQ(told["routing"], false);
+    EXPECT_EQ(told["handler"], "web");
+    EXPECT_EQ(told["source"], "editor");
+    EXPECT_EQ(session.fernhop({"explain", "https://a.example/"}), 0);
+    EXPECT_EQ(session.output().find("App Routing is off: the system opens the link in "), 0U)
+        << session.output();
+    EXPECT_EQ(session.fernhop({"explain", "--source", "gone", "https://a.example/"}), 1) << session.output();
+    EXPECT_EQ(session.fernhop({"explain", "notaurl"}), 2) << session.output();
+}
+
+TEST_P(CommandLineSession, callsNoOpenerUninstalled) {
+    session.home.writeDesktopEntry("opener", "[Desktop Entry]\nType=Application\nName=Web Browser\n"
+                                             "Exec=exo-open --launch WebBrowser %u\n"
+                                             "MimeType=x-scheme-handler/http;\n");
+    EXPECT_EQ(session.fernhop({"app-rules", "set", "editor", "opener"}), 1);
+    EXPECT_NE(session.output().find("it only passes links on"), std::string::npos) << session.output();
+}
+
+/// Lists in a session of a certain desktop and language.
+class Lists : public testing::Test {
+  protected:
+    using Variables = support::Environment;
+
+    /// The identifiers that a command lists with these variables, and no others of a language.
+    Words list(const std::string &command, const Variables &variables) {
+        const Variables none{{"LC_ALL", {}}, {"LC_COLLATE", {}}, {"LC_CTYPE", {}}, {"LANG", {}}};
+        EXPECT_EQ(session.run({session.program("fernhop"), command, "--json"}, none + variables), 0);
+        Words identifiers;
+        for (const auto &entry : json::parse(session.output()))
+            identifiers.push_back(entry["bundleID"]);
+        return identifiers;
+    }
+
+    void install(const std::string &id, const std::string &name, const std::string &keys = {}) {
+        session.home.writeDesktopEntry(id, "[Desktop Entry]\nType=Application\nExec=true %u\nName=" + name +
+                                               "\nMimeType=x-scheme-handler/http;\n" + keys);
+    }
+
+    LinkSession session;
+};
+
+TEST_F(Lists, haveNothingThatIsForAnotherDesktop) {
+    install("a", "A", "OnlyShowIn=GNOME;\n");
+    install("b", "B", "NotShowIn=GNOME;\n");
+    const Variables gnome{{"XDG_CURRENT_DESKTOP", "ubuntu:GNOME"}};
+    const Variables kde{{"XDG_CURRENT_DESKTOP", "KDE"}};
+    for (const std::string command : {"apps", "browsers"}) {
+        EXPECT_EQ(list(command, gnome), (Words{"a", "web"})) << command;
+        EXPECT_EQ(list(command, kde), (Words{"b", "web"})) << command;
+    }
+}
+
+TEST_F(Lists, areInTheOrderThatTheUserWants) {
+    install("a", "Ärger");
+    install("z", "Zeder");
+    EXPECT_EQ(list("apps", {{"LANG", "de_DE.UTF-8"}}), (Words{"a", "web", "z"}));
+    EXPECT_EQ(list("apps", {{"LANG", "sv_SE.UTF-8"}}), (Words{"web", "z", "a"}));
+    EXPECT_EQ(list("apps", {{"LANG", "de_DE.UTF-8"}, {"LC_COLLATE", "sv_SE.UTF-8"}}),
+              (Words{"web", "z", "a"}));
+    EXPECT_EQ(list("apps", {{"LC_COLLATE", "de_DE.UTF-8"}, {"LC_CTYPE", "sv_SE.UTF-8"}}),
+              (Words{"a", "web", "z"}));
+    EXPECT_EQ(list("apps", {{"LC_COLLATE", "sv_SE.UTF-8"}, {"LC_ALL", "de_DE.UTF-8"}}),
+              (Words{"a", "web", "z"}));
+}
+
+TEST_F(Lists, keepAnEmptyName) {
+    install("empty", "");
+    ASSERT_EQ(session.fernhop({"apps", "--json"}), 0);
+    const auto apps = json::parse(session.output());
+    ASSERT_EQ(apps.size(), 2U);
+    EXPECT_EQ(apps[0]["bundleID"], "empty");
+    EXPECT_EQ(apps[0]["name"], "");
+}
+
 class Opening : public CommandLineSession {};
 INSTANTIATE_TEST_SUITE_P(, Opening, testing::Values(Side::resident, Side::busOnly), [](const auto &tested) {
     return tested.param == Side::resident ? "Resident" : "BusOnly";

@@ -56,7 +56,7 @@ std::string localeList(const Environment &environment) {
 ApplicationPlaces applicationPlaces(const Environment &environment) {
     const auto session = XdgSession::of(environment);
     return {applicationFolders(session), environment.folders("PATH", "/usr/local/bin:/usr/bin:/bin"),
-            localeNames(localeList(environment)), session.home};
+            localeNames(localeList(environment)), session.home, session.desktops};
 }
 
 ApplicationLayout applicationLayout(const ApplicationPlaces &places) {

@@ -17,12 +17,13 @@ struct ApplicationPlaces {
     std::vector<std::string> programFolders; ///< searched for TryExec: the variable PATH
     std::vector<std::string> locales;        ///< names as in "Name[de]", best first
     std::string home;                        ///< the user's home folder
+    std::vector<std::string> desktops;       ///< names of the current desktop, lower case (see `XdgSession`)
 };
 
-/// The places by the variables HOME, XDG_DATA_HOME, XDG_DATA_DIRS, PATH and the locale's (LANGUAGE, LC_ALL,
-/// LC_MESSAGES, LANG), each with the default that the XDG Base Directory Specification gives. The folders to
-/// which Flatpak and snap export are added at the end where the variables leave them out, as they do in
-/// sessions that were not started through a login shell.
+/// The places by the variables HOME, XDG_DATA_HOME, XDG_DATA_DIRS, PATH, XDG_CURRENT_DESKTOP and the locale's
+/// (LANGUAGE, LC_ALL, LC_MESSAGES, LANG), each with the default that the XDG Base Directory Specification
+/// gives. The folders to which Flatpak and snap export are added at the end where the variables leave them
+/// out, as they do in sessions that were not started through a login shell.
 [[nodiscard]] ApplicationPlaces applicationPlaces(const Environment &environment);
 
 /// The layout of a desktop whose applications are desktop entries in these places.

@@ -21,17 +21,17 @@ class DesktopBundle : public Bundle {
 
     std::optional<PropertyValue> objectForInfoDictionaryKey(std::string_view key) const override {
         if (key == "CFBundleDisplayName")
-            return textOrNothing(entry.name);
+            return asProperty(entry.name);
         if (key == "CFBundleName")
-            return textOrNothing(entry.unlocalizedName);
+            return asProperty(entry.unlocalizedName);
         if (key == "CFBundleURLTypes" && !entry.schemes.empty())
             return urlTypes();
         return std::nullopt;
     }
 
   private:
-    static std::optional<PropertyValue> textOrNothing(const std::string &text) {
-        return text.empty() ? std::nullopt : std::optional(PropertyValue{text});
+    static std::optional<PropertyValue> asProperty(const std::optional<std::string> &text) {
+        return text ? std::optional(PropertyValue{*text}) : std::nullopt;
     }
 
     [[nodiscard]] PropertyValue urlTypes() const {

@@ -35,6 +35,26 @@ bool canBeLaunched(const DesktopEntry &entry) {
     return entry.exec.empty() ? entry.dbusActivatable : hasValidExec(entry);
 }
 
+/// Whether menus of the desktop with these names show the entry. The first name that "OnlyShowIn" or
+/// "NotShowIn" has decides.
+bool isShownIn(const std::vector<std::string> &desktops, const KeyFileGroup &group) {
+    const auto listed = [&](std::string_view key) {
+        auto names = group.list(key);
+        std::ranges::transform(names, names.begin(),
+                               [](const auto &name) { return ascii::lowercased(name); });
+        return names;
+    };
+    const auto only = listed("OnlyShowIn");
+    const auto except = listed("NotShowIn");
+    for (const auto &desktop : desktops) {
+        if (std::ranges::find(only, desktop) != only.end())
+            return true;
+        if (std::ranges::find(except, desktop) != except.end())
+            return false;
+    }
+    return !group.raw("OnlyShowIn");
+}
+
 using Kind = PassOnProgram::Kind;
 using Words = std::vector<std::string>;
 
@@ -118,7 +138,8 @@ int preferenceOf(const std::string &text) {
 namespace {
 
 std::optional<DesktopEntry> parseApplication(std::string_view contents,
-                                             const std::vector<std::string> &locales) {
+                                             const std::vector<std::string> &locales,
+                                             const std::vector<std::string> &desktops) {
     const auto group = KeyFileGroup::read(contents, "Desktop Entry");
     if (!group || group->raw("Type") != "Application" || group->isTrue("Hidden"))
         return std::nullopt;
@@ -128,11 +149,11 @@ std::optional<DesktopEntry> parseApplication(std::string_view contents,
     entry.exec = group->text("Exec");
     entry.tryExec = group->text("TryExec");
     entry.startupWMClass = group->text("StartupWMClass");
-    entry.icon = group->localizedText("Icon", locales);
+    entry.icon = group->localizedText("Icon", locales).value_or("");
     entry.workingDirectory = group->text("Path");
     entry.schemes = schemesOf(group->list("MimeType"));
     entry.initialPreference = preferenceOf(group->text("InitialPreference"));
-    entry.noDisplay = group->isTrue("NoDisplay");
+    entry.noDisplay = group->isTrue("NoDisplay") || !isShownIn(desktops, *group);
     entry.dbusActivatable = group->isTrue("DBusActivatable");
     entry.startupNotify = group->isTrue("StartupNotify");
     entry.terminal = group->isTrue("Terminal");
@@ -148,14 +169,16 @@ bool opensWebLinks(const DesktopEntry &entry) {
 } // namespace
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
-                                              const std::vector<std::string> &locales) {
-    auto entry = parseApplication(contents, locales);
+                                              const std::vector<std::string> &locales,
+                                              const std::vector<std::string> &desktops) {
+    auto entry = parseApplication(contents, locales, desktops);
     return entry && canBeLaunched(*entry) ? std::move(entry) : std::nullopt;
 }
 
 std::optional<DesktopEntry> parseRefusedEntry(std::string_view contents,
-                                              const std::vector<std::string> &locales) {
-    auto entry = parseApplication(contents, locales);
+                                              const std::vector<std::string> &locales,
+                                              const std::vector<std::string> &desktops) {
+    auto entry = parseApplication(contents, locales, desktops);
     return entry && opensWebLinks(*entry) && interpretsUrls(*entry) ? std::move(entry) : std::nullopt;
 }
 

@@ -10,10 +10,10 @@ namespace fernhop::freedesktop {
 
 /// What of a desktop entry matters to Fernhop. All texts are unescaped.
 struct DesktopEntry {
-    std::string id;   ///< desktop-file ID without ".desktop"
-    std::string path; ///< of the file
-    std::string name; ///< in the user's locale
-    std::string unlocalizedName;
+    std::string id;                             ///< desktop-file ID without ".desktop"
+    std::string path;                           ///< of the file
+    std::optional<std::string> name;            ///< in the user's locale; nothing without a `Name`
+    std::optional<std::string> unlocalizedName; ///< nothing without a `Name` in no locale
     std::string exec; ///< unescaped by the rules of key files, its own quoting still in place
     std::string tryExec;
     std::string startupWMClass;
@@ -21,22 +21,25 @@ struct DesktopEntry {
     std::string workingDirectory;     ///< Path=; empty: none
     std::vector<std::string> schemes; ///< of its x-scheme-handler/* MIME types, as written
     int initialPreference = 1;        ///< InitialPreference=: KDE takes the greatest where nothing is set
-    bool noDisplay = false;
+    bool noDisplay = false;           ///< for no menu, or for those of other desktops only
     bool dbusActivatable = false;
     bool startupNotify = false;
     bool terminal = false;
 };
 
 /// The desktop entry in `contents`, any bytes, with the names for the first fitting of `locales` (see
-/// `localeNames`); its `id` and `path` are the caller's to fill. Nothing when this is no application that can
+/// `localeNames`), as the current `desktops` (see `XdgSession`) see it; its `id` and `path` are the caller's
+/// to fill. Nothing when this is no application that can
 /// be launched: another type, Hidden, or neither a valid Exec line nor activation over D-Bus.
 [[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(std::string_view contents,
-                                                            const std::vector<std::string> &locales);
+                                                            const std::vector<std::string> &locales,
+                                                            const std::vector<std::string> &desktops);
 
 /// The same for an entry that is refused: it says that it opens http or https, and could be launched if its
 /// Exec line did not have links interpreted (see `interpretsUrls`). Nothing for any other.
 [[nodiscard]] std::optional<DesktopEntry> parseRefusedEntry(std::string_view contents,
-                                                            const std::vector<std::string> &locales);
+                                                            const std::vector<std::string> &locales,
+                                                            const std::vector<std::string> &desktops);
 
 /// Whether the entry would hand a link back to the desktop instead of showing it: it runs Fernhop itself, or
 /// a program that opens a link in whatever is the default (xdg-open, gio open, sensible-browser, ...), also

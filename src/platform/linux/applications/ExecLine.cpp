@@ -195,7 +195,7 @@ class Expansion {
         case '%':
             return "%";
         case 'c':
-            return entry.name;
+            return entry.name.value_or("");
         case 'k':
             return entry.path;
         default:

@@ -182,7 +182,7 @@ std::size_t InstalledDesktopEntries::fingerprint() const {
 std::optional<DesktopEntry> InstalledDesktopEntries::read(const std::string &path, const std::string &id,
                                                           Parse parse) const {
     const auto contents = readFile(path, largestDesktopEntry);
-    auto found = contents ? parse(*contents, places.locales) : std::nullopt;
+    auto found = contents ? parse(*contents, places.locales, places.desktops) : std::nullopt;
     if (!found || !isInstalled(found->tryExec))
         return std::nullopt;
     found->id = id;

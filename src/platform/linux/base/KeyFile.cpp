@@ -95,7 +95,8 @@ std::string KeyFileGroup::text(std::string_view key) const {
     return withoutEscapes(raw(key).value_or(std::string_view()));
 }
 
-std::string KeyFileGroup::localizedText(std::string_view key, const std::vector<std::string> &locales) const {
+std::optional<std::string> KeyFileGroup::localizedText(std::string_view key,
+                                                       const std::vector<std::string> &locales) const {
     const auto usable = [&](std::string_view name) -> std::optional<std::string_view> {
         const auto value = raw(name);
         return value && isValidUtf8(*value) ? value : std::nullopt;
@@ -104,7 +105,8 @@ std::string KeyFileGroup::localizedText(std::string_view key, const std::vector<
         if (const auto value = usable(std::string(key) + '[' + locale + ']'))
             return withoutEscapes(*value);
     }
-    return withoutEscapes(usable(key).value_or(std::string_view()));
+    const auto value = usable(key);
+    return value ? std::optional(withoutEscapes(*value)) : std::nullopt;
 }
 
 bool KeyFileGroup::isTrue(std::string_view key) const {

@@ -42,9 +42,9 @@ class KeyFileGroup {
     [[nodiscard]] std::string text(std::string_view key) const;
 
     /// The value of a key for the first of `locales` (as "Name[de]") that has one in valid UTF-8, else the
-    /// value without locale; empty when there is none in valid UTF-8.
-    [[nodiscard]] std::string localizedText(std::string_view key,
-                                            const std::vector<std::string> &locales) const;
+    /// value without locale; nothing when there is none in valid UTF-8.
+    [[nodiscard]] std::optional<std::string> localizedText(std::string_view key,
+                                                           const std::vector<std::string> &locales) const;
 
     /// Whether the value is "true" (or "1", as old entries have it).
     [[nodiscard]] bool isTrue(std::string_view key) const;

@@ -136,7 +136,7 @@ std::optional<std::string> helperFileFor(const DesktopEntry &entry) {
     text.set(group, "NoDisplay", "true");
     text.set(group, "Version", "1.0");
     text.set(group, "Type", "X-XFCE-Helper");
-    text.set(group, "Name", entry.name.empty() ? entry.id : oneLine(entry.name));
+    text.set(group, "Name", entry.name.value_or("").empty() ? entry.id : oneLine(*entry.name));
     if (!entry.icon.empty())
         text.set(group, "Icon", oneLine(entry.icon));
     text.set(group, "X-XFCE-Category", "WebBrowser");

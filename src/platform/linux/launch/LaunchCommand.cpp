@@ -76,7 +76,7 @@ Result<std::vector<Command>> launchCommands(const DesktopEntry &entry, const std
         return commands;
     const auto prefix = terminalPrefix(searchPath);
     if (prefix.empty())
-        return Failure{entry.name + " needs a terminal, and none is installed"};
+        return Failure{entry.name.value_or(entry.id) + " needs a terminal, and none is installed"};
     for (auto &command : commands)
         command.insert(command.begin(), prefix.begin(), prefix.end());
     return commands;

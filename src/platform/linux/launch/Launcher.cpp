@@ -27,7 +27,7 @@ std::optional<std::string> refusal(const DesktopEntry &entry) {
     if (isFernhop(entry))
         return "A link is never opened in Fernhop itself";
     if (isGenericOpener(entry))
-        return entry.name + " would hand the link back to the default browser";
+        return entry.name.value_or(entry.id) + " would hand the link back to the default browser";
     return std::nullopt;
 }
 
@@ -137,7 +137,7 @@ LaunchTokens Launcher::announced(const LaunchRequest &request) const {
     auto tokens = request.tokens;
     if (!tokens.startupID && request.activates && request.entry.startupNotify && services.focus != nullptr)
         tokens.startupID = services.focus->announceStartup(
-            {request.entry.id, request.entry.name, request.entry.startupWMClass});
+            {request.entry.id, request.entry.name.value_or(""), request.entry.startupWMClass});
     return tokens;
 }
 

@@ -146,6 +146,21 @@ TEST_F(DesktopBundlesTest, GenericOpenersAreNotTargets) {
     EXPECT_TRUE(installed.entry("opener")) << "the entry itself is there";
 }
 
+TEST_F(DesktopBundlesTest, AnEmptyNameIsAName) {
+    writeEntry(user("/nameless.desktop"), "", web);
+    EXPECT_EQ(browsers.appDisplayName("nameless"), "");
+    ASSERT_EQ(listed(), Texts{"nameless"});
+    EXPECT_EQ(catalog().installedApplications({})[0].name, "");
+}
+
+TEST_F(DesktopBundlesTest, AnEntryForAnotherDesktopIsFoundByNameAndNotListed) {
+    writeEntry(user("/falcon.desktop"), "Falcon", std::string("OnlyShowIn=KDE;\n") + web);
+    writeEntry(user("/hawk.desktop"), "Hawk", std::string("NotShowIn=GNOME;\n") + web);
+    writeEntry(user("/kite.desktop"), "Kite", std::string("OnlyShowIn=KDE;GNOME;\n") + web);
+    EXPECT_EQ(listed(), Texts{"kite"});
+    EXPECT_EQ(browsers.appDisplayName("falcon"), "Falcon");
+}
+
 TEST_F(DesktopBundlesTest, FernhopsOwnEntryHasAName) {
     home.write(user("/org.fernhop.Fernhop.desktop"),
                std::string("[Desktop Entry]\nType=Application\nName=Fernhop\nExec=fernhop-open %U\n") + web);

@@ -11,8 +11,9 @@ namespace {
 using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 
-std::optional<DesktopEntry> parse(const std::string &keys, const Texts &locales = {}) {
-    return parseDesktopEntry("[Desktop Entry]\n" + keys, locales);
+std::optional<DesktopEntry> parse(const std::string &keys, const Texts &locales = {},
+                                  const Texts &desktops = {}) {
+    return parseDesktopEntry("[Desktop Entry]\n" + keys, locales, desktops);
 }
 
 /// An entry that can be launched, with `keys` besides.
@@ -76,6 +77,33 @@ TEST(DesktopEntryParserTest, TheNameIsTheOneInTheUsersLanguage) {
     EXPECT_EQ(launchable("Name=Web Browser\nName[de]=Netz\n", {"fr"}).name, "Web Browser");
 }
 
+TEST(DesktopEntryParserTest, AnEmptyNameIsAName) {
+    EXPECT_EQ(launchable("Name=\n").name, "");
+    EXPECT_EQ(launchable("Name=Web Browser\nName[de]=\n", {"de"}).name, "");
+    EXPECT_EQ(parse("Type=Application\nExec=a\n")->name, std::nullopt);
+    EXPECT_EQ(parse("Type=Application\nExec=a\nName=\xFF\n")->name, std::nullopt);
+    const auto german = parse("Type=Application\nExec=a\nName[de]=Netz\n", {"de"});
+    EXPECT_EQ(german->name, "Netz");
+    EXPECT_EQ(german->unlocalizedName, std::nullopt);
+}
+
+TEST(DesktopEntryParserTest, EntriesForOtherDesktopsAreNotDisplayed) {
+    const auto isDisplayed = [](const std::string &keys, const Texts &desktops) {
+        return !parse("Type=Application\nExec=a\n" + keys, {}, desktops)->noDisplay;
+    };
+    EXPECT_TRUE(isDisplayed("OnlyShowIn=GNOME;KDE;\n", {"kde"}));
+    EXPECT_FALSE(isDisplayed("OnlyShowIn=GNOME;KDE;\n", {"xfce"}));
+    EXPECT_FALSE(isDisplayed("OnlyShowIn=GNOME;\n", {})) << "a session without a desktop's name is another";
+    EXPECT_FALSE(isDisplayed("OnlyShowIn=\n", {"kde"}));
+    EXPECT_FALSE(isDisplayed("NotShowIn=KDE;\n", {"kde"}));
+    EXPECT_TRUE(isDisplayed("NotShowIn=KDE;\n", {"xfce"}));
+    EXPECT_TRUE(isDisplayed("NotShowIn=KDE;\n", {}));
+    EXPECT_FALSE(isDisplayed("OnlyShowIn=KDE;\nNoDisplay=true\n", {"kde"}));
+    // Of the names of one desktop, the first that is listed decides.
+    EXPECT_TRUE(isDisplayed("OnlyShowIn=ubuntu;\nNotShowIn=GNOME;\n", {"ubuntu", "gnome"}));
+    EXPECT_FALSE(isDisplayed("OnlyShowIn=GNOME;\nNotShowIn=ubuntu;\n", {"ubuntu", "gnome"}));
+}
+
 TEST(DesktopEntryParserTest, SchemesAreThoseOfSchemeHandlerTypesAsWritten) {
     EXPECT_EQ(launchable("MimeType=x-scheme-handler/HTTP;text/x-scheme-handler/ftp; x-scheme-handler/https ;"
                          "X-Scheme-Handler/irc;x-scheme-handler/;application/http;x-scheme-handlers/gopher")
@@ -85,7 +113,7 @@ TEST(DesktopEntryParserTest, SchemesAreThoseOfSchemeHandlerTypesAsWritten) {
 
 TEST(DesktopEntryParserTest, LinesMayEndAsOnWindows) {
     const auto entry = parseDesktopEntry(
-        "[Desktop Entry]\r\nType=Application\r\nName=A\r\nExec=a %u\r\nNoDisplay=true\r\n", {});
+        "[Desktop Entry]\r\nType=Application\r\nName=A\r\nExec=a %u\r\nNoDisplay=true\r\n", {}, {});
     ASSERT_TRUE(entry);
     EXPECT_EQ(entry->exec, "a %u");
     EXPECT_TRUE(entry->noDisplay);

@@ -19,7 +19,7 @@ class DesktopFixture : public testing::Test {
     [[nodiscard]] std::string programs() const { return home.root() + "/bin"; }
 
     [[nodiscard]] ApplicationPlaces places() const {
-        return {{user(), system()}, {programs()}, {"de_AT", "de"}, home.home()};
+        return {{user(), system()}, {programs()}, {"de_AT", "de"}, home.home(), {"ubuntu", "gnome"}};
     }
 
     /// Writes an application's entry: a name, something to run, and `keys` besides.

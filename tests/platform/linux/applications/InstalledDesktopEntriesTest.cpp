@@ -13,13 +13,13 @@ class InstalledDesktopEntriesTest : public DesktopFixture {
   protected:
     [[nodiscard]] std::string nameOf(const std::string &id) const {
         const auto entry = entries().entry(id);
-        return entry ? entry->name : "(nothing)";
+        return entry ? entry->name.value_or("(no name)") : "(nothing)";
     }
 
     [[nodiscard]] Texts allNames() const {
         Texts names;
         for (const auto &entry : entries().all())
-            names.push_back(entry.name);
+            names.push_back(entry.name.value_or(""));
         return names;
     }
 };

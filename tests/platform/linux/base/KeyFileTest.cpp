@@ -123,13 +123,13 @@ TEST(KeyFileGroupTest, TheFirstLocaleThatHasATextCounts) {
     EXPECT_EQ(read.localizedText("Name", {"it", "fr", "de"}), "fr x");
     EXPECT_EQ(read.localizedText("Name", {"it"}), "none");
     EXPECT_EQ(read.localizedText("Name", {}), "none");
-    EXPECT_EQ(read.localizedText("Other", {"de"}), "");
+    EXPECT_EQ(read.localizedText("Other", {"de"}), std::nullopt);
 }
 
 TEST(KeyFileGroupTest, InvalidUtf8IsSkipped) {
     const auto read = group("[Desktop Entry]\nName=none\nName[de]=\xE4\nBad=\xFF\nBad[de]=good\n");
     EXPECT_EQ(read.localizedText("Name", {"de"}), "none");
-    EXPECT_EQ(read.localizedText("Bad", {}), "");
+    EXPECT_EQ(read.localizedText("Bad", {}), std::nullopt);
     EXPECT_EQ(read.localizedText("Bad", {"de"}), "good");
 }
 

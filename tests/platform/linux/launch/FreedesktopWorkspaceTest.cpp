@@ -31,7 +31,8 @@ class FreedesktopWorkspaceTest : public testing::Test {
     std::vector<std::string> outcomes; // outlives the launcher, which completes what is open
     support::TemporaryHome home;
     support::RecordingBrowser browser{home, "web"};
-    InstalledDesktopEntries entries{ApplicationPlaces{{home.applications()}, {"/usr/bin"}, {}, home.home()}};
+    InstalledDesktopEntries entries{
+        ApplicationPlaces{{home.applications()}, {"/usr/bin"}, {}, home.home(), {}}};
     fakes::FakeFocusProvider focus;
     Launcher launcher{LauncherServices{Environment({"PATH=/usr/bin"}), nullptr, &focus}};
     CurrentDelivery current;

@@ -20,7 +20,7 @@ using support::TemporaryHome;
 class LauncherTest : public testing::Test {
   protected:
     DesktopEntry entryOf(const std::string &id, const std::string &text) {
-        auto entry = parseDesktopEntry(text, {}).value_or(DesktopEntry{});
+        auto entry = parseDesktopEntry(text, {}, {}).value_or(DesktopEntry{});
         entry.id = id;
         entry.path = home.applications() + "/" + id + ".desktop";
         return entry;
