@@ -130,15 +130,17 @@ class Session:
 
     def residents(self):
         """The processes that are a resident, whoever started them."""
-        found = []
+        found = {}
         for pid in descendants(os.getpid()):
             try:
+                parent = int(Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[1])
                 words = Path(f"/proc/{pid}/cmdline").read_bytes().split(b"\0")
             except OSError:
                 continue
             if words[0].endswith(b"/bin/fernhop") and words[1:] in ([b""], []):
-                found.append(pid)
-        return found
+                found[pid] = parent
+        # A browser that a resident starts looks like the resident until it runs its own program.
+        return [pid for pid, parent in found.items() if parent not in found]
 
     def killFernhop(self):
         for pid in self.residents():
