@@ -109,6 +109,12 @@ MimeLookup::File MimeLookup::parse(const std::optional<std::string> &bytes) {
     file.removed = associationsIn(keys.get(), "Removed Associations");
     for (auto &[scheme, ids] : associationsIn(keys.get(), "MIME Cache"))
         file.added[scheme].insert(file.added[scheme].end(), ids.begin(), ids.end());
+    for (auto *const associations : {&file.defaults, &file.added}) {
+        for (auto &[scheme, ids] : *associations) {
+            file.isCut = file.isCut || ids.size() > mostApplications;
+            ids.resize(std::min(ids.size(), mostApplications));
+        }
+    }
     return file;
 }
 
@@ -129,6 +135,10 @@ std::vector<std::string> MimeLookup::lists() const {
 
 std::vector<std::string> MimeLookup::defaultsIn(const std::string &path, const std::string &scheme) const {
     return of(files.at(path).defaults, scheme);
+}
+
+bool MimeLookup::namesTooMany(const std::string &path) const {
+    return files.at(path).isCut;
 }
 
 bool MimeLookup::isRejected(const std::string &path) const {

@@ -59,6 +59,13 @@ class MimeLookup {
     /// Whether GLib rejects a list as a whole; desktops then behave as if it were not there.
     [[nodiscard]] bool isRejected(const std::string &path) const;
 
+    /// As many applications as are looked for, of those that a file names for one scheme: each takes a search
+    /// of all folders.
+    static constexpr std::size_t mostApplications = 100;
+
+    /// Whether a file names more than that.
+    [[nodiscard]] bool namesTooMany(const std::string &path) const;
+
   private:
     using Associations = std::map<std::string, std::vector<std::string>>; ///< IDs by scheme
 
@@ -70,6 +77,7 @@ class MimeLookup {
         std::map<std::string, std::string> defaultLines; ///< its first ID
         std::map<std::string, std::string> lines;        ///< of any group: its list of names
         bool isRejected = false;
+        bool isCut = false;
     };
 
     /// A folder of such files.

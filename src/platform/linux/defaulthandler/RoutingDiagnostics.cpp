@@ -76,6 +76,9 @@ struct Diagnosis {
         for (const auto &path : defaults.decisiveUserLists()) {
             if (lookup.isRejected(path))
                 problems.push_back(path + " is damaged, so desktops ignore all of it.");
+            if (lookup.namesTooMany(path))
+                problems.push_back(path + " names more than " + std::to_string(MimeLookup::mostApplications) +
+                                   " applications for one kind of links; only the first of them count.");
             if (!canReplaceConfigurationFile(path))
                 problems.push_back(path + " cannot be written, so the default browser cannot be changed.");
         }

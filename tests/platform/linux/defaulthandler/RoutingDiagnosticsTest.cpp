@@ -67,6 +67,22 @@ TEST_F(RoutingDiagnosticsTest, NamesBrowsersThatWouldInterpretLinks) {
     EXPECT_EQ(browserRefusal(session.entries, "org.fernhop.Fernhop"), std::nullopt);
 }
 
+TEST_F(RoutingDiagnosticsTest, NamesAListWithMoreBrowsersThanAreLookedFor) {
+    std::string many;
+    for (int number = 0; number < 5000; ++number)
+        many += "missing" + std::to_string(number) + ".desktop;";
+    session.writeConfig("mimeapps.list", "[Default Applications]\nx-scheme-handler/https=" + many + ownID +
+                                             ".desktop\nx-scheme-handler/http=" + ownID + ".desktop\n");
+    const auto problems = session.problems("GNOME");
+    EXPECT_EQ(std::ranges::count_if(problems,
+                                    [](const auto &problem) {
+                                        return problem.find("names more than 100 applications") !=
+                                               std::string::npos;
+                                    }),
+              1)
+        << testing::PrintToString(problems);
+}
+
 TEST_F(RoutingDiagnosticsTest, NamesADifferenceOfTheSchemes) {
     routeIn("GNOME");
     session.services("GNOME").setDefaultHandlerForUrlScheme("http", "firefox");
