@@ -2,6 +2,7 @@
 
 #include "BusSender.h"
 #include "LinkSession.h"
+#include "SilentBrowser.h"
 #include "StoppedClient.h"
 #include "platform/linux/base/Files.h"
 #include "support/HeadlessKWin.h"
@@ -189,6 +190,24 @@ TEST(HungClient, FloodsInVain) {
     EXPECT_TRUE(FERNHOP_SANITIZED ||
                 support::waitUntil([&] { return memoryOf(session.resident->pid()) < most; }))
         << before << " KiB, then " << memoryOf(session.resident->pid());
+}
+
+TEST(HungBrowser, HoldsUpOnlyItsOwnLinks) {
+    LinkSession session;
+    session.home.writeDesktopEntry("org.example.Silent", SilentBrowser::desktopEntry);
+    session.startBus();
+    session.startFernhop();
+    ASSERT_EQ(session.fernhop({"url-rules", "add", "silent.example", "org.example.Silent"}), 0)
+        << session.output();
+    ASSERT_EQ(session.fernhop({"default", "web"}), 0) << session.output();
+    const StoppedClient browser(session.bus->address(), "org.example.Silent");
+    const auto waiting = session.start({session.program("fernhop-open"), "https://silent.example/"});
+    for (const std::string link : {"https://1/", "https://2/"}) {
+        EXPECT_EQ(session.open({link}), 0) << session.output();
+        EXPECT_EQ(session.fernhop({"status"}), 0) << session.output();
+    }
+    EXPECT_EQ(session.opened(2), (std::vector<std::string>{"https://1/", "https://2/"}));
+    EXPECT_TRUE(waiting->isRunning()) << "the link is not with its browser yet";
 }
 
 TEST(HungSettingsWriter, FailsCommandsAndHoldsUpNoLink) {

@@ -66,6 +66,8 @@ void openEnded(GObject *bus, GAsyncResult *result, gpointer data) {
     const GErrorPointer failure(error);
     if (isUnavailable(*error))
         return (*ended)(BusOpening::unavailable);
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
+        return (*ended)(Failure{"The application does not answer"});
     g_dbus_error_strip_remote_error(error);
     (*ended)(Failure{shortenedLogLine(error->message, longestReason)});
 }
@@ -92,15 +94,14 @@ GVariant *scopeProperties(pid_t process, const std::string &desktopID) {
 } // namespace
 
 void openThroughBus(GDBusConnection *bus, const std::string &desktopID, const std::vector<std::string> &urls,
-                    const LaunchTokens &tokens, Ended ended) {
+                    const LaunchTokens &tokens, Ended ended, std::chrono::milliseconds longestWait) {
     const auto path = objectPathOf(desktopID);
     if (!g_dbus_is_name(desktopID.c_str()) || !g_variant_is_object_path(path.c_str()))
         return callSoon([ended = std::move(ended)] { ended(BusOpening::unavailable); });
-    // Starting an application has no time limit of ours: the bus has one, and a link that is given up here
-    // could still be opened afterwards.
     g_dbus_connection_call(bus, desktopID.c_str(), path.c_str(), "org.freedesktop.Application", "Open",
-                           openArguments(urls, tokens), nullptr, G_DBUS_CALL_FLAGS_NONE, G_MAXINT, nullptr,
-                           openEnded, new Ended(std::move(ended)));
+                           openArguments(urls, tokens), nullptr, G_DBUS_CALL_FLAGS_NONE,
+                           static_cast<int>(longestWait.count()), nullptr, openEnded,
+                           new Ended(std::move(ended)));
 }
 
 void moveToLaunchScope(GDBusConnection *bus, pid_t process, const std::string &desktopID) {

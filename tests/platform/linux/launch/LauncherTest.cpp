@@ -2,6 +2,7 @@
 
 #include "BusApplication.h"
 #include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/launch/BusLaunch.h"
 #include "platform/linux/source/FakeFocusProvider.h"
 #include "support/MainLoop.h"
 #include "support/PrivateBus.h"
@@ -187,6 +188,30 @@ TEST_F(BusLauncherTest, AnActivatableBrowserIsAskedOverTheBus) {
     EXPECT_EQ(deliveriesHandled, 1);
     EXPECT_TRUE(browser.starts().empty());
     EXPECT_EQ(focus.raised.at(0).pid, std::nullopt);
+}
+
+TEST_F(BusLauncherTest, OneThatDoesNotAnswerFailed) {
+    // It has its name, and drops every call.
+    const BusConnection stopped = connectTo(bus.address());
+    g_dbus_connection_add_filter(
+        stopped.get(),
+        [](auto *, GDBusMessage *message, gboolean incoming, gpointer) -> GDBusMessage * {
+            if (!incoming || g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_METHOD_CALL)
+                return message;
+            g_object_unref(message);
+            return nullptr;
+        },
+        nullptr, nullptr);
+    const GVariantPointer named(g_dbus_connection_call_sync(
+        stopped.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+        g_variant_new("(su)", "org.example.Web", 4U), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    std::string reason;
+    openThroughBus(
+        connection.get(), "org.example.Web", {"https://a/"}, {},
+        [&](const Result<BusOpening> &result) { reason = result ? "opened" : result.failure().reason; },
+        std::chrono::milliseconds(20));
+    EXPECT_TRUE(runUntil([&] { return !reason.empty(); }));
+    EXPECT_EQ(reason, "The application does not answer");
 }
 
 TEST_F(BusLauncherTest, TheObjectPathFollowsFromTheIdentifier) {
