@@ -17,50 +17,44 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-/// The operations of libcanberra that are used, looked up in the library once it is wanted: with the sound
-/// systems behind it, it is too large to be loaded by every process that might beep one day.
-struct Canberra {
-    decltype(&ca_context_create) createContext;
-    decltype(&ca_context_destroy) destroyContext;
-    decltype(&ca_context_open) openContext;
-    decltype(&ca_context_play_full) play;
-    decltype(&ca_proplist_create) createProperties;
-    decltype(&ca_proplist_destroy) destroyProperties;
-    decltype(&ca_proplist_sets) setProperty;
+/// What has been found in a library, of whatever type is wanted; null when it is not there.
+struct Symbol {
+    void *address;
 
-    /// Nothing when the library, or one of its operations, is not there. It is never unloaded.
-    [[nodiscard]] static std::optional<Canberra> load(const std::string &library);
+    template <typename Type>
+    operator Type *() const {
+        return reinterpret_cast<Type *>(address);
+    }
 };
 
-template <typename Function>
-bool find(void *library, const char *name, Function &function) {
-    function = reinterpret_cast<Function>(dlsym(library, name));
-    return function != nullptr;
-}
+/// The operations of libcanberra that are used, looked up in the library once it is wanted: with the sound
+/// systems behind it, it is too large to be loaded by every process that might beep one day. All null when
+/// the library is not there. It is never unloaded.
+struct Canberra {
+    explicit Canberra(const std::string &library)
+        : opened(dlopen(library.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE)) {}
+
+    [[nodiscard]] Symbol find(const char *name) const { return {opened ? dlsym(opened, name) : nullptr}; }
+
+    void *opened;
+    decltype(&ca_context_create) createContext = find("ca_context_create");
+    decltype(&ca_context_destroy) destroyContext = find("ca_context_destroy");
+    decltype(&ca_context_open) openContext = find("ca_context_open");
+    decltype(&ca_context_play_full) play = find("ca_context_play_full");
+    decltype(&ca_proplist_create) createProperties = find("ca_proplist_create");
+    decltype(&ca_proplist_destroy) destroyProperties = find("ca_proplist_destroy");
+    decltype(&ca_proplist_sets) setProperty = find("ca_proplist_sets");
+};
 
 void ignoreAlsaError(const char *, int, const char *, int, const char *, ...) {}
-
-std::optional<Canberra> Canberra::load(const std::string &library) {
-    void *const opened = dlopen(library.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
-    Canberra found{};
-    const bool isComplete = opened && find(opened, "ca_context_create", found.createContext) &&
-                            find(opened, "ca_context_destroy", found.destroyContext) &&
-                            find(opened, "ca_context_open", found.openContext) &&
-                            find(opened, "ca_context_play_full", found.play) &&
-                            find(opened, "ca_proplist_create", found.createProperties) &&
-                            find(opened, "ca_proplist_destroy", found.destroyProperties) &&
-                            find(opened, "ca_proplist_sets", found.setProperty);
-    return isComplete ? std::optional(found) : std::nullopt;
-}
 
 /// Keeps ALSA, if libcanberra has loaded it, from telling standard error what it cannot open.
 void silenceAlsa() {
     void *const alsa = dlopen("libasound.so.2", RTLD_LAZY | RTLD_NOLOAD);
-    using Handler = decltype(&ignoreAlsaError);
-    int (*setHandler)(Handler) = nullptr;
     if (!alsa)
         return;
-    if (find(alsa, "snd_lib_error_set_handler", setHandler))
+    int (*const setHandler)(decltype(&ignoreAlsaError)) = Symbol{dlsym(alsa, "snd_lib_error_set_handler")};
+    if (setHandler)
         setHandler(&ignoreAlsaError);
     dlclose(alsa);
 }
@@ -72,47 +66,6 @@ constexpr auto longestSound = 10s;
 
 /// What the destructor allows a sound system to let go.
 constexpr auto longestStop = 1s;
-
-/// A connection to the sound system.
-class Player {
-  public:
-    explicit Player(const Canberra &library) : canberra(library) {
-        if (canberra.createContext(&context) != CA_SUCCESS)
-            context = nullptr;
-        else if (canberra.openContext(context) != CA_SUCCESS)
-            close();
-        silenceAlsa();
-    }
-    ~Player() { close(); }
-    Player(const Player &) = delete;
-    Player &operator=(const Player &) = delete;
-
-    [[nodiscard]] explicit operator bool() const { return context != nullptr; }
-
-    /// Starts the sound of an event; whether that is under way, so that `onFinished` will be called with
-    /// `data`.
-    bool start(const char *event, ca_finish_callback_t onFinished, void *data) {
-        ca_proplist *properties = nullptr;
-        if (canberra.createProperties(&properties) != CA_SUCCESS)
-            return false;
-        canberra.setProperty(properties, CA_PROP_EVENT_ID, event);
-        canberra.setProperty(properties, CA_PROP_APPLICATION_ID, "org.fernhop.Fernhop");
-        canberra.setProperty(properties, CA_PROP_APPLICATION_NAME, "Fernhop");
-        const int result = canberra.play(context, 0, properties, onFinished, data);
-        canberra.destroyProperties(properties);
-        return result == CA_SUCCESS;
-    }
-
-    /// Ends what is playing; `onFinished` is not called afterwards.
-    void close() {
-        if (context)
-            canberra.destroyContext(std::exchange(context, nullptr));
-    }
-
-  private:
-    const Canberra &canberra;
-    ca_context *context = nullptr;
-};
 
 } // namespace
 
@@ -127,11 +80,10 @@ struct CanberraSound::Playing {
 
     /// The work of the thread.
     void run() {
-        if (const auto canberra = Canberra::load(library)) {
-            for (const char *event : {"bell", "dialog-warning"}) {
-                if (play(*canberra, event))
-                    break;
-            }
+        const Canberra canberra(library);
+        for (const char *event : {"bell", "dialog-warning"}) {
+            if (!canberra.createContext || play(canberra, event))
+                break;
         }
         const std::lock_guard lock(mutex);
         isPlaying = false;
@@ -141,8 +93,22 @@ struct CanberraSound::Playing {
     /// Plays the sound of an event to its end; whether there is nothing more to do.
     bool play(const Canberra &canberra, const char *event) {
         result.reset();
-        Player player(canberra);
-        if (!player || !player.start(event, &onFinished, this))
+        ca_context *created = nullptr;
+        if (canberra.createContext(&created) != CA_SUCCESS)
+            return false;
+        // Its end stops the sound; `onFinished` is not called afterwards.
+        const std::unique_ptr<ca_context, decltype(canberra.destroyContext)> context(created,
+                                                                                     canberra.destroyContext);
+        ca_proplist *list = nullptr;
+        if (canberra.openContext(created) != CA_SUCCESS || canberra.createProperties(&list) != CA_SUCCESS)
+            return false;
+        silenceAlsa();
+        canberra.setProperty(list, CA_PROP_EVENT_ID, event);
+        canberra.setProperty(list, CA_PROP_APPLICATION_ID, "org.fernhop.Fernhop");
+        canberra.setProperty(list, CA_PROP_APPLICATION_NAME, "Fernhop");
+        const int started = canberra.play(created, 0, list, &onFinished, this);
+        canberra.destroyProperties(list);
+        if (started != CA_SUCCESS)
             return false;
         std::unique_lock lock(mutex);
         changed.wait_for(lock, longestSound, [this] { return result || isStopping; });
