@@ -7,10 +7,10 @@
 #include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <random>
 
@@ -53,18 +53,6 @@ bool isWhitespaceOrNewline(char32_t character) {
 /// Whether a byte that begins or ends a text shows at once that nothing is to be trimmed there.
 bool isVisibleAscii(char byte) {
     return byte > ' ' && byte < 0x7F;
-}
-
-using UuidBytes = std::array<unsigned char, 16>;
-
-UuidBytes randomBytes() {
-    UuidBytes bytes{};
-    if (getentropy(bytes.data(), bytes.size()) != 0) {
-        std::random_device device;
-        for (unsigned char &byte : bytes)
-            byte = static_cast<unsigned char>(device());
-    }
-    return bytes;
 }
 
 } // namespace
@@ -145,21 +133,13 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::string makeUuid() {
-    UuidBytes bytes = randomBytes();
-    // RFC 4122: version 4 in the seventh byte, the variant in the ninth.
-    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
-    bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);
-
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string result;
-    result.reserve(36);
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-        if (index == 4 || index == 6 || index == 8 || index == 10)
-            result += '-';
-        result += digits[bytes[index] >> 4];
-        result += digits[bytes[index] & 0x0F];
-    }
-    return result;
+    std::random_device random;
+    std::array<char, 37> text{};
+    // RFC 4122: the version, 4, begins the third group, and the variant the fourth.
+    std::snprintf(text.data(), text.size(), "%08X-%04X-%04X-%04X-%04X%08X", random(), random() & 0xFFFFU,
+                  (random() & 0x0FFFU) | 0x4000U, (random() & 0x3FFFU) | 0x8000U, random() & 0xFFFFU,
+                  random());
+    return text.data();
 }
 
 } // namespace fernhop::text
