@@ -133,10 +133,6 @@ int preferenceOf(const std::string &text) {
     return number;
 }
 
-} // namespace
-
-namespace {
-
 std::optional<DesktopEntry> parseApplication(std::string_view contents,
                                              const std::vector<std::string> &locales,
                                              const std::vector<std::string> &desktops) {

@@ -10,66 +10,12 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\n\r";
-
-/// Reads one word after the other from a line.
-class WordReader {
-  public:
-    explicit WordReader(std::string_view execLine) : line(execLine) {}
-
-    /// Goes to the next word; false at the end of the line.
-    bool findWord() {
-        position = line.find_first_not_of(blanks, position);
-        return position != std::string_view::npos;
-    }
-
-    /// Reads the word that was found; false at a quote that stays open or a backslash that ends the line.
-    bool readWord(ExecWord &word) {
-        while (position < line.size() && blanks.find(line[position]) == std::string_view::npos) {
-            if (!readPiece(word))
-                return false;
-        }
-        return true;
-    }
-
-  private:
-    bool readPiece(ExecWord &word) {
-        const char character = line[position++];
-        if (character == '"' || character == '\'')
-            return readQuoted(character, word);
-        if (character != '\\') {
-            word.text += character;
-            return true;
-        }
-        if (position == line.size())
-            return false;
-        word.text += line[position++];
-        return true;
-    }
-
-    bool readQuoted(char quote, ExecWord &word) {
-        word.quoted = true;
-        while (position < line.size()) {
-            const char character = line[position++];
-            if (character == quote)
-                return true;
-            const bool escapes = quote == '"' && character == '\\' && position < line.size() &&
-                                 std::string_view("\"`$\\").find(line[position]) != std::string_view::npos;
-            word.text += escapes ? line[position++] : character;
-        }
-        return false;
-    }
-
-    std::string_view line;
-    std::size_t position = 0;
-};
-
 constexpr std::string_view urlCodes = "uUfF";
 constexpr std::string_view deprecatedCodes = "dDnNvm"; // to be removed from the line and ignored
-constexpr std::string_view otherCodes = "ick%";
+constexpr std::string_view knownCodes = "uUfFdDnNvmick%";
 
-bool contains(std::string_view codes, char code) {
-    return codes.find(code) != std::string_view::npos;
+bool contains(std::string_view text, char character) {
+    return text.find(character) != std::string_view::npos;
 }
 
 /// Whether the word is nothing but one field code out of `codes`.
@@ -77,45 +23,20 @@ bool isAlone(const ExecWord &word, std::string_view codes) {
     return word.text.size() == 2 && word.text[0] == '%' && contains(codes, word.text[1]);
 }
 
-/// Calls `literal` with each character and `code` with each field code of a word. False when a "%" begins no
-/// known code.
-template <typename Literal, typename Code>
-bool forEachPiece(std::string_view text, Literal literal, Code code) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '%') {
-            literal(text[i]);
-            continue;
-        }
-        if (++i == text.size() || !(contains(urlCodes, text[i]) || contains(deprecatedCodes, text[i]) ||
-                                    contains(otherCodes, text[i])))
-            return false;
-        code(text[i]);
+/// The letters of the field codes in a word; nothing when a "%" begins no known code.
+std::optional<std::string> codesIn(const ExecWord &word) {
+    const std::string_view text = word.text;
+    std::string codes;
+    for (auto at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 2)) {
+        if (at + 1 == text.size() || !contains(knownCodes, text[at + 1]))
+            return std::nullopt;
+        codes += text[at + 1];
     }
-    return true;
-}
-
-/// Whether there is a field code in the word that `matches`.
-template <typename Predicate>
-bool hasCode(const ExecWord &word, Predicate matches) {
-    bool found = false;
-    const auto note = [&](char code) { found = found || matches(code); };
-    return forEachPiece(
-               word.text, [](char) {}, note) &&
-           found;
+    return codes;
 }
 
 bool hasUrlCode(const ExecWord &word) {
-    return hasCode(word, [](char code) { return contains(urlCodes, code); });
-}
-
-/// Whether the word says itself what it will be: only "%%" stands for the same always.
-bool isFixed(const ExecWord &word) {
-    return !hasCode(word, [](char code) { return code != '%'; });
-}
-
-bool hasKnownCodes(const ExecWord &word) {
-    return forEachPiece(
-        word.text, [](char) {}, [](char) {});
+    return codesIn(word).value_or("").find_first_of(urlCodes) != std::string::npos;
 }
 
 /// Whether a URL is in a text that looks like one for an interpreter, known or not.
@@ -137,9 +58,13 @@ bool readsUrlAsProgram(const std::vector<ExecWord> &words) {
 /// The words of a line that is written correctly; nothing for any other.
 std::optional<std::vector<ExecWord>> correctWords(const DesktopEntry &entry) {
     auto words = execWords(entry.exec);
-    if (!words || words->empty() || words->front().text.empty() || !isFixed(words->front()))
+    const auto hasKnownCodes = [](const ExecWord &word) { return codesIn(word).has_value(); };
+    if (!words || words->empty() || words->front().text.empty() ||
+        !std::all_of(words->begin(), words->end(), hasKnownCodes))
         return std::nullopt;
-    return std::all_of(words->begin(), words->end(), hasKnownCodes) ? std::move(words) : std::nullopt;
+    // The program says itself what it is: only "%%" stands for the same always.
+    const bool isFixed = codesIn(words->front())->find_first_not_of('%') == std::string::npos;
+    return isFixed ? std::move(words) : std::nullopt;
 }
 
 /// The words of a line that can be launched; nothing for any other.
@@ -182,8 +107,12 @@ class Expansion {
 
     std::string filled(std::string_view text) {
         std::string argument;
-        forEachPiece(
-            text, [&](char literal) { argument += literal; }, [&](char code) { argument += value(code); });
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            if (text[at] == '%')
+                argument += value(text[++at]);
+            else
+                argument += text[at];
+        }
         return argument;
     }
 
@@ -212,13 +141,34 @@ class Expansion {
 } // namespace
 
 std::optional<std::vector<ExecWord>> execWords(std::string_view exec) {
-    WordReader reader(exec);
+    constexpr std::string_view blanks = " \t\n\r", escapedInQuotes = "\"`$\\";
     std::vector<ExecWord> words;
-    while (reader.findWord()) {
-        if (!reader.readWord(words.emplace_back()))
+    std::optional<char> quote; // that is open
+    bool inWord = false;
+    for (std::size_t at = 0; at < exec.size(); ++at) {
+        const char character = exec[at];
+        const bool isLast = at + 1 == exec.size();
+        if (!quote && contains(blanks, character)) {
+            inWord = false;
+            continue;
+        }
+        if (!std::exchange(inWord, true))
+            words.emplace_back();
+        auto &word = words.back();
+        if (character == quote) {
+            quote.reset();
+        } else if (!quote && (character == '"' || character == '\'')) {
+            quote = character;
+            word.quoted = true;
+        } else if (!quote && character == '\\' && isLast) {
             return std::nullopt;
+        } else {
+            const bool escapes = character == '\\' && !isLast &&
+                                 (!quote || (quote == '"' && contains(escapedInQuotes, exec[at + 1])));
+            word.text += escapes ? exec[++at] : character;
+        }
     }
-    return words;
+    return quote ? std::nullopt : std::optional(std::move(words));
 }
 
 bool interpretsUrls(const DesktopEntry &entry) {
