@@ -21,50 +21,41 @@ constexpr double smallestStack = 1; ///< a stack is no larger than its views
 
 enum class Axis { across, down };
 
-std::optional<Axis> axisOf(LayoutAttribute attribute) {
+Axis axisOf(LayoutAttribute attribute) {
     using enum LayoutAttribute;
-    switch (attribute) {
-    case leading:
-    case trailing:
-    case centerX:
-    case width:
-        return Axis::across;
-    case top:
-    case bottom:
-    case centerY:
-    case height:
-        return Axis::down;
-    }
-    return std::nullopt;
+    const bool isAcross =
+        attribute == leading || attribute == trailing || attribute == centerX || attribute == width;
+    return isAcross ? Axis::across : Axis::down;
 }
 
-/// One direction of the layout: each view has a start and a length.
+/// One direction of the layout: each view has a start and a length. Where it states something itself it uses
+/// the attributes of the direction across for either.
 class AxisLayout {
+    using enum LayoutAttribute;
+
   public:
     AxisLayout(Axis direction, const View &root, double length) : axis(direction) {
         collect(root);
         system.emplace(2 * views.size());
-        add({{start(root), 1}}, LayoutRelation::equal, 0, required);
-        add({{lengthOf(root), 1}}, LayoutRelation::equal, length, required);
+        add(fixed(root, leading, 0));
+        add(fixed(root, width, length));
         for (const View *view : views) {
-            add({{lengthOf(*view), 1}}, LayoutRelation::greaterThanOrEqual, 0, required);
+            add(atLeast(*view, width, 0));
             addStatements(*view);
         }
     }
 
     /// The content of `view` is as wide as this.
-    void addWidth(const View &view, double width) {
-        add({{lengthOf(view), 1}}, LayoutRelation::greaterThanOrEqual, width,
-            view.horizontalCompressionResistance.value_or(resistance));
-        add({{lengthOf(view), 1}}, LayoutRelation::equal, width,
-            view.horizontalContentHugging.value_or(hugging));
+    void addWidth(const View &view, double content) {
+        add(atLeast(view, width, content), view.horizontalCompressionResistance.value_or(resistance));
+        add(fixed(view, width, content), view.horizontalContentHugging.value_or(hugging));
     }
 
     /// The content of `view` is as high as this, and of no use when it is lower than its least.
-    void addHeight(const View &view, const ContentHeight &height) {
-        add({{lengthOf(view), 1}}, LayoutRelation::greaterThanOrEqual, height.least, resistance);
-        add({{lengthOf(view), 1}}, LayoutRelation::greaterThanOrEqual, height.whole, resistance - 1);
-        add({{lengthOf(view), 1}}, LayoutRelation::equal, height.whole, hugging);
+    void addHeight(const View &view, const ContentHeight &content) {
+        add(atLeast(view, width, content.least), resistance);
+        add(atLeast(view, width, content.whole), resistance - 1);
+        add(fixed(view, width, content.whole), hugging);
     }
 
     /// Solves, and tells each view's start and length.
@@ -72,7 +63,7 @@ class AxisLayout {
     void solve(Tell tell) const {
         const auto values = system->solve();
         for (const View *view : views)
-            tell(*view, values[start(*view)], values[lengthOf(*view)]);
+            tell(*view, values[start(*view)], values[start(*view) + 1]);
     }
 
     [[nodiscard]] const std::vector<const View *> &allViews() const { return views; }
@@ -88,50 +79,43 @@ class AxisLayout {
     }
 
     [[nodiscard]] std::size_t start(const View &view) const { return 2 * places.at(&view); }
-    [[nodiscard]] std::size_t lengthOf(const View &view) const { return start(view) + 1; }
-
-    void add(Terms terms, LayoutRelation relation, double constant, double priority) {
-        system->add(std::move(terms), relation, constant, priority);
-    }
 
     void addStatements(const View &view) {
         for (const Constraint &constraint : view.constraints)
-            addConstraint(constraint);
+            if (axisOf(constraint.attribute) == axis)
+                add(constraint);
         if (const auto *stack = dynamic_cast<const StackView *>(&view)) {
             const bool isAlong = (stack->orientation == Orientation::horizontal) == (axis == Axis::across);
             isAlong ? addAlong(*stack) : addAcross(*stack);
-            add({{lengthOf(view), 1}}, LayoutRelation::equal, 0, smallestStack);
+            add(fixed(view, width, 0), smallestStack);
         }
     }
 
-    void addConstraint(const Constraint &constraint) {
-        if (axisOf(constraint.attribute) != axis || !places.contains(constraint.first))
+    void add(const Constraint &constraint, double priority = required) {
+        if (!places.contains(constraint.first) || (constraint.second && !places.contains(constraint.second)))
             return;
         Terms terms = termsOf(*constraint.first, constraint.attribute, 1);
-        if (constraint.second) {
-            if (!places.contains(constraint.second))
-                return;
+        if (constraint.second)
             for (const auto &term : termsOf(*constraint.second, constraint.secondAttribute, -1))
                 terms.push_back(term);
-        }
-        add(std::move(terms), constraint.relation, constraint.constant, required);
+        system->add(std::move(terms), constraint.relation, constraint.constant, priority);
     }
 
     [[nodiscard]] Terms termsOf(const View &view, LayoutAttribute attribute, double sign) const {
-        using enum LayoutAttribute;
+        const std::size_t length = start(view) + 1;
         switch (attribute) {
         case leading:
         case top:
             return {{start(view), sign}};
         case trailing:
         case bottom:
-            return {{start(view), sign}, {lengthOf(view), sign}};
+            return {{start(view), sign}, {length, sign}};
         case centerX:
         case centerY:
-            return {{start(view), sign}, {lengthOf(view), sign / 2}};
+            return {{start(view), sign}, {length, sign / 2}};
         case width:
         case height:
-            return {{lengthOf(view), sign}};
+            return {{length, sign}};
         }
         return {};
     }
@@ -140,38 +124,22 @@ class AxisLayout {
     void addAlong(const StackView &stack) {
         const View *previous = nullptr;
         for (const auto &child : stack.subviews) {
-            if (previous)
-                add({{start(*child), 1}, {start(*previous), -1}, {lengthOf(*previous), -1}},
-                    LayoutRelation::equal, stack.spacing, required);
-            else
-                add({{start(*child), 1}, {start(stack), -1}}, LayoutRelation::equal, 0, required);
+            add(previous ? pinned(*child, leading, *previous, trailing, stack.spacing)
+                         : aligned(*child, stack, leading));
             previous = child.get();
         }
         if (!previous)
             return;
-        const Terms beyond = endBeyond(*previous, stack);
-        add(beyond, LayoutRelation::lessThanOrEqual, 0, required);
-        add(beyond, LayoutRelation::equal, 0, filling);
+        add(atMost(*previous, stack, trailing));
+        add(aligned(*previous, stack, trailing), filling);
     }
 
     /// The views beside each other's direction, aligned.
     void addAcross(const StackView &stack) {
         for (const auto &child : stack.subviews) {
-            if (stack.alignment == StackAlignment::leading)
-                add({{start(*child), 1}, {start(stack), -1}}, LayoutRelation::equal, 0, required);
-            else
-                add({{start(*child), 1},
-                     {lengthOf(*child), 0.5},
-                     {start(stack), -1},
-                     {lengthOf(stack), -0.5}},
-                    LayoutRelation::equal, 0, required);
-            add({{lengthOf(*child), 1}, {lengthOf(stack), -1}}, LayoutRelation::lessThanOrEqual, 0, required);
+            add(aligned(*child, stack, stack.alignment == StackAlignment::leading ? leading : centerX));
+            add(atMost(*child, stack, width));
         }
-    }
-
-    /// How far `child` reaches beyond the end of `stack`.
-    [[nodiscard]] Terms endBeyond(const View &child, const View &stack) const {
-        return {{start(child), 1}, {lengthOf(child), 1}, {start(stack), -1}, {lengthOf(stack), -1}};
     }
 
     Axis axis;
