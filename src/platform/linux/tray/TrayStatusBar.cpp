@@ -6,12 +6,26 @@
 
 namespace fernhop::freedesktop {
 
-/// The icon as a StatusNotifierItem and in XEmbed trays.
-class TrayIcon {
+/// The item as a StatusNotifierItem and in XEmbed trays.
+class TrayStatusBar::Item : public ui::StatusItem {
   public:
-    TrayIcon(GDBusConnection *bus, const EmbeddedTrayPlace &embedding,
-             std::function<void(const std::string &token)> takeToken)
-        : item(bus, MenuService::path, std::move(takeToken)), watcher(bus), embedded(watcher, embedding) {}
+    explicit Item(TrayStatusBar &statusBar)
+        : bar(statusBar), menu(bar.bus, bar.icons,
+                               [this](ui::Selector selector, const ui::MenuItem &sender) {
+                                   if (bar.perform)
+                                       bar.perform(selector, sender);
+                               }),
+          icon(bar.bus, MenuService::path,
+               [this](const std::string &token) {
+                   if (bar.takeToken)
+                       bar.takeToken(token);
+               }),
+          watcher(bar.bus), embedded(watcher, bar.embedding) {
+        bar.item = this;
+    }
+    ~Item() override { bar.item = nullptr; }
+    Item(const Item &) = delete;
+    Item &operator=(const Item &) = delete;
 
     [[nodiscard]] IconPlace place() const {
         if (embedded.isShown())
@@ -19,39 +33,26 @@ class TrayIcon {
         return watcher.hasHost().value_or(false) && watcher.hasItem() ? IconPlace::panel : IconPlace::nowhere;
     }
 
-    NotifierItem item;
-    NotifierWatcher watcher;
-    EmbeddedTray embedded;
-};
-
-namespace {
-
-class TrayStatusItem : public ui::StatusItem {
-  public:
-    TrayStatusItem(const PortalAppearance &barAppearance, std::unique_ptr<MenuService> menuService,
-                   std::shared_ptr<TrayIcon> trayIcon)
-        : appearance(barAppearance), menu(std::move(menuService)), icon(std::move(trayIcon)) {}
-
     // Trays come and go at any time; image, tooltip and menu are kept for the next one.
     [[nodiscard]] bool hasButton() const override { return true; }
-    [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return appearance; }
-    void setToolTip(const std::string &text) override { icon->item.setToolTip(text); }
-    void setTitle(const std::string &title) override { icon->item.setTitle(title); }
+    [[nodiscard]] const ui::Appearance &effectiveAppearance() const override { return bar.appearance; }
+    void setToolTip(const std::string &text) override { icon.setToolTip(text); }
+    void setTitle(const std::string &title) override { icon.setTitle(title); }
     // Trays show only the image.
     void setImagePosition(ui::ImagePosition) override {}
     void setImage(ui::ImageReference image) override {
         // The colour of a panel is unknown; many are dark where the user states no appearance.
-        icon->item.setImage(std::move(image), !appearance.stated());
+        icon.setImage(std::move(image), !bar.appearance.stated());
     }
-    void setMenu(std::shared_ptr<const ui::Menu> newMenu) override { menu->setMenu(std::move(newMenu)); }
+    void setMenu(std::shared_ptr<const ui::Menu> newMenu) override { menu.setMenu(std::move(newMenu)); }
 
   private:
-    const PortalAppearance &appearance;
-    const std::unique_ptr<MenuService> menu;
-    const std::shared_ptr<TrayIcon> icon;
+    TrayStatusBar &bar;
+    MenuService menu; // before the icon: hosts may read it as soon as that is registered
+    NotifierItem icon;
+    NotifierWatcher watcher;
+    const EmbeddedTray embedded;
 };
-
-} // namespace
 
 TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const IconFinder &iconFinder,
                              EmbeddedTrayPlace embeddedPlace, std::function<void()> appearanceChanged)
@@ -59,23 +60,11 @@ TrayStatusBar::TrayStatusBar(GDBusConnection *connection, const IconFinder &icon
       appearance(bus, std::move(appearanceChanged)) {}
 
 std::unique_ptr<ui::StatusItem> TrayStatusBar::statusItemWithLength(double) {
-    const auto click = [this](ui::Selector selector, const ui::MenuItem &sender) {
-        if (perform)
-            perform(selector, sender);
-    };
-    // The menu first: hosts may read it as soon as the item is registered.
-    auto menu = std::make_unique<MenuService>(bus, icons, click);
-    auto newIcon = std::make_shared<TrayIcon>(bus, embedding, [this](const std::string &token) {
-        if (takeToken)
-            takeToken(token);
-    });
-    icon = newIcon;
-    return std::make_unique<TrayStatusItem>(appearance, std::move(menu), std::move(newIcon));
+    return std::make_unique<Item>(*this);
 }
 
 IconPlace TrayStatusBar::iconPlace() const {
-    const auto shown = icon.lock();
-    return shown ? shown->place() : IconPlace::nowhere;
+    return item ? item->place() : IconPlace::nowhere;
 }
 
 } // namespace fernhop::freedesktop

@@ -13,8 +13,6 @@
 
 namespace fernhop::freedesktop {
 
-class TrayIcon;
-
 /// The tray of a session with a bus. Main thread only.
 class TrayStatusBar : public ui::StatusBar {
   public:
@@ -40,13 +38,15 @@ class TrayStatusBar : public ui::StatusBar {
     [[nodiscard]] std::unique_ptr<ui::StatusItem> statusItemWithLength(double length) override;
 
   private:
+    class Item;
+
     GDBusConnection *bus;
     const IconFinder &icons;
     const EmbeddedTrayPlace embedding;
     const PortalAppearance appearance;
     PerformAction perform;
     std::function<void(const std::string &token)> takeToken;
-    std::weak_ptr<const TrayIcon> icon; ///< of the item
+    const Item *item = nullptr; ///< null: there is none
 };
 
 } // namespace fernhop::freedesktop
