@@ -32,4 +32,12 @@ std::vector<std::string_view> nonEmptyPieces(std::string_view text, char separat
     return found;
 }
 
+std::vector<char *> pointersTo(std::vector<std::string> &texts) {
+    std::vector<char *> pointers;
+    for (auto &text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 } // namespace fernhop::freedesktop

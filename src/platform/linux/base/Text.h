@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,5 +24,9 @@ std::string_view takePiece(std::string_view &rest, char separator);
 
 /// The pieces of `text` that are not empty. Views into `text`.
 [[nodiscard]] std::vector<std::string_view> nonEmptyPieces(std::string_view text, char separator);
+
+/// The texts as functions of C take them, with a null pointer at the end. Points into `texts`; those
+/// functions change none, though they ask for `char *`.
+[[nodiscard]] std::vector<char *> pointersTo(std::vector<std::string> &texts);
 
 } // namespace fernhop::freedesktop

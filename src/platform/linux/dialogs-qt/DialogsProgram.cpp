@@ -2,6 +2,7 @@
 
 #include "platform/Version.h"
 #include "platform/linux/base/GPointer.h"
+#include "platform/linux/base/Text.h"
 
 #include <utility>
 #include <vector>
@@ -21,7 +22,7 @@ class HelperProgram {
     /// `command` is the program's path and its arguments. `startupID` tells the display server on whose
     /// behalf its first window shows; empty: nobody's. Null when the program cannot be started.
     [[nodiscard]] static std::unique_ptr<HelperProgram>
-    start(const std::vector<std::string> &command, const std::string &startupID, Callbacks callbacks);
+    start(std::vector<std::string> command, const std::string &startupID, Callbacks callbacks);
 
     /// Kills the program if it still runs.
     ~HelperProgram() {
@@ -45,7 +46,7 @@ class HelperProgram {
     MessageSocket connection;
 };
 
-std::unique_ptr<HelperProgram> HelperProgram::start(const std::vector<std::string> &command,
+std::unique_ptr<HelperProgram> HelperProgram::start(std::vector<std::string> command,
                                                     const std::string &startupID, Callbacks callbacks) {
     auto [ownEnd, otherEnd] = MessageSocket::makePair();
     if (!ownEnd)
@@ -57,12 +58,9 @@ std::unique_ptr<HelperProgram> HelperProgram::start(const std::vector<std::strin
     g_subprocess_launcher_unsetenv(launcher.get(), "DESKTOP_STARTUP_ID");
     if (!startupID.empty())
         g_subprocess_launcher_setenv(launcher.get(), "DESKTOP_STARTUP_ID", startupID.c_str(), TRUE);
-    std::vector<const char *> words;
-    for (const std::string &word : command)
-        words.push_back(word.c_str());
-    words.push_back(programVersion()); // an upgrade may have replaced one of the two programs
-    words.push_back(nullptr);
-    GObjectPointer<GSubprocess> started(g_subprocess_launcher_spawnv(launcher.get(), words.data(), nullptr));
+    command.emplace_back(programVersion()); // an upgrade may have replaced one of the two programs
+    GObjectPointer<GSubprocess> started(
+        g_subprocess_launcher_spawnv(launcher.get(), pointersTo(command).data(), nullptr));
     if (!started)
         return nullptr;
     return std::unique_ptr<HelperProgram>(

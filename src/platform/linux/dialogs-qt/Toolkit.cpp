@@ -1,5 +1,6 @@
 #include "platform/linux/dialogs-qt/Toolkit.h"
 
+#include "platform/linux/base/Text.h"
 #include "platform/linux/dialogs-qt/Icons.h"
 
 #include <sys/socket.h>
@@ -67,11 +68,9 @@ std::optional<std::string> usablePlatformPlugin() {
     return std::nullopt;
 }
 
-Toolkit::Toolkit(std::string platformPlugin) : words{"fernhop", "-platform", std::move(platformPlugin)} {
-    for (std::string &word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    argumentCount = static_cast<int>(words.size());
+Toolkit::Toolkit(std::string platformPlugin)
+    : words{"fernhop", "-platform", std::move(platformPlugin)}, arguments(pointersTo(words)),
+      argumentCount(static_cast<int>(words.size())) {
     QApplication::setDesktopFileName(QStringLiteral("org.fernhop.Fernhop"));
     application = std::make_unique<QApplication>(argumentCount, arguments.data());
     QApplication::setQuitOnLastWindowClosed(false);

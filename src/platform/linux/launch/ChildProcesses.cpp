@@ -32,15 +32,6 @@ struct ChildPlan {
     char *pidText; ///< where the child writes its identifier, `pidSpace` zero bytes
 };
 
-std::vector<char *> pointers(std::vector<std::string> &texts) {
-    std::vector<char *> result;
-    result.reserve(texts.size() + 1);
-    for (auto &text : texts)
-        result.push_back(text.data());
-    result.push_back(nullptr);
-    return result;
-}
-
 void resetSignals() {
     struct sigaction standard = {};
     standard.sa_handler = SIG_DFL;
@@ -159,8 +150,8 @@ Result<pid_t> spawn(SpawnRequest request) {
     auto assignments = request.environment.assignments();
     const auto prefix = std::string(pidVariable) + '=';
     auto &pidAssignment = assignments.emplace_back(prefix + std::string(pidSpace, '\0'));
-    const auto environment = pointers(assignments);
-    const auto arguments = pointers(request.arguments);
+    const auto environment = pointersTo(assignments);
+    const auto arguments = pointersTo(request.arguments);
     return runChild({program->c_str(),
                      request.workingDirectory.empty() ? nullptr : request.workingDirectory.c_str(),
                      arguments.data(), environment.data(), pidAssignment.data() + prefix.size()});

@@ -132,23 +132,21 @@ std::optional<CommandResult> BusResidentConnection::perform(const std::vector<st
 
 std::vector<std::string> BusResidentConnection::open(const std::vector<Url> &links) {
     std::vector<std::string> problems;
-    std::vector<const char *> arguments = {linkProgram.c_str(), "--"};
+    std::vector<std::string> arguments = {linkProgram, "--"};
     for (const auto &link : links) {
         if (link.absoluteString().size() > longestArgument())
             problems.push_back(
                 unopenedSentence(link.absoluteString(), "encoded, it is too long for a program"));
         else
-            arguments.push_back(link.absoluteString().c_str());
+            arguments.push_back(link.absoluteString());
     }
     if (problems.size() == links.size())
         return problems;
-    arguments.push_back(nullptr);
     char *errors = nullptr;
     GError *error = nullptr;
     int status = 0;
-    const bool ran =
-        g_spawn_sync(nullptr, const_cast<char **>(arguments.data()), nullptr, G_SPAWN_STDOUT_TO_DEV_NULL,
-                     nullptr, nullptr, nullptr, &errors, &status, &error) != FALSE;
+    const bool ran = g_spawn_sync(nullptr, pointersTo(arguments).data(), nullptr, G_SPAWN_STDOUT_TO_DEV_NULL,
+                                  nullptr, nullptr, nullptr, &errors, &status, &error) != FALSE;
     const GCharPointer said(errors);
     const auto told = sentencesIn(said ? said.get() : "");
     problems.insert(problems.end(), told.begin(), told.end());

@@ -3,11 +3,11 @@
 #include "platform/linux/base/FernhopService.h"
 #include "platform/linux/base/OwnProgram.h"
 #include "platform/linux/base/Processes.h"
+#include "platform/linux/base/Text.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
@@ -37,37 +37,34 @@ ProgramWatch::ProgramWatch(std::function<void()> replaced) : onReplaced(std::mov
 ProgramWatch::~ProgramWatch() {
     if (monitor)
         g_signal_handlers_disconnect_by_data(monitor.get(), this);
-    if (trial != 0)
-        g_source_remove(trial);
 }
 
 void ProgramWatch::check() {
-    if (!timer.isRunning() && trial == 0)
+    if (!timer.isRunning() && !isTrying)
         checkAfter(settlingTime);
 }
 
 void ProgramWatch::checkAfter(std::chrono::milliseconds newPause) {
     pause = newPause;
     timer.start(pause, [this] {
-        if (trial == 0 && ownProgramWasReplaced())
+        if (!isTrying && ownProgramWasReplaced())
             tryNewProgram();
     });
 }
 
 void ProgramWatch::tryNewProgram() {
-    std::string path = ownProgramPath();
-    std::string option = "--version";
-    std::array<char *, 3> arguments = {path.data(), option.data(), nullptr};
+    std::vector<std::string> command = {ownProgramPath(), "--version"};
     constexpr auto flags = static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_STDOUT_TO_DEV_NULL |
                                                     G_SPAWN_STDERR_TO_DEV_NULL);
     GPid child = 0;
-    if (!g_spawn_async(nullptr, arguments.data(), nullptr, flags, nullptr, nullptr, &child, nullptr))
+    if (!g_spawn_async(nullptr, pointersTo(command).data(), nullptr, flags, nullptr, nullptr, &child,
+                       nullptr))
         return tried(false);
-    const auto ended = [](GPid, gint waitStatus, gpointer self) {
-        static_cast<ProgramWatch *>(self)->trial = 0;
-        static_cast<ProgramWatch *>(self)->tried(g_spawn_check_wait_status(waitStatus, nullptr) != FALSE);
-    };
-    trial = g_child_watch_add(child, ended, this);
+    isTrying = true;
+    trial.watch(child, [this](int waitStatus) {
+        isTrying = false;
+        tried(g_spawn_check_wait_status(waitStatus, nullptr) != FALSE);
+    });
 }
 
 void ProgramWatch::tried(bool succeeded) {
@@ -106,14 +103,9 @@ void Upgrade::proceed() {
 
 void executeInstalledProgram(const Environment &environment) {
     auto assignments = environment.assignments();
-    std::vector<char *> variables;
-    for (auto &assignment : assignments)
-        variables.push_back(assignment.data());
-    variables.push_back(nullptr);
-    std::string path = ownProgramPath();
-    std::array<char *, 2> arguments = {path.data(), nullptr};
-    execve(path.c_str(), arguments.data(), variables.data());
-    std::perror(path.c_str());
+    std::vector<std::string> command = {ownProgramPath()};
+    execve(command.front().c_str(), pointersTo(command).data(), pointersTo(assignments).data());
+    std::perror(command.front().c_str());
 }
 
 void reapInheritedChildren() {

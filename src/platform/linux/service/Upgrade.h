@@ -2,6 +2,7 @@
 
 #include "platform/linux/base/Environment.h"
 #include "platform/linux/base/Timer.h"
+#include "platform/linux/launch/ChildProcesses.h"
 #include "platform/linux/service/LinkService.h"
 
 #include <gio/gio.h>
@@ -32,8 +33,9 @@ class ProgramWatch {
     std::function<void()> onReplaced;
     GObjectPointer<GFileMonitor> monitor;
     std::chrono::milliseconds pause{};
-    Timer timer;     ///< until the next look
-    guint trial = 0; ///< the watch for the end of `--version`; 0: it does not run
+    Timer timer;        ///< until the next look
+    ChildWatches trial; ///< of `--version`
+    bool isTrying = false;
 };
 
 /// Leads the resident to its end when its program was replaced, so that the new one can take its place: the

@@ -1,6 +1,7 @@
 #include "platform/SentLink.h"
 #include "platform/Version.h"
 #include "platform/linux/base/OwnProgram.h"
+#include "platform/linux/base/Text.h"
 #include "platform/linux/stub/Courier.h"
 #include "platform/linux/stub/Report.h"
 
@@ -64,14 +65,12 @@ Links linksOf(int count, char **arguments) {
 int openWithoutResident(const Links &links, bool hasBus) {
     report(links.refused);
     const auto program = programBeside("fernhop");
-    std::vector<const char *> arguments = {program.c_str(), "--without-bus", "--"};
-    for (const auto &link : links.toDeliver)
-        arguments.push_back(link.c_str());
-    arguments.push_back(nullptr);
+    std::vector<std::string> arguments = {program, "--without-bus", "--"};
+    arguments.insert(arguments.end(), links.toDeliver.begin(), links.toDeliver.end());
     Pauses pauses; // an upgrade may be replacing the program; the delivery has waited for that already
     int failure = 0;
     do {
-        execv(program.c_str(), const_cast<char *const *>(arguments.data()));
+        execv(program.c_str(), pointersTo(arguments).data());
         failure = errno;
     } while (!hasBus && pauses.wait());
     const auto reason = program + ": " + strerror(failure);

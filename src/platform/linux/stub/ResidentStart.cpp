@@ -2,6 +2,7 @@
 
 #include "platform/linux/base/FernhopService.h"
 #include "platform/linux/base/OwnProgram.h"
+#include "platform/linux/base/Text.h"
 #include "platform/linux/stub/SdBus.h"
 #include "platform/linux/stub/SessionEnvironment.h"
 
@@ -12,7 +13,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <string_view>
 #include <vector>
 
@@ -36,10 +36,8 @@ std::string homeOrRoot(const Environment &environment) {
 }
 
 /// Starts a program as a process that outlives this one: in a session of its own, with the usual handling of
-/// signals, and without our output, on whose end somebody may be waiting. `option` may be null. Returns an
-/// errno value, or 0.
-int spawnDetached(const std::string &program, const char *option, const Environment &environment,
-                  pid_t &child) {
+/// signals, and without our output, on whose end somebody may be waiting. Returns an errno value, or 0.
+int spawnDetached(std::vector<std::string> command, const Environment &environment, pid_t &child) {
     posix_spawn_file_actions_t files;
     posix_spawnattr_t attributes;
     posix_spawn_file_actions_init(&files);
@@ -57,13 +55,8 @@ int spawnDetached(const std::string &program, const char *option, const Environm
     posix_spawnattr_setflags(&attributes,
                              POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     auto assignments = environment.assignments();
-    std::vector<char *> variables;
-    for (auto &assignment : assignments)
-        variables.push_back(assignment.data());
-    variables.push_back(nullptr);
-    const std::array<const char *, 3> arguments = {program.c_str(), option, nullptr};
-    const int failure = posix_spawn(&child, program.c_str(), &files, &attributes,
-                                    const_cast<char *const *>(arguments.data()), variables.data());
+    const int failure = posix_spawn(&child, command.front().c_str(), &files, &attributes,
+                                    pointersTo(command).data(), pointersTo(assignments).data());
     posix_spawn_file_actions_destroy(&files);
     posix_spawnattr_destroy(&attributes);
     return failure;
@@ -96,7 +89,7 @@ class Start {
         if (!isPresent && !isLate()) {
             const auto program = programBeside("fernhop");
             const auto environment = sessionEnvironment(bus, Environment::current());
-            if (const int failure = spawnDetached(program, nullptr, environment, child); failure != 0)
+            if (const int failure = spawnDetached({program}, environment, child); failure != 0)
                 return failed(reason, program + ": " + strerror(failure));
         }
         return waitFor(child, reason);
@@ -195,7 +188,7 @@ bool canBeReplaced() {
     pid_t child = 0;
     int status = 0;
     return ownProgramWasReplaced() &&
-           spawnDetached(ownProgramPath(), "--version", Environment::current(), child) == 0 &&
+           spawnDetached({ownProgramPath(), "--version"}, Environment::current(), child) == 0 &&
            waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
