@@ -1,5 +1,6 @@
 #include "platform/linux/dialogs-qt/Icons.h"
 
+#include "platform/linux/tray/ImageRenderer.h"
 #include "platform/linux/tray/Symbols.h"
 
 #include <QApplication>
@@ -7,7 +8,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QIconEngine>
-#include <QPainterPath>
 #include <QPixmap>
 #include <QStandardPaths>
 #include <QStringList>
@@ -131,41 +131,18 @@ void paintApplicationIcon(QPainter &painter, const std::string &icon, const QRec
 
 namespace {
 
-struct AddTo {
-    QPainterPath &path;
-
-    static QPointF point(ui::Point at) { return {at.x, at.y}; }
-    void operator()(const ui::MoveTo &move) const { path.moveTo(point(move.to)); }
-    void operator()(const ui::LineTo &line) const { path.lineTo(point(line.to)); }
-    void operator()(const ui::CurveTo &curve) const {
-        path.cubicTo(point(curve.control1), point(curve.control2), point(curve.to));
-    }
-    void operator()(const ui::ClosePath &) const { path.closeSubpath(); }
-    void operator()(const ui::Oval &oval) const {
-        path.addEllipse(QRectF(oval.origin.x, oval.origin.y, oval.width, oval.height));
-    }
-};
-
-void paintPath(QPainter &painter, const ui::Path &path, const QColor &ink) {
-    QPainterPath outline;
-    for (const auto &element : path.elements)
-        std::visit(AddTo{outline}, element);
-    if (path.strokeWidth > 0)
-        painter.strokePath(outline, QPen(ink, path.strokeWidth, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
-    else
-        painter.fillPath(outline, ink);
-}
-
 /// Draws `drawing`, made for a square of `side` points, into `target`, in `ink`.
 void paintDrawing(QPainter &painter, const ui::Drawing &drawing, double side, const QRectF &target,
                   const QColor &ink) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(target.bottomLeft());
-    painter.scale(target.width() / side, -target.height() / side); // a drawing's y grows upwards
-    for (const ui::Path &path : drawing.paths)
-        paintPath(painter, path, ink);
-    painter.restore();
+    const int pixels = qRound(target.width() * painter.device()->devicePixelRatioF());
+    const auto drawn = paint({{ui::ColorRole::black, 1}, drawing.paths}, side, pixels);
+    QImage shape(cairo_image_surface_get_data(drawn.get()), pixels, pixels,
+                 QImage::Format_ARGB32_Premultiplied);
+    QPainter tinting(&shape);
+    tinting.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    tinting.fillRect(shape.rect(), ink);
+    tinting.end();
+    painter.drawImage(target, shape);
 }
 
 /// Paints the picture of each kind of source into an area.
