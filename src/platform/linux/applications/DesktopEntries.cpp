@@ -105,10 +105,8 @@ bool isWrapperOrInterpreter(std::string_view name) {
 }
 
 bool namesFernhop(std::string_view word) {
-    std::string_view name = fileNameOf(word);
-    if (name.ends_with(".desktop"))
-        name.remove_suffix(std::string_view(".desktop").size());
-    return name == fernhopDesktopID || word == "fernhop" || word.ends_with("/bin/fernhop");
+    return withoutEnding(fileNameOf(word), ".desktop") == fernhopDesktopID || word == "fernhop" ||
+           word.ends_with("/bin/fernhop");
 }
 
 bool namesPortal(std::string_view word) {

@@ -46,14 +46,11 @@ std::optional<pid_t> Processes::parentOf(pid_t pid) const {
 
 std::optional<std::string> Processes::programPathOf(pid_t pid) const {
     std::error_code failure;
-    auto path = std::filesystem::read_symlink(pathOf(pid, "exe"), failure).string();
+    const auto path = std::filesystem::read_symlink(pathOf(pid, "exe"), failure).string();
     if (failure || path.empty())
         return std::nullopt;
     // So the kernel shows a program that was replaced, by an update say.
-    constexpr std::string_view deleted = " (deleted)";
-    if (path.ends_with(deleted))
-        path.resize(path.size() - deleted.size());
-    return path;
+    return std::string(withoutEnding(path, " (deleted)"));
 }
 
 std::optional<std::string> Processes::programOf(pid_t pid) const {

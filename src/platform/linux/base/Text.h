@@ -11,6 +11,11 @@ namespace fernhop::freedesktop {
     return path.substr(path.rfind('/') + 1);
 }
 
+/// `text` without `ending`, if it ends so. A view into `text`.
+[[nodiscard]] inline std::string_view withoutEnding(std::string_view text, std::string_view ending) {
+    return text.substr(0, text.size() - (text.ends_with(ending) ? ending.size() : 0));
+}
+
 /// `text` without the ASCII white space around it. A view into `text`.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 

@@ -1,6 +1,7 @@
 #include "platform/linux/defaulthandler/KdeBrowser.h"
 
 #include "platform/linux/base/KeyFile.h"
+#include "platform/linux/base/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -31,12 +32,6 @@ bool isLockedWhole(std::string_view bytes) {
                bytes.find(std::string("\n").append(line)) != std::string_view::npos;
     };
     return hasLine("[$i]") || hasLine("[General][$i]");
-}
-
-std::string withoutExtension(std::string_view name) {
-    if (name.ends_with(entryExtension))
-        name.remove_suffix(entryExtension.size());
-    return std::string(name);
 }
 
 } // namespace
@@ -81,7 +76,7 @@ std::optional<DesktopBrowserSetting> KdeBrowser::setting() const {
     const auto text = effective().browser;
     if (!text || text->empty())
         return std::nullopt;
-    const auto id = withoutExtension(*text);
+    const std::string id(withoutEnding(*text, entryExtension));
     if (text->starts_with('!') || !entries.entry(id))
         return DesktopBrowserSetting{*text, std::nullopt};
     return DesktopBrowserSetting{*text, id};

@@ -43,15 +43,6 @@ bool isInterpreter(std::string_view program) {
     return isPassOnProgram(program, PassOnProgram::Kind::interpreter);
 }
 
-/// The desktop-file ID that an ID, a file name or a path stands for: without folder and ".desktop".
-std::string desktopIDOf(std::string_view text) {
-    constexpr std::string_view suffix = ".desktop";
-    std::string_view name = fileNameOf(text);
-    if (name.ends_with(suffix))
-        name.remove_suffix(suffix.size());
-    return std::string(name);
-}
-
 std::string textOf(const std::optional<pid_t> &pid) {
     return pid ? std::to_string(*pid) : std::string();
 }
@@ -201,7 +192,7 @@ std::optional<std::string> ApplicationMatcher::ofProgram(pid_t process) const {
 
 std::optional<std::string> ApplicationMatcher::named(const std::string &text) const {
     const auto id = index.byPath(text);
-    return id ? id : index.byID(desktopIDOf(text));
+    return id ? id : index.byID(std::string(withoutEnding(fileNameOf(text), ".desktop")));
 }
 
 std::optional<std::string> ApplicationMatcher::ofNames(const std::vector<std::string> &names) const {
