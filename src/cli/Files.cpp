@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <filesystem>
 #include <fstream>
 #include <istream>
 #include <string_view>
@@ -42,8 +43,14 @@ std::variant<std::string, ReadingFailed> readStream(std::istream &stream) {
 }
 
 std::optional<std::string> writeFile(const std::string &path, const std::string &content) {
+    std::error_code ignored;
+    const bool isNew = !std::filesystem::exists(path, ignored);
     errno = 0;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    // The rules say which pages somebody visits.
+    if (file && isNew)
+        std::filesystem::permissions(
+            path, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, ignored);
     file << content << std::flush;
     file.close();
     if (!file)

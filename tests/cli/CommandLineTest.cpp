@@ -289,6 +289,14 @@ TEST_F(CommandLineFiles, ExportWritesAFile) {
     EXPECT_EQ(resident.calls[0].arguments, std::vector<std::string>{"export"});
 }
 
+TEST_F(CommandLineFiles, ExportMakesAFileForItsOwnerAlone) {
+    resident.answer = CommandResult{0, "{}\n", ""};
+    EXPECT_EQ(run({"export", path("out.json")}), 0);
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(path("out.json")).permissions(),
+              perms::owner_read | perms::owner_write);
+}
+
 TEST_F(CommandLineFiles, ExportPrintsWithoutAFile) {
     resident.answer = CommandResult{0, "{}\n", ""};
     EXPECT_EQ(run({"export"}), 0);
