@@ -93,6 +93,13 @@ TEST_F(ByteExactness, BrowsersFindTheHostThatTheSentTextHas) {
             << testing::PrintToString(deliverable[index]) << " became " << opened[index];
 }
 
+TEST_F(ByteExactness, TextsOfApplicationsThatCallByThemselvesLeadWhereBrowsersFindTheyLead) {
+    BusSender sender(session.bus->address());
+    sender.open({"https://good.example\\@evil.example/", " https://good.example/a\tb\n"});
+    EXPECT_EQ(session.opened(2),
+              (std::vector<std::string>{"https://good.example/@evil.example/", "https://good.example/ab"}));
+}
+
 TEST_F(ByteExactness, WhatIsNoUrlIsToldToTheSender) {
     ASSERT_EQ(session.open({"-x", "--help", "--", "", "\xff\xfe", "no scheme", "https:[::1]"}), 1);
     EXPECT_EQ(

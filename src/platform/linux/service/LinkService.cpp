@@ -1,5 +1,6 @@
 #include "platform/linux/service/LinkService.h"
 
+#include "platform/SentLink.h"
 #include "platform/Url.h"
 #include "platform/Version.h"
 #include "platform/linux/base/GPointer.h"
@@ -221,6 +222,9 @@ void LinkService::openLinks(DeliveredLinks links, GDBusMethodInvocation *invocat
 void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation *invocation) {
     if (!links.sender.parentPid)
         links.sender.parentPid = processOf(bus, g_dbus_method_invocation_get_sender(invocation));
+    // Applications call this with a text as a user typed or clicked it; the stub has already done this.
+    for (auto &link : links.links)
+        link = linkToDeliver(link).value_or("");
     openLinks(std::move(links), invocation, [](const auto &) { return nullptr; });
 }
 
