@@ -34,7 +34,7 @@ class LinuxMachine {
     }
 
     support::TemporaryHome home;
-    freedesktop::ApplicationPlaces places{{home.applications()}, {}, {}, home.home()};
+    freedesktop::ApplicationPlaces places{{home.applications()}, {}, {}, home.home(), {}};
     freedesktop::InstalledDesktopEntries entries{places};
     freedesktop::DesktopBundles desktopBundles{entries};
     freedesktop::PosixFileManager manager{home.home()};
