@@ -19,8 +19,8 @@ scripts/checks/shell.sh
 
 stage "Static analysis"
 configure analysis
-# The analysis reads the headers of the generated protocols; nothing else has to be built for it.
-build analysis fernhop_plasma_protocol fernhop_wlr_protocol
+# The analysis reads the generated headers; nothing else has to be built for it.
+build analysis fernhop_plasma_protocol fernhop_wlr_protocol fernhop_service_interfaces fernhop_tray_interfaces
 scripts/checks/tidy.sh build/analysis
 
 # All else is built by clang; what `make build` installs, and the benchmarks, are built by GCC where that is the system's
