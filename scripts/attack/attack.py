@@ -32,6 +32,7 @@ ATTACKS = [
     (files.unreadableSettings, 3, 20),
     (files.damagedEntries, 10, 1000),
     (files.manyEntries, 500, 20_000),
+    (bus.giantLinks, 2, 40),
     (bus.hostileCalls, 500, 100_000),
 ]
 

@@ -1,6 +1,7 @@
 """Attacks over the session bus."""
 
 import random
+import time
 
 from gi.repository import Gio, GLib
 
@@ -47,15 +48,42 @@ def body(random_, signature):
     return GLib.Variant.new_tuple(*(anyValue(random_, part) for part in parts))
 
 
+def connect(session):
+    return Gio.DBusConnection.new_for_address_sync(
+        session.processes.environment["DBUS_SESSION_BUS_ADDRESS"],
+        Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+
+
+def giantLinks(build, count):
+    """Links of many megabytes open nothing and hold nothing up."""
+    with Session(build) as session:
+        session.startFernhop()
+        bus = connect(session)
+        for method, texts in (("Open", "as"), ("OpenLinks", "aay")):
+            link = "https://giant.example/" + "\u00e4 " * (count << 19)
+            value = GLib.Variant("as", [link]) if texts == "as" else GLib.Variant.new_array(
+                GLib.VariantType("ay"), [GLib.Variant.new_from_bytes(GLib.VariantType("ay"), GLib.Bytes.new(link.encode()), True)])
+            message = Gio.DBusMessage.new_method_call(OWN, PATH, OWN if texts == "aay" else "org.freedesktop.Application", method)
+            message.set_body(GLib.Variant.new_tuple(value, GLib.Variant("a{sv}", {})))
+            bus.send_message(message, Gio.DBusSendMessageFlags.NONE)
+        bus.flush_sync(None)
+        started = time.monotonic()
+        wrong = session.fernhop("status").returncode != 0
+        answered = time.monotonic() - started
+        session.open("https://ordinary.example/")
+        outcome = outcomeOf(session, ["https://ordinary.example/"], f"2 links of {3 * count / 2:.0f} MB, status after {answered:.1f} s")
+        outcome.failed += wrong
+        bus.close_sync(None)
+        return outcome
+
+
 def hostileCalls(build, count):
     """Calls of any content leave Fernhop as it is."""
     random_ = random.Random(7)
     with Session(build) as session:
         session.startFernhop()
         pid = session.owner()
-        bus = Gio.DBusConnection.new_for_address_sync(
-            session.processes.environment["DBUS_SESSION_BUS_ADDRESS"],
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        bus = connect(session)
         for _ in range(count):
             interface, method, signature = random_.choice(METHODS)
             arguments = body(random_, signature)

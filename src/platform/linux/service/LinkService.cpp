@@ -15,6 +15,10 @@
 namespace fernhop::freedesktop {
 namespace {
 
+/// Bytes of a link that is looked at. Programs take 128 KiB at most; to read much more would hold up other
+/// links.
+constexpr std::size_t largestLink = std::size_t{1} << 20U;
+
 std::string bytesOf(GVariant *bytes) {
     gsize length = 0;
     const auto *data = static_cast<const char *>(g_variant_get_fixed_array(bytes, &length, 1));
@@ -156,6 +160,8 @@ void LinkDispatcher::handOverAll(DeliveredLinks delivered, LinkDelivery::Handled
 
 void LinkDispatcher::handOver(const std::shared_ptr<LinkDelivery> &delivery, std::size_t index,
                               std::string link) {
+    if (link.size() > largestLink)
+        return delivery->addUnopened({index, "it is too long"});
     const auto event = LinkEventDescriptor::getUrl(std::move(link));
     LinkEventDescriptor reply;
     // A link may arrive while another is being routed, from a nested main loop.
@@ -223,8 +229,10 @@ void LinkService::openLinksOfCaller(DeliveredLinks links, GDBusMethodInvocation 
     if (!links.sender.parentPid)
         links.sender.parentPid = processOf(bus, g_dbus_method_invocation_get_sender(invocation));
     // Applications call this with a text as a user typed or clicked it; the stub has already done this.
-    for (auto &link : links.links)
-        link = linkToDeliver(link).value_or("");
+    for (auto &link : links.links) {
+        if (link.size() <= largestLink)
+            link = linkToDeliver(link).value_or("");
+    }
     openLinks(std::move(links), invocation, [](const auto &) { return nullptr; });
 }
 

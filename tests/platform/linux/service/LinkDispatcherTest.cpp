@@ -81,6 +81,17 @@ TEST_F(LinkDispatcherTest, SaysWhichLinksWereNotOpenedAndWhy) {
                             {1, "it is not a URL"}, {3, "no browser can open it"}, {2, "broken"}}));
 }
 
+TEST_F(LinkDispatcherTest, ATextOfMegabytesIsNotLookedAt) {
+    std::vector<std::string> links;
+    listen([&](const LinkEventDescriptor &event, auto &) {
+        links.push_back(linkOf(event));
+        current.isTaken = true;
+    });
+    deliver({"https://a/" + std::string(2'000'000, 'x'), "https://b/"});
+    EXPECT_EQ(links, std::vector<std::string>{"https://b/"});
+    EXPECT_EQ(unopened, (std::vector<UnopenedLink>{{0, "it is too long"}}));
+}
+
 TEST_F(LinkDispatcherTest, TheTokensAreGoodForOneLaunch) {
     std::vector<LaunchTokens> taken;
     listen([&](const auto &, auto &) { taken.push_back(current.delivery->takeTokens()); });
