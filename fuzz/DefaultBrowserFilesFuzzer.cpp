@@ -119,11 +119,16 @@ class Configuration {
     }
 
     void check() {
-        MimeDefaults mime(places(), entries);
-        if (!mime.set("https", "web"))
+        const MimeLookup lookup(places(), entries);
+        MimeDefaults mime(places(), lookup);
+        if (!mime.set("https", "web")) {
             require(contents(folder() + "/mimeapps.list") == bytes);
-        else
-            require(mime.setting("https") && mime.setting("https")->id == "web");
+        } else {
+            const auto handler = lookup.handler("https", LinkOpener::gio);
+            require(handler && handler->id == "web");
+        }
+        for (const auto opener : {LinkOpener::kio, LinkOpener::xdgOpen})
+            (void)lookup.handler("https", opener);
         checkOthersKept(bytes, contents(folder() + "/mimeapps.list"), type);
 
         KdeBrowser kde(places(), entries);
