@@ -10,11 +10,10 @@
 #include <utility>
 
 namespace fernhop::freedesktop {
-namespace {
 
 /// Gives the memory of a flood, or of a large call, back to the system when it is over: the allocator would
 /// keep it.
-class MemoryReturn {
+class CallLimit::MemoryReturn {
   public:
     /// From any thread.
     void request() {
@@ -37,8 +36,6 @@ class MemoryReturn {
 
     Count requests = std::make_shared<std::atomic<unsigned>>(0); ///< in the last second or two
 };
-
-} // namespace
 
 /// The calls in progress. GLib's thread reads the messages and sends the answers.
 class CallLimit::Calls {

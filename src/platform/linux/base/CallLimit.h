@@ -21,6 +21,7 @@ class CallLimit {
     CallLimit &operator=(const CallLimit &) = delete;
 
   private:
+    class MemoryReturn;
     class Calls;
 
     GObjectPointer<GDBusConnection> bus;
