@@ -78,6 +78,8 @@ std::unique_ptr<support::ChildProcess> startWithFewProcesses(const support::Temp
 TEST(Shortage, WithFewProcessesEveryLinkIsOpened) {
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can run programs as a user who has no other processes";
+    if (FERNHOP_SANITIZED)
+        GTEST_SKIP() << "the sanitizers need a process of their own";
     const auto user = static_cast<uid_t>(200'000 + getpid() % 100'000);
     const support::TemporaryHome home(user);
     const SlowBrowser browser(home);
