@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <utility>
 
 namespace fernhop::desktoptest {
 namespace {
@@ -49,7 +50,10 @@ TEST_F(Lifecycle, ThousandLinksSentWhileItStartsAreEachOpenedOnceInOrder) {
         expected.push_back("https://a/" + std::to_string(number));
         sender.open({expected.back()});
     }
-    EXPECT_TRUE(support::runUntil([&] { return sender.answered == 1000; })) << sender.answered;
+    // However slow the machine is, as long as more links are opened.
+    for (int before = -1; sender.answered > std::exchange(before, sender.answered);)
+        (void)support::runUntil([&] { return sender.answered == 1000; });
+    EXPECT_EQ(sender.answered, 1000);
     EXPECT_EQ(session.opened(1000), expected);
 }
 
