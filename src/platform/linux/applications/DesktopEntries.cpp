@@ -14,11 +14,9 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-constexpr std::string_view schemeHandlerType = "x-scheme-handler/";
-
 bool isSchemeHandlerType(std::string_view mimeType) {
-    return mimeType.size() > schemeHandlerType.size() &&
-           ascii::lowercased(mimeType.substr(0, schemeHandlerType.size())) == schemeHandlerType;
+    return mimeType.size() > schemeTypePrefix.size() &&
+           ascii::lowercased(mimeType.substr(0, schemeTypePrefix.size())) == schemeTypePrefix;
 }
 
 std::vector<std::string> schemesOf(const std::vector<std::string> &mimeTypes) {
@@ -26,7 +24,7 @@ std::vector<std::string> schemesOf(const std::vector<std::string> &mimeTypes) {
     for (const auto &element : mimeTypes) {
         const auto mimeType = trimmed(element);
         if (isSchemeHandlerType(mimeType))
-            schemes.emplace_back(mimeType.substr(schemeHandlerType.size()));
+            schemes.emplace_back(mimeType.substr(schemeTypePrefix.size()));
     }
     return schemes;
 }
@@ -105,7 +103,7 @@ bool isWrapperOrInterpreter(std::string_view name) {
 }
 
 bool namesFernhop(std::string_view word) {
-    return withoutEnding(fileNameOf(word), ".desktop") == fernhopDesktopID || word == "fernhop" ||
+    return withoutEnding(fileNameOf(word), desktopEntryExtension) == fernhopDesktopID || word == "fernhop" ||
            word.ends_with("/bin/fernhop");
 }
 

@@ -8,6 +8,12 @@
 
 namespace fernhop::freedesktop {
 
+/// What the files of desktop entries end in, and their IDs where other files name them.
+inline constexpr std::string_view desktopEntryExtension = ".desktop";
+
+/// What the name of the MIME type that stands for a URL scheme begins with.
+inline constexpr std::string_view schemeTypePrefix = "x-scheme-handler/";
+
 /// What of a desktop entry matters to Fernhop. All texts are unescaped.
 struct DesktopEntry {
     std::string id;                             ///< desktop-file ID without ".desktop"

@@ -20,8 +20,6 @@ namespace fernhop::freedesktop {
 
 namespace {
 
-constexpr std::string_view extension = ".desktop";
-
 bool isFolder(const std::string &path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
@@ -42,7 +40,7 @@ bool isHidden(std::string_view name) {
 std::optional<std::string> fileBeneath(const std::string &folder, std::string_view id) {
     if (isHidden(id))
         return std::nullopt;
-    std::string file = folder + '/' + std::string(id) + std::string(extension);
+    std::string file = folder + '/' + std::string(id) + std::string(desktopEntryExtension);
     if (isFile(file))
         return file;
     for (auto dash = id.find('-'); dash != std::string_view::npos && dash <= NAME_MAX;
@@ -113,10 +111,10 @@ std::optional<std::string> InstalledDesktopEntries::idOf(const std::string &path
         if (!path.starts_with(folder) || path.size() <= folder.size() || path[folder.size()] != '/')
             continue;
         std::string id = path.substr(folder.size() + 1);
-        if (!id.ends_with(extension) || hasHiddenComponent(id) || !isValidUtf8(id) ||
+        if (!id.ends_with(desktopEntryExtension) || hasHiddenComponent(id) || !isValidUtf8(id) ||
             id.find('\0') != id.npos)
             return std::nullopt;
-        id.resize(id.size() - extension.size());
+        id.resize(id.size() - desktopEntryExtension.size());
         std::replace(id.begin(), id.end(), '/', '-');
         return id;
     }
@@ -169,7 +167,7 @@ std::size_t InstalledDesktopEntries::fingerprint() const {
     for (const auto &folder : places.folders) {
         const auto walk = DirectoryWalk::over(folder);
         while (const auto path = walk ? walk->next() : std::nullopt) {
-            if (path->ends_with(extension))
+            if (path->ends_with(desktopEntryExtension))
                 fingerprint.add(*path);
         }
     }

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::string_view kdeGroup = "General";
 constexpr std::string_view kdeKey = "BrowserApplication";
-constexpr std::string_view entryExtension = ".desktop";
 
 // KConfig writes options behind a name, in any order: "[$e]", "[$d]" for deleted, "[$i]" for locked.
 constexpr std::array<std::string_view, 6> optionsInUse = {"", "[$e]", "[$d]", "[$i]", "[$ie]", "[$ei]"};
@@ -76,7 +75,7 @@ std::optional<DesktopBrowserSetting> KdeBrowser::setting() const {
     const auto text = effective().browser;
     if (!text || text->empty())
         return std::nullopt;
-    const std::string id(withoutEnding(*text, entryExtension));
+    const std::string id(withoutEnding(*text, desktopEntryExtension));
     if (text->starts_with('!') || !entries.entry(id))
         return DesktopBrowserSetting{*text, std::nullopt};
     return DesktopBrowserSetting{*text, id};
@@ -95,7 +94,7 @@ bool KdeBrowser::set(const std::string &id) {
         if (!options.empty())
             text.remove(kdeGroup, std::string(kdeKey).append(options));
     }
-    text.set(kdeGroup, kdeKey, id + std::string(entryExtension));
+    text.set(kdeGroup, kdeKey, id + std::string(desktopEntryExtension));
     return text.bytes() == *bytes || bool(replaceConfigurationFile(paths.back(), text.bytes()));
 }
 

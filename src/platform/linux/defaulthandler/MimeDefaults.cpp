@@ -105,10 +105,10 @@ bool MimeDefaults::write(const std::string &path, const std::string &scheme, con
         return false;
     KeyFileText text(*valid);
     const auto type = std::string(schemeTypePrefix) + scheme;
-    const auto fileName = id + std::string(entryFileExtension);
+    const auto fileName = id + std::string(desktopEntryExtension);
     // One name stands without a semicolon, as other programs write it.
     text.set(defaultsGroup, type,
-             next.empty() ? fileName : fileName + ';' + next + std::string(entryFileExtension) + ';');
+             next.empty() ? fileName : fileName + ';' + next + std::string(desktopEntryExtension) + ';');
     forgetRemoval(text, type, fileName);
     return text.bytes() == *bytes || bool(replaceConfigurationFile(path, text.bytes()));
 }

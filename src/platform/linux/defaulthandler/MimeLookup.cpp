@@ -17,9 +17,9 @@ constexpr std::string_view cache = "/mimeinfo.cache";
 constexpr std::string_view oldDefaults = "/defaults.list";
 
 std::optional<std::string> idOf(std::string_view name) {
-    if (!name.ends_with(entryFileExtension))
+    if (!name.ends_with(desktopEntryExtension))
         return std::nullopt;
-    return std::string(name.substr(0, name.size() - entryFileExtension.size()));
+    return std::string(name.substr(0, name.size() - desktopEntryExtension.size()));
 }
 
 std::map<std::string, std::vector<std::string>> associationsIn(GKeyFile *file, const char *group) {
@@ -147,15 +147,15 @@ bool MimeLookup::isRejected(const std::string &path) const {
 
 // As g_app_info_get_default_for_type: the defaults of every folder, then the associations of every folder.
 // What an important folder removes, the folders behind it do not add, and neither what has its entry there.
-MimeLookup::Handlers MimeLookup::candidatesOfGio(const std::string &scheme) const {
-    Handlers found;
+void MimeLookup::offerAsGio(const std::string &scheme, const Offer &offer) const {
     for (const auto &folder : folders) {
         auto paths = listsIn(folder);
         if (folder.hasApplications)
             paths.push_back(folder.path + std::string(oldDefaults));
         for (const auto &path : paths) {
-            for (const auto &id : of(files.at(path).defaults, scheme))
-                found.push_back({path, id, true});
+            const auto set = defaultsIn(path, scheme);
+            if (std::ranges::any_of(set, [&](const auto &id) { return offer(path, id, true); }))
+                return;
         }
     }
     std::vector<std::string> removed;
@@ -166,50 +166,47 @@ MimeLookup::Handlers MimeLookup::candidatesOfGio(const std::string &scheme) cons
             return entry && std::ranges::any_of(
                                 before, [&](const auto &path) { return entry->path.starts_with(path); });
         };
+        const auto offerAdded = [&](const std::string &path, const std::vector<std::string> &ids) {
+            return std::ranges::any_of(ids, [&](const auto &id) {
+                return !contains(removed, id) && !isMasked(id) && offer(path, id, false);
+            });
+        };
         // Lists of a desktop only set defaults.
         const auto list = folder.path + "/mimeapps.list";
+        const auto added = of(files.at(list).added, scheme);
+        if (offerAdded(list, added))
+            return;
+        std::ranges::copy_if(of(files.at(list).removed, scheme), std::back_inserter(removed),
+                             [&](const auto &id) { return !contains(added, id); });
         const auto cached = folder.path + std::string(cache);
-        const auto removedHere = of(files.at(list).removed, scheme);
-        const auto addedInList = of(files.at(list).added, scheme);
-        for (const auto &id : addedInList) {
-            if (!contains(removed, id) && !isMasked(id))
-                found.push_back({list, id, false});
-        }
-        const auto addedInCache =
-            folder.hasApplications ? of(files.at(cached).added, scheme) : std::vector<std::string>();
-        for (const auto &id : addedInCache) {
-            if (!contains(removed, id) && !contains(removedHere, id) && !isMasked(id))
-                found.push_back({cached, id, false});
-        }
-        std::ranges::copy_if(removedHere, std::back_inserter(removed),
-                             [&](const auto &id) { return !contains(addedInList, id); });
+        if (folder.hasApplications && offerAdded(cached, of(files.at(cached).added, scheme)))
+            return;
         before.push_back(folder.path + '/');
     }
-    return found;
 }
 
 // As KService builds its list: what a folder names outranks what those behind it name, and in a folder a
 // default what is only added. Removing takes away what entries declare and what folders behind it name.
-MimeLookup::Handlers MimeLookup::candidatesOfKio(const std::string &scheme) const {
-    Handlers found;
+void MimeLookup::offerAsKio(const std::string &scheme, const Offer &offer) const {
     std::set<std::string> removed;
-    const auto add = [&](const std::string &path, const std::vector<std::string> &ids, bool isSet) {
-        for (const auto &id : ids) {
-            if (!removed.contains(id))
-                found.push_back({path, id, isSet});
-        }
+    const auto offerAll = [&](const std::string &path, const std::vector<std::string> &ids, bool isSet) {
+        return std::ranges::any_of(
+            ids, [&](const auto &id) { return !removed.contains(id) && offer(path, id, isSet); });
     };
     for (const auto &path : lists()) {
-        add(path, of(files.at(path).defaults, scheme), true);
+        if (offerAll(path, defaultsIn(path, scheme), true))
+            return;
         if (!path.ends_with("/mimeapps.list"))
             continue;
-        add(path, of(files.at(path).added, scheme), false);
+        if (offerAll(path, std::vector(of(files.at(path).added, scheme)), false))
+            return;
         const auto &here = of(files.at(path).removed, scheme);
         removed.insert(here.begin(), here.end());
     }
-    for (const auto &entry : declaring(scheme))
-        add(entry.path, {entry.id}, false);
-    return found;
+    for (const auto &entry : declaring(scheme)) {
+        if (offerAll(entry.path, {entry.id}, false))
+            return;
+    }
 }
 
 // KDE finds out that a program is missing only when it starts it.
@@ -263,12 +260,17 @@ std::optional<MimeLookup::Handler> MimeLookup::handler(const std::string &scheme
                                                        const std::string &without) const {
     if (opener == LinkOpener::xdgOpen)
         return handlerOfXdgOpen(scheme, without);
-    for (const auto &candidate :
-         opener == LinkOpener::kio ? candidatesOfKio(scheme) : candidatesOfGio(scheme)) {
-        if (candidate.id != without && isInstalled(candidate.id, opener))
-            return candidate;
-    }
-    return std::nullopt;
+    std::optional<Handler> taken;
+    const Offer offer = [&](const std::string &path, const std::string &id, bool isSet) {
+        if (id != without && isInstalled(id, opener))
+            taken = Handler{path, id, isSet};
+        return taken.has_value();
+    };
+    if (opener == LinkOpener::kio)
+        offerAsKio(scheme, offer);
+    else
+        offerAsGio(scheme, offer);
+    return taken;
 }
 
 } // namespace fernhop::freedesktop

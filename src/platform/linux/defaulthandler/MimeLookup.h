@@ -4,19 +4,13 @@
 #include "platform/linux/base/ConfigurationFile.h"
 #include "platform/linux/base/Environment.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace fernhop::freedesktop {
-
-/// What the name of a scheme's MIME type begins with.
-inline constexpr std::string_view schemeTypePrefix = "x-scheme-handler/";
-
-/// What desktop-file IDs end in where files name them.
-inline constexpr std::string_view entryFileExtension = ".desktop";
 
 /// The programs that open links. They read the same files, each in its own way.
 enum class LinkOpener {
@@ -86,12 +80,14 @@ class MimeLookup {
         bool hasApplications; ///< and caches of them
     };
 
-    using Handlers = std::vector<Handler>;
+    /// Takes an application that an opener would try, the best first; whether that settles it.
+    using Offer = std::function<bool(const std::string &path, const std::string &id, bool isSet)>;
 
     static File parse(const std::optional<std::string> &bytes);
     [[nodiscard]] std::vector<std::string> listsIn(const Folder &folder) const;
-    [[nodiscard]] Handlers candidatesOfGio(const std::string &scheme) const;
-    [[nodiscard]] Handlers candidatesOfKio(const std::string &scheme) const;
+    // Each offers until one is taken: what is only associated is read where nothing is set.
+    void offerAsGio(const std::string &scheme, const Offer &offer) const;
+    void offerAsKio(const std::string &scheme, const Offer &offer) const;
     [[nodiscard]] std::optional<Handler> handlerOfXdgOpen(const std::string &scheme,
                                                           const std::string &without) const;
     /// Whether an opener can start an application.

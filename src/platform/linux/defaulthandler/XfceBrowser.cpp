@@ -92,7 +92,7 @@ std::optional<XfceHelper> parseHelper(const std::optional<std::string> &bytes) {
 }
 
 std::string helperPath(const std::string &dataFolder, const std::string &id) {
-    return dataFolder + "/xfce4/helpers/" + id + ".desktop";
+    return dataFolder + "/xfce4/helpers/" + id + std::string(desktopEntryExtension);
 }
 
 bool isFileName(const std::string &id) {

@@ -192,7 +192,7 @@ std::optional<std::string> ApplicationMatcher::ofProgram(pid_t process) const {
 
 std::optional<std::string> ApplicationMatcher::named(const std::string &text) const {
     const auto id = index.byPath(text);
-    return id ? id : index.byID(std::string(withoutEnding(fileNameOf(text), ".desktop")));
+    return id ? id : index.byID(std::string(withoutEnding(fileNameOf(text), desktopEntryExtension)));
 }
 
 std::optional<std::string> ApplicationMatcher::ofNames(const std::vector<std::string> &names) const {
