@@ -6,7 +6,9 @@
 #include "platform/linux/defaulthandler/RoutingDiagnostics.h"
 #include "support/TemporaryHome.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace fernhop::freedesktop {
 
@@ -60,5 +62,18 @@ class Session {
         return "[Default Applications]\nx-scheme-handler/" + scheme + '=' + id + ".desktop\n";
     }
 };
+
+/// The handler that a desktop's opener would start.
+[[nodiscard]] inline std::optional<std::string> handler(const Session &session, const std::string &desktop,
+                                                        const std::string &scheme = "https") {
+    return session.services(desktop).copyDefaultHandlerForUrlScheme(scheme);
+}
+
+/// Makes an application the handler of both schemes; whether that succeeded.
+[[nodiscard]] inline bool setBoth(const Session &session, const std::string &desktop, const std::string &id) {
+    auto services = session.services(desktop);
+    const bool http = services.setDefaultHandlerForUrlScheme("http", id);
+    return services.setDefaultHandlerForUrlScheme("https", id) && http;
+}
 
 } // namespace fernhop::freedesktop

@@ -3,6 +3,8 @@
 #include "platform/linux/settings/PropertyListDefaults.h"
 #include "support/TemporaryHome.h"
 
+#include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -60,6 +62,17 @@ inline std::string xmlList(const std::string &body) {
 <!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
 <plist version="1.0">
 )" + body + "\n</plist>\n";
+}
+
+/// Settings with one value.
+inline const std::string simpleList =
+    xmlList("<dict><key>routingFallbackBrowserID</key><string>firefox</string></dict>");
+
+/// The permissions of a file.
+inline mode_t modeOf(const std::filesystem::path &path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 07777;
 }
 
 /// Runs `work` in a process of its own; what it returns is that process's exit status.
