@@ -26,9 +26,6 @@ class Controller {
     [[nodiscard]] virtual RoutingDecision decide(const Url &url,
                                                  const std::optional<std::string> &source) = 0;
 
-    /// Routes a link as if an application had opened it. False when no Fernhop is running.
-    [[nodiscard]] virtual bool deliver(const Url &url) = 0;
-
     /// Makes the menu show a change.
     virtual void rebuildMenu() = 0;
 

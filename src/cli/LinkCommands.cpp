@@ -136,18 +136,9 @@ CommandResult carryOut(const command::Explain &explain, const Call &call) {
                 turningOnText(system, decision, context));
 }
 
-CommandResult carryOut(const command::Open &open, const Call &call) {
-    CommandResult result;
-    for (const auto &text : open.urls) {
-        const auto url = linkArgument(text);
-        if (url && call.context.controller.deliver(*url))
-            continue;
-        result.status = exitStatus::failure;
-        result.errors +=
-            failed(url ? inQuotes(text) + " was not opened: Fernhop is not running." : whyNoLink(text))
-                .errors;
-    }
-    return result;
+// The command line delivers links as applications do, and has its outcome from there.
+CommandResult carryOut(const command::Open &, const Call &) {
+    return failed("Links are not opened by this call: use OpenLinks, or org.freedesktop.Application.Open.");
 }
 
 CommandResult carryOut(const command::Match &match, const Call &call) {

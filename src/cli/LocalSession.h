@@ -39,7 +39,6 @@ class LocalSession : public Controller {
     const std::vector<InstalledApplication> &installedApplications() override;
     const std::vector<Browser> &installedBrowsers() override { return browserList; }
     RoutingDecision decide(const Url &url, const std::optional<std::string> &source) override;
-    bool deliver(const Url &) override { return false; }
     void rebuildMenu() override {}
     bool refresh() override { return false; }
     bool openDialog(ui::Selector, const std::string &) override { return false; }

@@ -30,11 +30,6 @@ RoutingDecision ResidentSession::decide(const Url &url, const std::optional<std:
     return delegate.decide(url, source);
 }
 
-bool ResidentSession::deliver(const Url &url) {
-    const auto event = LinkEventDescriptor::getUrl(url.absoluteString());
-    return delegate.perform("handleGetURLEvent:withReplyEvent:", {.event = &event}).has_value();
-}
-
 void ResidentSession::rebuildMenu() {
     delegate.rebuildMenu();
 }

@@ -26,7 +26,6 @@ class ResidentSession : public Controller {
     const std::vector<InstalledApplication> &installedApplications() override;
     const std::vector<Browser> &installedBrowsers() override;
     RoutingDecision decide(const Url &url, const std::optional<std::string> &source) override;
-    bool deliver(const Url &url) override;
     void rebuildMenu() override;
     bool refresh() override;
     bool openDialog(ui::Selector selector, const std::string &identifier) override;
